@@ -1,0 +1,50 @@
+# What every target of the project shares: warnings, sizes, and the one way in which a library lists its sources.
+
+add_library(quillon_options INTERFACE)
+target_include_directories(quillon_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(
+  quillon_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wold-style-cast
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Werror)
+if(WIN32)
+  # The program speaks the A functions of Windows 7 and later. Sections are split so that the linker drops what is unused.
+  target_compile_definitions(quillon_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
+                                                       _WIN32_IE=0x0700)
+  target_compile_options(quillon_options INTERFACE -ffunction-sections -fdata-sections)
+  target_link_options(quillon_options INTERFACE -static -Wl,--gc-sections)
+endif()
+if(QUILLON_SANITIZE)
+  target_compile_options(quillon_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(quillon_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(QUILLON_FUZZ)
+  target_compile_options(quillon_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# quillon_library(NAME PORTABLE file... WINDOWS file... NATIVE file... LINK target...)
+# PORTABLE compiles everywhere and cannot see Windows. WINDOWS holds the windows and the Windows half of a pair of
+# files behind one header, NATIVE the other half.
+function(quillon_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "PORTABLE;WINDOWS;NATIVE;LINK")
+  if(WIN32)
+    set(sources ${arg_PORTABLE} ${arg_WINDOWS})
+  else()
+    set(sources ${arg_PORTABLE} ${arg_NATIVE})
+  endif()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC quillon_options ${arg_LINK})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE quillon_options ${arg_LINK})
+  endif()
+endfunction()

@@ -1,0 +1,49 @@
+// The windows and the network as start-up, shutdown and the settings see them.
+#pragma once
+
+#include <cstdint>
+
+#include "core/roster.h"
+
+namespace core {
+
+// A window's place on the screen, in twips.
+struct WindowPlace {
+  std::int32_t left = 0, top = 0, width = 0, height = 0;
+  friend bool operator==(const WindowPlace&, const WindowPlace&) = default;
+};
+
+class Program {
+ public:
+  virtual ~Program() = default;
+
+  // Creates the main window, hidden, unless it exists.
+  virtual void LoadMain() = 0;
+
+  // Moves the main window, loading it first. Does not clamp to the screen.
+  virtual void PlaceMain(const WindowPlace& place) = 0;
+
+  // Takes the main window out of its minimised or maximised state without showing it, and tells its normal place.
+  virtual WindowPlace RestoreMain() = 0;
+
+  virtual Roster& Users() = 0;
+
+  // Shows the splash at the bottom right of the work area, topmost, without blocking.
+  virtual void ShowSplash() = 0;
+  virtual void HideSplash() = 0;
+
+  // Width and height of the whole screen, twips (left and top are 0).
+  virtual WindowPlace Screen() = 0;
+
+  // Joins the network under gCurName; throws the socket's error. Leaves it again.
+  virtual void OpenSocket() = 0;
+  virtual void CloseSocket() = 0;
+
+  // The options dialog as start-up opens it, modal: its user must choose another name or end the program.
+  virtual void ShowOptionsAtStartUp() = 0;
+
+  virtual void ShowTray() = 0;
+  virtual void RemoveTray() = 0;
+};
+
+}  // namespace core

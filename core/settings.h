@@ -1,0 +1,19 @@
+// The settings file, User.ini beside the program.
+#pragma once
+
+#include "core/program.h"
+
+namespace core {
+
+// Loads the file into the globals, the main window's place and the roster's lists; the language table is loaded on the
+// way. Writes the default file first when there is none. Any failure while reading replaces the file by the default
+// one and ends the reading; what was read stays. Throws only when that default file cannot be written.
+void ReadSets(Program& program);
+
+// Writes the whole file. Throws the file's error.
+void SaveSets(Program& program);
+
+// Writes the file of a first start. Throws the file's error.
+void WriteDefSets();
+
+}  // namespace core

@@ -1,0 +1,85 @@
+// Owners of Windows handles: move-only, freed once, by the call that belongs to the handle.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <utility>
+
+namespace toolkit {
+
+template <class Handle, class Freer>
+class Owned {
+ public:
+  Owned() = default;
+  explicit Owned(Handle handle) : handle_(handle) {}
+  Owned(Owned&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  Owned& operator=(Owned&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  ~Owned() {
+    if (handle_) Freer::Free(handle_);
+  }
+
+  Handle get() const { return handle_; }
+  Handle release() { return std::exchange(handle_, nullptr); }
+  explicit operator bool() const { return handle_ != nullptr; }
+
+ private:
+  Handle handle_ = nullptr;
+};
+
+// Fonts, brushes, bitmaps and regions all go the way of ::DeleteObject.
+struct ObjectFreer {
+  static void Free(HGDIOBJ object) { ::DeleteObject(object); }
+};
+struct ImageListFreer {
+  static void Free(HIMAGELIST list) { ::ImageList_Destroy(list); }
+};
+struct IconFreer {
+  static void Free(HICON icon) { ::DestroyIcon(icon); }
+};
+struct MenuFreer {
+  static void Free(HMENU menu) { ::DestroyMenu(menu); }
+};
+struct MemoryDcFreer {
+  static void Free(HDC dc) { ::DeleteDC(dc); }
+};
+
+using Font = Owned<HFONT, ObjectFreer>;
+using Brush = Owned<HBRUSH, ObjectFreer>;
+using Bitmap = Owned<HBITMAP, ObjectFreer>;
+using ImageList = Owned<HIMAGELIST, ImageListFreer>;
+using Icon = Owned<HICON, IconFreer>;
+using Menu = Owned<HMENU, MenuFreer>;
+using MemoryDc = Owned<HDC, MemoryDcFreer>;
+
+// The screen's or a window's device context, for as long as something is measured with it.
+class WindowDc {
+ public:
+  explicit WindowDc(HWND hwnd) : hwnd_(hwnd), dc_(::GetDC(hwnd)) {}
+  WindowDc(const WindowDc&) = delete;
+  WindowDc& operator=(const WindowDc&) = delete;
+  ~WindowDc() { ::ReleaseDC(hwnd_, dc_); }
+  HDC get() const { return dc_; }
+
+ private:
+  HWND hwnd_;
+  HDC dc_;
+};
+
+// Selects an object into a device context and puts the former one back.
+class Selected {
+ public:
+  Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(::SelectObject(dc, object)) {}
+  Selected(const Selected&) = delete;
+  Selected& operator=(const Selected&) = delete;
+  ~Selected() { ::SelectObject(dc_, former_); }
+
+ private:
+  HDC dc_;
+  HGDIOBJ former_;
+};
+
+}  // namespace toolkit

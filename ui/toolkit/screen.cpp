@@ -1,0 +1,53 @@
+#include "ui/toolkit/screen.h"
+
+#include <cstring>
+
+#include "ui/toolkit/handles.h"
+
+namespace toolkit {
+namespace {
+
+LOGFONTA MessageFont() {
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return metrics.lfMessageFont;
+  LOGFONTA fallback{};
+  fallback.lfHeight = -Px(11);
+  std::strcpy(fallback.lfFaceName, "MS Shell Dlg");
+  return fallback;
+}
+
+Font MakeFont(LONG weight) {
+  LOGFONTA font = MessageFont();
+  if (weight) font.lfWeight = weight;
+  return Font(::CreateFontIndirectA(&font));
+}
+
+}  // namespace
+
+Dpi ScreenDpi() {
+  static const Dpi dpi{::GetDeviceCaps(WindowDc(nullptr).get(), LOGPIXELSX)};
+  return dpi;
+}
+
+ScreenSize WholeScreen() { return {Tw(::GetSystemMetrics(SM_CXSCREEN)), Tw(::GetSystemMetrics(SM_CYSCREEN))}; }
+
+HFONT DialogFont() {
+  static const Font font = MakeFont(0);
+  return font.get();
+}
+
+HFONT BoldDialogFont() {
+  static const Font font = MakeFont(FW_BOLD);
+  return font.get();
+}
+
+SIZE MeasureText(HFONT font, const char* text, int length) {
+  const WindowDc dc(nullptr);
+  const Selected selected(dc.get(), font);
+  SIZE size{};
+  ::GetTextExtentPoint32A(dc.get(), text, length < 0 ? static_cast<int>(std::strlen(text)) : length, &size);
+  return size;
+}
+
+}  // namespace toolkit

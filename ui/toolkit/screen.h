@@ -1,0 +1,31 @@
+// The screen that everything is placed on: its resolution, its size, and the fonts of the system's dialogs.
+#pragma once
+
+#include <windows.h>
+
+#include "ui/toolkit/units.h"
+
+namespace toolkit {
+
+// The program is system DPI aware: one resolution for the whole run, the one that was set at logon.
+Dpi ScreenDpi();
+
+inline int Px(int designPixels) { return Scale(designPixels, ScreenDpi()); }
+inline int Px(Twips length) { return ToPixels(length, ScreenDpi()); }
+inline Twips Tw(int pixels) { return ToTwips(pixels, ScreenDpi()); }
+
+struct ScreenSize {
+  Twips width, height;
+};
+
+// The whole primary screen, the task bar included.
+ScreenSize WholeScreen();
+
+// The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
+HFONT DialogFont();
+HFONT BoldDialogFont();
+
+// Pixel size of a single line of text in a font.
+SIZE MeasureText(HFONT font, const char* text, int length = -1);
+
+}  // namespace toolkit

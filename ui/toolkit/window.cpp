@@ -1,0 +1,140 @@
+#include "ui/toolkit/window.h"
+
+#include <new>
+#include <set>
+
+#include "core/event_loop_win32.h"
+#include "core/desktop.h"
+#include "core/runtime_error.h"
+#include "res/resource_ids.h"
+#include "ui/toolkit/screen.h"
+
+namespace toolkit {
+namespace {
+
+HINSTANCE Instance() { return ::GetModuleHandleA(nullptr); }
+
+Window* ObjectOf(HWND hwnd) { return reinterpret_cast<Window*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
+
+void SetObject(HWND hwnd, Window* window) {
+  ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
+}
+
+}  // namespace
+
+Window::~Window() {
+  if (hwnd_) ::DestroyWindow(hwnd_);
+}
+
+void Window::Register(const WindowStyle& style) {
+  static std::set<std::string> known;
+  if (!known.insert(style.className).second) return;
+  WNDCLASSEXA windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = Procedure;
+  windowClass.hInstance = Instance();
+  windowClass.hIcon = ::LoadIconA(Instance(), MAKEINTRESOURCEA(res::kProgramIcon));
+  windowClass.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
+  windowClass.hbrBackground = ::GetSysColorBrush(style.background);
+  windowClass.lpszClassName = style.className;
+  ::RegisterClassExA(&windowClass);
+}
+
+void Window::Create(const WindowStyle& style, const char* caption, RECT place, HWND owner) {
+  Register(style);
+  ::CreateWindowExA(style.exStyle, style.className, caption, style.style, place.left, place.top,
+                    place.right - place.left, place.bottom - place.top, owner, nullptr, Instance(), this);
+}
+
+HWND Window::AddControl(const char* className, const char* text, DWORD style, DWORD exStyle, int id) {
+  const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
+  const HWND control = ::CreateWindowExA(exStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, hwnd_,
+                                         menu, Instance(), nullptr);
+  ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
+  return control;
+}
+
+void Window::Raise() {
+  if (::IsIconic(hwnd_)) ::ShowWindow(hwnd_, SW_RESTORE);
+  ::ShowWindow(hwnd_, SW_SHOW);
+  ::SetForegroundWindow(hwnd_);
+}
+
+std::string Window::Text() const { return TextOf(hwnd_); }
+
+LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    Window* created = static_cast<Window*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+    created->hwnd_ = hwnd;
+    SetObject(hwnd, created);
+  }
+  Window* self = ObjectOf(hwnd);
+  // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
+  const auto keep = self ? self->weak_from_this().lock() : nullptr;
+  if (!keep) return ::DefWindowProcA(hwnd, message, wParam, lParam);
+  const LRESULT result = self->Guarded(message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    SetObject(hwnd, nullptr);
+    self->hwnd_ = nullptr;
+    if (self->onDestroyed) self->onDestroyed();
+  }
+  return result;
+}
+
+// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program goes
+// on. Nothing may leave the procedure, Windows cannot carry it.
+LRESULT Window::Guarded(UINT message, WPARAM wParam, LPARAM lParam) {
+  try {
+    return Handle(message, wParam, lParam);
+  } catch (const core::RuntimeError& error) {
+    core::ReportUnhandled(error);
+  } catch (const std::exception&) {
+    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
+  }
+  return 0;
+}
+
+LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = ::GetFocus();
+      break;
+    case WM_SETFOCUS:
+      if (lastFocus_ && ::IsChild(hwnd_, lastFocus_)) ::SetFocus(lastFocus_);
+      return 0;
+    default:
+      break;
+  }
+  return ::DefWindowProcA(hwnd_, message, wParam, lParam);
+}
+
+bool Window::Translate(MSG& message) {
+  if (message.message != WM_SYSCHAR) return false;
+  for (Toolbar* toolbar : toolbars_)
+    if (toolbar->ClickMnemonic(static_cast<char>(message.wParam))) return true;
+  return false;
+}
+
+// Ours, or null: boxes and other dialogs keep something else where our windows keep their object. The class is asked, since
+// the window's own procedure may be replaced by the one that draws its menus.
+Window* Window::Of(HWND hwnd) {
+  const bool ours = hwnd && ::GetClassLongPtrA(hwnd, GCLP_WNDPROC) == reinterpret_cast<ULONG_PTR>(&Window::Procedure);
+  return ours ? ObjectOf(hwnd) : nullptr;
+}
+
+bool FilterMessage(MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  const HWND root = ::GetAncestor(message.hwnd, GA_ROOT);
+  Window* window = Window::Of(root);
+  const auto keep = window ? window->weak_from_this().lock() : nullptr;
+  if (!keep || !::IsWindowEnabled(root)) return false;
+  return window->Translate(message) || ::IsDialogMessageA(root, &message);
+}
+
+std::string TextOf(HWND hwnd) {
+  std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(hwnd)) + 1, '\0');
+  text.resize(static_cast<std::size_t>(::GetWindowTextA(hwnd, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+}  // namespace toolkit
