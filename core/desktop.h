@@ -26,8 +26,8 @@ void ShowBox(const Box& box);
 bool AskBox(const Box& box);
 
 // A box that a packet or a failing log causes: waits its turn for the top of the message loop. One at a time, in order,
-// at most kMaxWaitingBoxes waiting and later ones dropped, so that a flood can neither nest boxes until the stack ends nor bury the
-// screen.
+// at most kMaxWaitingBoxes waiting and later ones dropped, so that a flood can neither nest boxes until the stack ends
+// nor bury the screen.
 inline constexpr std::size_t kMaxWaitingBoxes = 100;
 void PostBox(Box box);
 

@@ -2,6 +2,7 @@
 // 61 disk full, 70 held by another program, 75 read-only, a folder or access denied, 76 folder missing.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,15 +14,19 @@ std::string ProgramDirectory();
 // ProgramDirectory + "\" + name; "/" in native builds.
 std::string InProgramDirectory(std::string_view name);
 
+// False for a folder of that name.
 bool FileExists(const std::string& path);
 
+// At most kMaxFileSize bytes: no file of the program comes near it, and a larger one must not exhaust the memory.
+inline constexpr std::size_t kMaxFileSize = 16u << 20;
 std::string ReadFile(const std::string& path);
 
 // Opens for appending (made when missing), writes, closes.
 void AppendToFile(const std::string& path, std::string_view bytes);
 
 // Replaces the file whole: writes a temporary file in the same folder and moves it over the old one, so that neither a
-// crash nor a full disk leaves a torn file. On failure the old file stands as it was.
+// crash nor a full disk leaves a torn file. On failure the old file stands as it was. Where the folder takes no new
+// file, or someone keeps the old one open for reading, but the file itself may be written, it is overwritten in place.
 void WriteFileSafely(const std::string& path, std::string_view bytes);
 
 }  // namespace core

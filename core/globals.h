@@ -21,14 +21,14 @@ inline std::int16_t gRunAtLogon = 0;       // 1 = start at logon
 inline std::int32_t gChatLeft = 0, gChatTop = 0, gChatWidth = 0, gChatHeight = 0;
 
 // State of this run.
-inline std::string gVersion;           // "1.0.0"
-inline std::int16_t gSafe = 0;         // 1 = plain menus, no subclassing
-inline std::int16_t gStarting = 0;     // -1 while start-up listens: the network is joined without a greeting
-inline std::int16_t gStatus = 0;       // presence: 0 takes chats and alerts, 1 alerts only, 2 nothing
-inline std::string gCurName;           // the name under which this copy sends
-inline std::int16_t gLangCount = 0;    // index of the last language entry loaded
-inline std::int16_t gLangError = 0;    // -1 once a missing text code was reported
-inline std::int32_t gTicks = 0;        // set by StartTicks, milliseconds
+inline std::string gVersion;         // "1.0.0"
+inline std::int16_t gSafe = 0;       // 1 = plain menus, no subclassing
+inline std::int16_t gStarting = 0;   // -1 while start-up listens: the network is joined without a greeting
+inline std::int16_t gStatus = 0;     // presence: 0 takes chats and alerts, 1 alerts only, 2 nothing
+inline std::string gCurName;         // the name under which this copy sends
+inline std::int16_t gLangCount = 0;  // index of the last language entry loaded
+inline std::int16_t gLangError = 0;  // -1 once a missing text code was reported
+inline std::int32_t gTicks = 0;      // set by StartTicks, milliseconds
 
 // Names and help texts of the states 0, 1 and 2, from the language file. English until it is read, so that a state is
 // never shown without a name.

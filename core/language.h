@@ -15,6 +15,9 @@ void LoadLang();
 // log and sets gLangError; later ones are silent.
 std::string GetText(int code);
 
+// Counts the loadings, so that whoever keeps a text knows when to ask for it again.
+unsigned LanguageGeneration();
+
 // True while windows may take their captions from the table: false once a code was missing, and the built-in English
 // captions stay.
 bool CaptionsFromTable();

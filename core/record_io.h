@@ -43,6 +43,8 @@ class RecordReader {
   std::int32_t Int32();
 
  private:
+  void SkipBlanks();
+  void SkipSeparator();
   std::string_view rest_;
 };
 

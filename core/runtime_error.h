@@ -9,20 +9,20 @@ namespace core {
 
 // The numbers that the log and the message boxes show, with the text that belongs to each.
 enum class Err : long {
-  Overflow = 6,              // a number that does not fit
+  Overflow = 6,  // a number that does not fit
   OutOfMemory = 7,
-  SubscriptOutOfRange = 9,   // a field or table index past the end
-  TypeMismatch = 13,         // a text that should be a number
+  SubscriptOutOfRange = 9,  // a field or table index past the end
+  TypeMismatch = 13,        // a text that should be a number
   FileNotFound = 53,
   DiskFull = 61,
-  InputPastEnd = 62,         // a field read at the end of a file
+  InputPastEnd = 62,  // a field read at the end of a file
   DeviceUnavailable = 68,
-  PermissionDenied = 70,     // held by another program
+  PermissionDenied = 70,  // held by another program
   DiskNotReady = 71,
-  PathFileAccess = 75,       // read-only, a folder, access denied
+  PathFileAccess = 75,  // read-only, a folder, access denied
   PathNotFound = 76,
   ClipboardBusy = 521,
-  KeyNotUnique = 35602,      // adding a row whose key exists
+  KeyNotUnique = 35602,  // adding a row whose key exists
 };
 
 struct RuntimeError : std::exception {

@@ -1,6 +1,8 @@
 // The settings file, User.ini beside the program.
 #pragma once
 
+#include <string_view>
+
 #include "core/program.h"
 
 namespace core {
@@ -9,6 +11,10 @@ namespace core {
 // way. Writes the default file first when there is none. Any failure while reading replaces the file by the default
 // one and ends the reading; what was read stays. Throws only when that default file cannot be written.
 void ReadSets(Program& program);
+
+// The reading itself, from the content of a settings file. Throws what goes wrong with a record: Err::InputPastEnd,
+// Err::TypeMismatch, Err::Overflow, and the failures of LoadLang.
+void ReadSetsFrom(std::string_view bytes, Program& program);
 
 // Writes the whole file. Throws the file's error.
 void SaveSets(Program& program);

@@ -1,0 +1,166 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/files.h"
+#include "core/runtime_error.h"
+
+namespace core {
+namespace {
+
+struct FailureRow {
+  DWORD code;
+  Err error;
+};
+
+constexpr FailureRow kFailures[] = {
+    {ERROR_FILE_NOT_FOUND, Err::FileNotFound},
+    {ERROR_PATH_NOT_FOUND, Err::PathNotFound},
+    {ERROR_INVALID_NAME, Err::PathNotFound},
+    {ERROR_BAD_NETPATH, Err::PathNotFound},
+    {ERROR_BAD_NET_NAME, Err::PathNotFound},
+    {ERROR_DISK_FULL, Err::DiskFull},
+    {ERROR_HANDLE_DISK_FULL, Err::DiskFull},
+    {ERROR_INVALID_DRIVE, Err::DeviceUnavailable},
+    {ERROR_SHARING_VIOLATION, Err::PermissionDenied},
+    {ERROR_LOCK_VIOLATION, Err::PermissionDenied},
+    {ERROR_NOT_READY, Err::DiskNotReady},
+};
+
+// Read-only files, folders and denied access all come as ERROR_ACCESS_DENIED, and share one number with the rest.
+RuntimeError FailureOf(DWORD code) {
+  for (const FailureRow& row : kFailures) {
+    if (row.code == code) return RuntimeError(row.error);
+  }
+  return RuntimeError(Err::PathFileAccess);
+}
+
+[[noreturn]] void Fail() { throw FailureOf(::GetLastError()); }
+
+class File {
+ public:
+  // Everybody may use the file meanwhile: copies of several users share one folder.
+  File(const std::string& path, DWORD access, DWORD disposition)
+      : handle_(::CreateFileA(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+  ~File() {
+    if (IsOpen()) ::CloseHandle(handle_);
+  }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+
+  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+
+  std::string Read() const {
+    std::string bytes;
+    char buffer[16384];
+    for (DWORD read = 0; bytes.size() < kMaxFileSize; bytes.append(buffer, read)) {
+      if (!::ReadFile(handle_, buffer, sizeof buffer, &read, nullptr)) Fail();
+      if (read == 0) break;
+    }
+    bytes.resize(std::min(bytes.size(), kMaxFileSize));
+    return bytes;
+  }
+
+  void Write(std::string_view bytes) const {
+    DWORD written = 0;
+    if (!::WriteFile(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) Fail();
+    if (written < bytes.size()) throw RuntimeError(Err::DiskFull);
+  }
+
+  // Until the bytes are on the disk a power failure could leave the name with an empty file behind it.
+  void Flush() const { ::FlushFileBuffers(handle_); }
+
+ private:
+  HANDLE handle_;
+};
+
+bool IsReadOnly(const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+// True when the file exists and may be written, false when there is none. Asks now, because moving another file over
+// one that is held or protected fails with a code that does not say which.
+bool MayOverwrite(const std::string& path) {
+  if (IsReadOnly(path)) throw RuntimeError(Err::PathFileAccess);
+  if (File(path, GENERIC_WRITE, OPEN_EXISTING).IsOpen()) return true;
+  if (::GetLastError() != ERROR_FILE_NOT_FOUND) Fail();
+  return false;
+}
+
+void Overwrite(const std::string& path, std::string_view bytes) {
+  const File file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
+  if (!file.IsOpen()) Fail();
+  file.Write(bytes);
+}
+
+// False, with the system's error code set, when the folder does not take the file.
+bool WriteTemporary(const std::string& path, std::string_view bytes) {
+  const File file(path, GENERIC_WRITE, CREATE_ALWAYS);
+  if (!file.IsOpen()) return false;
+  file.Write(bytes);
+  file.Flush();
+  return true;
+}
+
+bool Replace(const std::string& path, std::string_view bytes) {
+  const std::string temporary = path + ".new";
+  try {
+    if (!WriteTemporary(temporary, bytes)) return false;
+  } catch (const RuntimeError&) {
+    ::DeleteFileA(temporary.c_str());
+    throw;
+  }
+  if (::MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+  const DWORD code = ::GetLastError();
+  ::DeleteFileA(temporary.c_str());
+  ::SetLastError(code);
+  return false;
+}
+
+std::string ModuleFileName() {
+  char path[MAX_PATH];
+  const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+  return std::string(path, length);
+}
+
+}  // namespace
+
+std::string ProgramDirectory() {
+  std::string path = ModuleFileName();
+  const std::size_t slash = path.rfind('\\');
+  const bool root = slash == 2 && path[1] == ':';
+  path.resize(root ? slash + 1 : slash);
+  return path;
+}
+
+std::string InProgramDirectory(std::string_view name) { return ProgramDirectory().append(1, '\\').append(name); }
+
+bool FileExists(const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+std::string ReadFile(const std::string& path) {
+  const File file(path, GENERIC_READ, OPEN_EXISTING);
+  if (!file.IsOpen()) Fail();
+  return file.Read();
+}
+
+void AppendToFile(const std::string& path, std::string_view bytes) {
+  if (IsReadOnly(path)) throw RuntimeError(Err::PathFileAccess);
+  const File file(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  if (!file.IsOpen()) Fail();
+  file.Write(bytes);
+}
+
+void WriteFileSafely(const std::string& path, std::string_view bytes) {
+  const bool exists = MayOverwrite(path);
+  if (Replace(path, bytes)) return;
+  if (!exists) Fail();
+  Overwrite(path, bytes);
+}
+
+}  // namespace core

@@ -1,0 +1,79 @@
+#include "core/language.h"
+
+#include "core/desktop.h"
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language_table.h"
+#include "core/log.h"
+#include "core/runtime_error.h"
+
+namespace core {
+namespace {
+
+constexpr char kFileName[] = "Lang.con";
+constexpr char kFallback[] = "English";
+
+constexpr int kFirstStateName = 8203;
+constexpr int kFirstStateHelp = 8206;
+
+LanguageTable gTable;
+unsigned gGeneration = 0;
+unsigned gGeneration = 0;
+
+// The column of gLanguage, or that of the fallback, which then becomes gLanguage.
+std::size_t FindLangCol() {
+  if (const std::size_t column = gTable.FindLangCol(gLanguage)) return column;
+  gLanguage = kFallback;
+  if (const std::size_t column = gTable.FindLangCol(gLanguage)) return column;
+  ShowBox({.text = "Error reading language files. No languages available"});
+  WriteLog("Cannot find default language or English");
+  throw RuntimeError(Err::TypeMismatch);
+}
+
+// The flag comes first: the box and the log line must not meet a second missing code.
+void ReportMissingCode(int code) {
+  gLangError = -1;
+  const std::string number = std::to_string(code);
+  PostBox({.text = "Error reading language files. Cannot find code " + number,
+           .title = "Language Error",
+           .icon = BoxIcon::Information});
+  WriteLog("Cannot find text code " + number);
+}
+
+// A state must never be shown without a name, so an empty text leaves the one before it.
+void LoadLangConst(std::string& constant, int code) {
+  if (std::string text = GetText(code); !text.empty()) constant = std::move(text);
+}
+
+}  // namespace
+
+void LoadLang() {
+  const std::string bytes = ReadFile(InProgramDirectory(kFileName));
+  std::string_view file = bytes;
+  gTable.ReadLangNames(file);
+  const std::size_t column = FindLangCol();
+  ++gGeneration;  // also when the reading fails half-way: the texts before the failure have changed
+  gTable.ReadTexts(file, column);
+  gLangCount = static_cast<std::int16_t>(gTable.LastEntry());
+}
+
+std::string GetText(int code) {
+  if (const auto text = gTable.Find(code)) return std::string(*text);
+  if (gLangError != -1) ReportMissingCode(code);
+  return {};
+}
+
+unsigned LanguageGeneration() { return gGeneration; }
+
+unsigned LanguageGeneration() { return gGeneration; }
+
+bool CaptionsFromTable() { return gLangError != -1; }
+
+void LoadLangConsts() {
+  for (int state = 0; state < static_cast<int>(gStateNames.size()); ++state) {
+    LoadLangConst(gStateNames[static_cast<std::size_t>(state)], kFirstStateName + state);
+    LoadLangConst(gStateHelps[static_cast<std::size_t>(state)], kFirstStateHelp + state);
+  }
+}
+
+}  // namespace core

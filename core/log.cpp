@@ -1,0 +1,38 @@
+#include "core/log.h"
+
+#include <string>
+
+#include "core/desktop.h"
+#include "core/files.h"
+#include "core/record_io.h"
+#include "core/runtime_error.h"
+
+namespace core {
+namespace {
+
+constexpr char kFileName[] = "Log.txt";
+constexpr char kSupportAddress[] = "support@vextant.example";
+
+Box FailureBox(std::string_view text) {
+  std::string message = "Error writing to Log file. Text to write:\r\n\r\n";
+  message.append(text).append("\r\n\r\nPlease contact Vextant at ").append(kSupportAddress);
+  return {.text = std::move(message)};
+}
+
+}  // namespace
+
+void WriteLog(std::string_view text) {
+  const std::string line = ClockText().append(1, ' ').append(text);
+  try {
+    AppendToFile(InProgramDirectory(kFileName), RecordWriter().Text(line).EndRecord().Bytes());
+  } catch (const RuntimeError&) {
+    // Posted: packets cause log lines, and a log that cannot be written must not let them nest boxes.
+    PostBox(FailureBox(text));
+  }
+}
+
+void TrimLog() {
+  // The text whose lines would be counted was never filled, so there is nothing to cut.
+}
+
+}  // namespace core

@@ -1,0 +1,146 @@
+#include "core/start_up.h"
+
+#include <string>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/log.h"
+#include "core/logon_entry.h"
+#include "core/numbers.h"
+#include "core/runtime_error.h"
+#include "core/settings.h"
+#include "core/text.h"
+#include "core/ticks.h"
+#include "core/unhandled_error.h"
+#include "core/version.h"
+
+namespace core {
+namespace {
+
+constexpr int kNameInUseText = 8202;
+constexpr int kNotLoadedText = 8209;
+
+// How long the listening sleeps when nothing happens, milliseconds.
+constexpr std::int32_t kListenStep = 10;
+
+std::string VersionText() {
+  return PlainText(QUILLON_VERSION_MAJOR) + "." + PlainText(QUILLON_VERSION_MINOR) + "." +
+         PlainText(QUILLON_VERSION_REVISION);
+}
+
+void LoadSettings(Program& program, std::string_view arguments) {
+  WriteLog("Quillon loaded");
+  gUserName = LogonName();
+  ReadSets(program);
+  WriteLog("  > Settings and language loaded");
+  gVersion = VersionText();
+  gStatus = 0;
+  gSafe = AsksForSafeMode(arguments) ? 1 : 0;
+}
+
+// The first chat window of a run opens in the middle of the screen, whatever the settings say.
+void CentreChatWindow(const WindowPlace& screen) {
+  gChatLeft = ToInt32(screen.width / 2.0 - kChatWidth / 2.0);
+  gChatTop = ToInt32(screen.height / 2.0 - kChatHeight / 2.0);
+  gChatWidth = kChatWidth;
+  gChatHeight = kChatHeight;
+}
+
+// Packets arrive meanwhile and fill the roster.
+void Listen() {
+  StartTicks();
+  while (ElapsedTicks(gTicks) < kListenTime) {
+    ShowPostedBoxes();
+    RunPendingEvents();
+    WaitForEvent(kListenStep);
+  }
+}
+
+// Takes part under a name that nobody lists, to hear who is there.
+void JoinQuietly(Program& program) {
+  gStarting = -1;
+  program.ShowSplash();
+  RunPendingEvents();
+  CentreChatWindow(program.Screen());
+  TrimLog();
+  gCurName = "_" + LogonName();
+  program.LoadMain();
+  program.OpenSocket();
+  RunPendingEvents();
+  Listen();
+}
+
+void CheckScreenName(Program& program) {
+  if (!NameInUse(program.Users(), gUserName)) return;
+  ShowBox({.text = GetText(kNameInUseText)});
+  gCurName = gUserName;
+  program.ShowOptionsAtStartUp();
+}
+
+void JoinUnderScreenName(Program& program) {
+  program.CloseSocket();
+  program.Users().ClearlvUsers();
+  gStarting = 0;
+  program.ShowTray();
+  gCurName = gUserName;
+  program.LoadMain();
+  program.OpenSocket();
+  program.HideSplash();
+}
+
+void ReportNotLoaded(const RuntimeError& error) {
+  WriteLog("Unable to load: " + NumberAndDescription(error));
+  ShowBox({.text = GetText(kNotLoadedText) + ": & " + NumberAndDescription(error)});
+}
+
+void Leave(Program& program) {
+  SaveSets(program);
+  program.CloseSocket();
+  program.RemoveTray();
+  SetRunAtLogon(gRunAtLogon);
+  WriteLog("Quillon unloaded");
+  ShowPostedBoxes();  // the last chance to say that this line could not be written
+  RunPendingEvents();
+}
+
+}  // namespace
+
+void Main(Program& program, std::string_view arguments) {
+  try {
+    if (AnotherCopyRuns()) {
+      ShowBox({.text = "Previous Instance", .icon = BoxIcon::Information});
+      EndProcess();
+      return;
+    }
+    LoadSettings(program, arguments);
+    JoinQuietly(program);
+    CheckScreenName(program);
+    JoinUnderScreenName(program);
+  } catch (const RuntimeError& error) {
+    ReportNotLoaded(error);
+  }
+}
+
+void ShutDown(Program& program) {
+  static bool underWay = false;  // the events that run meanwhile may ask for the end once more
+  if (underWay) return;
+  underWay = true;
+  try {
+    Leave(program);
+  } catch (const RuntimeError& error) {
+    ReportUnhandled(error);
+    program.RemoveTray();
+  }
+  EndProcess();
+  underWay = false;  // reached in tests alone
+}
+
+bool NameInUse(const Roster& roster, std::string_view name) {
+  const int ownRows = gCurName == name ? 1 : 0;
+  return roster.CountRows(name) > ownRows;
+}
+
+bool AsksForSafeMode(std::string_view arguments) { return LowerCase(arguments).find("safe") != std::string::npos; }
+
+}  // namespace core
