@@ -1,0 +1,42 @@
+# The Debian packages that each part of the work needs, and their installation. Sourced by script/bootstrap.
+
+nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
+  googletest libgtest-dev libgmock-dev libbenchmark-dev python3)
+windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix)
+rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick)
+
+# The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
+ClangRuntimePackage() {
+  local version
+  version=$(apt-cache depends clang 2>/dev/null | sed -n 's/^ *Depends: clang-\([0-9]*\)$/\1/p')
+  [[ -z $version ]] || echo "libclang-rt-$version-dev"
+}
+
+# Prints those of the given packages that are not installed.
+MissingPackages() {
+  local package
+  for package in "$@"; do
+    [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || echo "$package"
+  done
+}
+
+# Installs what is missing of the given packages; does not ask the package registry when nothing is.
+InstallPackages() {
+  local missing
+  mapfile -t missing < <(MissingPackages "$@")
+  ((${#missing[@]})) || return 0
+  Say "Installing ${missing[*]}"
+  AptGet update || Say "Some package lists could not be fetched; trying with the others"
+  AptGet install -y --no-install-recommends "${missing[@]}"
+}
+
+AptGet() {
+  Quietly AsRoot env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=600 -o Acquire::Retries=3 "$@"
+}
+
+# Prints the address that the machine's own package sources name for its main suite.
+MachineMirror() {
+  local suite=$1
+  apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
+    sed -n "s/^$suite main //p" | sed -n 1p
+}

@@ -1,0 +1,27 @@
+"""Fills DIRECTORY with a fresh Wine prefix, the template of all others. usage: make_prefix.py DIRECTORY"""
+
+import os
+import subprocess
+import sys
+
+sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+from segment import network, private_machine, screen, wine  # noqa: E402
+
+
+def make(directory):
+    network.set_up()
+    screen.set_up()
+    display = screen.Screen()
+    system = wine.WineSystem()
+    place = "/template"
+    os.makedirs(system.root + place)
+    subprocess.run(["mount", "--bind", directory, system.root + place], check=True)
+    prefix = wine.Prefix(system, network.Segment(), display, path=place)
+    prefix.run("wineboot", "--init", check=True)
+    prefix.settle()
+
+
+if __name__ == "__main__":
+    target = os.path.abspath(sys.argv[1])
+    sys.exit(private_machine.run(lambda: make(target)))

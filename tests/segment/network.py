@@ -1,0 +1,82 @@
+"""The private segment: a bridge with an address of its own, and further hosts joined to it.
+
+The segment's own end of the bridge hears every broadcast of every host, so the tests' sockets simply live there.
+"""
+
+import os
+import signal
+import subprocess
+
+from . import private_machine
+
+ADDRESS = "10.99.0.1"
+BROADCAST = "10.99.0.255"
+_BRIDGE = "segment"
+
+
+def _ip(*arguments, on=()):
+    subprocess.run([*on, "ip", *arguments], check=True, stdout=subprocess.DEVNULL)
+
+
+def _configure(device, address, on=()):
+    _ip("link", "set", "lo", "up", on=on)
+    _ip("addr", "add", address + "/24", "brd", BROADCAST, "dev", device, on=on)
+    _ip("link", "set", device, "up", on=on)
+    # Without a default route Windows programs cannot send to 255.255.255.255: error 10051.
+    _ip("route", "add", "default", "dev", device, on=on)
+
+
+def set_up():
+    """Makes the segment in the present network namespace."""
+    _ip("link", "add", _BRIDGE, "type", "bridge")
+    # A bridge counts as unplugged until a port of it leads to something that is up.
+    _ip("link", "add", "plug", "type", "veth", "peer", "name", "socket")
+    _ip("link", "set", "socket", "up")
+    _ip("link", "set", "plug", "master", _BRIDGE, "up")
+    _configure(_BRIDGE, ADDRESS)
+
+
+class Host:
+    """A further host, with a network namespace of its own. Its process only keeps that namespace alive."""
+
+    _count = 1
+
+    def __init__(self, joined=True):
+        """Joined to the segment, or (joined=False) with nothing but an unconfigured loopback: no network at all."""
+        Host._count += 1
+        self.address = f"10.99.0.{Host._count}" if joined else None
+        ready, tell = os.pipe()
+        self._keeper = os.fork()
+        if self._keeper == 0:
+            self._keep(tell)
+        os.close(tell)
+        os.read(ready, 1)
+        os.close(ready)
+        if joined:
+            self._join(f"host{Host._count}")
+
+    @staticmethod
+    def _keep(tell):
+        private_machine.new_network_namespace()
+        os.write(tell, b".")
+        while True:
+            signal.pause()
+
+    def _join(self, name):
+        _ip("link", "add", name, "type", "veth", "peer", "name", "eth0", "netns", str(self._keeper))
+        _ip("link", "set", name, "master", _BRIDGE, "up")
+        _configure("eth0", self.address, on=self.command())
+
+    def command(self, *arguments):
+        """The command line that runs the given one on this host."""
+        return ["nsenter", f"--net=/proc/{self._keeper}/ns/net", "--", *arguments]
+
+
+class Segment(Host):
+    """The segment's own end, for programs that need no host of their own."""
+
+    def __init__(self):
+        self.address = ADDRESS
+
+    def command(self, *arguments):
+        return list(arguments)

@@ -1,0 +1,78 @@
+"""A machine within the machine: own network, mounts, processes and IPC, gone without a trace when it ends.
+
+Quillon broadcasts, so no copy of it may ever run on a development machine's real network. And whatever a test starts
+(Wine services, screens, mounts, bridges) must vanish however the test ends. Both come from the kernel here: everything
+runs below the first process of a process namespace, and when that one dies the kernel ends the rest and drops the mounts.
+"""
+
+import ctypes
+import os
+import signal
+import subprocess
+import sys
+
+_libc = ctypes.CDLL(None, use_errno=True)
+
+_CLONE_NEWNS = 0x00020000
+_CLONE_NEWIPC = 0x08000000
+_CLONE_NEWPID = 0x20000000
+_CLONE_NEWNET = 0x40000000
+_PR_SET_PDEATHSIG = 1
+
+_FATAL_SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+
+
+class Refused(Exception):
+    """This machine does not allow private namespaces (an unprivileged container, say)."""
+
+
+def _unshare(flags):
+    if _libc.unshare(flags) != 0:
+        raise Refused("no private namespaces: " + os.strerror(ctypes.get_errno()))
+
+
+def run(work):
+    """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible."""
+    _unshare(_CLONE_NEWNS | _CLONE_NEWNET | _CLONE_NEWPID | _CLONE_NEWIPC)
+    first = os.fork()
+    if first == 0:
+        _be_first_process(work)
+    # Ending the first process ends all of them, so nothing has to be put away one by one.
+    for number in _FATAL_SIGNALS:
+        signal.signal(number, lambda _number, _frame: os.kill(first, signal.SIGKILL))
+    return os.waitstatus_to_exitcode(os.waitpid(first, 0)[1])
+
+
+def _be_first_process(work):
+    """Process 1: starts the worker, buries orphans as every process 1 must, and leaves with the worker's status."""
+    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
+    subprocess.run(["mount", "--make-rprivate", "/"], check=True)
+    subprocess.run(["mount", "-t", "proc", "proc", "/proc"], check=True)
+    worker = os.fork()
+    if worker == 0:
+        status = 1
+        try:
+            status = _work(work)
+        finally:
+            sys.stdout.flush()
+            sys.stderr.flush()
+            os._exit(status)
+    while True:
+        ended, status = os.wait()
+        if ended == worker:
+            os._exit(abs(os.waitstatus_to_exitcode(status)))
+
+
+def _work(work):
+    try:
+        return work() or 0
+    except SystemExit as leaving:
+        return leaving.code if isinstance(leaving.code, int) else 1
+    except BaseException:
+        sys.excepthook(*sys.exc_info())
+        return 1
+
+
+def new_network_namespace():
+    """Moves the calling process into a network namespace of its own."""
+    _unshare(_CLONE_NEWNET)

@@ -1,0 +1,69 @@
+"""A screen that only this private machine sees, with a window manager and, where asked for, a notification area."""
+
+import os
+import socket
+import subprocess
+import time
+
+_SOCKETS = "/tmp/.X11-unix"
+
+
+def set_up():
+    """Hides the machine's own screens; to be called once, before the first screen and before Wine is laid out."""
+    os.makedirs(_SOCKETS, mode=0o1777, exist_ok=True)
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "mode=1777", "tmpfs", _SOCKETS], check=True)
+
+
+class Screen:
+    """One Xvfb screen. Its name, for DISPLAY, is in `name`."""
+
+    _count = 0
+
+    def __init__(self, size="1024x768", tray=False):
+        Screen._count += 1
+        self.name = f":{Screen._count}"
+        self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
+        self._wait_until_up()
+        self._start("openbox", "--sm-disable")
+        if tray:
+            # A tray that sizes itself moves its icons away below the pointer, so its width is fixed.
+            self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
+                        "--heighttype", "pixel", "--height", "24", "--SetDockType", "true")
+
+    def _start(self, *command, display=None):
+        environment = dict(os.environ, DISPLAY=self.name if display is None else display)
+        subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                         stderr=subprocess.DEVNULL)
+
+    def _wait_until_up(self):
+        path = f"{_SOCKETS}/X{self.name[1:]}"
+        deadline = time.monotonic() + 10
+        while True:
+            with socket.socket(socket.AF_UNIX) as knock:
+                if knock.connect_ex(path) == 0:
+                    return
+            if time.monotonic() > deadline:
+                raise TimeoutError("the screen did not come up")
+            time.sleep(0.02)
+
+    def wait_for_window(self, seconds=20):
+        """Waits until any program shows a window; returns whether one did."""
+        deadline = time.monotonic() + seconds
+        while time.monotonic() < deadline:
+            if self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False):
+                return True
+            time.sleep(0.1)
+        return False
+
+    def save(self, path):
+        """Saves a picture of the whole screen."""
+        os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
+        self._run("import", "-window", "root", os.path.abspath(path))
+
+    def xdotool(self, *arguments):
+        """Plays keys and clicks; returns what xdotool prints."""
+        return self._run("xdotool", *arguments)
+
+    def _run(self, *command, check=True):
+        return subprocess.run(command, env=dict(os.environ, DISPLAY=self.name), check=check, text=True,
+                              stdout=subprocess.PIPE, stderr=None if check else subprocess.DEVNULL).stdout

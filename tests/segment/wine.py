@@ -1,0 +1,156 @@
+"""Wine, as copies that know nothing of each other: each has a prefix (a whole Windows installation) of its own.
+
+script/bootstrap keeps one i386 system with Wine and one template prefix in the cache. Nothing is ever written to them:
+both are mounted with a layer in memory above, the prefix once per copy.
+"""
+
+import itertools
+import os
+import re
+import shutil
+import socket
+import subprocess
+
+CACHE = os.environ.get("QUILLON_CACHE") or os.path.expanduser("~/.cache/quillon")
+_SYSTEM = CACHE + "/i386-system"
+_TEMPLATE = CACHE + "/wine-prefix"
+
+# Directories of the host that the i386 system has itself; all others are shown in it under their own names.
+_OWN_DIRECTORIES = {"bin", "boot", "etc", "lib", "lib32", "lib64", "libx32", "lost+found", "sbin", "usr", "var"}
+
+
+def _mount(*arguments):
+    subprocess.run(["mount", *arguments], check=True)
+
+
+def _mount_layer(lower, place, scratch):
+    """Mounts `lower` at `place` so that changes go to the directory `scratch`."""
+    for directory in (place, scratch + "/upper", scratch + "/work"):
+        os.makedirs(directory, exist_ok=True)
+    _mount("-t", "overlay", "overlay", "-o",
+           f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", place)
+
+
+class WineSystem:
+    """The system that Wine runs in. One per private machine, made after the screens were set up."""
+
+    def __init__(self):
+        # Whatever is mounted here exists in this private machine only.
+        self._memory = CACHE + "/machine"
+        os.makedirs(self._memory, exist_ok=True)
+        _mount("-t", "tmpfs", "tmpfs", self._memory)
+        self._numbers = itertools.count(1)
+        self.root = self._memory + "/root"
+        if os.path.isdir(_SYSTEM):
+            self._lay_out_system()
+        else:
+            self.root = ""  # the machine's own Wine
+        self._hide_other_servers()
+        self._name_the_machine()
+
+    def _lay_out_system(self):
+        _mount_layer(_SYSTEM, self.root, self._memory + "/system")
+        for name in sorted(os.listdir("/")):
+            if name not in _OWN_DIRECTORIES and os.path.isdir("/" + name) and not os.path.islink("/" + name):
+                os.makedirs(f"{self.root}/{name}", exist_ok=True)
+                _mount("--rbind", "/" + name, f"{self.root}/{name}")
+
+    def _hide_other_servers(self):
+        servers = f"{self.root}/tmp/.wine-{os.getuid()}"
+        os.makedirs(servers, mode=0o700, exist_ok=True)
+        _mount("-t", "tmpfs", "-o", "mode=700", "tmpfs", servers)
+
+    def _name_the_machine(self):
+        # Wine looks up the machine's own name when it starts, and would wait seconds for a name server out of reach.
+        hosts = f"127.0.0.1 localhost {socket.gethostname()}\n"
+        for path, text in (("/etc/hosts", hosts), ("/etc/resolv.conf", ""), ("/etc/nsswitch.conf", "hosts: files\n")):
+            private = self._memory + "/" + os.path.basename(path)
+            with open(private, "w", encoding="ascii") as file:
+                file.write(text)
+            open(self.root + path, "a", encoding="ascii").close()  # a minimal system lacks some of them
+            _mount("--bind", private, self.root + path)
+
+    def new_prefix(self):
+        """Mounts a fresh prefix; returns its path inside the system."""
+        number = next(self._numbers)
+        prefix = f"{self._memory}/prefix-{number}" if not self.root else f"/prefix-{number}"
+        _mount_layer(_TEMPLATE, self.root + prefix, f"{self._memory}/layer-{number}")
+        return prefix
+
+    def show(self, directory):
+        """Shows a directory of the host inside the system under its own name, where that is not so anyway."""
+        if self.root and not os.path.isdir(self.root + directory):
+            os.makedirs(self.root + directory)
+            _mount("--bind", directory, self.root + directory)
+
+    def command(self, directory, environment, arguments):
+        """The command line that runs `arguments` in the system, in `directory`, with `environment` added."""
+        inner = ["/usr/bin/env", "-C", directory, *(f"{key}={value}" for key, value in environment.items()), *arguments]
+        return ["chroot", self.root, *inner] if self.root else inner
+
+
+class Prefix:
+    """One Windows installation on one host and one screen."""
+
+    def __init__(self, system, host, screen, user=None, dpi=96, path=None):
+        """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one."""
+        self._system = system
+        self._host = host
+        self.screen = screen
+        self._path = path or system.new_prefix()
+        self._environment = {
+            "WINEPREFIX": self._path, "WINEARCH": "win32", "WINEDLLOVERRIDES": "mscoree,mshtml=",
+            "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"), "LANG": "C.UTF-8", "DISPLAY": screen.name,
+            "HOME": self._path,
+        }
+        if user:
+            self._environment["USER"] = user
+        if dpi != 96:
+            self._set_dpi(dpi)
+
+    @property
+    def drive_c(self):
+        """The folder that is drive C: of this installation."""
+        return self._system.root + self._path + "/drive_c"
+
+    def _set_dpi(self, dpi):
+        # Written straight into the stored registry: asking Wine to do it would cost a second.
+        path = self._system.root + self._path + "/user.reg"
+        with open(path, encoding="utf-8") as file:
+            text = file.read()
+        text = re.sub(r'"LogPixels"=dword:\w+\n', "", text)
+        section = re.search(r"^\[Control Panel\\\\Desktop\].*\n(#.*\n)?", text, re.MULTILINE)
+        line = f'"LogPixels"=dword:{dpi:08x}\n'
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text[:section.end()] + line + text[section.end():])
+
+    def start(self, *arguments, directory=None, environment=(), **options):
+        """Starts a Windows program; the arguments after the environment are those of subprocess.Popen."""
+        return subprocess.Popen(self._command(arguments, directory, environment), **options)
+
+    def run(self, *arguments, directory=None, environment=(), **options):
+        """Runs a Windows program to its end."""
+        return subprocess.run(self._command(arguments, directory, environment), **options)
+
+    def _command(self, arguments, directory, environment):
+        values = {**self._environment, **dict(environment)}
+        return self._host.command(*self._system.command(directory or "/", values, ["wine", *arguments]))
+
+    def install(self, directory):
+        """Copies the files of a host directory to C:\\NAME; returns the host path of the copy."""
+        target = f"{self.drive_c}/{os.path.basename(directory)}"
+        shutil.copytree(directory, target)
+        return target
+
+    def settle(self):
+        """Waits until the last program of this installation has ended and its registry is on disk."""
+        self._wineserver("-w")
+
+    def end(self):
+        """Ends every program of this installation."""
+        self._wineserver("-k")
+        self._wineserver("-w")
+
+    def _wineserver(self, option):
+        subprocess.run(self._system.command("/", self._environment, ["wineserver", option]),
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)

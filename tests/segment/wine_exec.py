@@ -1,0 +1,62 @@
+"""Runs one Windows program in a private machine; see --help."""
+
+import argparse
+import os
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+from segment import network, private_machine, screen, wine  # noqa: E402
+
+
+def parse():
+    parser = argparse.ArgumentParser(
+        prog="wine-exec",
+        description="Runs a Windows program on a private network and screen, and passes its exit code on.")
+    parser.add_argument("--dpi", type=int, default=96, help="resolution that the program sees (96 is 100 %%)")
+    parser.add_argument("--screen", default="1024x768", metavar="WxH", help="size of the screen")
+    parser.add_argument("--user", help="logon name")
+    parser.add_argument("--tray", action="store_true", help="show a notification area")
+    parser.add_argument("--script", metavar="COMMANDS",
+                        help="shell commands to run beside the program, with DISPLAY set: xdotool, import, sleep ...; "
+                        "the program is ended after the last one")
+    parser.add_argument("--shot", metavar="PNG", help="save a picture of the screen (see --after), then end the program")
+    parser.add_argument("--after", type=float, default=0.5, metavar="SECONDS",
+                        help="--script and --shot begin so long after the first window has appeared")
+    parser.add_argument("--debug", default="-all", metavar="CHANNELS", help="Wine's own messages (WINEDEBUG)")
+    parser.add_argument("program")
+    parser.add_argument("arguments", nargs=argparse.REMAINDER)
+    return parser.parse_args()
+
+
+def run(options):
+    network.set_up()
+    screen.set_up()
+    display = screen.Screen(options.screen, tray=options.tray)
+    system = wine.WineSystem()
+    directory = os.getcwd()
+    system.show(directory)
+    prefix = wine.Prefix(system, network.Segment(), display, user=options.user, dpi=options.dpi)
+    program = os.path.abspath(options.program) if os.path.exists(options.program) else options.program
+    process = prefix.start(program, *options.arguments, directory=directory, environment={"WINEDEBUG": options.debug})
+    if not (options.script or options.shot):
+        return process.wait()
+    if not display.wait_for_window():
+        print("wine-exec: no window appeared", file=sys.stderr)
+    time.sleep(options.after)
+    status = 0
+    if options.script:
+        status = subprocess.run(["bash", "-c", options.script], env=dict(os.environ, DISPLAY=display.name)).returncode
+    if options.shot:
+        display.save(options.shot)
+    return status
+
+
+if __name__ == "__main__":
+    arguments = parse()
+    try:
+        sys.exit(private_machine.run(lambda: run(arguments)))
+    except private_machine.Refused as refusal:
+        sys.exit(f"wine-exec: {refusal}")
