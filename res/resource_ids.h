@@ -1,5 +1,5 @@
-// The numbers of those resources in Quillon.exe that are not pictures of a strip (res/pictures.h). The resource compiler
-// reads this file too, which is why the numbers are macros first.
+// The numbers of those resources in Quillon.exe that are not pictures of a strip (res/pictures.h). The resource
+// compiler reads this file too, which is why the numbers are macros first.
 #pragma once
 
 #define QUILLON_PROGRAM_ICON 1
