@@ -28,12 +28,12 @@ class Conversations {
  public:
   virtual ~Conversations() = default;
 
-  // Every open chat window in order of creation. A snapshot: a window may close while it is walked, and then refuses
-  // lines and ignores the rest.
-  virtual std::vector<std::shared_ptr<ChatWindow>> ChatWindows() = 0;
+  // Every open chat window in order of creation. Whoever lets a window act on what it is told (it may close, or another
+  // may open) walks a copy; a closed window refuses lines and ignores the rest.
+  virtual const std::vector<std::shared_ptr<ChatWindow>>& ChatWindows() const = 0;
 
-  // Opens a chat window; participants are names parted by bars. It lets pending events run once. Null while chat windows
-  // cannot be opened.
+  // Opens a chat window; participants are names parted by bars. It lets pending events run once. Null while chat
+  // windows cannot be opened.
   virtual std::shared_ptr<ChatWindow> OpenChat(std::string_view participants) = 0;
 
   // Shows an alert in a popup of its own; the kind chooses its picture: 0 to everybody, 1 private.

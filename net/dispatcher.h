@@ -5,8 +5,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <unordered_set>
 
+#include "core/name_hash.h"
 #include "core/roster.h"
 #include "net/conversations.h"
 #include "net/messenger.h"
@@ -16,10 +17,16 @@ namespace net {
 
 class Dispatcher {
  public:
+  // Of datagrams that wait for a running dispatch at most so many are kept, and of hidden senders at most so many are
+  // answered during one stay under a hidden name; the rest is lost, as datagrams may be.
+  static constexpr std::size_t kMostWaiting = 10000, kMostWaitingBytes = 16 * 1024 * 1024;
+  static constexpr std::size_t kMostHiddenNames = 1000, kMostHiddenBytes = 1024 * 1024;
+
   Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger);
 
-  // One received datagram. Datagrams that arrive while another is being dispatched (opening a chat window lets events
-  // run) wait and follow in order. A failure of the dispatch is logged and ends that packet.
+  // One received datagram; the bytes need not outlive the call. Datagrams that arrive while another is being dispatched
+  // (opening a chat window lets events run) wait and follow in order. A failure of the dispatch is logged and ends that
+  // packet.
   void DataArrived(std::string_view data);
 
   void ParsePacket(std::string_view data);
@@ -30,7 +37,39 @@ class Dispatcher {
   void LogUnknownData(std::string_view data, std::string_view sender);
 
  private:
-  // members are the implementer's
+  using Action = void (Dispatcher::*)(const Packet&);
+  struct Route {
+    std::string_view kind;
+    Action action;
+  };
+  static const Route kRoutes[];
+
+  void DispatchCurrent();
+  bool Admit(std::string_view sender);
+  bool AnswersHidden(std::string_view sender);
+  void RefreshChatWindows();
+  void OfferChatLine(std::string_view line, std::string_view sender);
+
+  void TakeColour(const Packet& packet);
+  void TakeState(const Packet& packet);
+  void TakeText(const Packet& packet);
+  void TakeLeave(const Packet& packet);
+  void TakePrivate(const Packet& packet);
+  void TakeNotice(const Packet& packet);
+
+  core::Roster& roster_;
+  Conversations& conversations_;
+  Messenger& messenger_;
+
+  bool dispatching_ = false;
+  std::string current_;  // the caller may read the next datagram into its buffer while this one is dispatched
+  std::deque<std::string> waiting_;
+  std::size_t waitingBytes_ = 0;
+
+  // Hidden senders answered since the opening of that number.
+  std::unordered_set<std::string, core::NameHash, core::NameEqual> answered_;
+  std::size_t answeredBytes_ = 0;
+  unsigned answeredSince_ = 0;
 };
 
 }  // namespace net

@@ -1,27 +1,84 @@
 // The rows of a list: what a list view displays and everybody else reads. The list view holds no second copy, it asks
 // for what it paints. Rows are only ever added at the end, so order is the order of adding. Finding a row by its exact
-// text, by its text in lower case or by its key does not walk the list, and neither do adding and changing.
+// text, by its text ignoring case or by its key does not walk the list, and neither do adding, changing and removing.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace toolkit {
 
+// The members that change are ordered so that what a packet touches lies together in memory.
 struct ListRow {
-  std::string key;  // unique among keys, compared exactly; empty = none
-  std::string text;
+  std::string text{};
+  std::string subText{};  // of the second column
   int icon = 0, smallIcon = 0;
   std::int32_t foreColour = 0;  // 0x00BBGGRR, or 0x800000nn for a system colour
   bool checked = false;
   bool selected = false;
-  std::vector<std::string> columns;  // the columns after the first
+  std::string key{};  // unique among keys, compared exactly; empty = none
 };
 
-// members: Add (throws core::Err::KeyNotUnique), Remove, Clear, FindText, FindTextIgnoringCase, FindKey, Count, At,
-// IndexOf, setters that bump Changes() only when something differs
+class ListRows {
+ public:
+  ListRows();
+  ~ListRows();
+  ListRows(const ListRows&) = delete;
+  ListRows& operator=(const ListRows&) = delete;
+
+  // At the end. Throws core::Err::KeyNotUnique when a row has this key already. The reference holds until the row is
+  // removed.
+  const ListRow& Add(ListRow row);
+  void Remove(const ListRow& row);
+  void Clear();
+
+  std::size_t Count() const { return count_; }
+
+  // Bytes of all texts and keys, for those who bound the list.
+  std::size_t TextBytes() const { return textBytes_; }
+
+  // Row number `index` (below Count()) and the number of a row.
+  const ListRow& At(std::size_t index) const;
+  std::size_t IndexOf(const ListRow& row) const;
+
+  // The first row in order, or null.
+  const ListRow* FindText(std::string_view text) const;
+  const ListRow* FindTextIgnoringCase(std::string_view text) const;
+  const ListRow* FindKey(std::string_view key) const;
+
+  // Every row with this text ignoring case, in order.
+  std::vector<const ListRow*> AllWithText(std::string_view text) const;
+
+  void SetSubText(const ListRow& row, std::string_view text);
+  void SetIcon(const ListRow& row, int icon);  // both sizes
+  void SetForeColour(const ListRow& row, std::int32_t colour);
+  void SetSelected(std::size_t index, bool selected);
+
+  std::size_t SelectedCount() const { return selectedCount_; }
+
+  // Counters for those who remember what they have drawn: of the set of rows (added or removed), and of real changes of
+  // icon, colour or second column. Selecting counts as neither, since it is the list view that selects.
+  std::uint64_t SetChanges() const { return setChanges_; }
+  std::uint64_t LookChanges() const { return lookChanges_; }
+
+ private:
+  struct Row;
+  struct Slot;
+  class Chains;
+
+  Row& Own(const ListRow& row);
+  void CloseGaps() const;
+
+  // A removed row leaves a gap; gaps are closed together when somebody asks for a row number, or when they outgrow the
+  // rows. Slots stand in ascending sequence, so the number of a row is a binary search.
+  mutable std::vector<Slot> slots_;
+  std::unique_ptr<Chains> byText_, byKey_;
+  std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;
+  std::uint64_t nextSequence_ = 0;
+  std::uint64_t setChanges_ = 0, lookChanges_ = 0;
+};
+
 }  // namespace toolkit

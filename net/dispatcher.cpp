@@ -1,0 +1,176 @@
+#include "net/dispatcher.h"
+
+#include <algorithm>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/log.h"
+#include "core/numbers.h"
+#include "core/runtime_error.h"
+#include "core/text.h"
+
+namespace net {
+namespace {
+
+constexpr int kTakesChats = 0;   // the own state in which chat lines are shown
+constexpr int kTakesAlerts = 1;  // and the last one in which alerts are
+
+bool IsOwnName(std::string_view name) { return core::EqualIgnoringCase(name, core::gCurName); }
+
+// Kinds are plain ASCII and compared without regard to case.
+bool IsKind(std::string_view kind, std::string_view wanted) {
+  return kind.size() == wanted.size() && (kind[0] == wanted[0] || kind[0] == (wanted[0] | 0x20)) &&
+         kind[1] == wanted[1];
+}
+
+}  // namespace
+
+const Dispatcher::Route Dispatcher::kRoutes[] = {
+    {kColour, &Dispatcher::TakeColour}, {kState, &Dispatcher::TakeState},     {kPresence, &Dispatcher::TakeText},
+    {kLeave, &Dispatcher::TakeLeave},   {kPrivate, &Dispatcher::TakePrivate}, {kNotice, &Dispatcher::TakeNotice},
+};
+
+Dispatcher::Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger)
+    : roster_(roster), conversations_(conversations), messenger_(messenger) {}
+
+void Dispatcher::DataArrived(std::string_view data) {
+  if (dispatching_) {
+    if (waiting_.size() >= kMostWaiting || waitingBytes_ + data.size() > kMostWaitingBytes) return;
+    waiting_.emplace_back(data);
+    waitingBytes_ += data.size();
+    return;
+  }
+  current_.assign(data);
+  DispatchCurrent();
+  while (!waiting_.empty()) {
+    current_ = std::move(waiting_.front());
+    waiting_.pop_front();
+    waitingBytes_ -= current_.size();
+    DispatchCurrent();
+  }
+}
+
+void Dispatcher::DispatchCurrent() {
+  struct Running {
+    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Running() { flag_ = false; }
+    bool& flag_;
+  } running(dispatching_);
+  try {
+    ParsePacket(current_);
+  } catch (const core::RuntimeError& error) {
+    core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(error));
+  }
+}
+
+void Dispatcher::ParsePacket(std::string_view data) {
+  const Packet packet = TakeApart(data);
+  if (!roster_.HasRow(packet.sender) && !Admit(packet.sender)) return;
+  roster_.RefBlock();
+  RefreshChatWindows();
+  for (const Route& route : kRoutes) {
+    if (!IsKind(packet.kind, route.kind)) continue;
+    (this->*route.action)(packet);
+    break;
+  }
+  roster_.UpdateStat();
+}
+
+// A sender that is not listed. True when it is listed now and its packet counts.
+bool Dispatcher::Admit(std::string_view sender) {
+  if (sender.starts_with(kHiddenMark) && !IsOwnName(sender)) {
+    if (AnswersHidden(sender)) messenger_.AnswerNewcomer();
+    return false;
+  }
+  if (!roster_.AddUser(sender)) return false;
+  messenger_.AnswerNewcomer();
+  return true;
+}
+
+// Two copies that both still listen under hidden names would answer each other's answers for ever, three packets for
+// each one. So a hidden copy answers another hidden one only on the first packet of a stay on the network.
+bool Dispatcher::AnswersHidden(std::string_view sender) {
+  if (!core::gCurName.starts_with(kHiddenMark)) return true;
+  if (answeredSince_ != messenger_.Openings()) {
+    answeredSince_ = messenger_.Openings();
+    answered_.clear();
+    answeredBytes_ = 0;
+  }
+  if (answered_.contains(sender)) return false;
+  if (answered_.size() >= kMostHiddenNames || answeredBytes_ + sender.size() > kMostHiddenBytes) return false;
+  answered_.emplace(sender);
+  answeredBytes_ += sender.size();
+  return true;
+}
+
+// On every packet, so no copy is made of the windows: a refresh neither opens nor closes one.
+void Dispatcher::RefreshChatWindows() {
+  for (const auto& window : conversations_.ChatWindows()) {
+    window->RefUserList();
+    window->RefListOfUsers();
+  }
+}
+
+void Dispatcher::TakeColour(const Packet& packet) {
+  roster_.SetColour(packet.sender, core::ToInt32(core::TolerantNumber(packet.argument)));
+}
+
+void Dispatcher::TakeState(const Packet& packet) {
+  const double state = core::TolerantNumber(packet.argument);
+  for (std::size_t i = 0; i < core::gStateNames.size(); ++i)
+    if (state == static_cast<double>(i)) return roster_.SetStateText(packet.sender, core::gStateNames[i]);
+  LogUnknownData(packet.argument, packet.sender);
+}
+
+// The own chat lines come back this way into the own windows; the own alerts are not shown to oneself.
+void Dispatcher::TakeText(const Packet& packet) {
+  if (packet.argument.empty() || roster_.IsBlocked(packet.sender)) return;
+  if (!packet.argument.starts_with(kChatMark) && IsOwnName(packet.sender)) return;
+  ShowChatLine(packet.argument, packet.sender, false);
+}
+
+void Dispatcher::TakeLeave(const Packet& packet) {
+  roster_.RemoveRow(packet.sender);
+  const auto windows = conversations_.ChatWindows();
+  for (const auto& window : windows) window->RemoveUser(packet.sender);
+}
+
+void Dispatcher::TakePrivate(const Packet& packet) {
+  const PrivateText message = SplitPrivate(packet.argument);
+  if (!message.found || roster_.IsBlocked(packet.sender) || !IsOwnName(message.recipient)) return;
+  if (!message.text.empty()) ShowChatLine(message.text, packet.sender, true);
+}
+
+void Dispatcher::TakeNotice(const Packet& packet) {
+  if (IsOwnName(packet.sender) || roster_.IsBlocked(packet.sender)) return;
+  core::PostBox({.text = std::string(packet.argument), .title = std::string(packet.sender)});
+}
+
+void Dispatcher::ShowChatLine(std::string_view text, std::string_view sender, bool isPrivate) {
+  if (text.starts_with(kChatMark)) {
+    if (core::gStatus == kTakesChats) OfferChatLine(text.substr(1), sender);
+  } else if (text.starts_with(kAlertMark)) {
+    if (core::gStatus <= kTakesAlerts) conversations_.ShowAlert(text.substr(1), sender, isPrivate ? 1 : 0);
+  } else {
+    LogUnknownData(text, sender);
+  }
+}
+
+// Every window that takes part in the conversation shows the line, not only the first one.
+void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
+  const std::int32_t colour = roster_.GetColorForUName(sender);
+  const auto windows = conversations_.ChatWindows();
+  const auto takers =
+      std::ranges::count_if(windows, [&](const auto& window) { return window->AddMsg(line, sender, colour); });
+  if (takers > 0) return;
+  const auto opened = conversations_.OpenChat(std::string("|").append(sender));
+  if (!opened) return;
+  core::WriteLog("New chat window opened");
+  opened->AddMsg(line, sender, colour);
+}
+
+void Dispatcher::LogUnknownData(std::string_view data, std::string_view sender) {
+  core::WriteLog(std::string("Unknow Data Receved (").append(sender).append(": ").append(data).append(")"));
+}
+
+}  // namespace net

@@ -1,0 +1,36 @@
+#include "net/packet.h"
+
+#include "core/text.h"
+
+namespace net {
+
+Packet TakeApart(std::string_view packet) {
+  const std::size_t bar = packet.find('|');
+  if (bar == std::string_view::npos) return {.sender = packet, .kind = {}, .argument = {}};
+  const std::string_view command = packet.substr(bar + 1);
+  const std::string_view kind = command.substr(0, 2);
+  return {.sender = packet.substr(0, bar), .kind = kind, .argument = command.substr(kind.size())};
+}
+
+PrivateText SplitPrivate(std::string_view argument) {
+  const std::size_t bar = argument.rfind('|');
+  if (bar == std::string_view::npos) return {};
+  return {.text = argument.substr(0, bar), .recipient = argument.substr(bar + 1), .found = true};
+}
+
+std::string BuildPacket(std::string_view sender, std::string_view command) {
+  std::string packet;
+  packet.reserve(sender.size() + 1 + command.size());
+  return packet.append(sender).append(1, '|').append(command);
+}
+
+std::string PrivateCommand(std::string_view line) {
+  line = core::Trim(line);  // else a leading blank would end an empty recipient
+  const std::size_t blank = line.find(' ');
+  const bool found = blank != std::string_view::npos;
+  const std::string_view recipient = found ? line.substr(0, blank) : std::string_view();
+  const std::string_view message = found ? core::Trim(line.substr(blank)) : std::string_view();
+  return std::string(kPrivate).append(message).append(1, '|').append(recipient);
+}
+
+}  // namespace net

@@ -1,0 +1,182 @@
+#include "ui/main/user_roster.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/language.h"
+#include "core/numbers.h"
+#include "core/text.h"
+
+namespace mainwindow {
+namespace {
+
+constexpr std::string_view kEverybodyKey = "G";  // no user's: those are in lower case
+constexpr int kCountsWords = 1201;               // one | several | trailing word
+
+}  // namespace
+
+int UserRoster::CountRows(std::string_view text) const { return static_cast<int>(lvUsers.AllWithText(text).size()); }
+
+// The icon is right from the start, so that a newcomer does not cost a walk through all rows.
+bool UserRoster::AddUser(std::string_view name) {
+  if (lvUsers.Count() >= kMostRows || lvUsers.TextBytes() + 2 * name.size() > kMostTextBytes) return false;
+  const int icon = IconOf(name);
+  lvUsers.Add(
+      {.text = std::string(name), .icon = icon, .smallIcon = icon, .checked = true, .key = core::LowerCase(name)});
+  return true;
+}
+
+void UserRoster::SetColour(std::string_view name, std::int32_t colour) {
+  if (const auto* row = lvUsers.FindText(name)) lvUsers.SetForeColour(*row, colour);
+}
+
+void UserRoster::SetStateText(std::string_view name, std::string_view stateText) {
+  if (const auto* row = lvUsers.FindText(name)) lvUsers.SetSubText(*row, stateText);
+}
+
+void UserRoster::RemoveRow(std::string_view name) {
+  if (const auto* row = lvUsers.FindText(name)) lvUsers.Remove(*row);
+}
+
+std::int32_t UserRoster::GetColorForUName(std::string_view name) const {
+  const auto* row = lvUsers.FindTextIgnoringCase(name);
+  return row ? row->foreColour : 0;
+}
+
+void UserRoster::ClearlvUsers() {
+  lvUsers.Clear();
+  lvUsers.Add({.text = std::string(kEverybody),
+               .icon = kEverybodyIcon,
+               .smallIcon = kEverybodyIcon,
+               .key = std::string(kEverybodyKey)});
+  UpdateStat();
+}
+
+void UserRoster::RefGroups() {
+  std::vector<const toolkit::ListRow*> groups;
+  for (std::size_t i = 0; i < lvUsers.Count(); ++i)
+    if (lvUsers.At(i).icon == kGroupIcon) groups.push_back(&lvUsers.At(i));
+  for (const auto* row : groups) lvUsers.Remove(*row);
+  for (const std::string& line : lstGroups) {
+    std::string text = std::string("(").append(core::BarField(line, 0)).append(")");
+    lvUsers.Add({.text = std::move(text), .icon = kGroupIcon, .smallIcon = kGroupIcon});
+  }
+}
+
+// Runs on every packet. The marks follow each change of the list by themselves, but for its emptying.
+void UserRoster::RefBlock() {
+  if (marksAreStale_) MarkAllRows();
+  UpdateStat();
+  if (toldSet_ == lvUsers.SetChanges() && toldLook_ == lvUsers.LookChanges()) return;
+  toldSet_ = lvUsers.SetChanges();
+  toldLook_ = lvUsers.LookChanges();
+  if (refreshChatWindows) refreshChatWindows();
+}
+
+void UserRoster::MarkRows(std::string_view user) {
+  if (IsNoUser(user)) return;
+  for (const auto* row : lvUsers.AllWithText(user)) lvUsers.SetIcon(*row, IconOf(user));
+}
+
+void UserRoster::MarkAllRows() {
+  marksAreStale_ = false;
+  for (std::size_t i = 0; i < lvUsers.Count(); ++i) {
+    const toolkit::ListRow& row = lvUsers.At(i);
+    if (!IsNoUser(row.text)) lvUsers.SetIcon(row, IconOf(row.text));
+  }
+}
+
+// Runs on every packet, and writes the caption even while it shows a help text.
+void UserRoster::UpdateStat() {
+  const Counted now{lvUsers.Count(), lstGroups.size(), lstBlock.size(), core::LanguageGeneration()};
+  if (counted_ != now) {
+    counted_ = now;
+    counts_ = CountsText();
+  }
+  lblStat.SetCounts(counts_);
+}
+
+// Takes off the everybody row and one row per group line, present or not, so the number may be too low or negative.
+std::string UserRoster::CountsText() const {
+  const auto users = static_cast<std::int64_t>(lvUsers.Count()) - static_cast<std::int64_t>(lstGroups.size()) - 1;
+  const std::string words = core::GetText(kCountsWords);
+  const std::string_view word = core::BarField(words, users == 1 ? 0 : 1);
+  return std::string(" ")
+      .append(core::PlainText(users))
+      .append(" ")
+      .append(word)
+      .append(" ")
+      .append(core::BarField(words, 2))
+      .append(" (-")
+      .append(core::PlainText(static_cast<std::int64_t>(lstBlock.size())))
+      .append(")");
+}
+
+void UserRoster::AddBlocked(std::string_view name) {
+  if (blocked_.emplace(name).second) {
+    lstBlock.emplace_back(name);
+    MarkRows(name);
+  }
+  RefBlock();
+}
+
+void UserRoster::RemoveBlock(std::string_view name) {
+  const std::string removed(name);  // the caller's view may be into the entry that goes
+  if (const auto entry = blocked_.find(removed); entry != blocked_.end()) {
+    blocked_.erase(entry);
+    std::erase_if(lstBlock, [&](const std::string& blocked) { return core::EqualIgnoringCase(blocked, removed); });
+    MarkRows(removed);
+  }
+  RefBlock();
+}
+
+void UserRoster::ClearBlockedNames() {
+  marksAreStale_ = marksAreStale_ || !lstBlock.empty();
+  lstBlock.clear();
+  blocked_.clear();
+}
+
+std::string UserRoster::GetActiveGroupList(std::string_view name) const {
+  if (IsNoUser(name)) name = name.substr(1, std::max<std::size_t>(name.size(), 2) - 2);
+  std::string present;
+  for (std::size_t i = 0; i + 1 < lstGroups.size(); ++i) {
+    if (core::BarField(lstGroups[i], 0) != name) continue;
+    const auto fields = core::BarFields(lstGroups[i]);
+    for (std::size_t member = 1; member < fields.size(); ++member)
+      for (const auto* row : lvUsers.AllWithText(fields[member])) present.append(row->text).append(1, '|');
+    break;
+  }
+  return present;
+}
+
+std::vector<const toolkit::ListRow*> UserRoster::SelectedRows() const {
+  std::vector<const toolkit::ListRow*> rows;
+  for (std::size_t i = 0; rows.size() < lvUsers.SelectedCount(); ++i)
+    if (lvUsers.At(i).selected) rows.push_back(&lvUsers.At(i));
+  return rows;
+}
+
+std::string UserRoster::SelectedRecipients() const {
+  std::string recipients;
+  for (const auto* row : SelectedRows()) {
+    if (IsNoUser(row->text) && row->text != kEverybody)
+      recipients.append(GetActiveGroupList(row->text));
+    else
+      recipients.append(row->text).append(1, '|');
+  }
+  return recipients;
+}
+
+void UserRoster::ToggleBlock() {
+  for (const auto* row : SelectedRows()) {
+    if (IsNoUser(row->text)) continue;
+    if (IsBlocked(row->text))
+      RemoveBlock(row->text);
+    else
+      AddBlocked(row->text);
+  }
+  UpdateStat();
+  if (refreshChatWindows) refreshChatWindows();
+}
+
+}  // namespace mainwindow

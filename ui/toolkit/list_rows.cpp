@@ -1,0 +1,194 @@
+#include "ui/toolkit/list_rows.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/name_hash.h"
+#include "core/runtime_error.h"
+
+namespace toolkit {
+
+struct ListRows::Row : ListRow {
+  struct Link {
+    std::size_t hash = 0;
+    Row* next = nullptr;
+  };
+
+  explicit Row(ListRow&& row) : ListRow(std::move(row)) {}
+
+  Link textLink, keyLink;
+  std::uint64_t sequence = 0;
+};
+
+struct ListRows::Slot {
+  std::uint64_t sequence;
+  std::unique_ptr<Row> row;  // null = a gap
+};
+
+// A hash table threaded through the rows themselves, so that a look-up reads one table entry and one row. A chain is in
+// order of adding: the first match met is the first in the list.
+class ListRows::Chains {
+ public:
+  explicit Chains(Row::Link Row::*link) : link_(link) { Clear(); }
+
+  void Clear() {
+    heads_.assign(16, nullptr);
+    heads_.shrink_to_fit();
+    count_ = 0;
+  }
+
+  void Insert(Row& row, std::size_t hash) {
+    if (++count_ * 2 > heads_.size()) Grow();
+    (row.*link_).hash = hash;
+    Append(row);
+  }
+
+  void Erase(Row& row) {
+    Row** at = &Head((row.*link_).hash);
+    while (*at != &row) at = &((*at)->*link_).next;
+    *at = (row.*link_).next;
+    --count_;
+  }
+
+  template <class Matches>
+  Row* Find(std::size_t hash, Matches matches) const {
+    return From(heads_[hash & (heads_.size() - 1)], hash, matches);
+  }
+
+  template <class Matches>
+  Row* FindNext(const Row& row, Matches matches) const {
+    return From((row.*link_).next, (row.*link_).hash, matches);
+  }
+
+ private:
+  template <class Matches>
+  Row* From(Row* row, std::size_t hash, Matches matches) const {
+    while (row && ((row->*link_).hash != hash || !matches(*row))) row = (row->*link_).next;
+    return row;
+  }
+
+  Row*& Head(std::size_t hash) { return heads_[hash & (heads_.size() - 1)]; }
+
+  void Append(Row& row) {
+    Row** at = &Head((row.*link_).hash);
+    while (*at) at = &((*at)->*link_).next;
+    *at = &row;
+    (row.*link_).next = nullptr;
+  }
+
+  void Grow() {
+    std::vector<Row*> old(heads_.size() * 2, nullptr);
+    old.swap(heads_);
+    for (Row* row : old)
+      while (row) Append(*std::exchange(row, (row->*link_).next));
+  }
+
+  Row::Link Row::*link_;
+  std::vector<Row*> heads_;  // a power of two, at least twice the rows
+  std::size_t count_ = 0;
+};
+
+ListRows::ListRows()
+    : byText_(std::make_unique<Chains>(&Row::textLink)), byKey_(std::make_unique<Chains>(&Row::keyLink)) {}
+
+ListRows::~ListRows() = default;
+
+const ListRow& ListRows::Add(ListRow row) {
+  if (!row.key.empty() && FindKey(row.key)) throw core::RuntimeError(core::Err::KeyNotUnique);
+  slots_.push_back({nextSequence_, std::make_unique<Row>(std::move(row))});
+  Row& added = *slots_.back().row;
+  added.sequence = nextSequence_++;
+  byText_->Insert(added, core::NameHash()(added.text));
+  if (!added.key.empty()) byKey_->Insert(added, core::NameHash()(added.key));
+  ++count_;
+  textBytes_ += added.text.size() + added.key.size();
+  if (added.selected) ++selectedCount_;
+  ++setChanges_;
+  return added;
+}
+
+void ListRows::Remove(const ListRow& row) {
+  Row& leaving = Own(row);
+  byText_->Erase(leaving);
+  if (!leaving.key.empty()) byKey_->Erase(leaving);
+  --count_;
+  textBytes_ -= leaving.text.size() + leaving.key.size();
+  if (leaving.selected) --selectedCount_;
+  ++setChanges_;
+  std::ranges::lower_bound(slots_, leaving.sequence, {}, &Slot::sequence)->row.reset();
+  if (slots_.size() > 2 * count_ + 64) CloseGaps();
+}
+
+void ListRows::Clear() {
+  byText_->Clear();
+  byKey_->Clear();
+  std::vector<Slot>().swap(slots_);
+  count_ = textBytes_ = selectedCount_ = 0;
+  ++setChanges_;
+}
+
+const ListRow& ListRows::At(std::size_t index) const {
+  CloseGaps();
+  return *slots_.at(index).row;
+}
+
+std::size_t ListRows::IndexOf(const ListRow& row) const {
+  CloseGaps();
+  const auto slot = std::ranges::lower_bound(slots_, static_cast<const Row&>(row).sequence, {}, &Slot::sequence);
+  return static_cast<std::size_t>(slot - slots_.begin());
+}
+
+const ListRow* ListRows::FindText(std::string_view text) const {
+  return byText_->Find(core::NameHash()(text), [text](const Row& row) { return row.text == text; });
+}
+
+const ListRow* ListRows::FindTextIgnoringCase(std::string_view text) const {
+  return byText_->Find(core::NameHash()(text), [text](const Row& row) { return core::NameEqual()(row.text, text); });
+}
+
+const ListRow* ListRows::FindKey(std::string_view key) const {
+  return byKey_->Find(core::NameHash()(key), [key](const Row& row) { return row.key == key; });
+}
+
+std::vector<const ListRow*> ListRows::AllWithText(std::string_view text) const {
+  const auto matches = [text](const Row& row) { return core::NameEqual()(row.text, text); };
+  std::vector<const ListRow*> all;
+  for (const Row* row = byText_->Find(core::NameHash()(text), matches); row; row = byText_->FindNext(*row, matches))
+    all.push_back(row);
+  return all;
+}
+
+void ListRows::SetSubText(const ListRow& row, std::string_view text) {
+  if (row.subText == text) return;
+  Own(row).subText = text;
+  ++lookChanges_;
+}
+
+void ListRows::SetIcon(const ListRow& row, int icon) {
+  if (row.icon == icon && row.smallIcon == icon) return;
+  Own(row).icon = Own(row).smallIcon = icon;
+  ++lookChanges_;
+}
+
+void ListRows::SetForeColour(const ListRow& row, std::int32_t colour) {
+  if (row.foreColour == colour) return;
+  Own(row).foreColour = colour;
+  ++lookChanges_;
+}
+
+void ListRows::SetSelected(std::size_t index, bool selected) {
+  const ListRow& row = At(index);
+  if (row.selected == selected) return;
+  Own(row).selected = selected;
+  selectedCount_ = selected ? selectedCount_ + 1 : selectedCount_ - 1;
+}
+
+// Callers hold rows that they cannot change behind the list's back; the list itself may.
+ListRows::Row& ListRows::Own(const ListRow& row) { return static_cast<Row&>(const_cast<ListRow&>(row)); }
+
+void ListRows::CloseGaps() const {
+  if (slots_.size() == count_) return;
+  std::erase_if(slots_, [](const Slot& slot) { return !slot.row; });
+}
+
+}  // namespace toolkit

@@ -1,0 +1,37 @@
+// The text of a status line: the counts, or for a moment the help text of the menu item under the mouse.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace toolkit {
+
+class StatusLine {
+ public:
+  // Shows a caption. Not called while the caption stays the same, so that the line does not flicker.
+  std::function<void(const std::string& caption)> captionChanged;
+
+  // Shows the counts and keeps them as the tag.
+  void SetCounts(std::string_view counts) {
+    if (tag_ != counts) tag_ = counts;
+    SetCaption(counts);
+  }
+
+  // The empty text puts the counts back.
+  void ShowHelp(std::string_view help) { SetCaption(help.empty() ? std::string_view(tag_) : help); }
+
+  const std::string& Caption() const { return caption_; }
+  const std::string& Tag() const { return tag_; }
+
+ private:
+  void SetCaption(std::string_view caption) {
+    if (caption_ == caption) return;
+    caption_ = caption;
+    if (captionChanged) captionChanged(caption_);
+  }
+
+  std::string caption_, tag_;
+};
+
+}  // namespace toolkit
