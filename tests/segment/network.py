@@ -19,7 +19,6 @@ def _ip(*arguments, on=()):
 
 
 def _configure(device, address, on=()):
-    _ip("link", "set", "lo", "up", on=on)
     _ip("addr", "add", address + "/24", "brd", BROADCAST, "dev", device, on=on)
     _ip("link", "set", device, "up", on=on)
     # Without a default route Windows programs cannot send to 255.255.255.255: error 10051.
@@ -28,11 +27,14 @@ def _configure(device, address, on=()):
 
 def set_up():
     """Makes the segment in the present network namespace."""
+    _ip("link", "set", "lo", "up")
     _ip("link", "add", _BRIDGE, "type", "bridge")
     # A bridge counts as unplugged until a port of it leads to something that is up.
     _ip("link", "add", "plug", "type", "veth", "peer", "name", "socket")
     _ip("link", "set", "socket", "up")
     _ip("link", "set", "plug", "master", _BRIDGE, "up")
+    # But nothing may come in a second time through it.
+    _ip("link", "set", "plug", "type", "bridge_slave", "bcast_flood", "off", "mcast_flood", "off", "flood", "off")
     _configure(_BRIDGE, ADDRESS)
 
 
@@ -42,7 +44,7 @@ class Host:
     _count = 1
 
     def __init__(self, joined=True):
-        """Joined to the segment, or (joined=False) with nothing but an unconfigured loopback: no network at all."""
+        """Joined to the segment, or (joined=False) with nothing but its loopback: no network at all."""
         Host._count += 1
         self.address = f"10.99.0.{Host._count}" if joined else None
         ready, tell = os.pipe()
@@ -52,6 +54,7 @@ class Host:
         os.close(tell)
         os.read(ready, 1)
         os.close(ready)
+        _ip("link", "set", "lo", "up", on=self.command())
         if joined:
             self._join(f"host{Host._count}")
 

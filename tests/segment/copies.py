@@ -1,0 +1,104 @@
+"""Copies of Quillon on the private segment, each a user's own: host, Windows installation, program folder, probe."""
+
+import os
+import subprocess
+import time
+
+from . import network, probe, screen, wine, wire
+
+_ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+_WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
+PROGRAM_FOLDER = _WINDOWS_BUILD + "/Quillon"
+PROBE = _WINDOWS_BUILD + "/tests/segment/probe.exe"
+PICTURES = _ROOT + "/build/pictures"
+
+# Milliseconds after which a copy that found its name free is on the network: ten seconds of listening, and the start.
+START_UP = 10
+
+
+class Rig:
+    """The private machine's network, screen and Wine, made once per test program."""
+
+    def __init__(self, tray=True, size="1024x768"):
+        network.set_up()
+        screen.set_up()
+        self.screen = screen.Screen(size, tray)
+        self.system = wine.WineSystem()
+        self.segment = network.Segment()
+        self.wire = wire.Wire()
+
+    def copy(self, user="anna", host=None, **options):
+        """A copy of the program, not started yet, of the user with this logon name."""
+        return Copy(self, user, host or self.segment, **options)
+
+
+class Copy:
+    """One installed copy of Quillon. Its files are in `folder`."""
+
+    def __init__(self, rig, user, host, on_screen=None, dpi=96):
+        self.user = user
+        self.prefix = wine.Prefix(rig.system, host, on_screen or rig.screen, user=user, dpi=dpi)
+        self.folder = self.prefix.install(PROGRAM_FOLDER)
+        self.started = None
+        self.process = None
+        self._probe = None
+
+    @property
+    def probe(self):
+        if not self._probe:
+            self._probe = probe.Probe(self.prefix, PROBE)
+        return self._probe
+
+    def start(self, *arguments):
+        """Starts the program; `started` is the time of it."""
+        self.started = time.monotonic()
+        self.process = self.start_another(*arguments)
+        return self
+
+    def start_another(self, *arguments):
+        return self.prefix.start("C:\\Quillon\\Quillon.exe", *arguments, stdout=subprocess.DEVNULL,
+                                 stderr=subprocess.DEVNULL)
+
+    def write_settings(self, name=None, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
+        """Writes a User.ini as the program itself would."""
+        lines = ['"English"', "0", "300,300,2505,4605", f'"{name or self.user}",0,{position},"{sound}",{run_at_logon}',
+                 "0,0,0,0", str(len(blocked)), *(f'"{entry}"' for entry in blocked),
+                 str(len(groups)), *(f'"{entry}"' for entry in groups)]
+        self.write("User.ini", "".join(line + "\r\n" for line in lines))
+
+    def write(self, name, text):
+        with open(f"{self.folder}/{name}", "wb") as file:
+            file.write(text.encode("latin-1"))
+
+    def read(self, name):
+        with open(f"{self.folder}/{name}", "rb") as file:
+            return file.read().decode("latin-1")
+
+    def exists(self, name):
+        return os.path.exists(f"{self.folder}/{name}")
+
+    def log(self):
+        """The texts of the log, without their dates and quotes."""
+        if not self.exists("Log.txt"):
+            return []
+        records = self.read("Log.txt").split("\r\n")[:-1]
+        # The date is the short date, a blank and the long time: 11/21/2026 12:00:00 PM in Wine's English.
+        return [record.strip('"').split(" ", 3)[3] for record in records]
+
+    def wait_for_box(self, seconds=START_UP + 10):
+        """The text of the next message box; the box stays open."""
+        box = self.probe.wait_for_box(seconds)
+        return box, self.probe.box_text(box)
+
+    def roster(self):
+        """The rows of the main window's list."""
+        main = self.probe.wait_for("frmMain", visible=False)
+        return self.probe.rows(self.probe.children(main, "SysListView32")[0])
+
+    def close(self):
+        """Closes the main window as its X does, and waits until the process has ended."""
+        self.probe.post(self.probe.wait_for("frmMain", visible=False), probe.WM_CLOSE)
+        return self.process.wait(15)
+
+    def runs(self):
+        return self.process.poll() is None

@@ -1,0 +1,282 @@
+// Looks at and operates the windows of the programs of one Windows installation, for the tests of whole copies. Reads
+// commands from stdin, one a line, and answers each with any number of lines and a last one, "ok" or "error" and why.
+// It keeps running, because starting a process for every question would cost more than all the answers.
+//
+// Fields are parted by tabs. In texts the bytes outside 0x20..0x7E and the backslash are written as \xNN, both ways.
+#include <windows.h>
+#include <commctrl.h>
+#include <psapi.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+constexpr UINT kAnswerTime = 5000;  // milliseconds that a window may take to answer a message
+
+std::string Escaped(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    char hex[5];
+    std::snprintf(hex, sizeof hex, "\\x%02X", byte);
+    if (byte >= 0x20 && byte <= 0x7E && c != '\\')
+      result += c;
+    else
+      result += hex;
+  }
+  return result;
+}
+
+std::string Unescaped(const std::string& text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\') {
+      result += text[i];
+      continue;
+    }
+    result += static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16));
+    i += 3;
+  }
+  return result;
+}
+
+Fields Split(const std::string& line) {
+  Fields fields{""};
+  for (const char c : line) {
+    if (c == '\t')
+      fields.emplace_back();
+    else
+      fields.back() += c;
+  }
+  return fields;
+}
+
+long long Number(const std::string& text) { return std::stoll(text, nullptr, 0); }
+
+HWND Window(const std::string& text) {
+  const auto window = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(Number(text)));
+  if (!::IsWindow(window)) throw std::runtime_error("no such window");
+  return window;
+}
+
+// A program that hangs is a finding, not a reason to hang with it.
+LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  DWORD_PTR result = 0;
+  if (!::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kAnswerTime, &result))
+    throw std::runtime_error("the window does not answer");
+  return static_cast<LRESULT>(result);
+}
+
+std::string TextOf(HWND window) {
+  const LRESULT length = Send(window, WM_GETTEXTLENGTH, 0, 0);
+  std::string text(static_cast<std::size_t>(length) + 1, '\0');
+  const LRESULT copied = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(copied));
+  return text;
+}
+
+// The text of a window, none if the window went away meanwhile.
+std::optional<std::string> TextIfThere(HWND window) {
+  try {
+    return TextOf(window);
+  } catch (const std::runtime_error&) {
+    if (::IsWindow(window)) throw;
+    return std::nullopt;
+  }
+}
+
+void PrintWindow(HWND window) {
+  char className[256] = "";
+  ::GetClassNameA(window, className, sizeof className);
+  DWORD process = 0;
+  ::GetWindowThreadProcessId(window, &process);
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  const long style = ::GetWindowLongA(window, GWL_STYLE), extended = ::GetWindowLongA(window, GWL_EXSTYLE);
+  const std::optional<std::string> text = TextIfThere(window);
+  if (!text) return;
+  std::printf("%lu\t%s\t%lu\t%d\t%d\t", static_cast<unsigned long>(HandleToUlong(window)), className, process,
+              ::IsWindowVisible(window), ::IsWindowEnabled(window));
+  std::printf("%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", style, extended, place.left, place.top, place.right,
+              place.bottom, ::GetDlgCtrlID(window), Escaped(*text).c_str());
+}
+
+BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
+  reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+  return TRUE;
+}
+
+void Windows(const Fields& fields) {
+  std::vector<HWND> windows;
+  ::EnumWindows(AddWindow, reinterpret_cast<LPARAM>(&windows));
+  for (const HWND window : windows) {
+    char className[256] = "";
+    ::GetClassNameA(window, className, sizeof className);
+    if (fields.size() < 2 || fields[1] == className) PrintWindow(window);
+  }
+}
+
+void Children(const Fields& fields) {
+  std::vector<HWND> windows;
+  ::EnumChildWindows(Window(fields.at(1)), AddWindow, reinterpret_cast<LPARAM>(&windows));
+  for (const HWND window : windows) PrintWindow(window);
+}
+
+void SetText(const Fields& fields) {
+  const std::string text = Unescaped(fields.at(2));
+  Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void Type(const Fields& fields) {
+  const HWND window = Window(fields.at(1));
+  for (const char c : Unescaped(fields.at(2))) ::PostMessageA(window, WM_CHAR, static_cast<unsigned char>(c), 1);
+}
+
+void Post(const Fields& fields) {
+  ::PostMessageA(Window(fields.at(1)), static_cast<UINT>(Number(fields.at(2))),
+                 static_cast<WPARAM>(Number(fields.at(3))), static_cast<LPARAM>(Number(fields.at(4))));
+}
+
+void SendAndPrint(const Fields& fields) {
+  const LRESULT result = Send(Window(fields.at(1)), static_cast<UINT>(Number(fields.at(2))),
+                              static_cast<WPARAM>(Number(fields.at(3))), static_cast<LPARAM>(Number(fields.at(4))));
+  std::printf("%lld\n", static_cast<long long>(result));
+}
+
+// Memory inside another process: a list view takes and gives rows only through addresses of its own process.
+class RemoteMemory {
+ public:
+  explicit RemoteMemory(HWND window) {
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    process_ = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
+    memory_ = static_cast<char*>(::VirtualAllocEx(process_, nullptr, kSize, MEM_COMMIT, PAGE_READWRITE));
+    if (!memory_) throw std::runtime_error("no memory in the other process");
+  }
+  RemoteMemory(const RemoteMemory&) = delete;
+  RemoteMemory& operator=(const RemoteMemory&) = delete;
+  ~RemoteMemory() {
+    ::VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
+    ::CloseHandle(process_);
+  }
+
+  static constexpr int kTextSize = 1024;
+
+  LPARAM Put(LVITEMA item) {
+    item.pszText = memory_ + sizeof item;
+    item.cchTextMax = kTextSize;
+    ::WriteProcessMemory(process_, memory_, &item, sizeof item, nullptr);
+    return reinterpret_cast<LPARAM>(memory_);
+  }
+  std::string Text() const {
+    char text[kTextSize] = "";
+    ::ReadProcessMemory(process_, memory_ + sizeof(LVITEMA), text, sizeof text - 1, nullptr);
+    return text;
+  }
+
+ private:
+  static constexpr SIZE_T kSize = 4096;
+  HANDLE process_ = nullptr;
+  char* memory_ = nullptr;
+};
+
+// The rows of a list view, two columns each.
+void Rows(const Fields& fields) {
+  const HWND list = Window(fields.at(1));
+  const LRESULT count = Send(list, LVM_GETITEMCOUNT, 0, 0);
+  RemoteMemory memory(list);
+  for (LRESULT row = 0; row < count; ++row) {
+    for (int column = 0; column < 2; ++column) {
+      LVITEMA item{};
+      item.iSubItem = column;
+      Send(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.Put(item));
+      std::printf("%s%s", column ? "\t" : "", Escaped(memory.Text()).c_str());
+    }
+    std::puts("");
+  }
+}
+
+void Select(const Fields& fields) {
+  const HWND list = Window(fields.at(1));
+  RemoteMemory memory(list);
+  LVITEMA item{};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  item.state = item.stateMask;
+  Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(Number(fields.at(2))), memory.Put(item));
+}
+
+// A value of the current user's registry: type, number of bytes, data. No line when it does not exist.
+void Registry(const Fields& fields) {
+  HKEY key = nullptr;
+  if (::RegOpenKeyExA(HKEY_CURRENT_USER, fields.at(1).c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+  BYTE data[1024];
+  DWORD type = 0, size = sizeof data;
+  if (::RegQueryValueExA(key, fields.at(2).c_str(), nullptr, &type, data, &size) == ERROR_SUCCESS) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    std::printf("%lu\t%lu\t%s\n", type, size, Escaped(text).c_str());
+  }
+  ::RegCloseKey(key);
+}
+
+void Broadcast(const Fields& fields) {
+  ::PostMessageA(HWND_BROADCAST, ::RegisterWindowMessageA(fields.at(1).c_str()), 0, 0);
+}
+
+double Seconds(FILETIME time) {
+  ULARGE_INTEGER units;
+  units.LowPart = time.dwLowDateTime;
+  units.HighPart = time.dwHighDateTime;
+  return static_cast<double>(units.QuadPart) / 1e7;
+}
+
+// Private bytes and processor seconds of a process.
+void Process(const Fields& fields) {
+  const HANDLE process =
+      ::OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, static_cast<DWORD>(Number(fields.at(1))));
+  if (!process) throw std::runtime_error("no such process");
+  PROCESS_MEMORY_COUNTERS_EX memory{};
+  ::GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
+  FILETIME created{}, ended{}, kernel{}, user{};
+  ::GetProcessTimes(process, &created, &ended, &kernel, &user);
+  std::printf("%lu\t%.3f\n", static_cast<unsigned long>(memory.PrivateUsage), Seconds(kernel) + Seconds(user));
+  ::CloseHandle(process);
+}
+
+void Answer(const std::string& line) {
+  static const std::map<std::string, void (*)(const Fields&)> commands{
+      {"windows", Windows},   {"children", Children},   {"settext", SetText}, {"type", Type},
+      {"post", Post},         {"send", SendAndPrint},   {"rows", Rows},       {"select", Select},
+      {"registry", Registry}, {"broadcast", Broadcast}, {"process", Process},
+  };
+  try {
+    const Fields fields = Split(line);
+    commands.at(fields[0])(fields);
+    std::puts("ok");
+  } catch (const std::exception& problem) {
+    std::printf("error\t%s\n", problem.what());
+  }
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+int main() {
+  std::string line;
+  for (int c = std::getchar(); c != EOF; c = std::getchar()) {
+    if (c == '\n') {
+      Answer(line);
+      line.clear();
+    } else if (c != '\r') {
+      line += static_cast<char>(c);
+    }
+  }
+  return 0;
+}

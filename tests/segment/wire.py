@@ -1,0 +1,71 @@
+"""The segment's packets, with the time of their arrival; and packets of the tests' own."""
+
+import socket
+import threading
+import time
+from dataclasses import dataclass
+
+PORT = 1414
+
+
+@dataclass(frozen=True)
+class Packet:
+    time: float  # seconds on the monotonic clock
+    source: str  # address of the sender
+    text: str  # one character a byte
+
+
+class Wire:
+    """Hears everything that is broadcast on the segment, from its start to its close, and can speak itself."""
+
+    def __init__(self, port=PORT):
+        self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        for option in (socket.SO_REUSEADDR, socket.SO_BROADCAST):
+            self._socket.setsockopt(socket.SOL_SOCKET, option, 1)
+        self._socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 8 << 20)
+        self._socket.bind(("0.0.0.0", port))
+        self._port = port
+        self._packets = []
+        self._news = threading.Condition()
+        threading.Thread(target=self._listen, daemon=True).start()
+
+    def _listen(self):
+        while True:
+            data, (source, _) = self._socket.recvfrom(65535)
+            packet = Packet(time.monotonic(), source, data.decode("latin-1"))
+            with self._news:
+                self._packets.append(packet)
+                self._news.notify_all()
+
+    def send(self, text):
+        """Broadcasts a packet, given as its text (or its bytes)."""
+        data = text if isinstance(text, bytes) else text.encode("latin-1")
+        self._socket.sendto(data, ("255.255.255.255", self._port))
+
+    def packets(self, sender=None, start=0):
+        """What was heard, all or of one sender (the name in front of the bar), from packet number `start` on."""
+        with self._news:
+            heard = self._packets[start:]
+        return [packet for packet in heard if sender is None or packet.text.split("|")[0] == sender]
+
+    def texts(self, sender=None, start=0):
+        return [packet.text for packet in self.packets(sender, start)]
+
+    def mark(self):
+        """The number of packets so far, to be given as `start` later."""
+        with self._news:
+            return len(self._packets)
+
+    def wait_for(self, text, seconds=20, start=0):
+        """Waits for a packet with exactly this text and returns it."""
+        deadline = time.monotonic() + seconds
+        with self._news:
+            while True:
+                for packet in self._packets[start:]:
+                    if packet.text == text:
+                        return packet
+                left = deadline - time.monotonic()
+                if left <= 0:
+                    heard = [packet.text for packet in self._packets[start:]]
+                    raise TimeoutError(f"{text!r} not heard within {seconds} s, only {heard}")
+                self._news.wait(left)
