@@ -1,0 +1,277 @@
+#include "net/dispatcher.h"
+
+#include <string>
+#include <vector>
+
+#include "core/globals.h"
+#include "tests/net/recording_network.h"
+#include "tests/support/desktop_test.h"
+#include "ui/main/user_roster.h"
+
+namespace net {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const Lines kAnswer{"anna|M/", "anna|C/ 4", "anna|S/1"};
+
+class DispatcherTest : public support::DesktopTest {
+ protected:
+  DispatcherTest() {
+    core::gCurName = "anna";
+    core::gColour = 4;
+    core::gLangError = -1;  // no language file: nobody asks for its texts here
+    roster.ClearlvUsers();
+  }
+
+  void Hear(std::string_view packet) { dispatcher.DataArrived(packet); }
+
+  // Makes a user known, as any first packet does.
+  void Know(std::string_view name) {
+    Hear(std::string(name) + "|");
+    port.sent.clear();
+  }
+
+  // What the hearing of a packet makes the copy send.
+  Lines SentOn(std::string_view packet) {
+    port.sent.clear();
+    Hear(packet);
+    return port.sent;
+  }
+
+  Lines ShownOn(std::string_view packet) {
+    conversations.shown.clear();
+    Hear(packet);
+    return conversations.shown;
+  }
+
+  // The log's records without date and quotes.
+  std::string Log() {
+    std::string log = folder.Get("Log.txt");
+    const std::string frame = "\"" + support::Desktop().clock + " ";
+    for (std::size_t at; (at = log.find(frame)) != std::string::npos;) log.erase(at, frame.size());
+    for (std::size_t at; (at = log.find("\"\r\n")) != std::string::npos;) log.replace(at, 3, "\n");
+    return log;
+  }
+
+  const toolkit::ListRow& Row(std::string_view name) { return *roster.lvUsers.FindText(name); }
+
+  mainwindow::UserRoster roster;
+  support::RecordingPort port;
+  support::RecordingConversations conversations;
+  Messenger messenger{port};
+  Dispatcher dispatcher{roster, conversations, messenger};
+};
+
+TEST_F(DispatcherTest, AFirstPacketListsAndAnswersItsSender) {
+  core::gStatus = 1;
+  EXPECT_EQ(SentOn("bob|c/ 255"), kAnswer);
+  EXPECT_EQ(Row("bob").key, "bob");
+  EXPECT_EQ(Row("bob").foreColour, 255);
+  EXPECT_TRUE(Row("bob").checked);
+  EXPECT_EQ(SentOn("bob|C/ 7"), Lines{});
+  EXPECT_EQ(Row("bob").foreColour, 7);
+  // Neither a missing bar, an unknown kind nor an empty name keeps a sender off the list.
+  for (const std::string_view packet : {"carl", "dora|X/", "emma|M", "|M/"}) EXPECT_EQ(SentOn(packet), kAnswer);
+  EXPECT_EQ(roster.lvUsers.Count(), 6u);
+  EXPECT_EQ(SentOn("|M/"), Lines{});
+  EXPECT_EQ(Log(), "");
+}
+
+TEST_F(DispatcherTest, ANameInAnotherCaseIsLostUntilTheFirstOneLeaves) {
+  Know("Bob");
+  EXPECT_EQ(SentOn("bob|C/ 9"), Lines{});
+  EXPECT_EQ(Row("Bob").foreColour, 0);
+  EXPECT_EQ(Log(), "Error Receveing Data: 35602: Key is not unique in collection\n");
+  Hear("Bob|L/");
+  EXPECT_EQ(SentOn("bob|").size(), 3u);
+}
+
+TEST_F(DispatcherTest, AHiddenNameIsAnsweredNeverListedNorHeard) {
+  core::gStatus = 1;
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(SentOn("_bob|M/\xDF"
+                     "alert"),
+              kAnswer);
+  EXPECT_EQ(conversations.shown, Lines{});
+  EXPECT_EQ(roster.lvUsers.Count(), 1u);
+}
+
+// Otherwise two copies that start together answer each other's answers for ever.
+TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
+  core::gCurName = "_anna";
+  core::gStarting = -1;
+  messenger.OpenSocket();
+  EXPECT_EQ(SentOn("_bob|C/ 1").size(), 3u);
+  EXPECT_EQ(SentOn("_bob|S/0"), Lines{});
+  EXPECT_EQ(SentOn("_carl|M/").size(), 3u);
+  EXPECT_EQ(SentOn("_ANNA|M/").size(), 3u);  // the own echo is listed and answered once, like anybody
+  EXPECT_EQ(SentOn("_ANNA|M/"), Lines{});
+  EXPECT_TRUE(roster.HasRow("_ANNA"));
+  messenger.OpenSocket();
+  EXPECT_EQ(SentOn("_bob|S/0").size(), 3u);
+  // A crowd of invented names is answered up to a bound.
+  std::size_t answered = 0;
+  for (std::size_t i = 0; i < Dispatcher::kMostHiddenNames + 10; ++i)
+    answered += SentOn("_" + std::to_string(i) + "|M/").size() / 3;
+  EXPECT_EQ(answered, Dispatcher::kMostHiddenNames - 1);
+}
+
+TEST_F(DispatcherTest, StatesAreNumbersReadTolerantly) {
+  core::gStateNames = {"zero", "one", "two"};
+  const struct {
+    std::string argument, text;
+    bool known = true;
+  } kRows[] = {{"1", "one"},    {" 2", "two"},        {"", "zero"},          {"1x", "one"},
+               {"abc", "zero"}, {"3", "zero", false}, {"1.5", "zero", false}};
+  std::string log;
+  for (const auto& row : kRows) {
+    Hear("bob|S/" + row.argument);
+    EXPECT_EQ(Row("bob").subText, row.text) << row.argument;
+    if (!row.known) log += "Unknow Data Receved (bob: " + row.argument + ")\n";
+  }
+  EXPECT_EQ(Log(), log);
+}
+
+TEST_F(DispatcherTest, AColourThatDoesNotFitEndsThePacket) {
+  Hear("bob|C/4");
+  Hear("bob|C/abc");
+  EXPECT_EQ(Row("bob").foreColour, 0);
+  Hear("bob|C/-2147483648");
+  EXPECT_EQ(Row("bob").foreColour, INT32_MIN);
+  Hear("bob|C/2147483648");
+  EXPECT_EQ(Log(), "Error Receveing Data: 6: Overflow\n");
+}
+
+TEST_F(DispatcherTest, LeavingRemovesEverywhereEvenAStranger) {
+  conversations.Add("one", {"bob"});
+  Know("bob");
+  EXPECT_EQ(ShownOn("bob|L/"), Lines{"one without bob"});
+  EXPECT_FALSE(roster.HasRow("bob"));
+  EXPECT_EQ(SentOn("bob|L/").size(), 3u);
+  EXPECT_FALSE(roster.HasRow("bob"));
+}
+
+TEST_F(DispatcherTest, TheOwnStateDecidesWhatIsShown) {
+  Know("bob");
+  conversations.Add("one", {"bob"});
+  const struct {
+    std::int16_t status;
+    Lines chat, alert;
+  } kRows[] = {{0, {"one bob: hi #0"}, {"alert bob: now (0)"}}, {1, {}, {"alert bob: now (0)"}}, {2, {}, {}}};
+  for (const auto& row : kRows) {
+    core::gStatus = row.status;
+    EXPECT_EQ(ShownOn("bob|M/\xDEhi"), row.chat) << row.status;
+    EXPECT_EQ(ShownOn("bob|M/\xDFnow"), row.alert) << row.status;
+  }
+}
+
+TEST_F(DispatcherTest, PrivateTextsReachTheirRecipientOnly) {
+  Know("bob");
+  conversations.Add("one", {"bob"});
+  EXPECT_EQ(ShownOn("bob|P/\xDE"
+                    "a|b|ANNA"),
+            Lines{"one bob: a|b #0"});
+  EXPECT_EQ(ShownOn("bob|P/\xDF|anna"), Lines{"alert bob:  (1)"});
+  for (const std::string_view packet : {"bob|P/\xDEhi|carl", "bob|P/\xDEhi", "bob|P/|anna", "bob|P/|"})
+    EXPECT_EQ(ShownOn(packet), Lines{}) << packet;
+  EXPECT_EQ(Log(), "");
+}
+
+TEST_F(DispatcherTest, UnmarkedTextsAreLogged) {
+  Hear("bob|M/bob is now on the network");
+  Hear("bob|P/psst|anna");
+  EXPECT_EQ(Log(),
+            "Unknow Data Receved (bob: bob is now on the network)\n"
+            "Unknow Data Receved (bob: psst)\n");
+}
+
+TEST_F(DispatcherTest, OwnChatLinesComeBackOwnAlertsAndNoticesDoNot) {
+  Know("anna");
+  conversations.Add("one", {"anna"});
+  EXPECT_EQ(ShownOn("anna|M/\xDEhi"), Lines{"one anna: hi #0"});
+  for (const std::string_view packet : {"anna|M/\xDFnow", "anna|M/anna is now on the network", "anna|B/hello"})
+    EXPECT_EQ(ShownOn(packet), Lines{});
+  EXPECT_EQ(Log(), "");
+  EXPECT_TRUE(support::Desktop().posted.empty());
+}
+
+TEST_F(DispatcherTest, ABlockedSenderOnlyKeepsTheRosterInStep) {
+  Know("Bob");
+  roster.AddBlocked("bob");
+  for (const std::string_view packet :
+       {"Bob|M/\xDFnow", "Bob|M/\xDEhi", "Bob|M/x", "Bob|P/\xDFnow|anna", "Bob|B/hello"})
+    EXPECT_EQ(ShownOn(packet), Lines{});
+  EXPECT_TRUE(support::Desktop().posted.empty());
+  Hear("Bob|C/3");
+  Hear("Bob|S/1");
+  EXPECT_EQ(Row("Bob").foreColour, 3);
+  EXPECT_EQ(Row("Bob").subText, "Alerts Only");
+  Hear("Bob|L/");
+  EXPECT_FALSE(roster.HasRow("Bob"));
+}
+
+TEST_F(DispatcherTest, ANoticeWaitsInABoxUnderTheSendersName) {
+  core::gStatus = 2;
+  Hear("bob|B/hello");
+  Hear("bob|B/");
+  ASSERT_EQ(support::Desktop().posted.size(), 2u);
+  EXPECT_EQ(support::Desktop().posted[0].text, "hello");
+  EXPECT_EQ(support::Desktop().posted[0].title, "bob");
+  EXPECT_TRUE(support::Desktop().boxes.empty());
+}
+
+TEST_F(DispatcherTest, EveryWindowOfTheSenderShowsTheLineElseANewOneOpens) {
+  Know("bob");
+  Hear("bob|C/5");
+  conversations.Add("one", {"bob"});
+  conversations.Add("two", {"carl"});
+  conversations.Add("three", {"(All)"});
+  EXPECT_EQ(ShownOn("bob|M/\xDEhi"), (Lines{"one bob: hi #5", "three bob: hi #5"}));
+  conversations.windows.resize(2);
+  EXPECT_EQ(ShownOn("dora|P/\xDEhi|anna"), (Lines{"open |dora", "new dora: hi #0"}));
+  EXPECT_EQ(Log(), "New chat window opened\n");
+  conversations.refuses = true;
+  EXPECT_EQ(ShownOn("emma|M/\xDEhi"), Lines{});
+}
+
+TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
+  std::string buffer =
+      "bob|M/\xDE"
+      "first";
+  conversations.onOpen = [&] {
+    for (const char* line : {"bob|M/\xDE"
+                             "second",
+                             "bob|M/\xDE"
+                             "third",
+                             "bob|L/"}) {
+      buffer = line;  // the socket reads into the buffer whose content is being dispatched
+      Hear(buffer);
+    }
+  };
+  EXPECT_EQ(ShownOn(buffer),
+            (Lines{"open |bob", "new bob: first #0", "new bob: second #0", "new bob: third #0", "new without bob"}));
+
+  std::size_t lost = 0;
+  conversations.onOpen = [&] {
+    for (std::size_t i = 0; i < Dispatcher::kMostWaiting + 5; ++i) Hear("carl" + std::to_string(i) + "|M/");
+  };
+  Hear("dora|M/\xDEhi");
+  for (std::size_t i = 0; i < Dispatcher::kMostWaiting + 5; ++i) lost += !roster.HasRow("carl" + std::to_string(i));
+  EXPECT_EQ(lost, 5u);
+}
+
+TEST_F(DispatcherTest, EveryCountedPacketRefreshesTheWindows) {
+  const auto window = conversations.Add("one", {});
+  const std::string before = roster.lblStat.Caption();
+  roster.lblStat.ShowHelp("help");
+  Hear("bob|X/");
+  EXPECT_EQ(window->refreshedIcons, 1);
+  EXPECT_EQ(window->refreshedNames, 1);
+  EXPECT_NE(roster.lblStat.Caption(), before);
+  Hear("_carl|X/");
+  EXPECT_EQ(window->refreshedNames, 1);
+}
+
+}  // namespace
+}  // namespace net

@@ -1,0 +1,186 @@
+#include "ui/main/user_roster.h"
+
+#include <string>
+#include <vector>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/support/desktop_test.h"
+
+namespace mainwindow {
+namespace {
+
+class UserRosterTest : public support::DesktopTest {
+ protected:
+  UserRosterTest() {
+    folder.Put("Lang.con", "Code,English,Deutsch\r\n1201,user|users|online,Nutzer|Nutzer|da");
+    core::LoadLang();
+    roster.ClearlvUsers();
+    roster.lblStat.captionChanged = [this](const std::string&) { ++captions; };
+    roster.refreshChatWindows = [this] { ++refreshes; };
+  }
+
+  void Add(std::initializer_list<const char*> names) {
+    for (const char* name : names) roster.AddUser(name);
+    roster.RefBlock();
+  }
+
+  void Select(std::initializer_list<const char*> texts) {
+    for (std::size_t i = 0; i < roster.lvUsers.Count(); ++i) roster.lvUsers.SetSelected(i, false);
+    for (const char* text : texts)
+      roster.lvUsers.SetSelected(roster.lvUsers.IndexOf(*roster.lvUsers.FindText(text)), true);
+  }
+
+  // Every row as its text and the number of its icon.
+  std::string Rows() const {
+    std::string rows;
+    for (std::size_t i = 0; i < roster.lvUsers.Count(); ++i) {
+      const toolkit::ListRow& row = roster.lvUsers.At(i);
+      EXPECT_EQ(row.icon, row.smallIcon);
+      rows += row.text + std::to_string(row.icon) + " ";
+    }
+    return rows;
+  }
+
+  UserRoster roster;
+  int captions = 0, refreshes = 0;
+};
+
+TEST_F(UserRosterTest, CountsTakeOffGroupsAndTellTheBlocked) {
+  EXPECT_EQ(roster.lblStat.Caption(), " 0 users online (-0)");
+  Add({"anna"});
+  EXPECT_EQ(roster.lblStat.Caption(), " 1 user online (-0)");
+  Add({"bob", "carl", "dora", "emma"});
+  roster.AddBlocked("bob");
+  roster.AddBlocked("zoe");
+  EXPECT_EQ(roster.lblStat.Tag(), " 5 users online (-2)");
+  roster.SetGroupLines({"A|anna", "B|bob"});  // without their rows
+  roster.UpdateStat();
+  EXPECT_EQ(roster.lblStat.Caption(), " 3 users online (-2)");
+  roster.ClearlvUsers();
+  EXPECT_EQ(roster.lblStat.Caption(), " -2 users online (-2)");
+  roster.RefGroups();
+  EXPECT_EQ(roster.lblStat.Caption(), " -2 users online (-2)");  // nothing counts anew until the next event
+  roster.UpdateStat();
+  EXPECT_EQ(roster.lblStat.Caption(), " 0 users online (-2)");
+}
+
+TEST_F(UserRosterTest, CountsFollowTheLanguageAndReplaceAHelpText) {
+  roster.lblStat.ShowHelp("help");
+  EXPECT_EQ(roster.lblStat.Caption(), "help");
+  EXPECT_EQ(roster.lblStat.Tag(), " 0 users online (-0)");
+  roster.lblStat.ShowHelp("");
+  EXPECT_EQ(roster.lblStat.Caption(), " 0 users online (-0)");
+  roster.lblStat.ShowHelp("help");
+  captions = 0;
+  core::gLanguage = "Deutsch";
+  core::LoadLang();
+  roster.UpdateStat();
+  roster.UpdateStat();
+  EXPECT_EQ(roster.lblStat.Caption(), " 0 Nutzer da (-0)");
+  EXPECT_EQ(captions, 1);
+}
+
+TEST_F(UserRosterTest, BlockingMarksUsersWhateverTheCase) {
+  Add({"Anna", "(anna)", "bob"});
+  roster.AddBlocked("anna");
+  roster.AddBlocked("ANNA");
+  roster.AddBlocked("(anna)");
+  roster.AddBlocked("carl");
+  Add({"Carl"});
+  EXPECT_EQ(roster.BlockedNames(), (std::vector<std::string>{"anna", "(anna)", "carl"}));
+  EXPECT_EQ(Rows(), "(All)1 Anna3 (anna)2 bob2 Carl3 ");
+  roster.RemoveBlock(roster.BlockedNames()[0]);
+  EXPECT_FALSE(roster.IsBlocked("anna"));
+  EXPECT_EQ(Rows(), "(All)1 Anna2 (anna)2 bob2 Carl3 ");
+  roster.ClearBlockedNames();
+  EXPECT_EQ(Rows(), "(All)1 Anna2 (anna)2 bob2 Carl3 ");
+  roster.RefBlock();
+  EXPECT_EQ(Rows(), "(All)1 Anna2 (anna)2 bob2 Carl2 ");
+}
+
+TEST_F(UserRosterTest, WindowsAreToldOfChangesOnly) {
+  Add({"anna"});
+  refreshes = captions = 0;
+  for (int i = 0; i < 3; ++i) roster.RefBlock();
+  EXPECT_EQ(refreshes + captions, 0);
+  roster.SetStateText("anna", "away");
+  roster.RefBlock();
+  EXPECT_EQ(refreshes, 1);
+  roster.AddBlocked("anna");
+  EXPECT_EQ(refreshes, 2);
+}
+
+TEST_F(UserRosterTest, GroupRowsAreRebuiltAtTheEnd) {
+  roster.SetGroupLines({"Friends|anna|", "Work"});
+  roster.RefGroups();
+  Add({"anna"});
+  roster.RefGroups();
+  EXPECT_EQ(Rows(), "(All)1 anna2 (Friends)4 (Work)4 ");
+  roster.SetGroupLines({});
+  roster.RefGroups();
+  EXPECT_EQ(Rows(), "(All)1 anna2 ");
+}
+
+TEST_F(UserRosterTest, PresentMembersOfAGroup) {
+  Add({"Bob", "anna"});
+  roster.SetGroupLines({"Friends|ANNA|carl|bob", "Closed|bob|", "Friends|bob", "|bob", "Last|anna|"});
+  const struct {
+    const char *name, *members;
+  } kRows[] = {{"Friends", "anna|Bob|"},
+               {"(Friends)", "anna|Bob|"},
+               {"Closed", "Bob|"},
+               {"friends", ""},
+               {"Last", ""},
+               {"(Last)", ""},
+               {"()", "Bob|"},
+               {"(", "Bob|"},
+               {"nobody", ""}};
+  for (const auto& row : kRows) EXPECT_EQ(roster.GetActiveGroupList(row.name), row.members) << row.name;
+}
+
+TEST_F(UserRosterTest, TheSelectionBecomesRecipients) {
+  Add({"Bob", "anna"});
+  roster.SetGroupLines({"Friends|bob|anna|", "Last|anna|"});
+  roster.RefGroups();
+  EXPECT_EQ(roster.SelectedRecipients(), "");
+  Select({"(Friends)", "anna", "(Last)"});
+  EXPECT_EQ(roster.SelectedRecipients(), "anna|Bob|anna|");
+  Select({"(All)", "Bob"});
+  EXPECT_EQ(roster.SelectedRecipients(), "(All)|Bob|");
+}
+
+TEST_F(UserRosterTest, TheToggleBlocksAndUnblocksUsers) {
+  Add({"Anna", "bob"});
+  roster.AddBlocked("anna");
+  Select({"(All)", "Anna", "bob"});
+  roster.ToggleBlock();
+  EXPECT_EQ(roster.BlockedNames(), std::vector<std::string>{"bob"});
+  EXPECT_EQ(roster.lblStat.Caption(), " 2 users online (-1)");
+}
+
+TEST_F(UserRosterTest, LooksUpColoursAndNamesIgnoringCase) {
+  Add({"Anna"});
+  roster.SetColour("Anna", 7);
+  roster.SetColour("anna", 8);  // no such row
+  EXPECT_EQ(roster.GetColorForUName("aNNA"), 7);
+  EXPECT_EQ(roster.GetColorForUName("bob"), 0);
+  EXPECT_EQ(roster.CountRows("ANNA"), 1);
+  EXPECT_EQ(roster.CountRows("(all)"), 1);
+}
+
+TEST_F(UserRosterTest, AFloodOfNamesIsListedUpToABound) {
+  std::size_t listed = 0;
+  for (std::size_t i = 0; i < UserRoster::kMostRows + 5; ++i) listed += roster.AddUser(std::to_string(i));
+  EXPECT_EQ(listed, UserRoster::kMostRows - 1);
+
+  roster.ClearlvUsers();
+  const std::string longName(60000, 'x');
+  for (int i = 0; i < 400; ++i) roster.AddUser(longName + std::to_string(i));
+  EXPECT_LE(roster.lvUsers.TextBytes(), UserRoster::kMostTextBytes);
+  EXPECT_GT(roster.lvUsers.Count(), 200u);
+  EXPECT_TRUE(roster.AddUser("bob"));
+}
+
+}  // namespace
+}  // namespace mainwindow
