@@ -18,7 +18,6 @@ constexpr int kFirstStateHelp = 8206;
 
 LanguageTable gTable;
 unsigned gGeneration = 0;
-unsigned gGeneration = 0;
 
 // The column of gLanguage, or that of the fallback, which then becomes gLanguage.
 std::size_t FindLangCol() {
@@ -62,8 +61,6 @@ std::string GetText(int code) {
   if (gLangError != -1) ReportMissingCode(code);
   return {};
 }
-
-unsigned LanguageGeneration() { return gGeneration; }
 
 unsigned LanguageGeneration() { return gGeneration; }
 

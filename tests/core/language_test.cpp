@@ -1,0 +1,146 @@
+#include "core/language.h"
+
+#include "core/globals.h"
+#include "core/language_table.h"
+#include "tests/support/desktop_test.h"
+
+namespace core {
+namespace {
+
+using support::Desktop;
+using support::ErrorOf;
+
+// Loads a text into a table as LoadLang does; 0 or the number of the failure.
+long Load(LanguageTable& table, std::string_view file, std::string_view language) {
+  return ErrorOf([&] {
+    table.ReadLangNames(file);
+    table.ReadTexts(file, table.FindLangCol(language));
+  });
+}
+
+std::string TextOf(LanguageTable& table, int code) { return std::string(table.Find(code).value_or("(unknown)")); }
+
+std::string Lines(int count) {
+  std::string file = "Code,English\r\n";
+  for (int code = 1; code <= count; ++code) file += std::to_string(code) + ",text\r\n";
+  return file;
+}
+
+TEST(LanguageTable, TakesTheColumnOfTheLanguage) {
+  LanguageTable table;
+  EXPECT_EQ(table.FindLangCol("English"), 0u);
+  EXPECT_EQ(TextOf(table, 0), "");  // an empty table answers to code 0
+  ASSERT_EQ(Load(table, "Code,English,Deutsch\r\n1001,one, eins \r\n1002,two\ncut,zwei\r\n", "Deutsch"), 13);
+  ASSERT_EQ(Load(table, "Code,English,Deutsch\r\n1001,one, eins \r\n 1002 ,two,zwei,more", "Deutsch"), 0);
+  EXPECT_EQ(TextOf(table, 1001), " eins ");
+  EXPECT_EQ(TextOf(table, 1002), "zwei");
+  EXPECT_EQ(table.LastEntry(), 1);
+  EXPECT_EQ(table.FindLangCol("deutsch"), 0u);
+}
+
+TEST(LanguageTable, NamesEndAtAnEmptyField) {
+  LanguageTable table;
+  std::string_view file = "Code,English,,Deutsch\r\n";
+  table.ReadLangNames(file);
+  EXPECT_EQ(table.FindLangCol("English"), 1u);
+  EXPECT_EQ(table.FindLangCol("Deutsch"), 0u);
+  EXPECT_EQ(table.FindLangCol(""), 0u);
+}
+
+TEST(LanguageTable, AShortLineShowsTheLineBefore) {
+  LanguageTable table;
+  ASSERT_EQ(Load(table, "Code,A,B,C\r\n1,a1,b1,c1\r\n2,a2,b2\r\n3,a3\r\n", "C"), 0);
+  EXPECT_EQ(TextOf(table, 1), "c1");
+  EXPECT_EQ(TextOf(table, 2), "");  // one field short: emptied
+  EXPECT_EQ(TextOf(table, 3), "");  // and still so
+  ASSERT_EQ(Load(table, "Code,A,B,C\r\n1,a1,b1,c1\r\n3,a3\r\n", "C"), 0);
+  EXPECT_EQ(TextOf(table, 3), "c1");  // two short: what the buffer still holds
+}
+
+TEST(LanguageTable, Bounds) {
+  LanguageTable table;
+  EXPECT_EQ(Load(table, "Code,English,2,3,4,5,6,7,8,9\r\n1,a,b,c,d,e,f,g,h,i\r\n", "9"), 0);
+  EXPECT_EQ(TextOf(table, 1), "i");
+  EXPECT_EQ(Load(table, "Code,English,2,3,4,5,6,7,8,9,10\r\n", "English"), 9);
+  EXPECT_EQ(Load(table, "Code,English\r\n1,a,b,c,d,e,f,g,h,i,j\r\n", "English"), 9);
+  EXPECT_EQ(Load(table, Lines(201), "English"), 0);
+  EXPECT_EQ(TextOf(table, 201), "text");
+  EXPECT_EQ(Load(table, Lines(202), "English"), 9);
+}
+
+TEST(LanguageTable, CodesMustBeSmallNumbers) {
+  LanguageTable table;
+  EXPECT_EQ(Load(table, "Code,English\r\n1,one\r\n\r\n", "English"), 13);  // an empty line, also the last one
+  EXPECT_EQ(Load(table, "Code,English\r\nx,one\r\n", "English"), 13);
+  EXPECT_EQ(Load(table, "Code,English\r\n40000,one\r\n", "English"), 6);
+  EXPECT_EQ(Load(table, "Code,English", "English"), 0);
+  EXPECT_EQ(table.LastEntry(), -1);
+  EXPECT_EQ(TextOf(table, 1), "(unknown)");
+}
+
+TEST(LanguageTable, SearchesFromItsCursor) {
+  LanguageTable table;
+  ASSERT_EQ(Load(table, "Code,English\r\n1,first\r\n2,two\r\n1,second\r\n", "English"), 0);
+  EXPECT_EQ(TextOf(table, 1), "first");
+  EXPECT_EQ(TextOf(table, 2), "two");
+  EXPECT_EQ(TextOf(table, 1), "second");
+  EXPECT_EQ(TextOf(table, 9), "(unknown)");
+  EXPECT_EQ(TextOf(table, 1), "second");  // a miss leaves the cursor where it was
+  ASSERT_EQ(Load(table, "Code,English\r\n1,alone\r\n", "English"), 0);
+  EXPECT_EQ(TextOf(table, 1), "alone");
+}
+
+class LanguageTest : public support::DesktopTest {};
+
+TEST_F(LanguageTest, AnUnknownLanguageBecomesEnglish) {
+  folder.Put("Lang.con", "Code,Deutsch,English\r\n1001,eins,one\r\n");
+  gLanguage = "Klingon";
+  LoadLang();
+  EXPECT_EQ(gLanguage, "English");
+  EXPECT_EQ(gLangCount, 0);
+  EXPECT_EQ(GetText(1001), "one");
+  EXPECT_TRUE(Desktop().boxes.empty());
+}
+
+TEST_F(LanguageTest, WithoutEnglishItTellsAndFails) {
+  for (const char* file : {"Code,Deutsch\r\n1,eins\r\n", "", "Code"}) {
+    support::ResetDesktop();
+    folder.Put("Lang.con", file);
+    folder.Put("Log.txt", "");
+    gLanguage = "Espa\xF1ol";
+    EXPECT_EQ(ErrorOf(LoadLang), 13);
+    ASSERT_EQ(Desktop().boxes.size(), 1u);
+    EXPECT_EQ(Desktop().boxes[0].text, "Error reading language files. No languages available");
+    EXPECT_EQ(folder.Get("Log.txt"), "\"15/11/2026 18:46:02 Cannot find default language or English\"\r\n");
+  }
+}
+
+TEST_F(LanguageTest, TheFirstMissingCodeIsReportedOnce) {
+  folder.Put("Lang.con", "Code,English\r\n1001,one\r\n");
+  LoadLang();
+  EXPECT_TRUE(CaptionsFromTable());
+  EXPECT_EQ(GetText(4242), "");
+  EXPECT_EQ(GetText(4243), "");
+  ASSERT_EQ(Desktop().posted.size(), 1u);
+  EXPECT_EQ(Desktop().posted[0].text, "Error reading language files. Cannot find code 4242");
+  EXPECT_EQ(Desktop().posted[0].title, "Language Error");
+  EXPECT_EQ(Desktop().posted[0].icon, BoxIcon::Information);
+  EXPECT_EQ(folder.Get("Log.txt"), "\"15/11/2026 18:46:02 Cannot find text code 4242\"\r\n");
+  LoadLang();
+  EXPECT_FALSE(CaptionsFromTable());  // a later loading does not take it back
+  EXPECT_EQ(GetText(1001), "one");
+}
+
+TEST_F(LanguageTest, StatesAreNeverWithoutANameOrHelp) {
+  folder.Put("Lang.con", "Code,English\r\n8203,Here\r\n8205,\r\n8207,alerts\r\n");
+  LoadLang();
+  LoadLangConsts();
+  EXPECT_EQ(gStateNames, (std::array<std::string, 3>{"Here", "Alerts Only", "Do Not Disturb"}));
+  EXPECT_EQ(gStateHelps, (std::array<std::string, 3>{"Receive chat and alerts", "alerts", "Receive nothing"}));
+  EXPECT_EQ(Desktop().posted.size(), 1u);
+}
+
+TEST_F(LanguageTest, AMissingFileIsTheFilesError) { EXPECT_EQ(ErrorOf(LoadLang), 53); }
+
+}  // namespace
+}  // namespace core

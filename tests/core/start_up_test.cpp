@@ -1,0 +1,154 @@
+#include "core/start_up.h"
+
+#include "core/globals.h"
+#include "core/ticks.h"
+#include "tests/support/desktop_test.h"
+#include "tests/support/fake_roster.h"
+#include "tests/support/recording_program.h"
+
+namespace core {
+namespace {
+
+using support::Desktop;
+using support::ErrorOf;
+using Events = std::vector<std::string>;
+
+constexpr char kUser[] = "\"English\"\r\n0\r\n0,0,2505,4605\r\n\"Anna\",0,4,\"(B)\",1\r\n9,9,9,9\r\n0\r\n0\r\n";
+
+class StartUpTest : public support::DesktopTest {
+ protected:
+  StartUpTest() {
+    folder.Put("Lang.con", "Code,English\r\n8202,In use\r\n8209,Not loaded\r\n");
+    folder.Put("User.ini", kUser);
+  }
+
+  // The events, a row of "pending" as one.
+  Events Happened() const {
+    Events events;
+    for (const std::string& event : Desktop().events) {
+      if (event != "pending" || events.empty() || events.back() != "pending") events.push_back(event);
+    }
+    return events;
+  }
+
+  // The texts of the log, without the time and the quotes.
+  std::string Log() const {
+    std::string log = folder.Get("Log.txt");
+    const std::string time = "\"" + Desktop().clock + " ";
+    for (std::size_t at; (at = log.find(time)) != std::string::npos;) log.erase(at, time.size());
+    for (std::size_t at; (at = log.find("\"\r\n")) != std::string::npos;) log.replace(at, 3, ";");
+    return log;
+  }
+
+  support::FakeRoster roster;
+  support::RecordingProgram program{roster};
+};
+
+TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
+  Desktop().onPending = [this] {
+    if (roster.rows.empty()) roster.rows = {"bob"};
+  };
+  Desktop().ticks = 500;
+  Main(program, "");
+  EXPECT_EQ(Happened(), (Events{"place main", "show splash", "pending", "load main", "open _anna quietly", "pending",
+                                "close _anna", "show tray", "load main", "open Anna", "hide splash"}));
+  EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;");
+  EXPECT_GE(Desktop().ticks, 500 + kListenTime);
+  EXPECT_LT(Desktop().ticks, 500 + kListenTime + 100);
+  EXPECT_EQ(roster.calls, "FGC");
+  EXPECT_EQ(gVersion, "1.0.0");
+  EXPECT_EQ(gSafe, 0);
+  EXPECT_EQ((WindowPlace{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowPlace{6430, 3860, 2500, 3800}));
+}
+
+TEST_F(StartUpTest, ASecondCopyLeavesNoTrace) {
+  Desktop().anotherCopyRuns = true;
+  Main(program, "");
+  EXPECT_EQ(Happened(), (Events{"box Previous Instance", "end"}));
+  EXPECT_EQ(Desktop().boxes[0].icon, BoxIcon::Information);
+  EXPECT_EQ(folder.Names(), "Lang.con User.ini");
+}
+
+TEST_F(StartUpTest, ANameInUseOpensTheOptions) {
+  program.onOpenSocket = [this] { roster.rows = {"ANNA"}; };
+  program.onOptions = [] {
+    EXPECT_EQ(gCurName, "Anna");
+    EXPECT_EQ(gStarting, -1);
+    gCurName = gUserName = "Anna2";
+  };
+  Main(program, "");
+  const Events events = Happened();
+  EXPECT_EQ(Events(events.begin() + 6, events.end()),
+            (Events{"box In use", "options", "close Anna2", "show tray", "load main", "open Anna2", "hide splash"}));
+}
+
+TEST_F(StartUpTest, AFailureIsLoggedAndShownAndLeavesTheRest) {
+  program.onOpenSocket = [] { throw RuntimeError(10048, "Address already in use"); };
+  Main(program, "");
+  EXPECT_EQ(Happened(), (Events{"place main", "show splash", "pending", "load main", "open _anna quietly",
+                                "box Not loaded: & 10048: Address already in use"}));
+  EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;Unable to load: 10048: Address already in use;");
+  EXPECT_EQ(gStarting, -1);
+}
+
+TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {
+  Desktop().ticks = 2147483640;
+  Main(program, "");
+  EXPECT_EQ(Happened().back(), "box Not loaded: & 6: Overflow");
+  EXPECT_EQ(TicksBetween(-5, 5), 10);
+  EXPECT_EQ(TicksBetween(0x7FFFFFFF, 0), -0x7FFFFFFF);
+  EXPECT_EQ(ErrorOf([] { TicksBetween(0x7FFFFFFF, -2); }), 6);
+}
+
+TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
+  folder.PutFolder("Log.txt");
+  folder.PutFolder("User.ini.new");
+  folder.Put("User.ini", "damaged");
+  Main(program, "");
+  EXPECT_EQ(Happened().back(), "box Not loaded: & 75: Path/File access error");
+  EXPECT_EQ(gUserName, "anna");
+  EXPECT_EQ(folder.Get("User.ini"), "damaged");
+  EXPECT_EQ(Desktop().posted.size(), 2u);
+}
+
+TEST_F(StartUpTest, SafeModeIsAWordAnywhere) {
+  for (const char* arguments : {"safe", "/SAFE", "run unsafe now"}) EXPECT_TRUE(AsksForSafeMode(arguments));
+  for (const char* arguments : {"", "saf e"}) EXPECT_FALSE(AsksForSafeMode(arguments));
+}
+
+TEST_F(StartUpTest, NamesInUse) {
+  roster.rows = {"Bob", "Anna"};
+  gCurName = "Anna";
+  EXPECT_TRUE(NameInUse(roster, "bob"));
+  EXPECT_FALSE(NameInUse(roster, "Anna"));  // the own row
+  EXPECT_TRUE(NameInUse(roster, "anna"));   // the own name in another case is another name
+  EXPECT_FALSE(NameInUse(roster, "cy"));
+}
+
+TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
+  gCurName = "Anna";
+  gRunAtLogon = 1;
+  Desktop().onPending = [this] { ShutDown(program); };
+  ShutDown(program);
+  EXPECT_EQ(Happened(),
+            (Events{"restore main", "close Anna", "remove tray", "run " + folder.Path("Quillon"), "pending", "end"}));
+  EXPECT_EQ(Log(), "Quillon unloaded;");
+}
+
+TEST_F(StartUpTest, ShutDownWithoutSavingStillRemovesTheIcon) {
+  folder.PutFolder("User.ini.new");
+  ShutDown(program);
+  EXPECT_EQ(Happened(),
+            (Events{"restore main", "box Run-time error '75':\r\n\r\nPath/File access error", "remove tray", "end"}));
+  EXPECT_EQ(Desktop().boxes[0].icon, BoxIcon::Critical);
+}
+
+TEST_F(StartUpTest, ALogThatFailsAtTheEndIsStillTold) {
+  folder.PutFolder("Log.txt");
+  ShutDown(program);
+  ASSERT_EQ(Desktop().boxes.size(), 1u);
+  EXPECT_EQ(Happened().back(), "end");
+}
+
+}  // namespace
+}  // namespace core

@@ -1,0 +1,95 @@
+#include "tests/support/recording_desktop.h"
+
+#include <utility>
+
+#include "core/globals.h"
+
+namespace support {
+namespace {
+
+RecordingDesktop gDesktop;
+
+}  // namespace
+
+RecordingDesktop& Desktop() { return gDesktop; }
+
+void ResetDesktop() {
+  gDesktop = {};
+  core::gLanguage = "English";
+  core::gAlertHeight = 0;
+  core::gUserName.clear();
+  core::gColour = 0;
+  core::gPopPos = 4;
+  core::gSound = "(B)";
+  core::gRunAtLogon = 0;
+  core::gChatLeft = core::gChatTop = core::gChatWidth = core::gChatHeight = 0;
+  core::gVersion.clear();
+  core::gSafe = core::gStarting = core::gStatus = 0;
+  core::gCurName.clear();
+  core::gLangError = 0;
+  core::gTicks = 0;
+  core::gStateNames = {"Available", "Alerts Only", "Do Not Disturb"};
+  core::gStateHelps = {"Receive chat and alerts", "Receive alerts only", "Receive nothing"};
+}
+
+void Record(std::string event) { gDesktop.events.push_back(std::move(event)); }
+
+}  // namespace support
+
+namespace core {
+
+using support::Desktop;
+using support::Record;
+
+void ShowBox(const Box& box) {
+  Record("box " + box.text);
+  Desktop().boxes.push_back(box);
+  if (Desktop().onBox) Desktop().onBox(box);
+}
+
+bool AskBox(const Box& box) {
+  Record("question " + box.text);
+  Desktop().boxes.push_back(box);
+  return Desktop().answer;
+}
+
+void PostBox(Box box) {
+  Desktop().posted.push_back(box);
+  Desktop().queue.Post(std::move(box));
+}
+
+void ShowPostedBoxes() { Desktop().queue.ShowAll(ShowBox); }
+
+void Beep() { Record("beep"); }
+
+void PlayAlertSound(const std::string& key) { Record("sound " + key); }
+
+std::string ClockText() { return Desktop().clock; }
+
+std::string TimeText() { return Desktop().time; }
+
+std::string LogonName() { return Desktop().logonName; }
+
+bool AnotherCopyRuns() { return Desktop().anotherCopyRuns; }
+
+std::int32_t TickCount() { return Desktop().ticks; }
+
+void RunPendingEvents() {
+  Record("pending");
+  if (Desktop().onPending) Desktop().onPending();
+}
+
+void WaitForEvent(std::int32_t milliseconds) {
+  const auto later = static_cast<std::uint32_t>(Desktop().ticks) + static_cast<std::uint32_t>(milliseconds);
+  Desktop().ticks = static_cast<std::int32_t>(later);
+}
+
+void WriteRunValue(const std::string& command) { Record("run " + command); }
+
+void DeleteRunValue() { Record("no run"); }
+
+std::string ProgramFileTitle() { return Desktop().fileTitle; }
+
+void EndProcess() { Record("end"); }
+
+}  // namespace core

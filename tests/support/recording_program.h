@@ -1,0 +1,48 @@
+// The windows and the network as tests see them: every call becomes an event of the recording desktop.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "core/globals.h"
+#include "core/program.h"
+#include "tests/support/recording_desktop.h"
+
+namespace support {
+
+class RecordingProgram : public core::Program {
+ public:
+  explicit RecordingProgram(core::Roster& roster) : users(roster) {}
+
+  core::Roster& users;
+  core::WindowPlace place{300, 150, 2505, 4605};
+  core::WindowPlace screen{0, 0, 15360, 11520};  // 1024 x 768 at 96 dpi
+  std::function<void()> onOpenSocket, onOptions;
+
+  void LoadMain() override { Record("load main"); }
+  void PlaceMain(const core::WindowPlace& to) override {
+    place = to;
+    Record("place main");
+  }
+  core::WindowPlace RestoreMain() override {
+    Record("restore main");
+    return place;
+  }
+  core::Roster& Users() override { return users; }
+  void ShowSplash() override { Record("show splash"); }
+  void HideSplash() override { Record("hide splash"); }
+  core::WindowPlace Screen() override { return screen; }
+  void OpenSocket() override {
+    Record("open " + core::gCurName + (core::gStarting != 0 ? " quietly" : ""));
+    if (onOpenSocket) onOpenSocket();
+  }
+  void CloseSocket() override { Record("close " + core::gCurName); }
+  void ShowOptionsAtStartUp() override {
+    Record("options");
+    if (onOptions) onOptions();
+  }
+  void ShowTray() override { Record("show tray"); }
+  void RemoveTray() override { Record("remove tray"); }
+};
+
+}  // namespace support
