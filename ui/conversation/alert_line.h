@@ -1,0 +1,31 @@
+// Alerts on their way to the screen. A crowd of senders may alert at once: nobody reads more than a few dozen popups,
+// and each one costs the desktop windows, so beyond that alerts wait their turn.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+
+namespace conversation {
+
+struct Alert {
+  std::string text, sender;
+  int iconKind = 0;
+};
+
+inline constexpr std::size_t kMaxOpenPopups = 31, kMaxWaitingAlerts = 1000;
+
+class AlertLine {
+ public:
+  // At the end of the line; dropped when it is full.
+  void Add(Alert alert);
+
+  // The alert to show now, beside `open` popups; none while they are too many or when nothing waits.
+  std::optional<Alert> Next(std::size_t open);
+
+ private:
+  std::deque<Alert> waiting_;
+};
+
+}  // namespace conversation

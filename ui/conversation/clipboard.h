@@ -1,0 +1,14 @@
+// Text to the clipboard.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace conversation {
+
+// As plain text, in the name of a window. Throws core::Err::ClipboardBusy while another program holds the clipboard,
+// and core::Err::OutOfMemory.
+void CopyText(HWND owner, const std::string& text);
+
+}  // namespace conversation

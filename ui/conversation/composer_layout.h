@@ -1,0 +1,46 @@
+// How the composer lays itself out: recipients at the left, the text at the right, a label above each. Pixels of the
+// client area.
+#pragma once
+
+#include <algorithm>
+
+#include "ui/toolkit/units.h"
+
+namespace conversation {
+
+// Design pixels.
+inline constexpr int kComposerWidth = 460, kComposerHeight = 320;
+inline constexpr int kComposerMinWidth = 300, kComposerMinHeight = 230;
+
+struct Area {
+  int left = 0, top = 0, right = 0, bottom = 0;
+  friend constexpr bool operator==(const Area&, const Area&) = default;
+  constexpr int Width() const { return right - left; }
+  constexpr int Height() const { return bottom - top; }
+};
+
+struct ComposerParts {
+  Area toLabel, messageLabel, recipients, text;
+};
+
+// `top` is the toolbar's lower edge, `line` the height of one line of text.
+constexpr ComposerParts ComposerLayout(int width, int height, int top, int line, toolkit::Dpi dpi) {
+  const int margin = toolkit::Scale(8, dpi), gap = toolkit::Scale(3, dpi);
+  const int share = std::clamp(width * 3 / 10, toolkit::Scale(100, dpi), toolkit::Scale(220, dpi));
+  const int labelTop = top + margin / 2, fieldTop = labelTop + line + gap;
+  const int bottom = std::max(height - margin, fieldTop);
+  const int textLeft = margin + share + margin, right = std::max(width - margin, textLeft);
+  return {{margin, labelTop, margin + share, labelTop + line},
+          {textLeft, labelTop, right, labelTop + line},
+          {margin, fieldTop, margin + share, bottom},
+          {textLeft, fieldTop, right, bottom}};
+}
+
+// A window of that size in the middle of an area, never beyond its left and top edge.
+constexpr Area CentredIn(const Area& area, int width, int height) {
+  const int left = area.left + std::max((area.Width() - width) / 2, 0);
+  const int top = area.top + std::max((area.Height() - height) / 2, 0);
+  return {left, top, left + width, top + height};
+}
+
+}  // namespace conversation

@@ -1,0 +1,201 @@
+#include "ui/conversation/frm_com.h"
+
+#include <vector>
+
+#include "core/desktop.h"
+#include "core/language.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "net/packet.h"
+#include "res/pictures.h"
+#include "ui/conversation/composer_layout.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+
+constexpr int kFirstButton = 101;
+constexpr toolkit::ToolButton kButtons[] = {
+    {'s', 4004, "&Send", res::kToolbarSend},
+    {'c', 4005, "&Close", res::kToolbarClose},
+};
+
+constexpr char kCaption[] = "Send Message - Quillon";
+constexpr int kCaptionCode = 4001;
+constexpr struct {
+  const char* text;
+  int textCode;
+} kLabels[] = {{"To", 4002}, {"Message", 4003}};
+
+// Leaves room in the datagram for the names and marks around the text.
+constexpr WPARAM kMaxText = 60000;
+
+constexpr DWORD kListStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
+constexpr DWORD kTextStyle = ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
+
+bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
+
+void Place(HWND control, const Area& area) {
+  ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
+}
+
+}  // namespace
+
+void FrmCom::Load() {
+  const RECT work = toolkit::WorkAreaPixels();
+  const Area place = CentredIn({work.left, work.top, work.right, work.bottom}, Px(kComposerWidth), Px(kComposerHeight));
+  Create({.className = "frmCom"}, kCaption, {place.left, place.top, place.right, place.bottom});
+  CreateControls();
+  SetLan();
+  core::RunPendingEvents();
+  LayOut();
+}
+
+void FrmCom::CreateControls() {
+  TB.Create(hwnd(), kFirstButton, kButtons);
+  AnswersKeysOf(TB);
+  lblCap[0] = AddControl("STATIC", kLabels[0].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  const HWND list = AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE);
+  lvUsers.Attach(list, recipients_.Rows(), toolkit::SharedPictures(res::Strip::Roster));
+  lvUsers.AddColumn(0, "User", 0);
+  lblCap[1] = AddControl("STATIC", kLabels[1].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
+  ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
+}
+
+void FrmCom::SetLan() {
+  if (!core::CaptionsFromTable()) return;
+  ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
+  for (int i = 0; i < 2; ++i) ::SetWindowTextA(lblCap[i], core::GetText(kLabels[i].textCode).c_str());
+  TB.SetLan();
+  LayOut();
+}
+
+void FrmCom::LayOut() {
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  const int line = toolkit::MeasureText(toolkit::DialogFont(), "X").cy;
+  const int top = TB.Place(client.right);
+  const ComposerParts parts = ComposerLayout(client.right, client.bottom, top, line, toolkit::ScreenDpi());
+  Place(lblCap[0], parts.toLabel);
+  Place(lblCap[1], parts.messageLabel);
+  Place(lvUsers.hwnd(), parts.recipients);
+  Place(txtMsg, parts.text);
+  // As wide as the list less a scroll bar that may come: a column that just fits would scroll sideways then.
+  RECT list{};
+  ::GetWindowRect(lvUsers.hwnd(), &list);
+  const int frames = 2 * ::GetSystemMetrics(SM_CXEDGE) + ::GetSystemMetrics(SM_CXVSCROLL);
+  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right - list.left - frames);
+}
+
+void FrmCom::AddRecipient(std::string_view name) {
+  recipients_.AddRecipient(name);
+  lvUsers.Sync();
+}
+
+void FrmCom::AddRecipients(std::string_view list) {
+  recipients_.AddRecipients(list);
+  lvUsers.Sync();
+}
+
+void FrmCom::RefreshRows() {
+  recipients_.RefreshRows();
+  lvUsers.Sync();
+}
+
+void FrmCom::ShowForTyping() {
+  Raise();
+  ::SetFocus(txtMsg);
+}
+
+LRESULT FrmCom::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      if (txtMsg && wParam != SIZE_MINIMIZED) LayOut();
+      return 0;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_SETFOCUS:
+      Window::Handle(message, wParam, lParam);
+      if (::GetFocus() == hwnd()) ::SetFocus(txtMsg);
+      return 0;
+    case WM_COMMAND:
+      if (const auto key = TB.KeyOf(LOWORD(wParam))) TB_ButtonClick(*key);
+      return 0;
+    case WM_NOTIFY: {
+      LRESULT result = 0;
+      if (lvUsers.Notify(*reinterpret_cast<const NMHDR*>(lParam), lParam, result)) return result;
+      break;
+    }
+    default:
+      break;
+  }
+  return Window::Handle(message, wParam, lParam);
+}
+
+void FrmCom::LimitSize(MINMAXINFO& limits) const {
+  limits.ptMinTrackSize = {Px(kComposerMinWidth), Px(kComposerMinHeight)};
+}
+
+bool FrmCom::Translate(MSG& message) {
+  if (message.message == WM_KEYDOWN && message.hwnd == txtMsg && TranslateInText(message)) return true;
+  return Window::Translate(message);
+}
+
+// What a multi-line text box takes to be for a dialog box around it: it eats Tab, asks the window to close at Escape,
+// and leaves "select all" to nobody.
+bool FrmCom::TranslateInText(const MSG& key) {
+  switch (key.wParam) {
+    case VK_ESCAPE:
+      return true;
+    case VK_TAB:
+      if (KeyDown(VK_CONTROL)) return false;
+      ::SetFocus(::GetNextDlgTabItem(hwnd(), txtMsg, KeyDown(VK_SHIFT)));
+      return true;
+    case 'A':
+      if (!KeyDown(VK_CONTROL) || KeyDown(VK_MENU)) return false;
+      ::SendMessageA(txtMsg, EM_SETSEL, 0, -1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void FrmCom::TB_ButtonClick(char key) {
+  if (key == 's') return Send();
+  ::DestroyWindow(hwnd());
+}
+
+// Events run between sending and closing, and among them may be a second click.
+void FrmCom::Send() {
+  const std::string text = toolkit::TextOf(txtMsg);
+  if (sending_ || core::Trim(text).empty()) return;
+  sending_ = true;
+  if (recipients_.IsEverybody())
+    SendToAll(text);
+  else
+    SendToEach(text);
+  core::RunPendingEvents();
+  if (hwnd()) ::DestroyWindow(hwnd());
+}
+
+void FrmCom::SendToAll(const std::string& text) {
+  messenger_.SendMsg(net::kAlertMark + text);
+  core::WriteLog("alert sent to all");
+}
+
+void FrmCom::SendToEach(const std::string& text) {
+  const toolkit::ListRows& rows = recipients_.Rows();
+  for (std::size_t i = 0; i < rows.Count(); ++i) {
+    const std::string& name = rows.At(i).text;
+    messenger_.SendPrivate(name + ' ' + net::kAlertMark + text);
+    core::WriteLog("Private alert sent to " + name);
+  }
+}
+
+}  // namespace conversation

@@ -1,0 +1,228 @@
+#include "ui/conversation/frm_pop.h"
+
+#include <utility>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/runtime_error.h"
+#include "res/pictures.h"
+#include "ui/conversation/clipboard.h"
+#include "ui/conversation/popup_menu.h"
+#include "ui/conversation/recipients.h"
+#include "ui/toolkit/paint_colour.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+using toolkit::Tw;
+
+constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
+constexpr int kCloseId = 101, kDropId = 102, kPictureId = 103;
+constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
+
+constexpr int kCaptionCode = 5001;
+
+// The colours of the flashing: the second is the one of selected text, white on most desktops.
+constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
+
+// Alerts to everybody and private ones show the same picture, other kinds none.
+constexpr bool HasPicture(int iconKind) { return iconKind == 0 || iconKind == 1; }
+
+Screen TheScreen() {
+  const toolkit::ScreenSize screen = toolkit::WholeScreen();
+  return {screen.width, screen.height};
+}
+
+Size PictureBox() {
+  const Twips side = Tw(toolkit::PictureSize(res::Strip::Menu));
+  return {side, side};
+}
+
+void PlaceControl(HWND control, const Box& box) {
+  const int left = Px(box.left), top = Px(box.top);
+  ::MoveWindow(control, left, top, Px(box.left + box.width) - left, Px(box.top + box.height) - top, FALSE);
+}
+
+}  // namespace
+
+FrmPop::FrmPop(Alert alert, std::int32_t colour, PopupCommands commands)
+    : alert_(std::move(alert)),
+      colour_(colour),
+      commands_(std::move(commands)),
+      corner_(CornerOf(core::gPopPos)),
+      alertHeight_(core::gAlertHeight) {}
+
+void FrmPop::Open() {
+  Create({"frmPop", WS_POPUP | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW}, core::kProgramName, {});
+  if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
+  ::SetTimer(hwnd(), kTimer, kFlashInterval, nullptr);
+  CreateControls();
+  SetLan();
+  Build();
+  PlaceAndShow();
+}
+
+void FrmPop::SetLan() {
+  if (core::CaptionsFromTable()) ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
+}
+
+void FrmPop::CreateControls() {
+  picImg = AddControl("STATIC", "", SS_OWNERDRAW, 0, kPictureId);
+  lblSender = AddControl("STATIC", alert_.sender.c_str(), SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX);
+  lblMsg.Create(hwnd(), alert_.text + "\r\n");
+  lblMsg.SetForeColour(toolkit::PaintColour(colour_));
+  lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
+  lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
+}
+
+void FrmPop::Build() {
+  const Size picture = PictureBox(), largest = LargestLabel(TheScreen(), picture.height, alertHeight_);
+  const SIZE text = lblMsg.Fit({Px(largest.width), Px(largest.height)});
+  const Size label{LabelWidth(Tw(text.cx)), Tw(text.cy)};
+  size_ = PopupSize(label, picture.height);
+  const PopupParts parts = PartsOf(size_, label, picture);
+  ::SetWindowPos(hwnd(), nullptr, 0, 0, Px(size_.width), Px(size_.height), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  PlaceControl(picImg, parts.picture);
+  PlaceControl(lblSender, parts.sender);
+  PlaceControl(lblDrop.hwnd(), parts.drop);
+  PlaceControl(lblClose.hwnd(), parts.close);
+  PlaceControl(lblMsg.hwnd(), parts.label);
+}
+
+void FrmPop::PlaceAndShow() {
+  const Screen screen = TheScreen();
+  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PlaceWithoutCorner(screen, size_.width));
+  Show(SW_SHOWNOACTIVATE);
+  toolkit::SetTopMost(hwnd(), true);
+  core::PlayAlertSound(core::gSound);
+  ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
+}
+
+void FrmPop::MoveTo(conversation::Place place) {
+  place_ = place;
+  ::SetWindowPos(hwnd(), nullptr, Px(place.left), Px(place.top), 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_TIMER:
+      wParam == kAniTimer ? aniTimer_Timer() : Timer_Timer();
+      return 0;
+    case WM_COMMAND:
+      if (HIWORD(wParam) == BN_CLICKED) Clicked(LOWORD(wParam));
+      return 0;
+    case WM_DRAWITEM:
+      Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_PAINT:
+      PaintFrame();
+      return 0;
+    case WM_MOUSEWHEEL:
+      return ::SendMessageA(lblMsg.hwnd(), message, wParam, lParam);
+    case WM_SETFOCUS:
+      Window::Handle(message, wParam, lParam);
+      if (::GetFocus() == hwnd()) ::SetFocus(lblDrop.hwnd());
+      return 0;
+    default:
+      return Window::Handle(message, wParam, lParam);
+  }
+}
+
+// Enter presses the button that has the keyboard.
+bool FrmPop::Translate(MSG& message) {
+  const bool button = message.hwnd == lblClose.hwnd() || message.hwnd == lblDrop.hwnd();
+  if (button && message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
+    ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
+    return true;
+  }
+  return Window::Translate(message);
+}
+
+void FrmPop::aniTimer_Timer() {
+  const auto top = corner_ ? NextTop(*corner_, TheScreen(), place_.top, size_.height, alertHeight_) : std::nullopt;
+  if (!top) {
+    ::KillTimer(hwnd(), kAniTimer);
+    return;
+  }
+  MoveTo({place_.left, *top});
+}
+
+// A tick that was under way when the timer stopped may still arrive, and is not counted.
+void FrmPop::Timer_Timer() {
+  if (!flashes_.Tick()) return;
+  lit_ = !lit_;
+  lblMsg.SetBackColour(lit_ ? kLitColour : kFaceColour);
+  ::InvalidateRect(picImg, nullptr, FALSE);
+  if (flashes_.Done()) ::KillTimer(hwnd(), kTimer);
+}
+
+void FrmPop::Draw(const DRAWITEMSTRUCT& request) const {
+  switch (request.CtlID) {
+    case kCloseId:
+      return lblClose.Draw(request);
+    case kDropId:
+      return lblDrop.Draw(request);
+    default:
+      return DrawPicture(request);
+  }
+}
+
+void FrmPop::DrawPicture(const DRAWITEMSTRUCT& request) const {
+  ::FillRect(request.hDC, &request.rcItem, ::GetSysColorBrush(lit_ ? kLitColour : kFaceColour));
+  if (HasPicture(alert_.iconKind))
+    ::ImageList_Draw(toolkit::SharedPictures(res::Strip::Menu), res::kMenuAlert, request.hDC, 0, 0, ILD_NORMAL);
+}
+
+// Without a frame it could not be told from what lies under it.
+void FrmPop::PaintFrame() {
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(hwnd(), &paint);
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  ::FrameRect(dc, &client, ::GetSysColorBrush(COLOR_3DSHADOW));
+  ::EndPaint(hwnd(), &paint);
+}
+
+void FrmPop::Clicked(int id) {
+  if (id == kCloseId) Close();
+  if (id == kDropId) lblDrop_Click();
+}
+
+void FrmPop::lblDrop_Click() {
+  RECT button{};
+  ::GetWindowRect(lblDrop.hwnd(), &button);
+  Chosen(ShowPopupMenu(hwnd(), button));
+}
+
+void FrmPop::Chosen(unsigned command) {
+  switch (command) {
+    case mnuExportC:
+      return CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd()));
+    case mnuReplySender:
+      return Answer(alert_.sender + '|');
+    case mnuReplyAll:
+      return Answer(std::string(kEverybody) + '|');
+    case mnuLive:
+      return mnuLive_Click();
+    case mnuBlock:
+      return commands_.blockSender(alert_.sender);
+    default:
+      return;
+  }
+}
+
+void FrmPop::Answer(const std::string& recipients) {
+  commands_.openComposer(recipients);
+  Close();
+}
+
+void FrmPop::mnuLive_Click() {
+  if (commands_.startLiveChat(alert_)) Close();
+}
+
+}  // namespace conversation

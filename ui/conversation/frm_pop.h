@@ -1,0 +1,72 @@
+// The alert popup: a small window that slides into view at a corner of the screen and flashes for three seconds. It
+// never takes the keyboard from what the user is doing, and stays until the user closes it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "ui/conversation/alert_line.h"
+#include "ui/conversation/glyph_button.h"
+#include "ui/conversation/message_label.h"
+#include "ui/conversation/popup_layout.h"
+#include "ui/toolkit/window.h"
+
+namespace conversation {
+
+// What the popup's menu asks of the rest of the program.
+struct PopupCommands {
+  std::function<void(const std::string& recipients)> openComposer;
+  // False when no chat window can be opened; the popup then stays.
+  std::function<bool(const Alert& alert)> startLiveChat;
+  std::function<void(const std::string& sender)> blockSender;
+};
+
+class FrmPop : public toolkit::Window {
+ public:
+  // `colour`: of the text, in the form in which the roster keeps it.
+  FrmPop(Alert alert, std::int32_t colour, PopupCommands commands);
+
+  // Builds, places, shows and starts it. Throws core::Err::OutOfMemory when the desktop has no room for another window.
+  void Open();
+
+  void SetLan();
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool Translate(MSG& message) override;
+  void CreateControls();
+  void Build();
+  void PlaceAndShow();
+  void MoveTo(conversation::Place place);
+  void aniTimer_Timer();
+  void Timer_Timer();
+  void Draw(const DRAWITEMSTRUCT& request) const;
+  void DrawPicture(const DRAWITEMSTRUCT& request) const;
+  void PaintFrame();
+  void Clicked(int id);
+  void lblDrop_Click();
+  void Chosen(unsigned command);
+  void Answer(const std::string& recipients);
+  void mnuLive_Click();
+  void Close() { ::DestroyWindow(hwnd()); }
+
+  const Alert alert_;
+  const std::int32_t colour_;
+  const PopupCommands commands_;
+
+  MessageLabel lblMsg;
+  GlyphButton lblClose, lblDrop;
+  HWND picImg = nullptr, lblSender = nullptr;
+
+  // The settings at the time of opening: changing them lets no popup change its course.
+  const std::optional<Corner> corner_;
+  const int alertHeight_;
+  conversation::Place place_{};
+  Size size_{};
+  FlashCount flashes_;
+  bool lit_ = false;
+};
+
+}  // namespace conversation

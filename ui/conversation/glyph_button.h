@@ -1,0 +1,35 @@
+// A small flat button with a symbol of the Marlett font, the one that Windows draws its own caption buttons with. It
+// lights up under the mouse and is a true button for the keyboard and for readers of the screen, who hear its window
+// text.
+#pragma once
+
+#include <windows.h>
+
+#include "ui/toolkit/handles.h"
+
+namespace conversation {
+
+class GlyphButton {
+ public:
+  GlyphButton() = default;
+  GlyphButton(const GlyphButton&) = delete;
+  GlyphButton& operator=(const GlyphButton&) = delete;
+  ~GlyphButton();
+
+  void Create(HWND parent, int id, const char* text, char glyph);
+
+  // Answers the parent's WM_DRAWITEM for this button.
+  void Draw(const DRAWITEMSTRUCT& request) const;
+
+  HWND hwnd() const { return hwnd_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR button);
+  void SetHot(bool hot);
+
+  HWND hwnd_ = nullptr;
+  char glyph_ = 0;
+  bool hot_ = false;
+};
+
+}  // namespace conversation

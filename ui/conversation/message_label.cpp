@@ -1,0 +1,212 @@
+#include "ui/conversation/message_label.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "ui/conversation/text_lines.h"
+#include "ui/toolkit/handles.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr int kMargin = 7;  // design pixels around the text
+constexpr int kWheelLines = 3;
+
+// A text control draws a tab as a box.
+std::string WithoutTabs(const std::string& text) {
+  std::string plain;
+  plain.reserve(text.size());
+  for (const char c : text) c == '\t' ? plain.append("    ") : plain.append(1, c);
+  return plain;
+}
+
+int WidthOf(HDC dc, std::string_view text) {
+  SIZE size{};
+  ::GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+  return size.cx;
+}
+
+// Characters are at least a pixel wide: measuring more of them than there are pixels would only cost time.
+std::size_t FitInto(HDC dc, std::string_view text, int width) {
+  const int length = static_cast<int>(std::min(text.size(), static_cast<std::size_t>(width) + 1));
+  int fit = 0;
+  SIZE size{};
+  ::GetTextExtentExPointA(dc, text.data(), length, width, &fit, nullptr, &size);
+  return static_cast<std::size_t>(fit);
+}
+
+}  // namespace
+
+MessageLabel::~MessageLabel() {
+  if (hwnd_) ::RemoveWindowSubclass(hwnd_, Procedure, kSubclass);
+}
+
+void MessageLabel::Create(HWND parent, const std::string& text) {
+  shown_ = WithoutTabs(text.c_str());  // a text box ends at a zero byte too
+  hwnd_ = ::CreateWindowExA(0, "STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
+                            parent, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+  ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
+  ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+}
+
+SIZE MessageLabel::Fit(SIZE largest) {
+  const toolkit::WindowDc dc(hwnd_);
+  const toolkit::Selected font(dc.get(), toolkit::DialogFont());
+  TEXTMETRICA metrics{};
+  ::GetTextMetricsA(dc.get(), &metrics);
+  lineHeight_ = static_cast<int>(metrics.tmHeight);
+  const int margins = 2 * Px(kMargin), bar = ::GetSystemMetrics(SM_CXVSCROLL);
+  const auto height = [&] { return static_cast<int>(lines_.size()) * lineHeight_ + margins; };
+  BreakToFit(dc.get(), largest.cx - margins);
+  scrolls_ = height() > largest.cy;
+  if (scrolls_) BreakToFit(dc.get(), largest.cx - margins - bar);
+  int width = 0;
+  for (const std::string_view line : lines_) width = std::max(width, WidthOf(dc.get(), line));
+  return {width + margins + (scrolls_ ? bar : 0), std::min(height(), static_cast<int>(largest.cy))};
+}
+
+void MessageLabel::BreakToFit(HDC dc, int width) {
+  lines_ = BreakLines(shown_);
+  const auto tooWide = [&](std::string_view line) { return WidthOf(dc, line) > width; };
+  if (std::ranges::none_of(lines_, tooWide)) return;
+  lines_ = BreakLines(shown_, [&](std::string_view line) { return FitInto(dc, line, width); });
+}
+
+void MessageLabel::SetForeColour(COLORREF colour) {
+  foreColour_ = colour;
+  ::InvalidateRect(hwnd_, nullptr, FALSE);
+}
+
+void MessageLabel::SetBackColour(int systemColour) {
+  backColour_ = systemColour;
+  ::InvalidateRect(hwnd_, nullptr, FALSE);
+}
+
+LRESULT CALLBACK MessageLabel::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                         DWORD_PTR label) {
+  MessageLabel& self = *reinterpret_cast<MessageLabel*>(label);
+  if (message == WM_NCDESTROY) {
+    ::RemoveWindowSubclass(hwnd, Procedure, kSubclass);
+    self.hwnd_ = nullptr;
+    return ::DefSubclassProc(hwnd, message, wParam, lParam);
+  }
+  return self.Answer(message, wParam, lParam);
+}
+
+LRESULT MessageLabel::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_SIZE:
+      ScrollTo(top_);
+      return 0;
+    case WM_NCHITTEST:  // a text control is transparent to the mouse, its scroll bar too
+      return ::DefWindowProcA(hwnd_, message, wParam, lParam);
+    case WM_LBUTTONDOWN:
+      if (scrolls_) ::SetFocus(hwnd_);
+      return 0;
+    case WM_GETDLGCODE:
+      return scrolls_ ? DLGC_WANTARROWS : DLGC_STATIC;
+    case WM_KEYDOWN:
+      if (ScrollByKey(wParam)) return 0;
+      break;
+    case WM_VSCROLL:
+      Scroll(LOWORD(wParam));
+      return 0;
+    case WM_MOUSEWHEEL: {
+      wheel_ += GET_WHEEL_DELTA_WPARAM(wParam) * kWheelLines;
+      const int lines = wheel_ / WHEEL_DELTA;
+      wheel_ -= lines * WHEEL_DELTA;
+      ScrollTo(top_ - lines);
+      return 0;
+    }
+    default:
+      break;
+  }
+  return ::DefSubclassProc(hwnd_, message, wParam, lParam);
+}
+
+void MessageLabel::Paint() {
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(hwnd_, &paint);
+  RECT client{};
+  ::GetClientRect(hwnd_, &client);
+  ::FillRect(dc, &client, ::GetSysColorBrush(backColour_));
+  PaintLines(dc, client);
+  ::EndPaint(hwnd_, &paint);
+}
+
+void MessageLabel::PaintLines(HDC dc, const RECT& client) const {
+  const toolkit::Selected font(dc, toolkit::DialogFont());
+  ::SetTextColor(dc, foreColour_);
+  ::SetBkMode(dc, TRANSPARENT);
+  int y = Px(kMargin);
+  for (auto i = static_cast<std::size_t>(top_); i < lines_.size() && y < client.bottom; ++i, y += lineHeight_)
+    ::TextOutA(dc, Px(kMargin), y, lines_[i].data(), static_cast<int>(lines_[i].size()));
+}
+
+int MessageLabel::PageLines() const {
+  RECT client{};
+  ::GetClientRect(hwnd_, &client);
+  return std::max((static_cast<int>(client.bottom) - 2 * Px(kMargin)) / lineHeight_, 1);
+}
+
+void MessageLabel::Scroll(int command) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_TRACKPOS;
+  ::GetScrollInfo(hwnd_, SB_VERT, &info);
+  const int last = static_cast<int>(lines_.size());
+  switch (command) {
+    case SB_LINEUP:
+      return ScrollTo(top_ - 1);
+    case SB_LINEDOWN:
+      return ScrollTo(top_ + 1);
+    case SB_PAGEUP:
+      return ScrollTo(top_ - PageLines());
+    case SB_PAGEDOWN:
+      return ScrollTo(top_ + PageLines());
+    case SB_TOP:
+      return ScrollTo(0);
+    case SB_BOTTOM:
+      return ScrollTo(last);
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+      return ScrollTo(info.nTrackPos);
+    default:
+      return;
+  }
+}
+
+bool MessageLabel::ScrollByKey(WPARAM key) {
+  constexpr struct {
+    WPARAM key;
+    int command;
+  } keys[] = {{VK_UP, SB_LINEUP},     {VK_DOWN, SB_LINEDOWN}, {VK_PRIOR, SB_PAGEUP},
+              {VK_NEXT, SB_PAGEDOWN}, {VK_HOME, SB_TOP},      {VK_END, SB_BOTTOM}};
+  const auto found = std::ranges::find_if(keys, [&](const auto& entry) { return entry.key == key; });
+  if (found == std::end(keys)) return false;
+  Scroll(found->command);
+  return true;
+}
+
+// Brings the bar in line with the window too.
+void MessageLabel::ScrollTo(int line) {
+  if (!scrolls_) return;
+  ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | WS_VSCROLL | WS_TABSTOP);
+  const int page = PageLines(), count = static_cast<int>(lines_.size());
+  top_ = std::clamp(line, 0, std::max(count - page, 0));
+  const SCROLLINFO info{sizeof info, SIF_ALL | SIF_DISABLENOSCROLL, 0, count - 1, static_cast<UINT>(page), top_, 0};
+  ::SetScrollInfo(hwnd_, SB_VERT, &info, TRUE);
+  ::InvalidateRect(hwnd_, nullptr, FALSE);
+}
+
+}  // namespace conversation

@@ -1,0 +1,53 @@
+// The text of an alert: as wide as its longest line, wrapped only when the screen is too narrow, scrolled only when it
+// is too low. "&" is text.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace conversation {
+
+class MessageLabel {
+ public:
+  MessageLabel() = default;
+  MessageLabel(const MessageLabel&) = delete;
+  MessageLabel& operator=(const MessageLabel&) = delete;
+  ~MessageLabel();
+
+  // `text` becomes the window text as it stands.
+  void Create(HWND parent, const std::string& text);
+
+  // Breaks the text into lines; the size that they take with their margin, within the largest one. Pixels.
+  SIZE Fit(SIZE largest);
+
+  void SetForeColour(COLORREF colour);
+  void SetBackColour(int systemColour);
+
+  HWND hwnd() const { return hwnd_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR label);
+  LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
+  void BreakToFit(HDC dc, int width);
+  void Paint();
+  void PaintLines(HDC dc, const RECT& client) const;
+  void Scroll(int command);
+  void ScrollTo(int line);
+  bool ScrollByKey(WPARAM key);
+  int PageLines() const;
+
+  HWND hwnd_ = nullptr;
+  std::string shown_;
+  std::vector<std::string_view> lines_;  // into shown_
+  COLORREF foreColour_ = 0;
+  int backColour_ = COLOR_BTNFACE;
+  int lineHeight_ = 1;
+  int top_ = 0;  // first line in view
+  bool scrolls_ = false;
+  int wheel_ = 0;  // turn of the wheel that did not make a whole line yet
+};
+
+}  // namespace conversation

@@ -1,0 +1,75 @@
+#include "ui/conversation/open_windows.h"
+
+#include <string>
+#include <utility>
+
+namespace conversation {
+
+void OpenWindows::OpenComposer(std::string_view recipients) {
+  if (!NamesAnybody(recipients)) return;
+  const std::shared_ptr<FrmCom> composer = Composer();
+  composer->AddRecipients(recipients);
+  composer->ShowForTyping();
+}
+
+// A composer whose text is on its way is as good as closed.
+std::shared_ptr<FrmCom> OpenWindows::Composer() {
+  if (composer_ && !composer_->Sending()) return composer_;
+  const auto opened = std::make_shared<FrmCom>(roster_, messenger_);
+  opened->onDestroyed = [this, closed = opened.get()] {
+    if (composer_.get() == closed) composer_.reset();
+  };
+  composer_ = opened;
+  opened->Load();
+  return opened;
+}
+
+// The one place where chat windows will be opened. There are none yet.
+std::shared_ptr<net::ChatWindow> OpenWindows::OpenChat(std::string_view) { return nullptr; }
+
+void OpenWindows::ShowAlert(std::string_view text, std::string_view sender, int iconKind) {
+  alerts_.Add({std::string(text), std::string(sender), iconKind});
+  ShowWaitingAlerts();
+}
+
+void OpenWindows::ShowWaitingAlerts() {
+  while (auto alert = alerts_.Next(popups_.size())) ShowPopup(std::move(*alert));
+}
+
+void OpenWindows::ShowPopup(Alert alert) {
+  const std::int32_t colour = roster_.GetColorForUName(alert.sender);
+  const auto popup = std::make_shared<FrmPop>(std::move(alert), colour, Commands());
+  popup->onDestroyed = [this, closed = popup.get()] { PopupClosed(closed); };
+  popup->Open();
+  popups_.push_back(popup);
+}
+
+void OpenWindows::PopupClosed(const FrmPop* popup) {
+  std::erase_if(popups_, [&](const auto& open) { return open.get() == popup; });
+  ShowWaitingAlerts();
+}
+
+PopupCommands OpenWindows::Commands() {
+  return {.openComposer = [this](const std::string& recipients) { OpenComposer(recipients); },
+          .startLiveChat = [this](const Alert& alert) { return StartLiveChat(alert); },
+          .blockSender = [this](const std::string& sender) { BlockSender(sender); }};
+}
+
+bool OpenWindows::StartLiveChat(const Alert& alert) {
+  const auto chat = OpenChat(alert.sender + '|');
+  if (!chat) return false;
+  chat->AddMsg(alert.text, alert.sender, roster_.GetColorForUName(alert.sender));
+  return true;
+}
+
+void OpenWindows::BlockSender(const std::string& sender) {
+  roster_.AddBlocked(sender);
+  if (composer_) composer_->RefreshRows();
+}
+
+void OpenWindows::SetLan() {
+  if (composer_) composer_->SetLan();
+  for (const auto& popup : popups_) popup->SetLan();
+}
+
+}  // namespace conversation
