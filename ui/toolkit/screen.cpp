@@ -32,6 +32,12 @@ Dpi ScreenDpi() {
 
 ScreenSize WholeScreen() { return {Tw(::GetSystemMetrics(SM_CXSCREEN)), Tw(::GetSystemMetrics(SM_CYSCREEN))}; }
 
+RECT WorkAreaPixels() {
+  RECT area{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  return area;
+}
+
 HFONT DialogFont() {
   static const Font font = MakeFont(0);
   return font.get();

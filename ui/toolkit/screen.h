@@ -21,6 +21,9 @@ struct ScreenSize {
 // The whole primary screen, the task bar included.
 ScreenSize WholeScreen();
 
+// The desktop without the task bar, pixels; the whole screen when the system does not tell it.
+RECT WorkAreaPixels();
+
 // The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
 HFONT DialogFont();
 HFONT BoldDialogFont();

@@ -3,10 +3,9 @@
 #include <new>
 #include <set>
 
-#include "core/event_loop_win32.h"
-#include "core/desktop.h"
 #include "core/runtime_error.h"
-#include "res/resource_ids.h"
+#include "core/unhandled_error.h"
+#include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {
@@ -33,7 +32,8 @@ void Window::Register(const WindowStyle& style) {
   windowClass.cbSize = sizeof windowClass;
   windowClass.lpfnWndProc = Procedure;
   windowClass.hInstance = Instance();
-  windowClass.hIcon = ::LoadIconA(Instance(), MAKEINTRESOURCEA(res::kProgramIcon));
+  windowClass.hIcon = ProgramIcon(SM_CXICON);
+  windowClass.hIconSm = ProgramIcon(SM_CXSMICON);
   windowClass.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
   windowClass.hbrBackground = ::GetSysColorBrush(style.background);
   windowClass.lpszClassName = style.className;

@@ -1,0 +1,75 @@
+#include "ui/main/application.h"
+
+#include "core/desktop.h"
+#include "core/start_up.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace mainwindow {
+
+Application::Application()
+    : sktBC_([this](std::string_view data) { dispatcher_.DataArrived(data); }),
+      messenger_(sktBC_),
+      conversations_(users_, messenger_),
+      dispatcher_(users_, conversations_, messenger_) {
+  users_.refreshChatWindows = [this] {
+    for (const auto& chat : conversations_.ChatWindows()) chat->RefUserList();
+  };
+}
+
+MainCommands Application::Commands() {
+  return {.openComposer = [this](const std::string& recipients) { conversations_.OpenComposer(recipients); },
+          .openChat = [this](const std::string& participants) { conversations_.OpenChat(participants); },
+          .showOptions = [] {},
+          .showAbout = [this] { ShowAbout(); },
+          .shutDown = [this] { core::ShutDown(*this); }};
+}
+
+void Application::ShowAbout() {
+  if (!frmAbout_ || !frmAbout_->hwnd()) {
+    frmAbout_ = std::make_shared<FrmAbout>();
+    frmAbout_->Load();
+  }
+  frmAbout_->Raise();
+}
+
+void Application::LoadMain() {
+  if (frmMain_) return;
+  frmMain_ = std::make_shared<FrmMain>(users_, messenger_, Commands());
+  frmMain_->Load();
+}
+
+void Application::PlaceMain(const core::WindowPlace& place) {
+  LoadMain();
+  frmMain_->Move(place);
+}
+
+core::WindowPlace Application::RestoreMain() {
+  LoadMain();
+  return frmMain_->Restore();
+}
+
+void Application::ShowSplash() {
+  frmSplash_ = std::make_shared<FrmSplash>();
+  frmSplash_->Load();
+  frmSplash_->Show(SW_SHOWNOACTIVATE);
+  toolkit::SetTopMost(frmSplash_->hwnd(), true);
+}
+
+void Application::HideSplash() { frmSplash_->Show(SW_HIDE); }
+
+core::WindowPlace Application::Screen() {
+  const toolkit::ScreenSize screen = toolkit::WholeScreen();
+  return {0, 0, screen.width.value, screen.height.value};
+}
+
+// The name is taken. Until the options dialog can ask for another one, start-up cannot go on.
+void Application::ShowOptionsAtStartUp() { core::ShutDown(*this); }
+
+void Application::ShowTray() { frmMain_->ShowTray(); }
+
+void Application::RemoveTray() {
+  if (frmMain_) frmMain_->RemoveTray();
+}
+
+}  // namespace mainwindow

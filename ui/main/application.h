@@ -1,0 +1,52 @@
+// The program put together: windows, network and roster bound to each other. Everything below sees it through the abstract
+// classes it implements.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/program.h"
+#include "net/broadcast_socket_win32.h"
+#include "net/dispatcher.h"
+#include "net/messenger.h"
+#include "ui/conversation/open_windows.h"
+#include "ui/main/frm_about.h"
+#include "ui/main/frm_main.h"
+#include "ui/main/frm_splash.h"
+#include "ui/main/user_roster.h"
+
+namespace mainwindow {
+
+class Application : public core::Program {
+ public:
+  Application();
+
+  void LoadMain() override;
+  void PlaceMain(const core::WindowPlace& place) override;
+  core::WindowPlace RestoreMain() override;
+  core::Roster& Users() override { return users_; }
+  void ShowSplash() override;
+  void HideSplash() override;
+  core::WindowPlace Screen() override;
+  void OpenSocket() override { messenger_.OpenSocket(); }
+  void CloseSocket() override { messenger_.CloseSocket(); }
+  void ShowOptionsAtStartUp() override;
+  void ShowTray() override;
+  void RemoveTray() override;
+
+ private:
+  MainCommands Commands();
+  void ShowAbout();
+
+  UserRoster users_;
+  net::BroadcastSocket sktBC_;
+  net::Messenger messenger_;
+  conversation::OpenWindows conversations_;
+  net::Dispatcher dispatcher_;
+  std::shared_ptr<FrmMain> frmMain_;
+  std::shared_ptr<FrmSplash> frmSplash_;
+  std::shared_ptr<FrmAbout> frmAbout_;
+};
+
+}  // namespace mainwindow

@@ -1,0 +1,102 @@
+#include "ui/main/frm_about.h"
+
+#include <array>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "ui/main/web_links.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace mainwindow {
+namespace {
+
+using toolkit::Px;
+
+constexpr char kLinkClass[] = "SysLink";  // the headers name it in wide characters only
+constexpr int kIconId = 10, kLinkId = 11;
+constexpr int kWidth = 340, kHeight = 200, kMargin = 16, kIconSide = 48;  // pixels of the client area at 100 %
+
+toolkit::Font NameFont() {
+  LOGFONTA font{};
+  ::GetObjectA(toolkit::BoldDialogFont(), sizeof font, &font);
+  font.lfHeight = font.lfHeight * 3 / 2;
+  return toolkit::Font(::CreateFontIndirectA(&font));
+}
+
+std::string VersionLine(const std::string& word) { return word + " " + core::gVersion; }
+
+std::string LinkMarkup(const std::string& caption) { return "<a>" + caption + "</a>"; }
+
+}  // namespace
+
+void FrmAbout::Load() {
+  constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+  RECT place{0, 0, Px(kWidth), Px(kHeight)};
+  ::AdjustWindowRectEx(&place, style, FALSE, WS_EX_DLGMODALFRAME);
+  const RECT area = toolkit::WorkAreaPixels();
+  ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
+               (area.top + area.bottom - place.bottom - place.top) / 2);
+  Create({"frmAbout", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, "About Quillon", place);
+
+  icon_ = toolkit::LoadProgramIcon(Px(kIconSide));
+  nameFont_ = NameFont();
+  constexpr DWORD label = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
+  picIcon_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kIconId);
+  lblName_ = AddControl("STATIC", core::kProgramName, label);
+  ::SendMessageA(lblName_, WM_SETFONT, reinterpret_cast<WPARAM>(nameFont_.get()), FALSE);
+  lblVersion_ = AddControl("STATIC", VersionLine("Version").c_str(), label);
+  lblMaker_ = AddControl("STATIC", "Made by Vextant", label);
+  lblRights_ = AddControl("STATIC", "All rights reserved.", label);
+  lnkWeb_ = AddControl(kLinkClass, LinkMarkup("Visit our web site").c_str(), WS_TABSTOP, 0, kLinkId);
+  cmdClose_ = AddControl("BUTTON", "&Close", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
+  Place();
+  SetLan();
+  ::SetFocus(cmdClose_);
+}
+
+void FrmAbout::Place() {
+  const int left = Px(kMargin + kIconSide + kMargin), width = Px(kWidth - kMargin) - left;
+  ::MoveWindow(picIcon_, Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide), FALSE);
+  const std::array<std::pair<HWND, int>, 5> lines{
+      {{lblName_, 14}, {lblVersion_, 42}, {lblMaker_, 66}, {lblRights_, 86}, {lnkWeb_, 116}}};
+  for (const auto& [line, top] : lines) ::MoveWindow(line, left, Px(top), width, Px(line == lblName_ ? 26 : 18), FALSE);
+  ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90), Px(kHeight - kMargin - 25), Px(90), Px(25), FALSE);
+}
+
+void FrmAbout::SetLan() {
+  if (!core::CaptionsFromTable()) return;
+  const std::array<std::pair<HWND, std::string>, 6> captions{{{hwnd(), core::GetText(7001)},
+                                                              {lblVersion_, VersionLine(core::GetText(7002))},
+                                                              {lblMaker_, core::GetText(7003)},
+                                                              {lblRights_, core::GetText(7004)},
+                                                              {lnkWeb_, LinkMarkup(core::GetText(7005))},
+                                                              {cmdClose_, core::GetText(7006)}}};
+  for (const auto& [window, caption] : captions) ::SetWindowTextA(window, caption.c_str());
+}
+
+LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_DRAWITEM: {
+      const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+      ::FillRect(request.hDC, &request.rcItem, ::GetSysColorBrush(COLOR_BTNFACE));
+      ::DrawIconEx(request.hDC, 0, 0, icon_.get(), Px(kIconSide), Px(kIconSide), 0, nullptr, DI_NORMAL);
+      return TRUE;
+    }
+    case WM_NOTIFY: {
+      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+      if (header.idFrom == kLinkId && (header.code == NM_CLICK || header.code == NM_RETURN))
+        toolkit::OpenLink(kWebLinks[0]);
+      return 0;
+    }
+    case WM_COMMAND:
+      if (LOWORD(wParam) == IDOK) ::DestroyWindow(hwnd());
+      return 0;
+    default:
+      return Window::Handle(message, wParam, lParam);
+  }
+}
+
+}  // namespace mainwindow

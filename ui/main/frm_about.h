@@ -1,0 +1,27 @@
+// The About window: version, the maker's notices, and the way to the maker's web site.
+#pragma once
+
+#include "ui/toolkit/handles.h"
+#include "ui/toolkit/window.h"
+
+namespace mainwindow {
+
+class FrmAbout : public toolkit::Window {
+ public:
+  // Creates the window, hidden, in the middle of the work area.
+  void Load();
+
+  void SetLan();
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void Place();
+
+  HWND lblName_ = nullptr, lblVersion_ = nullptr, lblMaker_ = nullptr, lblRights_ = nullptr, lnkWeb_ = nullptr,
+       cmdClose_ = nullptr;
+  HWND picIcon_ = nullptr;
+  toolkit::Font nameFont_;
+  toolkit::Icon icon_;
+};
+
+}  // namespace mainwindow

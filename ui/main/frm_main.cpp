@@ -1,0 +1,205 @@
+#include "ui/main/frm_main.h"
+
+#include <array>
+#include <utility>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "ui/main/main_layout.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace mainwindow {
+namespace {
+
+using toolkit::Px;
+using toolkit::ToolButton;
+using toolkit::Tw;
+
+constexpr int kFirstToolId = 100;
+constexpr std::array<ToolButton, 3> kToolButtons{{
+    {'a', 1002, "&Alert", res::kToolbarAlert},
+    {'l', 1003, "&Chat", res::kToolbarChat},
+    {'b', 1004, "&Block", res::kToolbarBlock},
+}};
+
+constexpr UINT_PTR kTmrMnu = 1;
+constexpr UINT kTmrMnuInterval = 1;  // milliseconds; the platform ticks as fast as it can, about every 10
+
+constexpr int kUName = 0, kStat = 1;
+constexpr toolkit::Twips kUNameWidth{1300};
+constexpr int kStatusHeight = 20, kStatusMargin = 4;  // pixels at 100 %
+
+constexpr DWORD kRosterStyle = WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS |
+                               LVS_SHAREIMAGELISTS;
+
+RECT WindowRect(HWND hwnd) {
+  RECT rect{};
+  ::GetWindowRect(hwnd, &rect);
+  return rect;
+}
+
+core::WindowPlace PlaceOf(const RECT& rect) {
+  return {Tw(rect.left).value, Tw(rect.top).value, Tw(rect.right - rect.left).value, Tw(rect.bottom - rect.top).value};
+}
+
+}  // namespace
+
+FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands commands)
+    : users_(users), messenger_(messenger), commands_(std::move(commands)) {}
+
+void FrmMain::Load() {
+  Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200), Px(320)});
+  CreateControls();
+  SetUpMenus();
+  SetUpTray();
+  SetLan();
+  SetUpInt();
+  LayOut();
+  ::SetTimer(hwnd(), kTmrMnu, kTmrMnuInterval, nullptr);
+}
+
+void FrmMain::CreateControls() {
+  TB.Create(hwnd(), kFirstToolId, kToolButtons);
+  AnswersKeysOf(TB);
+  const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle, WS_EX_CLIENTEDGE);
+  lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
+  lvUsers.AddColumn(kUName, "", Px(kUNameWidth));
+  lvUsers.AddColumn(kStat, "", 0);
+  users_.lblStat.captionChanged = [this](const std::string&) { statusStale_ = true; };
+  lblStat = AddControl("STATIC", "", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS);
+  ::SetFocus(list);
+}
+
+void FrmMain::SetLan() {
+  if (!core::CaptionsFromTable()) return;
+  core::LoadLangConsts();
+  ::SetWindowTextA(hwnd(), core::GetText(1001).c_str());
+  TB.SetLan();
+  SetMenuCaptions();
+  users_.UpdateStat();
+  LayOut();
+}
+
+void FrmMain::SetUpInt() {
+  users_.ClearlvUsers();
+  users_.RefGroups();
+  users_.RefBlock();
+}
+
+void FrmMain::Move(const core::WindowPlace& place) {
+  const int left = Px(toolkit::Twips{place.left}), top = Px(toolkit::Twips{place.top});
+  ::SetWindowPos(hwnd(), nullptr, left, top, Px(toolkit::Twips{place.left + place.width}) - left,
+                 Px(toolkit::Twips{place.top + place.height}) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+core::WindowPlace FrmMain::Restore() {
+  if (!::IsIconic(hwnd()) && !::IsZoomed(hwnd())) return PlaceOf(WindowRect(hwnd()));
+  if (::IsWindowVisible(hwnd())) {
+    ::ShowWindow(hwnd(), SW_SHOWNOACTIVATE);
+    return PlaceOf(WindowRect(hwnd()));
+  }
+  // Every call that restores a window shows it too, but for taking the state's bits away.
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  ::GetWindowPlacement(hwnd(), &placement);
+  const LONG_PTR style = ::GetWindowLongPtrA(hwnd(), GWL_STYLE);
+  ::SetWindowLongPtrA(hwnd(), GWL_STYLE, style & ~static_cast<LONG_PTR>(WS_MINIMIZE | WS_MAXIMIZE));
+  const RECT& normal = placement.rcNormalPosition;
+  const RECT area = toolkit::WorkAreaPixels();  // the normal place counts from the work area's corner
+  ::SetWindowPos(hwnd(), nullptr, normal.left + area.left, normal.top + area.top, normal.right - normal.left,
+                 normal.bottom - normal.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+  return PlaceOf(WindowRect(hwnd()));
+}
+
+void FrmMain::ShowMe() {
+  lvUsers.Sync();
+  Raise();
+}
+
+void FrmMain::Hide() { Show(SW_HIDE); }
+
+LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      Resized(wParam);
+      return 0;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_NOTIFY:
+      return Notified(lParam);
+    case WM_COMMAND:
+      if (Commanded(LOWORD(wParam))) return 0;
+      break;
+    case WM_TIMER:
+      tmrMnu_Timer();
+      return 0;
+    case WM_CLOSE:
+      commands_.shutDown();
+      return 0;
+    case WM_ENDSESSION:
+      if (wParam) commands_.shutDown();
+      return 0;
+    default:
+      break;
+  }
+  return Window::Handle(message, wParam, lParam);
+}
+
+// The program never sits minimised on the task bar: it lives in the notification area.
+void FrmMain::Resized(WPARAM kind) {
+  if (kind == SIZE_MINIMIZED)
+    Hide();
+  else
+    LayOut();
+}
+
+void FrmMain::LimitSize(MINMAXINFO& limits) const {
+  limits.ptMinTrackSize.x = Px(kMinWidth);
+  limits.ptMinTrackSize.y = Px(kMinHeight);
+}
+
+void FrmMain::LayOut() {
+  if (!lblStat) return;  // sized while it is being made
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  const MainBands bands = BandsOf(client.bottom, TB.Place(client.right), Px(kStatusHeight), statBarVisible_);
+  ::MoveWindow(lvUsers.hwnd(), 0, bands.rosterTop, client.right, bands.rosterHeight, TRUE);
+  ::MoveWindow(lblStat, Px(kStatusMargin), bands.statusTop, client.right - 2 * Px(kStatusMargin), Px(kStatusHeight), TRUE);
+  ::ShowWindow(lblStat, statBarVisible_ ? SW_SHOWNA : SW_HIDE);
+  const int first = ListView_GetColumnWidth(lvUsers.hwnd(), kUName);
+  const int width = Px(StatColumnWidth(Tw(client.right), Tw(first)));
+  ListView_SetColumnWidth(lvUsers.hwnd(), kStat, width > 0 ? width : 0);
+}
+
+LRESULT FrmMain::Notified(LPARAM lParam) {
+  const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+  LRESULT result = 0;
+  if (header.hwndFrom == lvUsers.hwnd() && (header.code == NM_DBLCLK || header.code == NM_RETURN)) TB_ButtonClick('a');
+  lvUsers.Notify(header, lParam, result);
+  return result;
+}
+
+void FrmMain::tmrMnu_Timer() {
+  ShowMenuState();
+  const bool selected = users_.lvUsers.SelectedCount() > 0;
+  if (selected != selectionSeen_) {
+    selectionSeen_ = selected;
+    for (const ToolButton& button : kToolButtons) TB.Enable(button.key, selected);
+  }
+  if (::IsWindowVisible(hwnd())) lvUsers.Sync();
+  ShowStatus();
+}
+
+// The control follows the roster's text here and not where packets change it, so that a flood costs no painting.
+void FrmMain::ShowStatus() {
+  if (!std::exchange(statusStale_, false)) return;
+  ::SetWindowTextA(lblStat, users_.lblStat.Caption().c_str());
+}
+
+void FrmMain::HelpObj_MenuHelp(const std::string& text) { users_.lblStat.ShowHelp(text); }
+
+}  // namespace mainwindow

@@ -1,0 +1,102 @@
+// The main window: the roster, its toolbar and status line, the menus and the notification icon. It lives for the whole run,
+// mostly hidden.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "core/program.h"
+#include "net/messenger.h"
+#include "ui/main/main_menu.h"
+#include "ui/main/user_roster.h"
+#include "ui/toolkit/cool_menu.h"
+#include "ui/toolkit/handles.h"
+#include "ui/toolkit/rows_view.h"
+#include "ui/toolkit/toolbar.h"
+#include "ui/toolkit/tray_icon.h"
+#include "ui/toolkit/window.h"
+
+namespace mainwindow {
+
+// What the main window's commands open; bound where the program is put together.
+struct MainCommands {
+  std::function<void(const std::string& recipients)> openComposer;
+  std::function<void(const std::string& participants)> openChat;
+  std::function<void()> showOptions;
+  std::function<void()> showAbout;
+  std::function<void()> shutDown;
+};
+
+class FrmMain : public toolkit::Window {
+ public:
+  FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands commands);
+
+  // Creates the window, hidden, with its captions, menus and an empty roster.
+  void Load();
+
+  void Move(const core::WindowPlace& place);
+
+  // Out of a minimised or maximised state without showing the window; its normal place, twips.
+  core::WindowPlace Restore();
+
+  // Puts the icon into the notification area; where the desktop has none the window itself is shown, so that the program
+  // stays reachable.
+  void ShowTray();
+  void RemoveTray() { TI.Destroy(); }
+
+  // Shows the window and brings it to the front.
+  void ShowMe();
+
+  void SetLan();
+
+  // The help text of the highlighted menu item in the status line; the empty text puts the counts back.
+  void HelpObj_MenuHelp(const std::string& text);
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void CreateControls();
+  void SetUpInt();
+  void SetUpMenus();
+  void LayOut();
+  void Resized(WPARAM kind);
+  void LimitSize(MINMAXINFO& limits) const;
+  LRESULT Notified(LPARAM lParam);
+  bool Commanded(int id);
+  void TB_ButtonClick(char key);
+  void mnuStat_Click(unsigned state);
+  void mnuStatBar_Click();
+  void mnuMoveSub_Click(unsigned corner);
+  void mnuPop_PopUp();
+  void tmrMnu_Timer();
+  void SetUpTray();
+  void SetMenuCaptions();
+  void CheckItem(unsigned id, bool checked);
+  void ShowMenuState();
+  void ShowStateIcon();
+  void ShowStatus();
+  void Hide();
+
+  struct Command {
+    unsigned id;
+    void (*run)(FrmMain& form);
+  };
+  static const Command kCommands[];
+
+  UserRoster& users_;
+  net::Messenger& messenger_;
+  MainCommands commands_;
+
+  toolkit::Toolbar TB;
+  HWND lblStat = nullptr;
+  toolkit::RowsView lvUsers;
+  toolkit::TrayIcon TI;
+  toolkit::Icon trayIcon_;
+  HMENU menu_ = nullptr;  // the window's, and destroyed with it
+  toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
+  bool statBarVisible_ = true;
+  bool statusStale_ = true;
+  bool selectionSeen_ = true;
+  bool visibleSeen_ = true;
+};
+
+}  // namespace mainwindow

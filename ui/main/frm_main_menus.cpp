@@ -1,0 +1,147 @@
+// The main window's menus, toolbar and notification icon: what each command does.
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "ui/main/frm_main.h"
+#include "ui/main/main_layout.h"
+#include "ui/main/web_links.h"
+#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace mainwindow {
+namespace {
+
+toolkit::MenuStyle Style() { return core::gSafe ? toolkit::MenuStyle::Plain : toolkit::MenuStyle::OwnerDrawn; }
+
+std::string EverybodyList() { return std::string(kEverybody) + "|"; }
+
+}  // namespace
+
+void FrmMain::SetUpMenus() {
+  menu_ = toolkit::BuildMenu(kMainMenu, toolkit::MenuKind::Bar, Style()).release();
+  ::SetMenu(hwnd(), menu_);
+  if (!core::gSafe) {
+    coolMenu_.Attach(hwnd());
+    coolMenu_.look.ilHandle = toolkit::SharedPictures(res::Strip::Menu);
+    coolMenu_.help.MenuHelp = [this](const std::string& text) { HelpObj_MenuHelp(text); };
+    toolkit::TagPictures(kMainMenu, coolMenu_.imageTags);
+    coolMenu_.AddMenuBar();
+  }
+  CheckItem(mnuStat, true);
+  CheckItem(mnuStatBar, true);
+  ShowMenuState();
+}
+
+void FrmMain::SetMenuCaptions() {
+  toolkit::TagPictures(kMainMenu, coolMenu_.imageTags);
+  coolMenu_.ChangeCaptions([this] { toolkit::SetCaptions(menu_, kMainMenu, Style()); });
+  ::DrawMenuBar(hwnd());
+}
+
+void FrmMain::CheckItem(unsigned id, bool checked) {
+  ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED);
+}
+
+// Of Show Main Window and Hide the menu offers the one that makes sense.
+void FrmMain::ShowMenuState() {
+  const bool visible = ::IsWindowVisible(hwnd()) != FALSE;
+  if (visible == visibleSeen_) return;
+  visibleSeen_ = visible;
+  coolMenu_.ChangeCaptions([this, visible] {
+    toolkit::SetRowShown(menu_, kMainMenu, Style(), mnuShowMe, !visible);
+    toolkit::SetRowShown(menu_, kMainMenu, Style(), mnuHide, visible);
+  });
+}
+
+const FrmMain::Command FrmMain::kCommands[] = {
+    {mnuChatAll, [](FrmMain& form) { form.commands_.openChat(EverybodyList()); }},
+    {mnuSndAll, [](FrmMain& form) { form.commands_.openComposer(EverybodyList()); }},
+    {mnuOpts, [](FrmMain& form) { form.commands_.showOptions(); }},
+    {mnuShowMe, [](FrmMain& form) { form.ShowMe(); }},
+    {mnuHide, [](FrmMain& form) { form.Hide(); }},
+    {mnuClose, [](FrmMain& form) { form.commands_.shutDown(); }},
+    {mnuStatBar, [](FrmMain& form) { form.mnuStatBar_Click(); }},
+    {mnuAbout, [](FrmMain& form) { form.commands_.showAbout(); }},
+};
+
+bool FrmMain::Commanded(int id) {
+  if (const auto key = TB.KeyOf(id)) return TB_ButtonClick(*key), true;
+  const auto command = static_cast<unsigned>(id);
+  for (const Command& row : kCommands)
+    if (row.id == command) return row.run(*this), true;
+  if (const unsigned state = IndexIn(mnuStat, kStates, command); state < kStates) return mnuStat_Click(state), true;
+  if (const unsigned corner = IndexIn(mnuMoveSub, kCorners, command); corner < kCorners)
+    return mnuMoveSub_Click(corner), true;
+  if (const unsigned link = IndexIn(mnuWp, kLinks, command); link < kLinks)
+    return toolkit::OpenLink(kWebLinks[link]), true;
+  return false;
+}
+
+void FrmMain::TB_ButtonClick(char key) {
+  switch (key) {
+    case 'a':
+      return commands_.openComposer(users_.SelectedRecipients());
+    case 'l':
+      return commands_.openChat(users_.SelectedRecipients());
+    case 'b':
+      return users_.ToggleBlock();
+    default:
+      return;
+  }
+}
+
+void FrmMain::mnuStat_Click(unsigned state) {
+  for (unsigned i = 0; i < kStates; ++i) CheckItem(mnuStat + i, i == state);
+  core::gStatus = static_cast<std::int16_t>(state);
+  ShowStateIcon();
+  messenger_.SendState();
+}
+
+void FrmMain::mnuStatBar_Click() {
+  statBarVisible_ = !statBarVisible_;
+  CheckItem(mnuStatBar, statBarVisible_);
+  LayOut();
+}
+
+void FrmMain::mnuMoveSub_Click(unsigned corner) {
+  RECT window{};
+  ::GetWindowRect(hwnd(), &window);
+  const RECT place = CornerPlace(corner, toolkit::WorkAreaPixels(), window);
+  ::SetWindowPos(hwnd(), nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FrmMain::SetUpTray() {
+  TI.SetToolTipText(core::kProgramName);
+  TI.ShowParent = [this] {
+    if (::IsWindowEnabled(hwnd())) ShowMe();
+  };
+  TI.ShowPopUpMenu = [this] {
+    if (::IsWindowEnabled(hwnd())) mnuPop_PopUp();
+  };
+  ShowStateIcon();
+}
+
+void FrmMain::ShowStateIcon() {
+  const int side = ::GetSystemMetrics(SM_CXSMICON);
+  toolkit::Icon icon = toolkit::LoadPicture(res::Strip::Tray, core::gStatus, side);
+  TI.SetIcon(icon.get());
+  trayIcon_ = std::move(icon);
+}
+
+void FrmMain::ShowTray() {
+  TI.Create();
+  if (!TI.Active()) ShowMe();
+}
+
+// The window must be in the foreground for the menu to close when the user clicks elsewhere, and the empty message
+// afterwards makes a second opening work (the documented manner of ::TrackPopupMenu with notification icons).
+void FrmMain::mnuPop_PopUp() {
+  POINT pointer{};
+  ::GetCursorPos(&pointer);
+  ::SetForegroundWindow(hwnd());
+  ::TrackPopupMenu(::GetSubMenu(menu_, 0), TPM_RIGHTBUTTON, pointer.x, pointer.y, 0, hwnd(), nullptr);
+  ::PostMessageA(hwnd(), WM_NULL, 0, 0);
+}
+
+}  // namespace mainwindow

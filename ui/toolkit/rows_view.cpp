@@ -1,0 +1,137 @@
+#include "ui/toolkit/rows_view.h"
+
+#include <algorithm>
+
+#include "core/text.h"
+#include "ui/toolkit/paint_colour.h"
+
+namespace toolkit {
+namespace {
+
+constexpr LPARAM kWholeList = -1;
+
+LVITEMA StateOf(bool selected) {
+  LVITEMA item{};
+  item.stateMask = LVIS_SELECTED;
+  item.state = selected ? LVIS_SELECTED : 0u;
+  return item;
+}
+
+}  // namespace
+
+void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
+  hwnd_ = listView;
+  rows_ = &rows;
+  ListView_SetExtendedListViewStyle(hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  ListView_SetImageList(hwnd_, smallIcons, LVSIL_SMALL);
+  Sync();
+}
+
+void RowsView::AddColumn(int index, const char* caption, int width) {
+  LVCOLUMNA column{};
+  column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+  column.cx = width;
+  column.iSubItem = index;
+  column.pszText = const_cast<char*>(caption);  // the control copies it
+  ::SendMessageA(hwnd_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
+}
+
+void RowsView::Sync() {
+  if (rows_->SetChanges() != seenSet_) {
+    seenSet_ = rows_->SetChanges();
+    ListView_SetItemCountEx(hwnd_, static_cast<int>(rows_->Count()), LVSICF_NOSCROLL);
+    ApplySelection();
+  } else if (rows_->LookChanges() == seenLooks_) {
+    return;
+  }
+  seenLooks_ = rows_->LookChanges();
+  ::InvalidateRect(hwnd_, nullptr, FALSE);
+}
+
+// The control remembers its selection by position, and positions shift when a row goes.
+void RowsView::ApplySelection() {
+  applying_ = true;
+  LVITEMA item = StateOf(false);
+  ::SendMessageA(hwnd_, LVM_SETITEMSTATE, static_cast<WPARAM>(kWholeList), reinterpret_cast<LPARAM>(&item));
+  item = StateOf(true);
+  std::size_t left = rows_->SelectedCount();
+  for (std::size_t i = 0; left > 0 && i < rows_->Count(); ++i) {
+    if (!rows_->At(i).selected) continue;
+    ::SendMessageA(hwnd_, LVM_SETITEMSTATE, i, reinterpret_cast<LPARAM>(&item));
+    --left;
+  }
+  applying_ = false;
+}
+
+bool RowsView::Notify(const NMHDR& header, LPARAM lParam, LRESULT& result) {
+  if (header.hwndFrom != hwnd_) return false;
+  result = 0;
+  switch (header.code) {
+    case LVN_GETDISPINFOA:
+      Display(reinterpret_cast<NMLVDISPINFOA*>(lParam)->item);
+      return true;
+    case NM_CUSTOMDRAW:
+      result = Paint(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
+      return true;
+    case LVN_ODFINDITEMA:
+      result = Find(*reinterpret_cast<const NMLVFINDITEMA*>(lParam));
+      return true;
+    case LVN_ITEMCHANGED:
+      ReadSelection(*reinterpret_cast<const NMLISTVIEW*>(lParam));
+      return true;
+    case LVN_ODSTATECHANGED: {
+      const auto& range = *reinterpret_cast<const NMLVODSTATECHANGE*>(lParam);
+      TakeSelection(range.iFrom, range.iTo, (range.uNewState & LVIS_SELECTED) != 0);
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+void RowsView::Display(LVITEMA& item) const {
+  if (item.iItem < 0 || static_cast<std::size_t>(item.iItem) >= rows_->Count()) return;
+  const ListRow& row = rows_->At(static_cast<std::size_t>(item.iItem));
+  if (item.mask & LVIF_IMAGE) item.iImage = row.smallIcon - 1;  // icons are counted from 1, pictures from 0
+  if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
+  const std::string& text = item.iSubItem == 0 ? row.text : row.subText;
+  const std::size_t shown = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+  std::copy_n(text.data(), shown, item.pszText);
+  item.pszText[shown] = '\0';
+}
+
+LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_->Count()) return CDRF_DODEFAULT;
+  draw.clrText = PaintColour(rows_->At(draw.nmcd.dwItemSpec).foreColour);
+  return CDRF_DODEFAULT;
+}
+
+// Typing the first letters of a name goes to its row.
+int RowsView::Find(const NMLVFINDITEMA& search) const {
+  const auto count = rows_->Count();
+  if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || count == 0) return -1;
+  const std::string wanted = core::LowerCase(search.lvfi.psz);
+  const auto start = static_cast<std::size_t>(std::max(search.iStart, 0));
+  for (std::size_t step = 0; step < count; ++step) {
+    const std::size_t index = (start + step) % count;
+    if (core::EqualIgnoringCase(std::string_view(rows_->At(index).text).substr(0, wanted.size()), wanted))
+      return static_cast<int>(index);
+  }
+  return -1;
+}
+
+// Item -1 stands for all of them.
+void RowsView::ReadSelection(const NMLISTVIEW& change) {
+  if (!(change.uChanged & LVIF_STATE) || !((change.uOldState ^ change.uNewState) & LVIS_SELECTED)) return;
+  const int last = change.iItem < 0 ? static_cast<int>(rows_->Count()) - 1 : change.iItem;
+  TakeSelection(std::max(change.iItem, 0), last, (change.uNewState & LVIS_SELECTED) != 0);
+}
+
+void RowsView::TakeSelection(int first, int last, bool selected) {
+  if (applying_) return;
+  const int count = static_cast<int>(rows_->Count());
+  for (int i = first; i <= last && i < count; ++i) rows_->SetSelected(static_cast<std::size_t>(i), selected);
+}
+
+}  // namespace toolkit

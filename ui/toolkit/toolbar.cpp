@@ -1,0 +1,97 @@
+#include "ui/toolkit/toolbar.h"
+
+#include <algorithm>
+
+#include "core/language.h"
+#include "core/text.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+
+namespace toolkit {
+namespace {
+
+constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
+                         CCS_NOPARENTALIGN | CCS_NODIVIDER;
+
+}  // namespace
+
+char MnemonicOf(const std::string& caption) {
+  for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
+    if (caption[i] != '&') continue;
+    if (caption[i + 1] != '&') return core::LowerCase(caption.substr(i + 1, 1))[0];
+    ++i;
+  }
+  return 0;
+}
+
+void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> buttons) {
+  firstId_ = firstId;
+  buttons_ = buttons;
+  hwnd_ = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kStyle, 0, 0, 0, 0, parent, nullptr, ::GetModuleHandleA(nullptr),
+                            nullptr);
+  ::SendMessageA(hwnd_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
+  ::SendMessageA(hwnd_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(SharedPictures(res::Strip::Toolbar)));
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    TBBUTTON button{};
+    button.iBitmap = buttons[i].picture;
+    button.idCommand = firstId + static_cast<int>(i);
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE;
+    button.iString = reinterpret_cast<INT_PTR>(buttons[i].caption);
+    ::SendMessageA(hwnd_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    captions_.emplace_back(buttons[i].caption);
+  }
+}
+
+void Toolbar::SetLan() {
+  for (std::size_t i = 0; i < buttons_.size(); ++i) SetCaption(i, core::GetText(buttons_[i].textCode));
+}
+
+void Toolbar::SetCaption(std::size_t index, const std::string& caption) {
+  captions_[index] = caption;
+  TBBUTTONINFOA info{};
+  info.cbSize = sizeof info;
+  info.dwMask = TBIF_TEXT;
+  info.pszText = captions_[index].data();
+  ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId_) + index, reinterpret_cast<LPARAM>(&info));
+}
+
+void Toolbar::Enable(char key, bool enabled) {
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    if (buttons_[i].key != key) continue;
+    const WPARAM id = static_cast<WPARAM>(firstId_) + i;
+    const bool now = ::SendMessageA(hwnd_, TB_ISBUTTONENABLED, id, 0) != 0;
+    if (now != enabled) ::SendMessageA(hwnd_, TB_ENABLEBUTTON, id, MAKELPARAM(enabled, 0));
+  }
+}
+
+std::optional<char> Toolbar::KeyOf(int commandId) const {
+  const int index = commandId - firstId_;
+  if (index < 0 || index >= static_cast<int>(buttons_.size())) return std::nullopt;
+  return buttons_[static_cast<std::size_t>(index)].key;
+}
+
+bool Toolbar::ClickMnemonic(char letter) {
+  const char wanted = core::LowerCase(std::string(1, letter))[0];
+  for (std::size_t i = 0; i < captions_.size(); ++i) {
+    const int id = firstId_ + static_cast<int>(i);
+    if (MnemonicOf(captions_[i]) != wanted) continue;
+    if (!::SendMessageA(hwnd_, TB_ISBUTTONENABLED, static_cast<WPARAM>(id), 0)) return false;
+    ::SendMessageA(::GetParent(hwnd_), WM_COMMAND, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(hwnd_));
+    return true;
+  }
+  return false;
+}
+
+int Toolbar::Place(int width) {
+  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000), SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
+  RECT last{};
+  ::SendMessageA(hwnd_, TB_GETITEMRECT, buttons_.size() - 1, reinterpret_cast<LPARAM>(&last));
+  const int height = static_cast<int>(last.bottom) + Px(2);
+  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  return height;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,54 @@
+// A toolbar whose buttons are told apart by a key letter, with a picture above the caption.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+struct ToolButton {
+  char key;             // lower case; what a click is dispatched by
+  int textCode;         // of its caption in the language file
+  const char* caption;  // built in, with its mnemonic
+  int picture;          // index into the toolbar strip
+};
+
+class Toolbar {
+ public:
+  // Command ids of the buttons are firstId, firstId + 1, ... in the order of the table.
+  void Create(HWND parent, int firstId, std::span<const ToolButton> buttons);
+
+  HWND hwnd() const { return hwnd_; }
+
+  // Captions from the language table.
+  void SetLan();
+
+  void Enable(char key, bool enabled);
+
+  // The key of the button with this command id, none for a foreign id.
+  std::optional<char> KeyOf(int commandId) const;
+
+  // Clicks the enabled button whose mnemonic this is; false when there is none.
+  bool ClickMnemonic(char letter);
+
+  // At the top of a client area of this width; returns its height. Pixels. Buttons that do not fit go to further lines.
+  int Place(int width);
+
+ private:
+  void SetCaption(std::size_t index, const std::string& caption);
+
+  HWND hwnd_ = nullptr;
+  int firstId_ = 0;
+  std::span<const ToolButton> buttons_;
+  std::vector<std::string> captions_;
+};
+
+// The lower-cased letter behind the first single "&" of a caption, 0 when there is none.
+char MnemonicOf(const std::string& caption);
+
+}  // namespace toolkit
