@@ -1,0 +1,60 @@
+// What becomes of an alert before it is drawn: its place in the line, and its lines.
+#include <gtest/gtest.h>
+
+#include "ui/conversation/alert_line.h"
+#include "ui/conversation/text_lines.h"
+
+namespace conversation {
+namespace {
+
+TEST(AlertLine, ShowsUpToItsLimitAndKeepsTheOrderOfTheRest) {
+  AlertLine line;
+  line.Add({"first", "anna", 0});
+  line.Add({"second", "bob", 1});
+  EXPECT_FALSE(line.Next(kMaxOpenPopups));
+  const auto first = line.Next(kMaxOpenPopups - 1);
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->text, "first");
+  EXPECT_EQ(line.Next(0)->sender, "bob");
+  EXPECT_FALSE(line.Next(0));
+}
+
+TEST(AlertLine, DropsWhatAFullLineCannotHold) {
+  AlertLine line;
+  for (std::size_t i = 0; i < kMaxWaitingAlerts + 5; ++i) line.Add({std::to_string(i), "anna", 0});
+  std::string last;
+  std::size_t shown = 0;
+  for (; const auto alert = line.Next(0); ++shown) last = alert->text;
+  EXPECT_EQ(shown, kMaxWaitingAlerts);
+  EXPECT_EQ(last, std::to_string(kMaxWaitingAlerts - 1));
+}
+
+using Lines = std::vector<std::string_view>;
+
+TEST(TextLines, EndAtEveryKindOfBreakAndNowhereElse) {
+  EXPECT_EQ(BreakLines("one\r\ntwo\nthree\rfour"), (Lines{"one", "two", "three", "four"}));
+  EXPECT_EQ(BreakLines("hello\r\n"), Lines{"hello"}) << "a break at the end starts no line";
+  EXPECT_EQ(BreakLines("hello\r\n\r\n"), (Lines{"hello", ""}));
+  EXPECT_EQ(BreakLines("\n\rx"), (Lines{"", "", "x"}));
+  EXPECT_EQ(BreakLines(""), Lines{""});
+}
+
+Lines InTen(std::string_view text) {
+  return BreakLines(text, [](std::string_view line) { return std::min<std::size_t>(line.size(), 10); });
+}
+
+TEST(TextLines, WrapAtBlanksAndInsideWordsThatAreTooLong) {
+  EXPECT_EQ(InTen("twelve men left"), (Lines{"twelve men", "left"}));
+  EXPECT_EQ(InTen("see thirteen men"), (Lines{"see", "thirteen", "men"}));
+  EXPECT_EQ(InTen("abcdefghijklmnopqrstuvwxyz"), (Lines{"abcdefghij", "klmnopqrst", "uvwxyz"}));
+  EXPECT_EQ(InTen(" abcdefghijkl"), (Lines{" abcdefghi", "jkl"}));
+  EXPECT_EQ(InTen("exactly10!\r\nnext"), (Lines{"exactly10!", "next"}));
+}
+
+// A screen too narrow for a single letter must not keep it busy for ever.
+TEST(TextLines, TakeAtLeastOneCharacterEach) {
+  EXPECT_EQ(BreakLines("abc", [](std::string_view) { return std::size_t{0}; }), (Lines{"a", "b", "c"}));
+}
+
+}  // namespace
+}  // namespace conversation
