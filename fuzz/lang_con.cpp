@@ -1,0 +1,34 @@
+// Any bytes as the language file: a failure has one of the known numbers, and no search leaves the table.
+#include "core/language_table.h"
+#include "core/runtime_error.h"
+#include "fuzz/fuzz_target.h"
+
+namespace {
+
+// 0 or the number of the failure; -1 when there is no English.
+long Load(std::string_view file, core::LanguageTable& table) {
+  try {
+    table.ReadLangNames(file);
+    const std::size_t column = table.FindLangCol("English");
+    if (column == 0) return -1;
+    table.ReadTexts(file, column);
+    return 0;
+  } catch (const core::RuntimeError& error) {
+    return error.number;
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  core::LanguageTable table;
+  const long failure = Load(fuzz::TextOf(data, size), table);
+  fuzz::Require(failure <= 0 || failure == 6 || failure == 9 || failure == 13);
+  fuzz::Require(table.LastEntry() >= -1 && table.LastEntry() <= 200);
+  int found = 0;
+  for (int code = -2; code < 1300; ++code) {
+    if (table.Find(code)) ++found;
+  }
+  fuzz::Require(found <= table.LastEntry() + 1);
+  return 0;
+}

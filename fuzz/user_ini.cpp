@@ -1,0 +1,59 @@
+// Any bytes as the settings file: a failure has one of the known numbers, and what reads well is written back so that
+// it reads the same.
+#include "core/globals.h"
+#include "core/runtime_error.h"
+#include "core/settings.h"
+#include "fuzz/fuzz_target.h"
+#include "tests/support/fake_roster.h"
+#include "tests/support/program_folder.h"
+#include "tests/support/recording_program.h"
+
+namespace {
+
+const support::ProgramFolder& Folder() {
+  static const support::ProgramFolder folder;
+  static const bool filled = (folder.Put("Lang.con", "Code,English,Deutsch\r\n1001,one,eins\r\n"), true);
+  static_cast<void>(filled);
+  return folder;
+}
+
+// 0 or the number of the failure.
+long Read(std::string_view bytes, support::RecordingProgram& program) {
+  try {
+    core::ReadSetsFrom(bytes, program);
+    return 0;
+  } catch (const core::RuntimeError& error) {
+    return error.number;
+  }
+}
+
+bool HasQuote(const std::vector<std::string>& lines) {
+  for (const std::string& line : lines) {
+    if (line.find('"') != std::string::npos) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const support::ProgramFolder& folder = Folder();
+  support::ResetDesktop();
+  support::FakeRoster roster;
+  support::RecordingProgram program(roster);
+  const long failure = Read(fuzz::TextOf(data, size), program);
+  fuzz::Require(failure == 0 || failure == 6 || failure == 13 || failure == 62);
+  if (failure != 0) return 0;
+
+  // A quote inside a text is the one thing that the format does not carry.
+  std::vector<std::string> texts = roster.groups;
+  texts.insert(texts.end(), {core::gUserName, core::gSound});
+  if (HasQuote(texts)) return 0;
+  core::gCurName = core::gUserName;
+  core::SaveSets(program);
+  const std::string saved = folder.Get("User.ini");
+  fuzz::Require(Read(saved, program) == 0);
+  core::SaveSets(program);
+  fuzz::Require(folder.Get("User.ini") == saved);
+  return 0;
+}
