@@ -12,8 +12,8 @@ PROGRAM_FOLDER = _WINDOWS_BUILD + "/Quillon"
 PROBE = _WINDOWS_BUILD + "/tests/segment/probe.exe"
 PICTURES = _ROOT + "/build/pictures"
 
-# Milliseconds after which a copy that found its name free is on the network: ten seconds of listening, and the start.
-START_UP = 10
+# Seconds for which a starting copy listens.
+LISTENING = 10
 
 
 class Rig:
@@ -37,6 +37,7 @@ class Copy:
 
     def __init__(self, rig, user, host, on_screen=None, dpi=96):
         self.user = user
+        self.host = host
         self.prefix = wine.Prefix(rig.system, host, on_screen or rig.screen, user=user, dpi=dpi)
         self.folder = self.prefix.install(PROGRAM_FOLDER)
         self.started = None
@@ -59,9 +60,9 @@ class Copy:
         return self.prefix.start("C:\\Quillon\\Quillon.exe", *arguments, stdout=subprocess.DEVNULL,
                                  stderr=subprocess.DEVNULL)
 
-    def write_settings(self, name=None, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
+    def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
         """Writes a User.ini as the program itself would."""
-        lines = ['"English"', "0", "300,300,2505,4605", f'"{name or self.user}",0,{position},"{sound}",{run_at_logon}',
+        lines = ['"English"', "0", "300,300,2505,4605", f'"{name or self.user}",{colour},{position},"{sound}",{run_at_logon}',
                  "0,0,0,0", str(len(blocked)), *(f'"{entry}"' for entry in blocked),
                  str(len(groups)), *(f'"{entry}"' for entry in groups)]
         self.write("User.ini", "".join(line + "\r\n" for line in lines))
@@ -85,7 +86,7 @@ class Copy:
         # The date is the short date, a blank and the long time: 11/21/2026 12:00:00 PM in Wine's English.
         return [record.strip('"').split(" ", 3)[3] for record in records]
 
-    def wait_for_box(self, seconds=START_UP + 10):
+    def wait_for_box(self, seconds=LISTENING + 10):
         """The text of the next message box; the box stays open."""
         box = self.probe.wait_for_box(seconds)
         return box, self.probe.box_text(box)
@@ -94,6 +95,10 @@ class Copy:
         """The rows of the main window's list."""
         main = self.probe.wait_for("frmMain", visible=False)
         return self.probe.rows(self.probe.children(main, "SysListView32")[0])
+
+    def run_value(self):
+        """Type, size and text of the entry that starts the program at logon; None when there is none."""
+        return self.probe.registry("Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillon")
 
     def close(self):
         """Closes the main window as its X does, and waits until the process has ended."""

@@ -204,12 +204,13 @@ void Rows(const Fields& fields) {
   }
 }
 
+// Selects or unselects a row, or all with -1.
 void Select(const Fields& fields) {
   const HWND list = Window(fields.at(1));
   RemoteMemory memory(list);
   LVITEMA item{};
   item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-  item.state = item.stateMask;
+  if (Number(fields.at(3))) item.state = item.stateMask;
   Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(Number(fields.at(2))), memory.Put(item));
 }
 

@@ -113,8 +113,10 @@ class Probe:
     def count(self, list_view):
         return self.send(list_view, LVM_GETITEMCOUNT)
 
-    def select(self, list_view, row):
-        self.ask("select", list_view.handle, row)
+    def select_only(self, list_view, row):
+        """Selects this row of a list view and no other."""
+        self.ask("select", list_view.handle, -1, 0)
+        self.ask("select", list_view.handle, row, 1)
 
     def registry(self, key, value):
         """Type, size and text of a value of the current user; None when there is none."""

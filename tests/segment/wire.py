@@ -1,6 +1,7 @@
 """The segment's packets, with the time of their arrival; and packets of the tests' own."""
 
 import socket
+import subprocess
 import threading
 import time
 from dataclasses import dataclass
@@ -11,6 +12,7 @@ PORT = 1414
 @dataclass(frozen=True)
 class Packet:
     time: float  # seconds on the monotonic clock
+    wall_time: float  # seconds since the epoch, to be compared with those of files
     source: str  # address of the sender
     text: str  # one character a byte
 
@@ -32,7 +34,7 @@ class Wire:
     def _listen(self):
         while True:
             data, (source, _) = self._socket.recvfrom(65535)
-            packet = Packet(time.monotonic(), source, data.decode("latin-1"))
+            packet = Packet(time.monotonic(), time.time(), source, data.decode("latin-1"))
             with self._news:
                 self._packets.append(packet)
                 self._news.notify_all()
@@ -69,3 +71,12 @@ class Wire:
                     heard = [packet.text for packet in self._packets[start:]]
                     raise TimeoutError(f"{text!r} not heard within {seconds} s, only {heard}")
                 self._news.wait(left)
+
+
+def hold_port(host, port=PORT):
+    """Takes the port on a host for itself alone, as a program that shares it with nobody does."""
+    program = ("import socket, time; s = socket.socket(socket.AF_INET, socket.SOCK_DGRAM); "
+               f"s.bind(('0.0.0.0', {port})); print('held', flush=True); time.sleep(3600)")
+    holder = subprocess.Popen(host.command("/usr/bin/python3", "-c", program), stdout=subprocess.PIPE)
+    holder.stdout.readline()
+    return holder

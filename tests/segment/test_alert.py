@@ -1,0 +1,153 @@
+"""Alerts from desk to desk: two copies on two hosts that are joined by a bridge."""
+
+import os
+import time
+import unittest
+
+from . import copies, network, probe, screen
+from .test_start_up import GREETING
+
+ALERT_TOOL = 100
+SEND_TOOL = 101
+
+
+class DeskToDesk(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.rig = copies.Rig()
+        cls.wire = cls.rig.wire
+        cls.anna = cls.rig.copy("anna", network.Host())
+        cls.bob = cls.rig.copy("bob", network.Host(), on_screen=screen.Screen())
+        cls.bob.write_settings("Bob", position=2, colour=255)
+        for copy in (cls.anna, cls.bob):
+            copy.start()
+        for copy, name in ((cls.anna, "anna"), (cls.bob, "Bob")):
+            cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 40)
+        probe.wait(lambda: cls._names(cls.anna) == {"(All)", "anna", "Bob"} == cls._names(cls.bob))
+
+    @staticmethod
+    def _names(copy):
+        return {row[0] for row in copy.roster()}
+
+    def _write(self, copy, recipient, text):
+        """Selects a row of the main window, clicks Alert, types the text and clicks Send."""
+        main = copy.probe.wait_for("frmMain", visible=False)
+        row = [name for name, _ in copy.roster()].index(recipient)
+        copy.probe.select_only(copy.probe.children(main, "SysListView32")[0], row)
+        copy.probe.click_tool(main, ALERT_TOOL)
+        composer = copy.probe.wait_for("frmCom")
+        copy.probe.type(copy.probe.children(composer, "Edit")[0], text)
+        probe.wait(lambda: copy.probe.children(composer, "Edit")[0].text == text)
+        copy.probe.click_tool(composer, SEND_TOOL)
+        copy.probe.wait_gone(composer)
+
+    def _popup(self, copy):
+        """The popup of a copy once it has come to rest, and its text."""
+        popup = copy.probe.wait_for("frmPop")
+
+        def rested():
+            before = copy.probe.wait_for("frmPop")
+            time.sleep(0.3)
+            after = copy.probe.wait_for("frmPop")
+            return after if before == after else None
+
+        popup = probe.wait(rested)
+        texts = [child.text for child in copy.probe.children(popup, "Static") if child.text.endswith("\r\n")]
+        return popup, texts
+
+    def _dismiss(self, copy, popup):
+        copy.probe.post(popup, probe.WM_CLOSE)
+        copy.probe.wait_gone(popup)
+
+    def test_1_two_listeners_do_not_answer_each_other_for_ever(self):
+        quiet = [packet for packet in self.wire.packets() if packet.text.startswith("_")]
+        self.assertLess(len(quiet), 25)
+
+    def test_2_private_alert(self):
+        start = self.wire.mark()
+        self._write(self.anna, "Bob", "Tea is \xe0 point")
+        self.wire.wait_for("anna|P/\xdfTea is \xe0 point|Bob", start=start)
+        popup, texts = self._popup(self.bob)
+        self.bob.prefix.screen.save(copies.PICTURES + "/alert.png")
+        self.assertEqual(texts, ["Tea is \xe0 point\r\n"])
+        self.assertEqual(popup.text, "Quillon")
+        # At rest at the top right; 2000 twips are the least width.
+        self.assertEqual((popup.right, popup.width), (1024, round(2000 / 15)))
+        self.assertIn(popup.top, range(0, 4))
+        self.assertEqual(self.anna.probe.windows("frmPop"), [])
+        self.assertEqual(self.anna.log()[-1], "Private alert sent to Bob")
+        self._dismiss(self.bob, popup)
+
+    def test_3_alert_to_all(self):
+        start = self.wire.mark()
+        self._write(self.bob, "(All)", "Fire drill at ten\r\nMind the stairs")
+        self.wire.wait_for("Bob|M/\xdfFire drill at ten\r\nMind the stairs", start=start)
+        popup, texts = self._popup(self.anna)
+        self.anna.prefix.screen.save(copies.PICTURES + "/alert-to-all.png")
+        self.assertEqual(texts, ["Fire drill at ten\r\nMind the stairs\r\n"])
+        # At rest at the bottom right, and not shown to who sent it.
+        self.assertEqual(popup.right, 1024)
+        self.assertIn(popup.bottom, range(768 - 4, 768 + 1))
+        self.assertEqual(self.bob.probe.windows("frmPop"), [])
+        self.assertEqual(self.bob.log()[-1], "alert sent to all")
+        self._dismiss(self.anna, popup)
+
+    def test_4_a_blank_alert_stays_in_the_composer(self):
+        main = self.anna.probe.wait_for("frmMain", visible=False)
+        self.anna.probe.select_only(self.anna.probe.children(main, "SysListView32")[0], 0)
+        self.anna.probe.click_tool(main, ALERT_TOOL)
+        composer = self.anna.probe.wait_for("frmCom")
+        start = self.wire.mark()
+        self.anna.probe.type(self.anna.probe.children(composer, "Edit")[0], "   ")
+        self.anna.probe.click_tool(composer, SEND_TOOL)
+        time.sleep(0.5)
+        self.assertEqual(self.wire.texts(start=start), [])
+        self.assertTrue(self.anna.probe.windows("frmCom"))
+
+
+class Flood(unittest.TestCase):
+    """Whatever comes in, the copy stays usable."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.rig = copies.Rig()
+        cls.wire = cls.rig.wire
+        cls.copy = cls.rig.copy("anna").start()
+        cls.wire.wait_for(f"anna|M/anna {GREETING}", 30)
+
+    def _answers(self, stranger):
+        """Whether a newcomer is answered within a few seconds."""
+        start = self.wire.mark()
+        self.wire.send(stranger + "|C/0")
+        self.wire.wait_for("anna|S/0", 15, start)
+        return True
+
+    def test_1_noise(self):
+        for size in (0, 1, 2, 3, 100, 1400, 9000, 60000, 65507):
+            for _ in range(4):
+                self.wire.send(os.urandom(size))
+        for text in ("|M/", "||", "noise", "noise|", "noise|X", "noise|C/9e99", "noise|S/1e400", "noise|P/", "noise|P/|",
+                     "noise|M/\0\xdf", "Noise|C/1", "(All)|S/2"):
+            self.wire.send(text)
+        self.assertTrue(self._answers("after1"))
+        self.assertTrue(self.copy.runs())
+
+    def test_2_alerts_by_the_thousand(self):
+        for number in range(3000):
+            self.wire.send(f"crier|M/\xdfAlert {number}")
+        self.assertTrue(self._answers("after2"))
+        popups = self.copy.probe.windows("frmPop")
+        self.assertEqual(len([popup for popup in popups if popup.visible]), 31)
+        self.copy.probe.post(popups[0], probe.WM_CLOSE)
+        probe.wait(lambda: len(self.copy.probe.windows("frmPop")) == 31)
+
+    def test_3_notices_come_one_at_a_time(self):
+        for number in range(500):
+            self.wire.send(f"crier|B/Notice {number}")
+        self.assertTrue(self._answers("after3"))
+        box, text = self.copy.wait_for_box()
+        self.assertEqual((box.text, text), ("crier", "Notice 0"))
+        self.assertEqual(len(self.copy.probe.windows("#32770")), 1)
+        self.copy.probe.answer(box)
+        box, text = self.copy.wait_for_box()
+        self.assertEqual(text, "Notice 1")
