@@ -8,15 +8,16 @@ rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool
 # The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
 ClangRuntimePackage() {
   local version
-  version=$(apt-cache depends clang 2>/dev/null | sed -n 's/^ *Depends: clang-\([0-9]*\)$/\1/p')
-  [[ -z $version ]] || echo "libclang-rt-$version-dev"
+  version=$(clang -dumpversion 2>/dev/null || apt-cache depends clang 2>/dev/null | sed -n 's/^ *Depends: clang-//p')
+  [[ -z $version ]] || echo "libclang-rt-${version%%.*}-dev"
 }
 
 # Prints those of the given packages that are not installed.
 MissingPackages() {
-  local package
+  local installed package
+  installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
   for package in "$@"; do
-    [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || echo "$package"
+    grep -qx "$package installed" <<<"$installed" || echo "$package"
   done
 }
 
