@@ -29,6 +29,16 @@ int RunMessageLoop() {
   }
 }
 
+void RunMessageLoopWhile(const std::function<bool()>& goOn) {
+  MSG message;
+  while (goOn()) {
+    ShowPostedBoxes();
+    const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
+    if (got == 0) return ::PostQuitMessage(static_cast<int>(message.wParam));
+    if (got > 0) Handle(message);
+  }
+}
+
 void RunPendingEvents() {
   const DWORD start = ::GetTickCount();
   MSG message;

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <functional>
+
 namespace core {
 
 // Sees every message before it is translated and dispatched, in the loop as in RunPendingEvents; true when it took the
@@ -12,5 +14,8 @@ void SetMessageFilter(MessageFilter filter);
 
 // Runs until WM_QUIT and returns its exit code. Posted boxes are shown between messages.
 int RunMessageLoop();
+
+// The same loop for a modal window: runs while `goOn` says so. A WM_QUIT ends it and is left for the loop outside.
+void RunMessageLoopWhile(const std::function<bool()>& goOn);
 
 }  // namespace core

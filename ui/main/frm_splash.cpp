@@ -17,7 +17,7 @@ constexpr UINT kTimerInterval = 1;  // milliseconds; the platform ticks as fast 
 
 constexpr int kPictureId = 1, kDotId = 2;
 constexpr COLORREF kDotBackground = RGB(224, 224, 224), kVersionColour = RGB(128, 128, 128);
-constexpr Twips kWidth{4200}, kHeight{1050}, kDotSide{255}, kMargin{150};
+constexpr Twips kWidth{3450}, kHeight{1050}, kDotSide{255}, kMargin{150};
 
 toolkit::Font VersionFont() {
   LOGFONTA font{};
