@@ -1,6 +1,7 @@
 """Fills DIRECTORY with a fresh Wine prefix, the template of all others. usage: make_prefix.py DIRECTORY"""
 
 import os
+import shutil
 import subprocess
 import sys
 
@@ -20,6 +21,10 @@ def make(directory):
     prefix = wine.Prefix(system, network.Segment(), display, path=place)
     prefix.run("wineboot", "--init", check=True)
     prefix.settle()
+    # Debian's Wine looks beside the folder in which Debian puts Wine's own fonts, and so finds none of them.
+    fonts = system.root + "/usr/share/wine/fonts"
+    if os.path.isdir(fonts):
+        shutil.copytree(fonts, prefix.drive_c + "/windows/Fonts", dirs_exist_ok=True)
 
 
 if __name__ == "__main__":
