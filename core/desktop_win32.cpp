@@ -1,12 +1,12 @@
 #include "core/desktop.h"
 
 #include <windows.h>
-#include <mmsystem.h>
 
 #include <utility>
 
 #include "core/box_queue.h"
 #include "core/files.h"
+#include "core/sound_win32.h"
 #include "core/text.h"
 
 namespace core {
@@ -77,7 +77,7 @@ void PlayAlertSound(const std::string& key) {
   if (key == "(B)") {
     Beep();
   } else {
-    ::sndPlaySoundA(InProgramDirectory(key).c_str(), SND_ASYNC | SND_NODEFAULT);
+    PlaySnd(InProgramDirectory(key));
   }
 }
 

@@ -151,6 +151,15 @@ TEST(DesktopWin32, KnowsUserClockAndProgram) {
   EXPECT_TRUE(AnotherCopyRuns());
 }
 
+TEST(DesktopWin32, AlertSoundsNeedNoFile) {
+  const HMODULE before = ::GetModuleHandleA("winmm.dll");
+  PlayAlertSound("(S)");
+  PlayAlertSound("(B)");
+  EXPECT_EQ(::GetModuleHandleA("winmm.dll"), before);  // not loaded for a beep
+  PlayAlertSound("missing.wav");
+  EXPECT_NE(::GetModuleHandleA("winmm.dll"), nullptr);
+}
+
 constexpr UINT kAgain = WM_APP + 1;
 
 LRESULT CALLBACK Restless(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
