@@ -1,0 +1,188 @@
+"""Measures the whole program under Wine beside a bare receiver of the same packets, on a private network, and prints a
+table: what, limit, measured. Exit status 1 when a limit is passed."""
+
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import time
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(_ROOT / "tests"))
+
+from segment import copies, network, private_machine, probe, wine, wire  # noqa: E402
+
+_BARE = copies.PROBE.replace("probe.exe", "bare_receiver.exe")
+_MEGABYTE = 1 << 20
+
+
+def _process_ids(name):
+    """The processes of this private machine whose command line names a program."""
+    found = []
+    for entry in os.listdir("/proc"):
+        try:
+            with open(f"/proc/{entry}/cmdline", "rb") as file:
+                command = file.read().split(b"\0")[0].decode("latin-1")
+        except (OSError, ValueError):
+            continue
+        if entry.isdigit() and command.lower().endswith(name.lower()):
+            found.append(int(entry))
+    return found
+
+
+def _cpu(process):
+    """Processor seconds of a process so far."""
+    threads = f"/proc/{process}/task"
+    nanoseconds = 0
+    for thread in os.listdir(threads):
+        with open(f"{threads}/{thread}/schedstat", encoding="ascii") as file:
+            nanoseconds += int(file.read().split()[0])
+    return nanoseconds / 1e9
+
+
+def _private_bytes(process):
+    with open(f"/proc/{process}/smaps_rollup", encoding="ascii") as file:
+        return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_"))
+
+
+class Subject:
+    """A program on a host of its own, with a Windows installation of its own."""
+
+    def __init__(self, rig, program, first_packet, folder=None):
+        """`program` is a path; or a name inside `folder`, which is installed with it."""
+        self._rig = rig
+        self._first_packet = first_packet
+        self._exe = os.path.basename(program)
+        self.prefix = wine.Prefix(rig.system, network.Host(), rig.screen, user="anna")
+        self._place = program
+        if folder:
+            self.prefix.install(folder)
+            self._place = f"C:\\{os.path.basename(folder)}\\{program}"
+        # Keeps the services of this Windows installation running between starts.
+        self.probe = probe.Probe(self.prefix, copies.PROBE)
+        self.probe.windows()
+        self.process = None
+
+    def start(self):
+        """Starts the program; returns the seconds until its first packet."""
+        start = self._rig.wire.mark()
+        known = set(_process_ids(self._exe))
+        began = time.monotonic()
+        self.prefix.start(self._place, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        arrived = self._rig.wire.wait_for(self._first_packet, 30, start).time
+        self.process = next(iter(set(_process_ids(self._exe)) - known))
+        return arrived - began
+
+    def end(self):
+        os.kill(self.process, 9)
+        time.sleep(0.3)
+
+    def cpu(self):
+        return _cpu(self.process)
+
+
+def _start_times(subject, rounds=7):
+    times = []
+    for _ in range(rounds):
+        times.append(subject.start())
+        subject.end()
+    return statistics.median(times)
+
+
+def _pace(rig, texts, per_second=1000):
+    """Sends packets evenly."""
+    begin = time.monotonic()
+    for number, text in enumerate(texts):
+        ahead = begin + number / per_second - time.monotonic()
+        if ahead > 0:
+            time.sleep(ahead)
+        rig.wire.send(text)
+
+
+def _costs(rig, subjects, texts):
+    """Processor microseconds per packet of each subject, all hearing the same packets at the same time."""
+    before = [subject.cpu() for subject in subjects]
+    _pace(rig, texts)
+    time.sleep(0.5)
+    return [(subject.cpu() - start) / len(texts) * 1e6 for subject, start in zip(subjects, before)]
+
+
+class Table:
+    def __init__(self):
+        self.passed = True
+
+    def row(self, what, limit, measured, good):
+        self.passed = self.passed and good
+        print(f"{what:<58} {limit:>16} {measured:>30}  {'' if good else 'TOO MUCH'}", flush=True)
+
+    def beside(self, what, unit, mine, bare, factor=1.5, digits=0):
+        self.row(what, f"<= {factor} x bare", f"{mine:.{digits}f} {unit} (bare {bare:.{digits}f})", mine <= factor * bare)
+
+
+def _measure(table):
+    rig = copies.Rig(tray=True)
+    quillon = Subject(rig, "Quillon.exe", "_anna|C/ 0", copies.PROGRAM_FOLDER)
+    bare = Subject(rig, _BARE, "bare|M/")
+    size = os.path.getsize(f"{copies.PROGRAM_FOLDER}/Quillon.exe")
+    table.row("program file", "< 1.5 MB", f"{size / _MEGABYTE:.2f} MB", size < 1.5 * _MEGABYTE)
+    table.beside("start to the first packet, median", "ms", 1e3 * _start_times(quillon), 1e3 * _start_times(bare))
+    _measure_running(table, rig, quillon, bare)
+
+
+def _measure_running(table, rig, quillon, bare):
+    bare.start()
+    quillon.start()
+    rig.wire.wait_for("anna|M/anna is now on the network", 30)
+    time.sleep(1)
+    mine, least = _private_bytes(quillon.process), _private_bytes(bare.process)
+    table.row("private memory, hidden", "<= bare + 4 MB", f"{mine / _MEGABYTE:.1f} MB (bare {least / _MEGABYTE:.1f} MB)",
+              mine <= least + 4 * _MEGABYTE)
+    before = quillon.cpu()
+    time.sleep(60)
+    idle = quillon.cpu() - before
+    table.row("processor time of 60 s idle and hidden", "<= 0.1 s", f"{idle:.2f} s", idle <= 0.1)
+    _measure_packets(table, rig, quillon, bare)
+    _measure_burst(table, rig, quillon)
+
+
+def _measure_packets(table, rig, quillon, bare):
+    known = 0
+    for users in (1000, 5000):
+        _pace(rig, [f"user{number}|S/0" for number in range(known, users)], 1000)
+        known = users
+        time.sleep(1)
+        packets = [f"user{number % users}|S/{number % 3}" for number in range(3000)]
+        newcomers = [f"new{users}-{number}|S/0" for number in range(3000)]
+        leaving = [f"new{users}-{number}|L/" for number in range(3000)]
+        for name, texts in (("known users", packets), ("newcomers", newcomers)):
+            mine, least = _costs(rig, (quillon, bare), texts)
+            table.beside(f"a packet, {name}, {users} users", "us", mine, least)
+        _pace(rig, leaving, 1000)
+        time.sleep(1)
+
+
+def _measure_burst(table, rig, quillon):
+    count = 5000
+    start = rig.wire.mark()
+    for number in range(count):
+        rig.wire.send(f"burst{number}|S/0")
+    answers = 0
+    for _ in range(200):
+        time.sleep(0.1)
+        now = rig.wire.texts("anna", start).count("anna|S/0")
+        if now == answers and now:
+            break
+        answers = now
+    table.row(f"burst of {count} packets of {count} senders, listed", f"{count}", f"{answers}", answers == count)
+
+
+def main():
+    table = Table()
+    print(f"{'':<58} {'limit':>16} {'measured':>30}")
+    _measure(table)
+    return 0 if table.passed else 1
+
+
+if __name__ == "__main__":
+    sys.exit(private_machine.run(main))
