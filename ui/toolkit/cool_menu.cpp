@@ -1,0 +1,227 @@
+#include "ui/toolkit/cool_menu.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "ui/toolkit/cool_menu_convert.h"
+#include "ui/toolkit/cool_menu_draw.h"
+#include "ui/toolkit/menu_mnemonic.h"
+
+namespace toolkit {
+namespace {
+
+// What stands before a window's own procedure. Without an object it only passes on: somebody else has hooked the window
+// after us and calls us through the procedure that he remembers.
+struct Hook {
+  WNDPROC prevProc;
+  WndCoolMenu* object;
+};
+
+std::unordered_map<HWND, Hook>& Hooks() {
+  static std::unordered_map<HWND, Hook> hooks;
+  return hooks;
+}
+
+WNDPROC ProcedureOf(HWND hwnd) { return reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(hwnd, GWLP_WNDPROC)); }
+
+WNDPROC SetProcedure(HWND hwnd, WNDPROC procedure) {
+  return reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+}
+
+MENUITEMINFOA ItemInfo(HMENU menu, UINT item, bool byPosition, UINT mask) {
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = mask;
+  if (!::GetMenuItemInfoA(menu, item, byPosition, &info)) info = {};
+  return info;
+}
+
+// The item's data if it is one of ours; null otherwise.
+const CMyItemData* DataOf(const CMyItemDatas& items, const MENUITEMINFOA& info) {
+  return (info.fType & MFT_OWNERDRAW) != 0 ? items.Item(info.dwItemData) : nullptr;
+}
+
+// No failure of a handler may reach Windows; the item stays undrawn or without its help text, and the menu usable.
+template <class Action>
+void Caught(Action action) {
+  try {
+    action();
+  } catch (...) {
+  }
+}
+
+}  // namespace
+
+void WndCoolMenu::Attach(HWND host) {
+  host_ = host;
+  prevProc_ = ProcedureOf(host_);
+  Hooks().insert_or_assign(host_, Hook{prevProc_, this});
+  SetProcedure(host_, Procedure);
+}
+
+WndCoolMenu::~WndCoolMenu() {
+  RestoreAll();
+  Unhook();
+}
+
+void WndCoolMenu::Unhook() {
+  const auto hook = Hooks().find(host_);
+  if (hook == Hooks().end()) return;
+  hook->second.object = nullptr;
+  if (ProcedureOf(host_) == Procedure) {
+    SetProcedure(host_, prevProc_);
+    Hooks().erase(hook);
+  }
+  host_ = nullptr;
+}
+
+void WndCoolMenu::AddMenuBar() {
+  const HMENU bar = ::GetMenu(host_);
+  const int count = ::GetMenuItemCount(bar);
+  for (int position = 0; position < count; ++position)
+    if (const HMENU head = ::GetSubMenu(bar, position)) heads_.push_back(head);
+  Convert();
+}
+
+void WndCoolMenu::AddMenuHead(HMENU menu) {
+  heads_.push_back(menu);
+  Convert();
+}
+
+HMENU WndCoolMenu::GetMenuHead(int index) const {
+  return index >= 0 && index < CountMenuHeads() ? heads_[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void WndCoolMenu::Convert() {
+  if (!host_) return;
+  fonts_ = MakeMenuFonts(look);
+  const ConvertImages images{look.ilHandle ? &imageTags : nullptr,
+                             look.ilHandle ? ::ImageList_GetImageCount(look.ilHandle) : 0};
+  if (SCMainMenu) ConvertMenu(::GetMenu(host_), items_, images, true);
+  for (const HMENU head : heads_) ConvertMenu(head, items_, images, false);
+  ForgetMissing();
+}
+
+// Items are deleted behind our back, by whoever rebuilds a list of users for instance.
+void WndCoolMenu::ForgetMissing() {
+  std::vector<CMyItemDatas::Key> present;
+  for (const HMENU root : Roots()) CollectKeys(root, items_, present);
+  std::sort(present.begin(), present.end());
+  items_.RemoveIf([&](CMyItemDatas::Key key) { return !std::binary_search(present.begin(), present.end(), key); });
+}
+
+void WndCoolMenu::ChangeCaptions(const std::function<void()>& change) {
+  RestoreAll();
+  change();
+  Convert();
+}
+
+void WndCoolMenu::Restore(HMENU menu) {
+  RestoreMenu(menu, items_);
+  std::erase(heads_, menu);
+}
+
+void WndCoolMenu::RestoreAll() {
+  for (const HMENU root : Roots()) RestoreMenu(root, items_);
+}
+
+std::vector<HMENU> WndCoolMenu::Roots() const {
+  std::vector<HMENU> roots = heads_;
+  if (SCMainMenu && host_) roots.push_back(::GetMenu(host_));
+  return roots;
+}
+
+LRESULT CALLBACK WndCoolMenu::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = Hooks().find(hwnd);
+  if (found == Hooks().end()) return ::DefWindowProcA(hwnd, message, wParam, lParam);
+  const Hook hook = found->second;
+  LRESULT result = 0;
+  if (hook.object && hook.object->Answer(message, wParam, lParam, result)) return result;
+  if (message == WM_NCDESTROY) {
+    if (hook.object) hook.object->Unhook();
+    Hooks().erase(hwnd);
+  }
+  return ::CallWindowProcA(hook.prevProc, hwnd, message, wParam, lParam);
+}
+
+// True when the message is answered; the window's own procedure does not see it then.
+bool WndCoolMenu::Answer(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+  switch (message) {
+    case WM_MEASUREITEM:
+      result = TRUE;
+      return Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+    case WM_DRAWITEM:
+      result = TRUE;
+      return Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    case WM_MENUCHAR:
+      return AnswerKey(wParam, reinterpret_cast<HMENU>(lParam), result);
+    case WM_INITMENUPOPUP:
+      NoteOpened(reinterpret_cast<HMENU>(wParam));
+      return false;
+    case WM_MENUSELECT:
+      TellHelp(wParam, reinterpret_cast<HMENU>(lParam));
+      return false;
+    case WM_SETTINGCHANGE:
+      RenewFonts();
+      return false;
+    default:
+      return false;
+  }
+}
+
+bool WndCoolMenu::Measure(MEASUREITEMSTRUCT& request) {
+  const CMyItemData* data = request.CtlType == ODT_MENU ? items_.Item(request.itemData) : nullptr;
+  if (!data) return false;
+  Caught([&] {
+    const SIZE size = MeasureMenuItem(WindowDc(host_).get(), look, fonts_, *data);
+    request.itemWidth = static_cast<UINT>(std::max<LONG>(size.cx, 0));
+    request.itemHeight = static_cast<UINT>(size.cy);
+  });
+  return true;
+}
+
+bool WndCoolMenu::Draw(const DRAWITEMSTRUCT& request) {
+  const CMyItemData* data = request.CtlType == ODT_MENU ? items_.Item(request.itemData) : nullptr;
+  if (!data) return false;
+  Caught([&] { DrawMenuItem(request, look, fonts_, *data); });
+  return true;
+}
+
+void WndCoolMenu::NoteOpened(HMENU menu) {
+  const auto head = std::find(heads_.begin(), heads_.end(), menu);
+  if (head != heads_.end()) openHead_ = static_cast<int>(head - heads_.begin());
+}
+
+// Without a menu: the menu has closed. The handler may do anything, even end this object, so it comes last.
+void WndCoolMenu::TellHelp(WPARAM wParam, HMENU menu) {
+  if (!menu) openHead_ = -1;
+  const bool byPosition = (HIWORD(wParam) & MF_POPUP) != 0;
+  const CMyItemData* data =
+      menu ? DataOf(items_, ItemInfo(menu, LOWORD(wParam), byPosition, MIIM_FTYPE | MIIM_DATA)) : nullptr;
+  const auto tell = help.MenuHelp;
+  const std::string text = data ? data->sMenuHelp : std::string();
+  if (tell) Caught([&] { tell(text); });
+}
+
+bool WndCoolMenu::AnswerKey(WPARAM wParam, HMENU menu, LRESULT& result) const {
+  std::vector<MnemonicItem> items;
+  const int count = ::GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    const MENUITEMINFOA info = ItemInfo(menu, static_cast<UINT>(position), true, MIIM_FTYPE | MIIM_DATA | MIIM_STATE);
+    const CMyItemData* data = DataOf(items_, info);
+    items.push_back({data ? std::string_view(data->sMenuText) : std::string_view(), data && !IsSeparator(*data),
+                     (info.fState & MFS_DISABLED) == 0, (info.fState & MFS_HILITE) != 0});
+  }
+  const MnemonicChoice choice = ChooseByMnemonic(items, static_cast<char>(LOWORD(wParam)));
+  if (choice.position < 0) return false;
+  result = MAKELRESULT(choice.position, choice.execute ? MNC_EXECUTE : MNC_SELECT);
+  return true;
+}
+
+// The user has changed the system's fonts: sizes that Windows keeps are out of date.
+void WndCoolMenu::RenewFonts() {
+  fonts_ = MakeMenuFonts(look);
+  for (const HMENU root : Roots()) RemeasureMenu(root, items_);
+}
+
+}  // namespace toolkit
