@@ -1,0 +1,140 @@
+#include "ui/toolkit/tray_icon.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace toolkit {
+namespace {
+
+constexpr char kClassName[] = "TrayIcon";
+
+// The record in its first form, which every shell knows: 88 bytes in the 32-bit program, a tip of 64.
+constexpr DWORD kRecordSize = NOTIFYICONDATAA_V1_SIZE;
+static_assert(sizeof(void*) != 4 || kRecordSize == 88);
+constexpr std::size_t kTipSize = 64;
+
+constexpr UINT kIconId = 1;
+
+// The shell's callbacks come as plain mouse moves, with the mouse's own message in the place of x. A hidden window gets
+// no other ones.
+constexpr UINT kCallback = WM_MOUSEMOVE;
+
+// The shell broadcasts it to top-level windows when it has made a new, empty task bar.
+UINT TaskbarCreated() {
+  static const UINT message = ::RegisterWindowMessageA("TaskbarCreated");
+  return message;
+}
+
+}  // namespace
+
+TrayIcon::TrayIcon(ShellNotify shell) : shell_(shell) {
+  record_.cbSize = kRecordSize;
+  record_.hWnd = MakeWindow(this);
+  record_.uID = kIconId;
+  record_.uCallbackMessage = kCallback;
+}
+
+TrayIcon::~TrayIcon() {
+  Destroy();
+  ::DestroyWindow(record_.hWnd);
+}
+
+// A top-level window, never shown: a message-only window would not hear broadcasts.
+HWND TrayIcon::MakeWindow(TrayIcon* self) {
+  const HINSTANCE instance = ::GetModuleHandleA(nullptr);
+  WNDCLASSA windowClass{};
+  windowClass.lpfnWndProc = Procedure;
+  windowClass.hInstance = instance;
+  windowClass.lpszClassName = kClassName;
+  ::RegisterClassA(&windowClass);  // fails harmlessly for the second icon
+  const HWND hwnd =
+      ::CreateWindowExA(WS_EX_TOOLWINDOW, kClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, instance, nullptr);
+  ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+  return hwnd;
+}
+
+bool TrayIcon::HasValidShell() {
+  OSVERSIONINFOA version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  static_assert(sizeof version == 148);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+  const BOOL known = ::GetVersionExA(&version);  // too modest about later versions, which is all the same here
+#pragma GCC diagnostic pop
+  return known && version.dwMajorVersion > 3;
+}
+
+void TrayIcon::Create() {
+  if (active_) Destroy();
+  if (!HasValidShell()) return;
+  Send(NIM_ADD, NIF_MESSAGE | NIF_ICON | NIF_TIP);
+  active_ = true;
+}
+
+void TrayIcon::Destroy() {
+  if (active_) shell_(NIM_DELETE, &record_);
+  active_ = false;
+}
+
+void TrayIcon::SetIcon(HICON icon) {
+  record_.hIcon = icon;
+  if (active_) Send(NIM_MODIFY, NIF_ICON);
+}
+
+std::string TrayIcon::ToolTipText() const {
+  const char* end = std::find(record_.szTip, record_.szTip + kTipSize, '\0');
+  return {record_.szTip, end};
+}
+
+void TrayIcon::SetToolTipText(std::string_view text) {
+  std::fill_n(record_.szTip, kTipSize, '\0');
+  std::copy_n(text.data(), std::min(text.size(), kTipSize - 1), record_.szTip);
+  if (active_) Send(NIM_MODIFY, NIF_TIP);
+}
+
+void TrayIcon::Send(DWORD message, UINT flags) {
+  record_.uFlags = flags;
+  shell_(message, &record_);
+}
+
+LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto self = reinterpret_cast<TrayIcon*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA));
+  if (self && message == kCallback) {
+    self->MouseMove(LOWORD(lParam));
+    return 0;
+  }
+  if (self && message == TaskbarCreated() && self->active_) self->Create();
+  return ::DefWindowProcA(hwnd, message, wParam, lParam);
+}
+
+void TrayIcon::MouseMove(UINT mouseMessage) {
+  if (!active_ || dispatching_) return;
+  dispatching_ = true;
+  const TrayRoute* route = RouteOf(mouseMessage);
+  for (std::size_t i = 0; route && i < route->count; ++i) Raise(route->events[i], route->button);
+  dispatching_ = false;
+}
+
+// A handler that fails does not keep the next one of the same message from running.
+void TrayIcon::Raise(TrayEvent event, MouseButton button) {
+  const auto call = [](const auto& handler, auto... arguments) {
+    if (handler) handler(arguments...);
+  };
+  try {
+    switch (event) {
+      case TrayEvent::MouseDown:
+        return call(MouseDown, button);
+      case TrayEvent::MouseUp:
+        return call(MouseUp, button);
+      case TrayEvent::MouseDblClk:
+        return call(MouseDblClk, button);
+      case TrayEvent::ShowParent:
+        return call(ShowParent);
+      case TrayEvent::ShowPopUpMenu:
+        return call(ShowPopUpMenu);
+    }
+  } catch (...) {
+  }
+}
+
+}  // namespace toolkit

@@ -1,0 +1,61 @@
+// One icon with a tool-tip in the notification area of the task bar, and its mouse as events. The icon never outlives
+// this object.
+#pragma once
+
+#include <windows.h>
+#include <shellapi.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "ui/toolkit/handles.h"
+#include "ui/toolkit/tray_routing.h"
+
+namespace toolkit {
+
+class TrayIcon {
+ public:
+  using ShellNotify = BOOL(WINAPI*)(DWORD message, NOTIFYICONDATAA* record);
+
+  explicit TrayIcon(ShellNotify shell = ::Shell_NotifyIconA);
+  TrayIcon(const TrayIcon&) = delete;
+  TrayIcon& operator=(const TrayIcon&) = delete;
+  ~TrayIcon();
+
+  // Raised by the mouse on the icon. A message that arrives while one of them runs is dropped; what they throw is
+  // ignored, since the shell cannot hear of it.
+  std::function<void(MouseButton)> MouseDown, MouseUp, MouseDblClk;
+  std::function<void()> ShowParent;     // after a left double click
+  std::function<void()> ShowPopUpMenu;  // after the right button is released
+
+  // True when this Windows has a notification area.
+  static bool HasValidShell();
+
+  // Puts the icon up, in place of one that is already there. Without a valid shell it stays inactive.
+  void Create();
+  void Destroy();
+  bool Active() const { return active_; }
+
+  // The icon shown; not owned. Shown at once while active, else by the next Create.
+  HICON Icon() const { return record_.hIcon; }
+  void SetIcon(HICON icon);
+
+  // Cut to what the record holds, 63 bytes.
+  std::string ToolTipText() const;
+  void SetToolTipText(std::string_view text);
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+  static HWND MakeWindow(TrayIcon* self);
+  void MouseMove(UINT mouseMessage);
+  void Raise(TrayEvent event, MouseButton button);
+  void Send(DWORD message, UINT flags);
+
+  ShellNotify shell_;
+  NOTIFYICONDATAA record_{};
+  bool active_ = false;
+  bool dispatching_ = false;
+};
+
+}  // namespace toolkit
