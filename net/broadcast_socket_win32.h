@@ -5,8 +5,9 @@
 #include <winsock2.h>
 #include <windows.h>
 
+#include <chrono>
 #include <functional>
-#include <string>
+#include <memory>
 #include <string_view>
 
 #include "net/datagram_port.h"
@@ -17,7 +18,8 @@ class BroadcastSocket : public DatagramPort {
  public:
   using Arrival = std::function<void(std::string_view)>;
 
-  // Hands every datagram to `arrival`, on this thread, from the message loop.
+  // Hands every datagram to `arrival`, on this thread, from the message loop. `arrival` may let events run: what is
+  // read meanwhile is handed over at once, from inside, and the bytes of the outer datagram are then gone.
   explicit BroadcastSocket(Arrival arrival);
   ~BroadcastSocket() override;
   BroadcastSocket(const BroadcastSocket&) = delete;
@@ -28,7 +30,26 @@ class BroadcastSocket : public DatagramPort {
   void Send(std::string_view bytes) override;
 
  private:
-  // members are the implementer's
+  using Clock = std::chrono::steady_clock;
+
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+  void Handle(UINT message, WPARAM wParam);
+  void StartWinsock();
+  void CreateMessageWindow();
+  void Read();
+  bool ReadOne();
+  void LetOthersRun();
+  void EndRest();
+
+  Arrival arrival_;
+  std::unique_ptr<char[]> buffer_;
+  sockaddr_in everybody_{};
+  SOCKET socket_ = INVALID_SOCKET;
+  HWND hwnd_ = nullptr;
+  bool winsockStarted_ = false;
+  bool resting_ = false;
+  int lastCount_ = 0;  // of datagrams that one message brought
+  Clock::time_point lastRead_{}, lastLook_{};
 };
 
 }  // namespace net

@@ -1,0 +1,195 @@
+#include "net/broadcast_socket_win32.h"
+
+#include <array>
+#include <new>
+#include <utility>
+
+#include "core/runtime_error.h"
+#include "core/unhandled_error.h"
+
+namespace net {
+namespace {
+
+constexpr char kClassName[] = "sktBC";
+constexpr UINT kReadable = WM_APP;
+constexpr UINT_PTR kRestTimer = 1;
+
+constexpr int kLargestDatagram = 65535;
+
+// Thousands of copies may answer at once, or a user's windows may take their time: what arrives meanwhile waits here,
+// with the system's own cost per datagram on top.
+constexpr int kReceiveBuffer = 8 * 1024 * 1024;
+constexpr int kSendBuffer = 1024 * 1024;  // three answers to each of a crowd of newcomers
+
+// What one window message may read before other events get their chance. Messages of the socket are posted ones, and
+// Windows serves those before input, painting and timers: without a rest a steady stream of datagrams would freeze the
+// windows.
+constexpr int kMostPerMessage = 64;
+constexpr std::chrono::milliseconds kMostTime{8};
+constexpr UINT kRestTime = 10;  // milliseconds
+
+// Datagrams come in a crowd when the next message follows so soon, and while there is more than one to read. Only then
+// is the socket asked again and again until it is empty: in quiet times the second question would cost as much as the
+// first and find nothing.
+constexpr std::chrono::microseconds kCrowd{200};
+
+struct SocketError {
+  int number;
+  const char* text;
+};
+
+constexpr SocketError kErrors[] = {
+    {WSAEACCES, "Permission denied"},
+    {WSAEINVAL, "Invalid argument"},
+    {WSAEMFILE, "Too many open files"},
+    {WSAEPROTONOSUPPORT, "Protocol not supported"},
+    {WSAEAFNOSUPPORT, "Address family not supported"},
+    {WSAEADDRINUSE, "Address already in use"},
+    {WSAEADDRNOTAVAIL, "Cannot assign requested address"},
+    {WSAENETDOWN, "Network is down"},
+    {WSAENETUNREACH, "Network is unreachable"},
+    {WSAENOBUFS, "No buffer space available"},
+    {WSASYSNOTREADY, "Network subsystem is unavailable"},
+    {WSAVERNOTSUPPORTED, "Winsock version not supported"},
+};
+
+[[noreturn]] void Fail(int number) {
+  for (const SocketError& error : kErrors)
+    if (error.number == number) throw core::RuntimeError(number, error.text);
+  throw core::RuntimeError(number, "Socket error");
+}
+
+void SetOption(SOCKET socket, int option, int value) {
+  ::setsockopt(socket, SOL_SOCKET, option, reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+sockaddr_in AddressOf(ULONG host, int port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = ::htonl(host);
+  address.sin_port = ::htons(static_cast<u_short>(port));
+  return address;
+}
+
+int BindTo(SOCKET socket, const sockaddr_in& address) {
+  return ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+}  // namespace
+
+BroadcastSocket::BroadcastSocket(Arrival arrival)
+    : arrival_(std::move(arrival)), buffer_(std::make_unique<char[]>(kLargestDatagram)) {}
+
+BroadcastSocket::~BroadcastSocket() {
+  Close();
+  if (hwnd_) ::DestroyWindow(hwnd_);
+  if (winsockStarted_) ::WSACleanup();
+}
+
+void BroadcastSocket::Open(int port) {
+  Close();
+  StartWinsock();
+  CreateMessageWindow();
+  socket_ = ::socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
+  if (socket_ == INVALID_SOCKET) Fail(::WSAGetLastError());
+  SetOption(socket_, SO_REUSEADDR, 1);  // the copies of two users of one machine share the port
+  SetOption(socket_, SO_BROADCAST, 1);
+  SetOption(socket_, SO_RCVBUF, kReceiveBuffer);
+  SetOption(socket_, SO_SNDBUF, kSendBuffer);
+  everybody_ = AddressOf(INADDR_BROADCAST, port);
+  const bool failed = BindTo(socket_, AddressOf(INADDR_ANY, port)) == SOCKET_ERROR ||
+                      ::WSAAsyncSelect(socket_, hwnd_, kReadable, FD_READ) == SOCKET_ERROR;
+  if (!failed) return;
+  const int error = ::WSAGetLastError();
+  Close();
+  Fail(error);
+}
+
+void BroadcastSocket::Close() {
+  if (socket_ == INVALID_SOCKET) return;
+  ::closesocket(std::exchange(socket_, INVALID_SOCKET));
+  EndRest();
+}
+
+void BroadcastSocket::Send(std::string_view bytes) {
+  if (socket_ == INVALID_SOCKET) return;
+  ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0, reinterpret_cast<const sockaddr*>(&everybody_),
+           sizeof everybody_);
+}
+
+void BroadcastSocket::StartWinsock() {
+  if (winsockStarted_) return;
+  WSADATA data;
+  if (const int error = ::WSAStartup(MAKEWORD(2, 2), &data)) Fail(error);
+  winsockStarted_ = true;
+}
+
+void BroadcastSocket::CreateMessageWindow() {
+  if (hwnd_) return;
+  WNDCLASSEXA windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = Procedure;
+  windowClass.hInstance = ::GetModuleHandleA(nullptr);
+  windowClass.lpszClassName = kClassName;
+  ::RegisterClassExA(&windowClass);
+  hwnd_ = ::CreateWindowExA(0, kClassName, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, windowClass.hInstance, nullptr);
+  ::SetWindowLongPtrA(hwnd_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+LRESULT CALLBACK BroadcastSocket::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* self = reinterpret_cast<BroadcastSocket*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA));
+  if (!self || (message != kReadable && message != WM_TIMER)) return ::DefWindowProcA(hwnd, message, wParam, lParam);
+  try {
+    self->Handle(message, wParam);
+  } catch (const core::RuntimeError& error) {
+    core::ReportUnhandled(error);
+  } catch (const std::exception&) {
+    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
+  }
+  return 0;
+}
+
+// A message may be older than the socket that is open now, or come while there is none. Reading answers the system's
+// next message, so one that is passed over during a rest is made up for when the rest ends.
+void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
+  if (message == WM_TIMER) {
+    EndRest();
+    Read();
+  } else if (!resting_ && static_cast<SOCKET>(wParam) == socket_) {
+    Read();
+  }
+}
+
+void BroadcastSocket::Read() {
+  const auto start = Clock::now();
+  const int most = lastCount_ > 1 || start - lastRead_ < kCrowd ? kMostPerMessage : 1;
+  int count = 0;
+  while (count < most && ReadOne() && Clock::now() - start < kMostTime) ++count;
+  lastCount_ = count;
+  lastRead_ = Clock::now();
+  LetOthersRun();
+}
+
+// False when nothing waits. A datagram that cannot be read is lost, and an empty one says nothing.
+bool BroadcastSocket::ReadOne() {
+  if (socket_ == INVALID_SOCKET) return false;
+  const int length = ::recv(socket_, buffer_.get(), kLargestDatagram, 0);
+  if (length > 0) arrival_({buffer_.get(), static_cast<std::size_t>(length)});
+  return length >= 0 || ::WSAGetLastError() != WSAEWOULDBLOCK;
+}
+
+// Looks every few milliseconds only, because asking is not cheap.
+void BroadcastSocket::LetOthersRun() {
+  if (lastRead_ - lastLook_ < kMostTime) return;
+  lastLook_ = lastRead_;
+  const bool othersWait = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER)) != 0;
+  if (othersWait) resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;
+}
+
+void BroadcastSocket::EndRest() {
+  if (!resting_) return;
+  ::KillTimer(hwnd_, kRestTimer);
+  resting_ = false;
+}
+
+}  // namespace net
