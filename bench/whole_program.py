@@ -32,13 +32,8 @@ def _process_ids(name):
 
 
 def _cpu(process):
-    """Processor seconds of a process so far."""
-    threads = f"/proc/{process}/task"
-    nanoseconds = 0
-    for thread in os.listdir(threads):
-        with open(f"{threads}/{thread}/schedstat", encoding="ascii") as file:
-            nanoseconds += int(file.read().split()[0])
-    return nanoseconds / 1e9
+    """Processor seconds of a process so far, from the clock that the kernel keeps for every process."""
+    return time.clock_gettime(~process << 3 | 2)
 
 
 def _private_bytes(process):

@@ -15,6 +15,10 @@ PICTURES = _ROOT + "/build/pictures"
 # Seconds for which a starting copy listens.
 LISTENING = 10
 
+# Command ids of toolbar buttons: Alert of the main window, Send of the composer.
+ALERT_TOOL = 100
+SEND_TOOL = 101
+
 
 class Rig:
     """The private machine's network, screen and Wine, made once per test program."""
@@ -27,19 +31,20 @@ class Rig:
         self.segment = network.Segment()
         self.wire = wire.Wire()
 
-    def copy(self, user="anna", host=None, **options):
+    def copy(self, user="anna", host=None, on_screen=None, **options):
         """A copy of the program, not started yet, of the user with this logon name."""
-        return Copy(self, user, host or self.segment, **options)
+        return Copy(self.system, user, host or self.segment, on_screen or self.screen, **options)
 
 
 class Copy:
     """One installed copy of Quillon. Its files are in `folder`."""
 
-    def __init__(self, rig, user, host, on_screen=None, dpi=96):
+    def __init__(self, system, user, host, on_screen, dpi=96):
         self.user = user
         self.host = host
-        self.prefix = wine.Prefix(rig.system, host, on_screen or rig.screen, user=user, dpi=dpi)
+        self.prefix = wine.Prefix(system, host, on_screen, user=user, dpi=dpi)
         self.folder = self.prefix.install(PROGRAM_FOLDER)
+        self._environment = {}
         self.started = None
         self.process = None
         self._probe = None
@@ -50,6 +55,11 @@ class Copy:
             self._probe = probe.Probe(self.prefix, PROBE)
         return self._probe
 
+    def with_environment(self, **variables):
+        """Sets environment variables of the program."""
+        self._environment.update(variables)
+        return self
+
     def start(self, *arguments):
         """Starts the program; `started` is the time of it."""
         self.started = time.monotonic()
@@ -57,7 +67,7 @@ class Copy:
         return self
 
     def start_another(self, *arguments):
-        return self.prefix.start("C:\\Quillon\\Quillon.exe", *arguments, stdout=subprocess.DEVNULL,
+        return self.prefix.start("C:\\Quillon\\Quillon.exe", *arguments, environment=self._environment, stdout=subprocess.DEVNULL,
                                  stderr=subprocess.DEVNULL)
 
     def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
@@ -95,6 +105,44 @@ class Copy:
         """The rows of the main window's list."""
         main = self.probe.wait_for("frmMain", visible=False)
         return self.probe.rows(self.probe.children(main, "SysListView32")[0])
+
+    def show_main(self):
+        """Shows the main window by a double click on the icon in the notification area."""
+        main = self.probe.wait_for("frmMain", visible=False)
+        if not main.visible:
+            self.prefix.screen.double_click_tray()
+        return self.probe.wait_for("frmMain")
+
+    def open_composer(self, recipient):
+        """Selects a row of the main window and clicks Alert; returns the composer."""
+        main = self.probe.wait_for("frmMain", visible=False)
+        row = [name for name, _ in self.roster()].index(recipient)
+        self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
+        self.probe.click_tool(main, ALERT_TOOL)
+        return self.probe.wait_for("frmCom")
+
+    def type_alert(self, composer, text):
+        """Types the text of an alert, key by key."""
+        self.probe.type(self.probe.children(composer, "Edit")[0], text.replace("\r\n", "\r"))
+        probe.wait(lambda: self.probe.children(composer, "Edit")[0].text == text)
+
+    def send_alert(self, recipient, text):
+        """Writes and sends an alert to a row of the main window, as the user would."""
+        composer = self.open_composer(recipient)
+        self.type_alert(composer, text)
+        self.probe.click_tool(composer, SEND_TOOL)
+        self.probe.wait_gone(composer)
+
+    def popup_at_rest(self):
+        """The popup that came in, once it has stopped sliding, and its texts."""
+
+        def rested():
+            before = self.probe.wait_for("frmPop")
+            time.sleep(0.3)
+            return before if before == self.probe.wait_for("frmPop") else None
+
+        popup = probe.wait(rested)
+        return popup, [child.text for child in self.probe.children(popup, "Static") if child.text.endswith("\r\n")]
 
     def run_value(self):
         """Type, size and text of the entry that starts the program at logon; None when there is none."""

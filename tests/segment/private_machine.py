@@ -31,9 +31,12 @@ def _unshare(flags):
         raise Refused("no private namespaces: " + os.strerror(ctypes.get_errno()))
 
 
-def run(work):
-    """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible."""
-    _unshare(_CLONE_NEWNS | _CLONE_NEWNET | _CLONE_NEWPID | _CLONE_NEWIPC)
+def run(work, private_network=True):
+    """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible.
+
+    Without a private network only what the user himself asked for may run: his own copy on his own network.
+    """
+    _unshare(_CLONE_NEWNS | _CLONE_NEWPID | _CLONE_NEWIPC | (_CLONE_NEWNET if private_network else 0))
     first = os.fork()
     if first == 0:
         _be_first_process(work)

@@ -6,6 +6,7 @@ import subprocess
 import time
 
 _SOCKETS = "/tmp/.X11-unix"
+_TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
 
 
 def set_up():
@@ -22,13 +23,14 @@ class Screen:
     def __init__(self, size="1024x768", tray=False):
         Screen._count += 1
         self.name = f":{Screen._count}"
+        self._size = tuple(map(int, size.split("x")))
         self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
         self._wait_until_up()
         self._start("openbox", "--sm-disable")
         if tray:
             # A tray that sizes itself moves its icons away below the pointer, so its width is fixed.
-            self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
-                        "--heighttype", "pixel", "--height", "24", "--SetDockType", "true")
+            self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel",
+                        "--width", str(_TRAY_WIDTH), "--heighttype", "pixel", "--height", str(_TRAY_HEIGHT), "--SetDockType", "true")
 
     def _start(self, *command, display=None):
         environment = dict(os.environ, DISPLAY=self.name if display is None else display)
@@ -59,6 +61,13 @@ class Screen:
         """Saves a picture of the whole screen."""
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
         self._run("import", "-window", "root", os.path.abspath(path))
+
+    def double_click_tray(self):
+        """Double-clicks the icon that stands first in the notification area."""
+        width, height = self._size
+        left, top = width - _TRAY_WIDTH, height - _TRAY_HEIGHT
+        self.xdotool("mousemove", str(left + _TRAY_HEIGHT // 2), str(top + _TRAY_HEIGHT // 2),
+                     "click", "--repeat", "2", "--delay", "50", "1")
 
     def xdotool(self, *arguments):
         """Plays keys and clicks; returns what xdotool prints."""

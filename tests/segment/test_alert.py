@@ -7,9 +7,6 @@ import unittest
 from . import copies, network, probe, screen
 from .test_start_up import GREETING
 
-ALERT_TOOL = 100
-SEND_TOOL = 101
-
 
 class DeskToDesk(unittest.TestCase):
     @classmethod
@@ -29,32 +26,6 @@ class DeskToDesk(unittest.TestCase):
     def _names(copy):
         return {row[0] for row in copy.roster()}
 
-    def _write(self, copy, recipient, text):
-        """Selects a row of the main window, clicks Alert, types the text and clicks Send."""
-        main = copy.probe.wait_for("frmMain", visible=False)
-        row = [name for name, _ in copy.roster()].index(recipient)
-        copy.probe.select_only(copy.probe.children(main, "SysListView32")[0], row)
-        copy.probe.click_tool(main, ALERT_TOOL)
-        composer = copy.probe.wait_for("frmCom")
-        copy.probe.type(copy.probe.children(composer, "Edit")[0], text)
-        probe.wait(lambda: copy.probe.children(composer, "Edit")[0].text == text)
-        copy.probe.click_tool(composer, SEND_TOOL)
-        copy.probe.wait_gone(composer)
-
-    def _popup(self, copy):
-        """The popup of a copy once it has come to rest, and its text."""
-        popup = copy.probe.wait_for("frmPop")
-
-        def rested():
-            before = copy.probe.wait_for("frmPop")
-            time.sleep(0.3)
-            after = copy.probe.wait_for("frmPop")
-            return after if before == after else None
-
-        popup = probe.wait(rested)
-        texts = [child.text for child in copy.probe.children(popup, "Static") if child.text.endswith("\r\n")]
-        return popup, texts
-
     def _dismiss(self, copy, popup):
         copy.probe.post(popup, probe.WM_CLOSE)
         copy.probe.wait_gone(popup)
@@ -65,9 +36,9 @@ class DeskToDesk(unittest.TestCase):
 
     def test_2_private_alert(self):
         start = self.wire.mark()
-        self._write(self.anna, "Bob", "Tea is \xe0 point")
+        self.anna.send_alert("Bob", "Tea is \xe0 point")
         self.wire.wait_for("anna|P/\xdfTea is \xe0 point|Bob", start=start)
-        popup, texts = self._popup(self.bob)
+        popup, texts = self.bob.popup_at_rest()
         self.bob.prefix.screen.save(copies.PICTURES + "/alert.png")
         self.assertEqual(texts, ["Tea is \xe0 point\r\n"])
         self.assertEqual(popup.text, "Quillon")
@@ -80,9 +51,9 @@ class DeskToDesk(unittest.TestCase):
 
     def test_3_alert_to_all(self):
         start = self.wire.mark()
-        self._write(self.bob, "(All)", "Fire drill at ten\r\nMind the stairs")
+        self.bob.send_alert("(All)", "Fire drill at ten\r\nMind the stairs")
         self.wire.wait_for("Bob|M/\xdfFire drill at ten\r\nMind the stairs", start=start)
-        popup, texts = self._popup(self.anna)
+        popup, texts = self.anna.popup_at_rest()
         self.anna.prefix.screen.save(copies.PICTURES + "/alert-to-all.png")
         self.assertEqual(texts, ["Fire drill at ten\r\nMind the stairs\r\n"])
         # At rest at the bottom right, and not shown to who sent it.
@@ -93,13 +64,10 @@ class DeskToDesk(unittest.TestCase):
         self._dismiss(self.anna, popup)
 
     def test_4_a_blank_alert_stays_in_the_composer(self):
-        main = self.anna.probe.wait_for("frmMain", visible=False)
-        self.anna.probe.select_only(self.anna.probe.children(main, "SysListView32")[0], 0)
-        self.anna.probe.click_tool(main, ALERT_TOOL)
-        composer = self.anna.probe.wait_for("frmCom")
+        composer = self.anna.open_composer("(All)")
         start = self.wire.mark()
-        self.anna.probe.type(self.anna.probe.children(composer, "Edit")[0], "   ")
-        self.anna.probe.click_tool(composer, SEND_TOOL)
+        self.anna.type_alert(composer, "   ")
+        self.anna.probe.click_tool(composer, copies.SEND_TOOL)
         time.sleep(0.5)
         self.assertEqual(self.wire.texts(start=start), [])
         self.assertTrue(self.anna.probe.windows("frmCom"))

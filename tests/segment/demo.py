@@ -1,0 +1,111 @@
+"""The demonstration: the user's copy and two scripted partners on a private segment. See script/run.
+
+With a display the windows open there and the demonstration lasts until the program is closed. Without one it plays a
+little scene, prints the packets with their times and saves pictures of the windows.
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import threading
+import time
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(_ROOT / "tests"))
+
+from segment import copies, network, private_machine, probe, screen, wine, wire  # noqa: E402
+
+_PARTNER = f"{_ROOT}/build/native/demo/partner"
+_PICTURES = f"{_ROOT}/build/demo"
+_PARTNERS = (("Berta", 0x208020), ("Carl", 0xC04000))  # names and colours
+
+
+class _UsersScreen:
+    """The display that the user sits at."""
+
+    name = os.environ.get("DISPLAY", "")
+
+
+def _user():
+    return os.environ.get("USER") or "you"
+
+
+def _start_partners():
+    for name, colour in _PARTNERS:
+        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour)),
+                         stdout=subprocess.DEVNULL)
+
+
+def _print_packets(ear):
+    """Prints what is heard, as it is heard."""
+    begin = time.monotonic()
+
+    def print_news():
+        printed = 0
+        while True:
+            for packet in ear.packets(start=printed):
+                text = packet.text.replace("\r\n", " / ")
+                print(f"{packet.time - begin:8.3f} s  {packet.source:<10}  {text}", flush=True)
+                printed += 1
+            time.sleep(0.05)
+
+    threading.Thread(target=print_news, daemon=True).start()
+
+
+def _show():
+    """On the user's display, until the program ends."""
+    network.set_up()
+    system = wine.WineSystem()
+    _print_packets(wire.Wire())
+    _start_partners()
+    return _users_copy(system, network.Segment()).start().process.wait()
+
+
+def _users_copy(system, host):
+    copy = copies.Copy(system, _user(), host, _UsersScreen())
+    authority = os.environ.get("XAUTHORITY") or os.path.expanduser("~/.Xauthority")
+    return copy.with_environment(XAUTHORITY=authority)
+
+
+def _play():
+    """Without a display: the scene, its packets and its pictures."""
+    rig = copies.Rig()
+    _print_packets(rig.wire)
+    copy = rig.copy(_user(), network.Host())
+    copy.write_settings(colour=0x800000)
+    copy.start()
+    time.sleep(2)
+    rig.screen.save(f"{_PICTURES}/1-splash.png")
+    _start_partners()
+    rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network", 30)
+    probe.wait(lambda: {"Berta", "Carl"} <= {row[0] for row in copy.roster()})
+    copy.show_main()
+    composer = copy.open_composer("Berta")
+    copy.type_alert(composer, "Shall we have lunch at noon?")
+    rig.screen.save(f"{_PICTURES}/2-main-window-and-composer.png")
+    copy.probe.click_tool(composer, copies.SEND_TOOL)
+    copy.popup_at_rest()
+    rig.screen.save(f"{_PICTURES}/3-answer.png")
+    copy.close()
+    time.sleep(0.3)
+    print(f"Pictures of the windows: {_PICTURES}")
+
+
+def _join():
+    """The user's own copy on the real network, on the user's display."""
+    system = wine.WineSystem()
+    return _users_copy(system, network.Segment()).start().process.wait()
+
+
+def main(arguments):
+    on_display = _UsersScreen.name.startswith((":", "unix:"))
+    if arguments == ["--lan"]:
+        if not on_display:
+            sys.exit("script/run --lan: no display")
+        return private_machine.run(_join, private_network=False)
+    return private_machine.run(_show if on_display else _play)
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
