@@ -20,6 +20,9 @@ TEST(BoxQueue, ShowsOneAtATimeInOrder) {
   queue.Post({.text = "b"});
   queue.ShowAll(show);
   EXPECT_EQ(shown, "abc");
+  queue.Post({.text = "d"});
+  queue.ShowAll(show);
+  EXPECT_EQ(shown, "abcd");
 }
 
 TEST(BoxQueue, DropsWhatAFloodAdds) {
