@@ -85,26 +85,34 @@ void FrmCom::LayOut() {
   Place(lblCap[1], parts.messageLabel);
   Place(lvUsers.hwnd(), parts.recipients);
   Place(txtMsg, parts.text);
-  // As wide as the list less a scroll bar that may come: a column that just fits would scroll sideways then.
+  FitColumn();
+}
+
+// As wide as the list shows, which is less while it has a scroll bar.
+void FrmCom::FitColumn() {
   RECT list{};
-  ::GetWindowRect(lvUsers.hwnd(), &list);
-  const int frames = 2 * ::GetSystemMetrics(SM_CXEDGE) + ::GetSystemMetrics(SM_CXVSCROLL);
-  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right - list.left - frames);
+  ::GetClientRect(lvUsers.hwnd(), &list);
+  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right);
+}
+
+void FrmCom::RowsChanged() {
+  lvUsers.Sync();
+  FitColumn();
 }
 
 void FrmCom::AddRecipient(std::string_view name) {
   recipients_.AddRecipient(name);
-  lvUsers.Sync();
+  RowsChanged();
 }
 
 void FrmCom::AddRecipients(std::string_view list) {
   recipients_.AddRecipients(list);
-  lvUsers.Sync();
+  RowsChanged();
 }
 
 void FrmCom::RefreshRows() {
   recipients_.RefreshRows();
-  lvUsers.Sync();
+  RowsChanged();
 }
 
 void FrmCom::ShowForTyping() {

@@ -40,6 +40,8 @@ class FrmCom : public toolkit::Window {
   bool TranslateInText(const MSG& key);
   void CreateControls();
   void LayOut();
+  void FitColumn();
+  void RowsChanged();
   void LimitSize(MINMAXINFO& limits) const;
   void TB_ButtonClick(char key);
   void Send();

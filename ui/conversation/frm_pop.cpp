@@ -74,6 +74,7 @@ void FrmPop::SetLan() {
 void FrmPop::CreateControls() {
   picImg = AddControl("STATIC", "", SS_OWNERDRAW, 0, kPictureId);
   lblSender = AddControl("STATIC", alert_.sender.c_str(), SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX);
+  ::SendMessageA(lblSender, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
   lblMsg.SetForeColour(toolkit::PaintColour(colour_));
   lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);

@@ -48,8 +48,9 @@ MessageLabel::~MessageLabel() {
 
 void MessageLabel::Create(HWND parent, const std::string& text) {
   shown_ = WithoutTabs(text.c_str());  // a text box ends at a zero byte too
-  hwnd_ = ::CreateWindowExA(0, "STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
-                            parent, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+  hwnd_ = ::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, parent, nullptr,
+                            ::GetModuleHandleA(nullptr), nullptr);
+  ::SetWindowTextA(hwnd_, text.c_str());  // the text of a window in the making is limited to 32 K characters
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -64,10 +65,19 @@ SIZE MessageLabel::Fit(SIZE largest) {
   const auto height = [&] { return static_cast<int>(lines_.size()) * lineHeight_ + margins; };
   BreakToFit(dc.get(), largest.cx - margins);
   scrolls_ = height() > largest.cy;
-  if (scrolls_) BreakToFit(dc.get(), largest.cx - margins - bar);
+  if (scrolls_) {
+    MakeScrollable();
+    BreakToFit(dc.get(), largest.cx - margins - bar);
+  }
   int width = 0;
   for (const std::string_view line : lines_) width = std::max(width, WidthOf(dc.get(), line));
   return {width + margins + (scrolls_ ? bar : 0), std::min(height(), static_cast<int>(largest.cy))};
+}
+
+// With the bar comes a place in the order of Tab, so that the keyboard can scroll too.
+void MessageLabel::MakeScrollable() {
+  ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | WS_TABSTOP);
+  ::ShowScrollBar(hwnd_, SB_VERT, TRUE);
 }
 
 void MessageLabel::BreakToFit(HDC dc, int width) {
@@ -140,17 +150,20 @@ void MessageLabel::Paint() {
   RECT client{};
   ::GetClientRect(hwnd_, &client);
   ::FillRect(dc, &client, ::GetSysColorBrush(backColour_));
-  PaintLines(dc, client);
+  PaintLines(dc);
   ::EndPaint(hwnd_, &paint);
 }
 
-void MessageLabel::PaintLines(HDC dc, const RECT& client) const {
+void MessageLabel::PaintLines(HDC dc) const {
   const toolkit::Selected font(dc, toolkit::DialogFont());
   ::SetTextColor(dc, foreColour_);
   ::SetBkMode(dc, TRANSPARENT);
-  int y = Px(kMargin);
-  for (auto i = static_cast<std::size_t>(top_); i < lines_.size() && y < client.bottom; ++i, y += lineHeight_)
+  const std::size_t first = static_cast<std::size_t>(top_);
+  const std::size_t end = std::min(lines_.size(), first + static_cast<std::size_t>(PageLines()));
+  for (std::size_t i = first; i < end; ++i) {
+    const int y = Px(kMargin) + static_cast<int>(i - first) * lineHeight_;
     ::TextOutA(dc, Px(kMargin), y, lines_[i].data(), static_cast<int>(lines_[i].size()));
+  }
 }
 
 int MessageLabel::PageLines() const {
@@ -198,10 +211,9 @@ bool MessageLabel::ScrollByKey(WPARAM key) {
   return true;
 }
 
-// Brings the bar in line with the window too.
+// Brings the bar in line too.
 void MessageLabel::ScrollTo(int line) {
   if (!scrolls_) return;
-  ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | WS_VSCROLL | WS_TABSTOP);
   const int page = PageLines(), count = static_cast<int>(lines_.size());
   top_ = std::clamp(line, 0, std::max(count - page, 0));
   const SCROLLINFO info{sizeof info, SIF_ALL | SIF_DISABLENOSCROLL, 0, count - 1, static_cast<UINT>(page), top_, 0};

@@ -17,10 +17,11 @@ struct Box {
 };
 
 inline constexpr Twips kMinPopupWidth{2000};
-inline constexpr Twips kBesideText{100};  // what the popup is wider than its text label
-inline constexpr Twips kAroundText{300};  // what it is higher than picture and text label
-inline constexpr Twips kEdge{50};         // left of the label and of the picture
-inline constexpr Twips kGlyphSide{285};   // of the close and drop-down buttons
+inline constexpr Twips kBesideText{100};   // what the popup is wider than its text label
+inline constexpr Twips kAroundText{300};   // what it is higher than picture and text label
+inline constexpr Twips kEdge{50};          // between the frame and the label
+inline constexpr Twips kPictureLeft{155};  // in line with the text, which has a margin inside its label
+inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
 
 // The largest text label of a popup that stays whole on the screen when it rests at that alert height; beyond it the
 // text is wrapped, then scrolled. A low screen or a great alert height still leaves a few lines to read.
@@ -46,8 +47,8 @@ constexpr PopupParts PartsOf(Size popup, Size label, Size picture) {
   const Twips labelTop = popup.height - kEdge - label.height;
   const Twips buttonTop = Twips{(labelTop.value - kGlyphSide.value) / 2};
   const Twips closeLeft = popup.width - kEdge - kGlyphSide, dropLeft = closeLeft - kGlyphSide;
-  const Twips senderLeft = kEdge + picture.width + kBesideText;
-  return {{kEdge, gap, picture.width, picture.height},
+  const Twips senderLeft = kPictureLeft + picture.width + kBesideText;
+  return {{kPictureLeft, gap, picture.width, picture.height},
           {senderLeft, gap, std::max(dropLeft - kEdge - senderLeft, Twips{0}), picture.height},
           {dropLeft, buttonTop, kGlyphSide, kGlyphSide},
           {closeLeft, buttonTop, kGlyphSide, kGlyphSide},
