@@ -16,7 +16,7 @@ ClangRuntimePackage() {
 MissingPackages() {
   local installed package
   installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
-  for package in "$@"; do
+  for package in $(printf '%s\n' "$@" | sort -u); do
     grep -qx "$package installed" <<<"$installed" || echo "$package"
   done
 }
