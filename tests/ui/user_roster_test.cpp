@@ -102,13 +102,17 @@ TEST_F(UserRosterTest, BlockingMarksUsersWhateverTheCase) {
 TEST_F(UserRosterTest, WindowsAreToldOfChangesOnly) {
   Add({"anna"});
   refreshes = captions = 0;
+  roster.SetStateText("anna", "away");
+  roster.SetColour("anna", 5);
   for (int i = 0; i < 3; ++i) roster.RefBlock();
   EXPECT_EQ(refreshes + captions, 0);
-  roster.SetStateText("anna", "away");
-  roster.RefBlock();
-  EXPECT_EQ(refreshes, 1);
   roster.AddBlocked("anna");
+  EXPECT_EQ(refreshes, 1);
+  Add({"bob"});
   EXPECT_EQ(refreshes, 2);
+  roster.RemoveRow("bob");
+  roster.RefBlock();
+  EXPECT_EQ(refreshes, 3);
 }
 
 TEST_F(UserRosterTest, GroupRowsAreRebuiltAtTheEnd) {

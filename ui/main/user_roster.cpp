@@ -67,9 +67,9 @@ void UserRoster::RefGroups() {
 void UserRoster::RefBlock() {
   if (marksAreStale_) MarkAllRows();
   UpdateStat();
-  if (toldSet_ == lvUsers.SetChanges() && toldLook_ == lvUsers.LookChanges()) return;
+  if (toldSet_ == lvUsers.SetChanges() && toldIcons_ == lvUsers.IconChanges()) return;
   toldSet_ = lvUsers.SetChanges();
-  toldLook_ = lvUsers.LookChanges();
+  toldIcons_ = lvUsers.IconChanges();
   if (refreshChatWindows) refreshChatWindows();
 }
 

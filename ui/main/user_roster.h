@@ -34,7 +34,7 @@ class UserRoster : public core::Roster {
   toolkit::ListRows lvUsers;
   toolkit::StatusLine lblStat;
 
-  // Asks the chat windows to refresh their user lists.
+  // Asks the chat windows to refresh their user lists. Called when rows have come, gone or changed their icon.
   std::function<void()> refreshChatWindows;
 
   bool HasRow(std::string_view text) const override { return lvUsers.FindText(text) != nullptr; }
@@ -90,7 +90,7 @@ class UserRoster : public core::Roster {
   // What the counts text and the chat windows were last made from.
   std::optional<Counted> counted_;
   std::string counts_;
-  std::uint64_t toldSet_ = 0, toldLook_ = 0;
+  std::uint64_t toldSet_ = 0, toldIcons_ = 0;
 };
 
 }  // namespace mainwindow

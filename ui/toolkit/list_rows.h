@@ -60,11 +60,15 @@ class ListRows {
   std::size_t SelectedCount() const { return selectedCount_; }
 
   // Counters for those who remember what they have drawn: of the set of rows (added or removed), and of real changes of
-  // icon, colour or second column. Selecting counts as neither, since it is the list view that selects.
+  // icon, colour or second column; of those the icons once more by themselves. Selecting counts as neither, since it is
+  // the list view that selects.
   std::uint64_t SetChanges() const { return setChanges_; }
   std::uint64_t LookChanges() const { return lookChanges_; }
+  std::uint64_t IconChanges() const { return iconChanges_; }
 
  private:
+  struct Link;
+  struct TextLink;
   struct Row;
   struct Slot;
   class Chains;
@@ -78,7 +82,7 @@ class ListRows {
   std::unique_ptr<Chains> byText_, byKey_;
   std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;
   std::uint64_t nextSequence_ = 0;
-  std::uint64_t setChanges_ = 0, lookChanges_ = 0;
+  std::uint64_t setChanges_ = 0, lookChanges_ = 0, iconChanges_ = 0;
 };
 
 }  // namespace toolkit
