@@ -8,7 +8,7 @@
 namespace mainwindow {
 
 Application::Application()
-    : sktBC_([this](std::string_view data) { dispatcher_.DataArrived(data); }),
+    : sktBC_([this](std::string_view data) { DataArrived(data); }),
       messenger_(sktBC_),
       conversations_(users_, messenger_),
       dispatcher_(users_, conversations_, messenger_) {
@@ -23,6 +23,11 @@ MainCommands Application::Commands() {
           .showOptions = [] {},
           .showAbout = [this] { ShowAbout(); },
           .shutDown = [this] { core::ShutDown(*this); }};
+}
+
+void Application::DataArrived(std::string_view data) {
+  dispatcher_.DataArrived(data);
+  frmMain_->Wake();
 }
 
 void Application::ShowAbout() {

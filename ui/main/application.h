@@ -1,5 +1,5 @@
-// The program put together: windows, network and roster bound to each other. Everything below sees it through the abstract
-// classes it implements.
+// The program put together: windows, network and roster bound to each other. Everything below sees it through the
+// abstract classes it implements.
 #pragma once
 
 #include <memory>
@@ -37,6 +37,7 @@ class Application : public core::Program {
 
  private:
   MainCommands Commands();
+  void DataArrived(std::string_view data);
   void ShowAbout();
 
   UserRoster users_;

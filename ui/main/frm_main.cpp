@@ -26,14 +26,14 @@ constexpr std::array<ToolButton, 3> kToolButtons{{
 }};
 
 constexpr UINT_PTR kTmrMnu = 1;
-constexpr UINT kTmrMnuInterval = 1;  // milliseconds; the platform ticks as fast as it can, about every 10
+constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of a busy roster
 
 constexpr int kUName = 0, kStat = 1;
 constexpr toolkit::Twips kUNameWidth{1300};
 constexpr int kStatusHeight = 20, kStatusMargin = 4;  // pixels at 100 %
 
-constexpr DWORD kRosterStyle = WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS |
-                               LVS_SHAREIMAGELISTS;
+constexpr DWORD kRosterStyle =
+    WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
 
 RECT WindowRect(HWND hwnd) {
   RECT rect{};
@@ -58,7 +58,7 @@ void FrmMain::Load() {
   SetLan();
   SetUpInt();
   LayOut();
-  ::SetTimer(hwnd(), kTmrMnu, kTmrMnuInterval, nullptr);
+  tmrMnu.Start(hwnd(), kTmrMnu);
 }
 
 void FrmMain::CreateControls() {
@@ -122,6 +122,7 @@ void FrmMain::ShowMe() {
 void FrmMain::Hide() { Show(SW_HIDE); }
 
 LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_TIMER) tmrMnu.Wake();
   switch (message) {
     case WM_SIZE:
       Resized(wParam);
@@ -168,7 +169,8 @@ void FrmMain::LayOut() {
   ::GetClientRect(hwnd(), &client);
   const MainBands bands = BandsOf(client.bottom, TB.Place(client.right), Px(kStatusHeight), statBarVisible_);
   ::MoveWindow(lvUsers.hwnd(), 0, bands.rosterTop, client.right, bands.rosterHeight, TRUE);
-  ::MoveWindow(lblStat, Px(kStatusMargin), bands.statusTop, client.right - 2 * Px(kStatusMargin), Px(kStatusHeight), TRUE);
+  ::MoveWindow(lblStat, Px(kStatusMargin), bands.statusTop, client.right - 2 * Px(kStatusMargin), Px(kStatusHeight),
+               TRUE);
   ::ShowWindow(lblStat, statBarVisible_ ? SW_SHOWNA : SW_HIDE);
   const int first = ListView_GetColumnWidth(lvUsers.hwnd(), kUName);
   const int width = Px(StatColumnWidth(Tw(client.right), Tw(first)));
@@ -184,14 +186,21 @@ LRESULT FrmMain::Notified(LPARAM lParam) {
 }
 
 void FrmMain::tmrMnu_Timer() {
+  tmrMnu.Ticked();
   ShowMenuState();
   const bool selected = users_.lvUsers.SelectedCount() > 0;
   if (selected != selectionSeen_) {
     selectionSeen_ = selected;
     for (const ToolButton& button : kToolButtons) TB.Enable(button.key, selected);
   }
-  if (::IsWindowVisible(hwnd())) lvUsers.Sync();
+  ShowRoster();
   ShowStatus();
+}
+
+void FrmMain::ShowRoster() {
+  if (!::IsWindowVisible(hwnd()) || ::GetTickCount() - listShown_ < kRosterInterval) return;
+  listShown_ = ::GetTickCount();
+  lvUsers.Sync();
 }
 
 // The control follows the roster's text here and not where packets change it, so that a flood costs no painting.

@@ -1,5 +1,5 @@
-// The main window: the roster, its toolbar and status line, the menus and the notification icon. It lives for the whole run,
-// mostly hidden.
+// The main window: the roster, its toolbar and status line, the menus and the notification icon. It lives for the whole
+// run, mostly hidden.
 #pragma once
 
 #include <functional>
@@ -11,6 +11,7 @@
 #include "ui/main/user_roster.h"
 #include "ui/toolkit/cool_menu.h"
 #include "ui/toolkit/handles.h"
+#include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/tray_icon.h"
@@ -39,8 +40,8 @@ class FrmMain : public toolkit::Window {
   // Out of a minimised or maximised state without showing the window; its normal place, twips.
   core::WindowPlace Restore();
 
-  // Puts the icon into the notification area; where the desktop has none the window itself is shown, so that the program
-  // stays reachable.
+  // Puts the icon into the notification area; where the desktop has none the window itself is shown, so that the
+  // program stays reachable.
   void ShowTray();
   void RemoveTray() { TI.Destroy(); }
 
@@ -48,6 +49,9 @@ class FrmMain : public toolkit::Window {
   void ShowMe();
 
   void SetLan();
+
+  // Something has changed that the window shows: for the roster's owner, on every packet.
+  void Wake() { tmrMnu.Wake(); }
 
   // The help text of the highlighted menu item in the status line; the empty text puts the counts back.
   void HelpObj_MenuHelp(const std::string& text);
@@ -74,6 +78,7 @@ class FrmMain : public toolkit::Window {
   void ShowMenuState();
   void ShowStateIcon();
   void ShowStatus();
+  void ShowRoster();
   void Hide();
 
   struct Command {
@@ -90,13 +95,15 @@ class FrmMain : public toolkit::Window {
   HWND lblStat = nullptr;
   toolkit::RowsView lvUsers;
   toolkit::TrayIcon TI;
+  toolkit::RestingTimer tmrMnu;
   toolkit::Icon trayIcon_;
-  HMENU menu_ = nullptr;  // the window's, and destroyed with it
+  HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
   bool statBarVisible_ = true;
   bool statusStale_ = true;
   bool selectionSeen_ = true;
   bool visibleSeen_ = true;
+  DWORD listShown_ = 0;  // tick count of the last look at the roster
 };
 
 }  // namespace mainwindow

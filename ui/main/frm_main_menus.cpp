@@ -39,9 +39,7 @@ void FrmMain::SetMenuCaptions() {
   ::DrawMenuBar(hwnd());
 }
 
-void FrmMain::CheckItem(unsigned id, bool checked) {
-  ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED);
-}
+void FrmMain::CheckItem(unsigned id, bool checked) { ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED); }
 
 // Of Show Main Window and Hide the menu offers the one that makes sense.
 void FrmMain::ShowMenuState() {

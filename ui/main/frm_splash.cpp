@@ -13,7 +13,6 @@ using toolkit::Px;
 using toolkit::Twips;
 
 constexpr UINT_PTR kTimer1 = 1;
-constexpr UINT kTimerInterval = 1;  // milliseconds; the platform ticks as fast as it can, about every 10
 
 constexpr int kPictureId = 1, kDotId = 2;
 constexpr COLORREF kDotBackground = RGB(224, 224, 224), kVersionColour = RGB(128, 128, 128);
@@ -40,7 +39,7 @@ void FrmSplash::Load() {
   versionFont_ = VersionFont();
   ::SendMessageA(lblVer_, WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
   PlaceControls();
-  ::SetTimer(hwnd(), kTimer1, kTimerInterval, nullptr);
+  Timer1.Start(hwnd(), kTimer1);
 }
 
 void FrmSplash::PlaceControls() {
@@ -77,6 +76,9 @@ LRESULT FrmSplash::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void FrmSplash::Timer1Timer() {
+  // It pulses until the process ends, but slowly once nobody sees it.
+  if (::IsWindowVisible(hwnd())) Timer1.Wake();
+  Timer1.Ticked();
   pulse_ = core::NextPulse(pulse_);
   ::InvalidateRect(picDot_, nullptr, FALSE);
 }
@@ -84,7 +86,8 @@ void FrmSplash::Timer1Timer() {
 void FrmSplash::Draw(const DRAWITEMSTRUCT& request) const {
   if (request.CtlID == kDotId) return DrawDot(request.hDC, request.rcItem);
   ::FillRect(request.hDC, &request.rcItem, ::GetSysColorBrush(COLOR_WINDOW));
-  ::ImageList_Draw(toolkit::SharedPictures(res::Strip::Splash), res::kSplashPicture, request.hDC, 0, 0, ILD_TRANSPARENT);
+  ::ImageList_Draw(toolkit::SharedPictures(res::Strip::Splash), res::kSplashPicture, request.hDC, 0, 0,
+                   ILD_TRANSPARENT);
 }
 
 void FrmSplash::DrawDot(HDC dc, const RECT& inner) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/toolkit/handles.h"
+#include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/window.h"
 
 namespace mainwindow {
@@ -23,6 +24,7 @@ class FrmSplash : public toolkit::Window {
 
   HWND picture1_ = nullptr, label_ = nullptr, picDot_ = nullptr, lblVer_ = nullptr;
   toolkit::Font versionFont_;
+  toolkit::RestingTimer Timer1;
   int pulse_ = 0;
 };
 
