@@ -125,6 +125,7 @@ void DrawMark(HDC dc, const RECT& box, const MenuLook& look, const CMyItemData& 
   if (look.ComplexChecks) {
     DrawComplexMark(dc, mark, data.bAsCheck);
   } else {
+    if (!look.FullSelect) state.selected = false;  // the highlight ends before the mark
     DrawFramedMark(dc, mark, data.bAsCheck, CaptionColour(look, state));
   }
 }

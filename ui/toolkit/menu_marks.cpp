@@ -15,17 +15,18 @@ struct Layer {
 };
 using Layers = std::array<Layer, 6>;
 
+// Outside darker than inside, so that the shape stands out on a white menu as well as on a grey one.
 constexpr Layers kCheckBox{{{'g', COLOR_WINDOW},
-                            {'c', COLOR_3DSHADOW},
-                            {'d', COLOR_3DHIGHLIGHT},
-                            {'e', COLOR_3DDKSHADOW},
-                            {'f', COLOR_3DLIGHT},
+                            {'c', COLOR_3DDKSHADOW},
+                            {'d', COLOR_3DSHADOW},
+                            {'e', COLOR_3DLIGHT},
+                            {'f', COLOR_3DHIGHLIGHT},
                             {'b', COLOR_WINDOWTEXT}}};
 constexpr Layers kOption{{{'n', COLOR_WINDOW},
-                          {'j', COLOR_3DSHADOW},
-                          {'k', COLOR_3DHIGHLIGHT},
-                          {'l', COLOR_3DDKSHADOW},
-                          {'m', COLOR_3DLIGHT},
+                          {'j', COLOR_3DDKSHADOW},
+                          {'k', COLOR_3DSHADOW},
+                          {'l', COLOR_3DLIGHT},
+                          {'m', COLOR_3DHIGHLIGHT},
                           {'i', COLOR_WINDOWTEXT}}};
 
 constexpr char kPlainCheck = 'a', kPlainOption = 'h';
@@ -34,6 +35,7 @@ Font SymbolFont(int height) {
   LOGFONTA font{};
   font.lfHeight = -height;
   font.lfCharSet = SYMBOL_CHARSET;
+  font.lfQuality = ANTIALIASED_QUALITY;  // coloured edges would not match from layer to layer
   std::copy_n("Marlett", sizeof "Marlett", font.lfFaceName);
   return Font(::CreateFontIndirectA(&font));
 }
