@@ -9,6 +9,9 @@ constexpr DWORD kPendingTime = 50;  // milliseconds
 
 MessageFilter gFilter = nullptr;
 
+// False for WM_QUIT.
+bool NextMessage(MSG& message) { return ::GetMessageA(&message, nullptr, 0, 0) > 0; }
+
 void Handle(MSG& message) {
   if (gFilter != nullptr && gFilter(message)) return;
   ::TranslateMessage(&message);
@@ -20,22 +23,16 @@ void Handle(MSG& message) {
 void SetMessageFilter(MessageFilter filter) { gFilter = filter; }
 
 int RunMessageLoop() {
-  MSG message;
-  for (;;) {
-    ShowPostedBoxes();
-    const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
-    if (got == 0) return static_cast<int>(message.wParam);
-    if (got > 0) Handle(message);
-  }
+  MSG message{};
+  for (ShowPostedBoxes(); NextMessage(message); ShowPostedBoxes()) Handle(message);
+  return static_cast<int>(message.wParam);
 }
 
 void RunMessageLoopWhile(const std::function<bool()>& goOn) {
-  MSG message;
-  while (goOn()) {
-    ShowPostedBoxes();
-    const BOOL got = ::GetMessageA(&message, nullptr, 0, 0);
-    if (got == 0) return ::PostQuitMessage(static_cast<int>(message.wParam));
-    if (got > 0) Handle(message);
+  MSG message{};
+  for (ShowPostedBoxes(); goOn(); ShowPostedBoxes()) {
+    if (!NextMessage(message)) return ::PostQuitMessage(static_cast<int>(message.wParam));
+    Handle(message);
   }
 }
 

@@ -5,30 +5,37 @@
 namespace core {
 namespace {
 
-struct Description {
-  Err error;
-  const char* text;
-};
-
-constexpr Description kDescriptions[] = {
-    {Err::Overflow, "Overflow"},
-    {Err::SubscriptOutOfRange, "Subscript out of range"},
-    {Err::TypeMismatch, "Type mismatch"},
-    {Err::FileNotFound, "File not found"},
-    {Err::DiskFull, "Disk full"},
-    {Err::InputPastEnd, "Input past end of file"},
-    {Err::DeviceUnavailable, "Device unavailable"},
-    {Err::PermissionDenied, "Permission denied"},
-    {Err::DiskNotReady, "Disk not ready"},
-    {Err::PathFileAccess, "Path/File access error"},
-    {Err::PathNotFound, "Path not found"},
-    {Err::ClipboardBusy, "Can't open Clipboard"},
-    {Err::KeyNotUnique, "Key is not unique in collection"},
-};
-
+// A switch rather than a table: the compiler misses a forgotten one.
 const char* DescriptionOf(Err error) {
-  for (const Description& row : kDescriptions) {
-    if (row.error == error) return row.text;
+  switch (error) {
+    case Err::Overflow:
+      return "Overflow";
+    case Err::OutOfMemory:
+      return "Out of memory";
+    case Err::SubscriptOutOfRange:
+      return "Subscript out of range";
+    case Err::TypeMismatch:
+      return "Type mismatch";
+    case Err::FileNotFound:
+      return "File not found";
+    case Err::DiskFull:
+      return "Disk full";
+    case Err::InputPastEnd:
+      return "Input past end of file";
+    case Err::DeviceUnavailable:
+      return "Device unavailable";
+    case Err::PermissionDenied:
+      return "Permission denied";
+    case Err::DiskNotReady:
+      return "Disk not ready";
+    case Err::PathFileAccess:
+      return "Path/File access error";
+    case Err::PathNotFound:
+      return "Path not found";
+    case Err::ClipboardBusy:
+      return "Can't open Clipboard";
+    case Err::KeyNotUnique:
+      return "Key is not unique in collection";
   }
   return "";
 }
