@@ -32,11 +32,11 @@ std::string VersionText() {
 void LoadSettings(Program& program, std::string_view arguments) {
   WriteLog("Quillon loaded");
   gUserName = LogonName();
+  gSafe = AsksForSafeMode(arguments) ? 1 : 0;  // before the main window, which the settings load with its menus
   ReadSets(program);
   WriteLog("  > Settings and language loaded");
   gVersion = VersionText();
   gStatus = 0;
-  gSafe = AsksForSafeMode(arguments) ? 1 : 0;
 }
 
 // The first chat window of a run opens in the middle of the screen, whatever the settings say.
