@@ -1,0 +1,134 @@
+// A user who is always at his desk, for trying out a copy: joins the network, answers newcomers, and answers alerts and
+// chat lines. Made of the program's own net code. It broadcasts: start it on a private network only (script/run does).
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "core/globals.h"
+#include "core/runtime_error.h"
+#include "demo/partner_windows.h"
+#include "demo/terminal.h"
+#include "demo/udp_port.h"
+#include "net/dispatcher.h"
+#include "ui/main/user_roster.h"
+
+namespace {
+
+constexpr char kUsage[] =
+    "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--verbose]\n"
+    "               [--alert-after SECONDS TEXT TO] [--for SECONDS]\n"
+    "  --delay        between hearing an alert or a chat line and answering it (1.5)\n"
+    "  --chat         answer chat lines too\n"
+    "  --verbose      show every packet\n"
+    "  --alert-after  send an alert to one user, or to (All)\n"
+    "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n";
+
+struct Options {
+  std::string name = "partner";
+  demo::Manners manners;
+  bool sendsAlert = false;
+  std::chrono::milliseconds alertAfter{0}, stays = std::chrono::hours(24 * 365);
+  std::string alertText, alertTo;
+};
+
+// Steps through the command line; ends the process with the usage when it makes no sense.
+class Arguments {
+ public:
+  Arguments(int count, char** words) : next_(words + 1), end_(words + count) {}
+
+  bool AtEnd() const { return next_ == end_; }
+  std::string Text() {
+    if (AtEnd()) Refuse();
+    return *next_++;
+  }
+  double Number() {
+    const std::string text = Text();
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    if (text.empty() || *end != '\0') Refuse();
+    return number;
+  }
+  std::chrono::milliseconds Seconds() { return std::chrono::milliseconds(static_cast<long>(Number() * 1000)); }
+
+  [[noreturn]] static void Refuse() {
+    std::fputs(kUsage, stderr);
+    std::exit(2);
+  }
+
+ private:
+  char** next_;
+  char** end_;
+};
+
+Options Parse(Arguments arguments) {
+  Options options;
+  while (!arguments.AtEnd()) {
+    const std::string word = arguments.Text();
+    if (word == "--name") {
+      options.name = arguments.Text();
+    } else if (word == "--colour") {
+      core::gColour = static_cast<std::int32_t>(arguments.Number());
+    } else if (word == "--state") {
+      core::gStatus = static_cast<std::int16_t>(arguments.Number());
+    } else if (word == "--delay") {
+      options.manners.delay = arguments.Seconds();
+    } else if (word == "--chat") {
+      options.manners.answersChats = true;
+    } else if (word == "--verbose") {
+      demo::ShowPackets(true);
+    } else if (word == "--alert-after") {
+      options.sendsAlert = true;
+      options.alertAfter = arguments.Seconds();
+      options.alertText = arguments.Text();
+      options.alertTo = arguments.Text();
+    } else if (word == "--for") {
+      options.stays = arguments.Seconds();
+    } else {
+      Arguments::Refuse();
+    }
+  }
+  return options;
+}
+
+volatile std::sig_atomic_t gAskedToLeave = 0;
+
+void Run(const Options& options) {
+  mainwindow::UserRoster users;
+  demo::UdpPort port;
+  net::Messenger messenger(port);
+  demo::PartnerWindows windows(messenger, options.manners);
+  net::Dispatcher dispatcher(users, windows, messenger);
+  users.lblStat.captionChanged = [](const std::string& caption) { demo::Show("roster", caption); };
+  users.ClearlvUsers();
+  messenger.OpenSocket();
+  if (options.sendsAlert) windows.SendAlertLater(options.alertAfter, options.alertText, options.alertTo);
+  const auto end = demo::Clock::now() + options.stays;
+  std::string datagram;
+  while (!gAskedToLeave && demo::Clock::now() < end) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - demo::Clock::now());
+    const auto wait = std::min(windows.SendDue(), left);
+    if (port.Receive(datagram, static_cast<int>(wait.count()))) dispatcher.DataArrived(datagram);
+  }
+  messenger.CloseSocket();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const Options options = Parse(Arguments(argc, argv));
+  core::gCurName = options.name;
+  // Without SA_RESTART, so that a signal ends the waiting for a datagram.
+  struct sigaction leave {};
+  leave.sa_handler = [](int) { gAskedToLeave = 1; };
+  ::sigaction(SIGINT, &leave, nullptr);
+  ::sigaction(SIGTERM, &leave, nullptr);
+  try {
+    Run(options);
+  } catch (const core::RuntimeError& error) {
+    std::fprintf(stderr, "partner: %s\n", core::NumberAndDescription(error).c_str());
+    return 1;
+  }
+}

@@ -1,0 +1,78 @@
+// The terminal in place of the desktop, the log file and the language file: what the net code asks of them, it gets
+// here.
+#include "demo/terminal.h"
+
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <string>
+
+#include "core/desktop.h"
+#include "core/language.h"
+#include "core/log.h"
+
+namespace demo {
+namespace {
+
+bool gShowPackets = false;
+
+std::string Now() {
+  timespec now;
+  std::timespec_get(&now, TIME_UTC);
+  tm parts;
+  char text[16];
+  std::strftime(text, sizeof text, "%H:%M:%S", ::localtime_r(&now.tv_sec, &parts));
+  std::string milliseconds = std::to_string(now.tv_nsec / 1000000);
+  milliseconds.insert(0, 3 - milliseconds.size(), '0');
+  return text + ("." + milliseconds);
+}
+
+std::string Printable(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes) {
+    const auto code = static_cast<unsigned char>(byte);
+    char escape[8];
+    std::snprintf(escape, sizeof escape, "\\x%02X", code);
+    text += code >= 0x20 && code < 0x7F ? std::string(1, byte) : std::string(escape);
+  }
+  return text;
+}
+
+}  // namespace
+
+void Show(std::string_view what, std::string_view text) {
+  std::printf("%s %.*s %s\n", Now().c_str(), static_cast<int>(what.size()), what.data(), Printable(text).c_str());
+  std::fflush(stdout);
+}
+
+void ShowPacket(std::string_view what, std::string_view bytes) {
+  if (gShowPackets) Show(what, bytes);
+}
+
+void ShowPackets(bool show) { gShowPackets = show; }
+
+}  // namespace demo
+
+namespace core {
+
+void WriteLog(std::string_view text) { demo::Show("log", text); }
+
+void PostBox(Box box) { demo::Show("box", box.title + ": " + box.text); }
+
+// Nothing waits here that could not wait for the partner's own loop.
+void RunPendingEvents() {}
+
+std::string GetText(int code) {
+  switch (code) {
+    case 1201:
+      return "user|users|online";
+    case 10201:
+      return "is now on the network";
+    default:
+      return {};
+  }
+}
+
+unsigned LanguageGeneration() { return 1; }
+
+}  // namespace core
