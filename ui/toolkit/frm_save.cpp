@@ -1,0 +1,283 @@
+#include "ui/toolkit/frm_save.h"
+
+#include <algorithm>
+
+#include "core/desktop.h"
+#include "core/language.h"
+#include "core/runtime_error.h"
+#include "core/text.h"
+#include "ui/toolkit/disk_folder.h"
+#include "ui/toolkit/modal.h"
+#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/screen.h"
+
+namespace toolkit {
+namespace {
+
+enum ControlId : int { kSave = IDOK, kClose = IDCANCEL, kDrive = 101, kFolders, kFiles, kName, kType };
+
+constexpr int kCaptionCode = 6001, kFirstLabelCode = 6002, kSaveCode = 6005, kCloseCode = 6006, kCannotOpenCode = 6201;
+constexpr const char* kLabels[] = {"File Type:", "File Name:", "Look in:"};
+enum Label { kTypeLabel, kNameLabel, kFolderLabel };
+
+// Pixels at 100 %.
+constexpr int kWidth = 480, kHeight = 360, kMinWidth = 380, kMinHeight = 260;
+constexpr int kMargin = 10, kGap = 8, kButtonWidth = 90, kButtonHeight = 25, kFieldHeight = 22, kDropHeight = 200;
+
+constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE;
+constexpr DWORD kDropDown = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
+
+void MoveTo(HWND control, int left, int top, int width, int height) {
+  ::MoveWindow(control, left, top, std::max(width, 0), std::max(height, 0), TRUE);
+}
+
+int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)); }
+
+// A caption from the language file may be wider than the room that the design gives it.
+int WidthOf(HWND control, int least, int padding) {
+  return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control).c_str()).cx) + Px(padding));
+}
+
+// The folder itself below its ancestors, its sub-folders below it.
+std::vector<IconList::Entry> FolderEntries(const std::vector<std::string>& steps,
+                                           const std::vector<std::string>& inside) {
+  std::vector<IconList::Entry> entries;
+  for (const std::string& step : steps) entries.push_back({step, OpenFolderIcon(), static_cast<int>(entries.size())});
+  for (const std::string& name : inside) entries.push_back({name, ClosedFolderIcon(), static_cast<int>(steps.size())});
+  return entries;
+}
+
+}  // namespace
+
+std::string AskSaveName(const std::string& title) {
+  const auto dialog = std::make_shared<FrmSave>();
+  dialog->Load();
+  if (!title.empty()) ::SetWindowTextA(dialog->hwnd(), title.c_str());
+  RunModal(*dialog);
+  return dialog->Result();
+}
+
+void FrmSave::Load() {
+  constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
+  RECT place{0, 0, Px(kWidth), Px(kHeight)};
+  ::AdjustWindowRectEx(&place, style, FALSE, WS_EX_DLGMODALFRAME);
+  const RECT area = WorkAreaPixels();
+  ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
+               (area.top + area.bottom - place.bottom - place.top) / 2);
+  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, "Save File", place, ::GetActiveWindow());
+  CreateControls();
+  SetLan();
+  GoTo(ClosedFolder(DocumentsFolder()));
+  ::SetFocus(txtFileName);
+}
+
+// In the order of the Tab key.
+void FrmSave::CreateControls() {
+  Label1[kFolderLabel] = AddControl("STATIC", kLabels[kFolderLabel], kLabelStyle);
+  Drive1 = AddControl("COMBOBOX", "", kDropDown, 0, kDrive);
+  Dir1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFolders));
+  List1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFiles));
+  Label1[kNameLabel] = AddControl("STATIC", kLabels[kNameLabel], kLabelStyle);
+  txtFileName = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, kName);
+  Label1[kTypeLabel] = AddControl("STATIC", kLabels[kTypeLabel], kLabelStyle);
+  txtFileType = AddControl("COMBOBOX", "", kDropDown, 0, kType);
+  cmdSave = AddControl("BUTTON", "&Save", BS_DEFPUSHBUTTON | WS_TABSTOP, 0, kSave);
+  cmdClose = AddControl("BUTTON", "&Close", WS_TABSTOP, 0, kClose);
+  ::SendMessageA(txtFileName, EM_SETLIMITTEXT, MAX_PATH - 1, 0);
+  for (const char* type : kSaveTypes) ::SendMessageA(txtFileType, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(type));
+  ::SendMessageA(txtFileType, CB_SETCURSEL, 0, 0);
+  drives_ = Drives();
+  for (const std::string& root : drives_)
+    ::SendMessageA(Drive1, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(DriveCaption(root).c_str()));
+}
+
+void FrmSave::SetLan() {
+  if (core::CaptionsFromTable()) {
+    ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
+    for (int i = 0; i < 3; ++i) ::SetWindowTextA(Label1[i], core::GetText(kFirstLabelCode + i).c_str());
+    ::SetWindowTextA(cmdSave, core::GetText(kSaveCode).c_str());
+    ::SetWindowTextA(cmdClose, core::GetText(kCloseCode).c_str());
+  }
+  LayOut();
+}
+
+void FrmSave::LayOut() {
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  const int margin = Px(kMargin), gap = Px(kGap),
+            field = std::max(Px(kFieldHeight), Px(6) + static_cast<int>(MeasureText(DialogFont(), "X").cy));
+  const int right = client.right - margin;
+  const int button = std::max(WidthOf(cmdSave, kButtonWidth, 16), WidthOf(cmdClose, kButtonWidth, 16));
+  int label = 0;
+  for (const HWND text : Label1) label = std::max(label, WidthOf(text, 0, 0));
+  const int fieldLeft = margin + label + gap, fieldWidth = right - button - gap - fieldLeft;
+
+  MoveTo(Label1[kFolderLabel], margin, margin, label, field);
+  MoveTo(Drive1, fieldLeft, margin, right - fieldLeft, Px(kDropHeight));
+  const int typeTop = client.bottom - margin - std::max(field, Px(kButtonHeight)),
+            nameTop = typeTop - gap - std::max(field, Px(kButtonHeight));
+  const int listTop = margin + field + gap, listHeight = nameTop - gap - listTop, half = (right - margin - gap) / 2;
+  MoveTo(Dir1.hwnd(), margin, listTop, half, listHeight);
+  MoveTo(List1.hwnd(), margin + half + gap, listTop, right - margin - half - gap, listHeight);
+  MoveTo(Label1[kNameLabel], margin, nameTop, label, field);
+  MoveTo(txtFileName, fieldLeft, nameTop, fieldWidth, field);
+  MoveTo(cmdSave, right - button, nameTop, button, Px(kButtonHeight));
+  MoveTo(Label1[kTypeLabel], margin, typeTop, label, field);
+  MoveTo(txtFileType, fieldLeft, typeTop, fieldWidth, Px(kDropHeight));
+  MoveTo(cmdClose, right - button, typeTop, button, Px(kButtonHeight));
+}
+
+void FrmSave::LimitSize(MINMAXINFO& limits) const { limits.ptMinTrackSize = {Px(kMinWidth), Px(kMinHeight)}; }
+
+LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      if (cmdClose) LayOut();
+      return 0;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_SETFOCUS:
+      Window::Handle(message, wParam, lParam);
+      if (::GetFocus() == hwnd()) ::SetFocus(txtFileName);
+      return 0;
+    case WM_DRAWITEM:
+      (wParam == kFolders ? Dir1 : List1).Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_COMMAND:
+      Commanded(LOWORD(wParam), HIWORD(wParam));
+      return 0;
+    case WM_CLOSE:
+      cmdClose_Click();
+      return 0;
+    default:
+      return Window::Handle(message, wParam, lParam);
+  }
+}
+
+void FrmSave::Commanded(int id, int code) {
+  if (id == kSave) return Entered();
+  if (id == kClose) return cmdClose_Click();
+  if (id == kDrive && code == CBN_SELENDOK) return Drive1_Change();
+  if (id == kFolders && code == LBN_DBLCLK) return OpenSelectedFolder();
+  if (id == kFiles && code == LBN_SELCHANGE) return List1_Click();
+  if (id == kFiles && code == LBN_DBLCLK) return cmdSave_Click();
+  if (id == kType && code == CBN_SELCHANGE) return txtFileType_Click();
+  if (id == kName && code == EN_KILLFOCUS) ShowName(std::string(core::Trim(TextOf(txtFileName))));
+}
+
+// Save was clicked, or Enter was pressed anywhere.
+void FrmSave::Entered() {
+  const HWND focus = ::GetFocus();
+  if (focus == cmdClose) return cmdClose_Click();
+  if (focus == Dir1.hwnd()) return OpenSelectedFolder();
+  cmdSave_Click();
+}
+
+void FrmSave::cmdSave_Click() {
+  const std::string extension(ExtensionOf(kSaveTypes[SelectedIn(txtFileType)]));
+  const SaveDecision decision = DecideSave(TextOf(txtFileName), folder_, extension, IsFolder);
+  switch (decision.action) {
+    case SaveAction::None:
+      return;
+    case SaveAction::Filter:
+      pattern_ = decision.text;
+      return rFileList();
+    case SaveAction::GoTo:
+      return GoTo(decision.text);
+    case SaveAction::Save:
+      result_ = decision.text;
+      ::DestroyWindow(hwnd());
+  }
+}
+
+void FrmSave::cmdClose_Click() {
+  result_.clear();
+  ::DestroyWindow(hwnd());
+}
+
+void FrmSave::txtFileType_Click() {
+  const std::string_view extension = ExtensionOf(kSaveTypes[SelectedIn(txtFileType)]);
+  ShowName(SwitchExtension(TextOf(txtFileName), pattern_, extension));
+  pattern_ = PatternOf(extension);
+  rFileList();
+}
+
+void FrmSave::Drive1_Change() {
+  const int index = SelectedIn(Drive1);
+  if (index < 0) return;
+  try {
+    OpenFolder(drives_[static_cast<std::size_t>(index)]);
+  } catch (const core::RuntimeError&) {
+    SelectDrive();
+    core::ShowBox({.text = core::GetText(kCannotOpenCode), .icon = core::BoxIcon::Exclamation});
+  }
+}
+
+void FrmSave::List1_Click() { ShowName(List1.TextAt(List1.Selection())); }
+
+void FrmSave::OpenSelectedFolder() {
+  const int selection = Dir1.Selection();
+  if (selection < 0) return;
+  const auto index = static_cast<std::size_t>(selection);
+  std::string folder = FolderOf(steps_, index + 1);
+  if (index >= steps_.size()) folder += ClosedFolder(Dir1.TextAt(selection));
+  GoTo(folder + TextOf(txtFileName));
+}
+
+// SetLocation for the user: what cannot be opened is told, and nothing has changed.
+void FrmSave::GoTo(const std::string& path) {
+  try {
+    SetLocation(path);
+  } catch (const core::RuntimeError&) {
+    SelectDrive();
+    core::ShowBox({.text = core::GetText(kCannotOpenCode), .icon = core::BoxIcon::Exclamation});
+  }
+}
+
+void FrmSave::SetLocation(const std::string& path) {
+  const std::size_t slash = path.rfind('\\') + 1;
+  OpenFolder(CleanPath(path.substr(0, slash)));
+  const std::string name = path.substr(slash);
+  ShowName(name);
+  if (!name.empty()) List1.SelectText(name);
+}
+
+void FrmSave::OpenFolder(const std::string& folder) {
+  const FolderContent content = ReadFolder(folder);
+  folder_ = folder;
+  steps_ = PathSteps(folder_);
+  Dir1.Fill(FolderEntries(steps_, content.folders));
+  Dir1.Select(static_cast<int>(steps_.size()) - 1);
+  SelectDrive();
+  File1 = content.files;
+  ShowFiles();
+}
+
+void FrmSave::SelectDrive() {
+  const auto isHere = [this](const std::string& root) {
+    return core::EqualIgnoringCase(root.substr(0, 2), folder_.substr(0, 2));
+  };
+  const auto found = std::ranges::find_if(drives_, isHere);
+  const int index = found == drives_.end() ? -1 : static_cast<int>(found - drives_.begin());
+  ::SendMessageA(Drive1, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+void FrmSave::rFileList() {
+  File1 = ReadFolder(folder_).files;
+  ShowFiles();
+}
+
+void FrmSave::ShowFiles() {
+  std::vector<IconList::Entry> entries;
+  for (const std::string& name : File1)
+    if (MatchesPattern(name, pattern_)) entries.push_back({name, FileIcon(name)});
+  List1.Fill(entries);
+  List1.Select(0);
+}
+
+void FrmSave::ShowName(const std::string& name) {
+  if (name != TextOf(txtFileName)) ::SetWindowTextA(txtFileName, name.c_str());
+}
+
+}  // namespace toolkit

@@ -1,0 +1,65 @@
+// The program's own dialog for the name of a file to save.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ui/toolkit/icon_list.h"
+#include "ui/toolkit/window.h"
+
+namespace toolkit {
+
+// Asks for a file name, modally, beginning in the user's documents. Returns the full path with the extension of the
+// chosen type (".txt" or ".rtf"), empty when the user closed the window. Writing the file is the caller's; one that
+// exists may be chosen. An empty title leaves the window its own caption.
+std::string AskSaveName(const std::string& title);
+
+class FrmSave : public Window {
+ public:
+  // Creates the window, hidden, in the middle of the work area.
+  void Load();
+
+  void SetLan();
+
+  // Goes to a path: its drive, its folder (all up to the last "\"), its name. Throws what Windows says when the folder
+  // cannot be opened; the window then stays where it was.
+  void SetLocation(const std::string& path);
+
+  // Fills the list of files anew and selects its first entry.
+  void rFileList();
+
+  // The chosen file, empty until Save has taken one.
+  const std::string& Result() const { return result_; }
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void CreateControls();
+  void LayOut();
+  void LimitSize(MINMAXINFO& limits) const;
+  void Commanded(int id, int code);
+  void Entered();
+  void cmdSave_Click();
+  void cmdClose_Click();
+  void txtFileType_Click();
+  void Drive1_Change();
+  void List1_Click();
+  void OpenSelectedFolder();
+  void GoTo(const std::string& path);
+  void OpenFolder(const std::string& folder);
+  void SelectDrive();
+  void ShowFiles();
+  void ShowName(const std::string& name);
+
+  HWND Label1[3] = {};
+  HWND Drive1 = nullptr, txtFileType = nullptr, txtFileName = nullptr, cmdSave = nullptr, cmdClose = nullptr;
+  IconList Dir1, List1;
+
+  std::vector<std::string> drives_;  // root folders, in the order of Drive1
+  std::vector<std::string> File1;    // all files of the folder; List1 shows those that match the pattern
+  std::string folder_;
+  std::vector<std::string> steps_;  // of folder_, the first entries of Dir1
+  std::string pattern_ = "*.txt";
+  std::string result_;
+};
+
+}  // namespace toolkit

@@ -1,0 +1,113 @@
+#include "ui/toolkit/save_name.h"
+
+#include <algorithm>
+
+#include "core/text.h"
+
+namespace toolkit {
+namespace {
+
+constexpr std::size_t kExtensionLength = 4;
+
+std::string_view LastCharacters(std::string_view text, std::size_t count) {
+  return text.substr(text.size() - std::min(text.size(), count));
+}
+
+bool SameCharacter(char a, char b) { return core::EqualIgnoringCase({&a, 1}, {&b, 1}); }
+
+// Remembers the last "*" only, and so takes time in proportion to the two lengths multiplied, whatever the pattern.
+bool MatchesOne(std::string_view name, std::string_view pattern) {
+  std::size_t n = 0, p = 0, star = std::string_view::npos, resume = 0;
+  while (n < name.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      resume = n;
+    } else if (p < pattern.size() && (pattern[p] == '?' || SameCharacter(pattern[p], name[n]))) {
+      ++p;
+      ++n;
+    } else if (star != std::string_view::npos) {
+      p = star + 1;
+      n = ++resume;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of('*', p) == std::string_view::npos;
+}
+
+bool HasDrive(std::string_view name) { return name.size() > 1 && name[1] == ':'; }
+
+// "C:" of a folder on a drive, "\\server\share" of one on the network.
+std::string_view RootOf(std::string_view folder) {
+  if (HasDrive(folder)) return folder.substr(0, 2);
+  const std::size_t server = folder.find('\\', 2);
+  if (server == std::string_view::npos) return folder;
+  return folder.substr(0, folder.find('\\', server + 1));
+}
+
+}  // namespace
+
+std::string_view ExtensionOf(std::string_view typeCaption) {
+  return LastCharacters(typeCaption.substr(0, typeCaption.rfind(')')), kExtensionLength);
+}
+
+std::string PatternOf(std::string_view extension) { return std::string("*").append(extension); }
+
+std::string SwitchExtension(std::string_view name, std::string_view formerPattern, std::string_view extension) {
+  const std::string_view former = formerPattern.substr(std::min<std::size_t>(1, formerPattern.size()));
+  if (!core::EqualIgnoringCase(LastCharacters(name, kExtensionLength), former)) return std::string(name);
+  return std::string(name.substr(0, name.size() - former.size())).append(extension);
+}
+
+bool MatchesPattern(std::string_view name, std::string_view pattern) {
+  for (std::size_t end = 0; end != std::string_view::npos; pattern.remove_prefix(std::min(end + 1, pattern.size()))) {
+    end = pattern.find(';');
+    if (MatchesOne(name, core::Trim(pattern.substr(0, end)))) return true;
+    if (end == std::string_view::npos) break;
+  }
+  return false;
+}
+
+std::string ClosedFolder(std::string_view folder) {
+  std::string closed(folder);
+  if (!closed.ends_with('\\')) closed += '\\';
+  return closed;
+}
+
+std::string FullPath(std::string_view folder, std::string_view name) {
+  if (HasDrive(name) || name.starts_with("\\\\")) return std::string(name);
+  if (name.starts_with('\\')) return std::string(RootOf(folder)).append(name);
+  return ClosedFolder(folder).append(name);
+}
+
+std::vector<std::string> PathSteps(std::string_view folder) {
+  const std::string_view root = RootOf(folder);
+  std::vector<std::string> steps{ClosedFolder(root)};
+  std::string_view rest = folder.substr(root.size());
+  while (!rest.empty()) {
+    const std::size_t slash = std::min(rest.find('\\'), rest.size());
+    if (slash > 0) steps.emplace_back(rest.substr(0, slash));
+    rest.remove_prefix(std::min(slash + 1, rest.size()));
+  }
+  return steps;
+}
+
+std::string FolderOf(const std::vector<std::string>& steps, std::size_t count) {
+  std::string folder;
+  for (std::size_t i = 0; i < std::min(count, steps.size()); ++i) folder += ClosedFolder(steps[i]);
+  return folder;
+}
+
+SaveDecision DecideSave(std::string_view typed, std::string_view folder, std::string_view extension,
+                        const std::function<bool(const std::string&)>& isFolder) {
+  std::string name(core::Trim(typed));
+  if (name.empty()) return {};
+  if (name.starts_with("*.")) return {SaveAction::Filter, name};
+  std::ranges::replace(name, '/', '\\');
+  const std::string path = FullPath(folder, name);
+  if (isFolder(path)) return {SaveAction::GoTo, ClosedFolder(path)};
+  if (core::EqualIgnoringCase(LastCharacters(path, extension.size()), extension)) return {SaveAction::Save, path};
+  return {SaveAction::Save, path + std::string(extension)};
+}
+
+}  // namespace toolkit
