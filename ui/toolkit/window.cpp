@@ -19,6 +19,20 @@ void SetObject(HWND hwnd, Window* window) {
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
 }
 
+// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program goes
+// on. Nothing may leave the procedure, Windows cannot carry it.
+template <class Event>
+LRESULT Guarded(Event event) {
+  try {
+    return event();
+  } catch (const core::RuntimeError& error) {
+    core::ReportUnhandled(error);
+  } catch (const std::exception&) {
+    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
+  }
+  return 0;
+}
+
 }  // namespace
 
 Window::~Window() {
@@ -72,26 +86,16 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
   // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
   const auto keep = self ? self->weak_from_this().lock() : nullptr;
   if (!keep) return ::DefWindowProcA(hwnd, message, wParam, lParam);
-  const LRESULT result = self->Guarded(message, wParam, lParam);
+  const LRESULT result = Guarded([&] { return self->Handle(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     SetObject(hwnd, nullptr);
     self->hwnd_ = nullptr;
-    if (self->onDestroyed) self->onDestroyed();
+    Guarded([&] {
+      if (self->onDestroyed) self->onDestroyed();
+      return LRESULT{0};
+    });
   }
   return result;
-}
-
-// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program goes
-// on. Nothing may leave the procedure, Windows cannot carry it.
-LRESULT Window::Guarded(UINT message, WPARAM wParam, LPARAM lParam) {
-  try {
-    return Handle(message, wParam, lParam);
-  } catch (const core::RuntimeError& error) {
-    core::ReportUnhandled(error);
-  } catch (const std::exception&) {
-    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
-  }
-  return 0;
 }
 
 LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -63,7 +63,6 @@ class Window : public std::enable_shared_from_this<Window> {
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   static void Register(const WindowStyle& style);
   static Window* Of(HWND hwnd);
-  LRESULT Guarded(UINT message, WPARAM wParam, LPARAM lParam);
   friend bool FilterMessage(MSG& message);
 
   HWND hwnd_ = nullptr;
