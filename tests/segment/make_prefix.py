@@ -1,6 +1,7 @@
 """Fills DIRECTORY with a fresh Wine prefix, the template of all others. usage: make_prefix.py DIRECTORY"""
 
 import os
+import pathlib
 import shutil
 import subprocess
 import sys
@@ -21,10 +22,21 @@ def make(directory):
     prefix = wine.Prefix(system, network.Segment(), display, path=place)
     prefix.run("wineboot", "--init", check=True)
     prefix.settle()
+    _add_fonts(system, prefix)
+    _forget_server(directory)
+
+
+def _add_fonts(system, prefix):
     # Debian's Wine looks beside the folder in which Debian puts Wine's own fonts, and so finds none of them.
     fonts = system.root + "/usr/share/wine/fonts"
     if os.path.isdir(fonts):
         shutil.copytree(fonts, prefix.drive_c + "/windows/Fonts", dirs_exist_ok=True)
+
+
+def _forget_server(directory):
+    """Removes the traces of the Wine server that made the prefix; every copy has a server of its own."""
+    for path in pathlib.Path(directory).glob("wine*"):
+        shutil.rmtree(path) if path.is_dir() else path.unlink()
 
 
 if __name__ == "__main__":

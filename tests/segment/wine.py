@@ -45,7 +45,7 @@ class WineSystem:
             self._lay_out_system()
         else:
             self.root = ""  # the machine's own Wine
-        self._hide_other_servers()
+            self._hide_other_servers()
         self._name_the_machine()
 
     def _lay_out_system(self):
@@ -56,7 +56,7 @@ class WineSystem:
                 _mount("--rbind", "/" + name, f"{self.root}/{name}")
 
     def _hide_other_servers(self):
-        servers = f"{self.root}/tmp/.wine-{os.getuid()}"
+        servers = f"/tmp/.wine-{os.getuid()}"
         os.makedirs(servers, mode=0o700, exist_ok=True)
         _mount("-t", "tmpfs", "-o", "mode=700", "tmpfs", servers)
 
@@ -101,7 +101,7 @@ class Prefix:
         self._environment = {
             "WINEPREFIX": self._path, "WINEARCH": "win32", "WINEDLLOVERRIDES": "mscoree,mshtml=",
             "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"), "LANG": "C.UTF-8", "DISPLAY": screen.name,
-            "HOME": self._path,
+            "HOME": self._path, "TMPDIR": self._path,  # Debian's Wine keeps the sockets of its server there
         }
         if user:
             self._environment["USER"] = user
