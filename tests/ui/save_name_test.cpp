@@ -1,0 +1,75 @@
+#include "ui/toolkit/save_name.h"
+
+#include <gtest/gtest.h>
+
+namespace toolkit {
+namespace {
+
+constexpr char kFolder[] = "C:\\Users\\anna";
+
+std::string Decided(std::string_view typed, std::string_view extension = ".txt", std::string_view folder = kFolder) {
+  const auto isFolder = [](const std::string& path) {
+    return path == "C:\\Users\\anna\\talks" || path == "C:\\Users\\anna\\.." || path == "D:" || path == "C:\\temp";
+  };
+  constexpr const char* names[] = {"none", "filter ", "go to ", "save "};
+  const SaveDecision decision = DecideSave(typed, folder, extension, isFolder);
+  return names[static_cast<int>(decision.action)] + decision.text;
+}
+
+TEST(SaveName, TheTypedNameDecides) {
+  EXPECT_EQ(Decided("   "), "none");
+  EXPECT_EQ(Decided(" *.rtf "), "filter *.rtf");
+  EXPECT_EQ(Decided("talks"), "go to C:\\Users\\anna\\talks\\");
+  EXPECT_EQ(Decided(".."), "go to C:\\Users\\anna\\..\\");
+  EXPECT_EQ(Decided("D:"), "go to D:\\");
+  EXPECT_EQ(Decided("/temp"), "go to C:\\temp\\");
+  EXPECT_EQ(Decided(" tea "), "save C:\\Users\\anna\\tea.txt");
+  EXPECT_EQ(Decided("*tea"), "save C:\\Users\\anna\\*tea.txt");
+}
+
+TEST(SaveName, TheExtensionIsAddedOnce) {
+  EXPECT_EQ(Decided("tea.TXT"), "save C:\\Users\\anna\\tea.TXT");
+  EXPECT_EQ(Decided("tea.txt", ".rtf"), "save C:\\Users\\anna\\tea.txt.rtf");
+  EXPECT_EQ(Decided("txt"), "save C:\\Users\\anna\\txt.txt");
+  EXPECT_EQ(ExtensionOf(kSaveTypes[0]), ".txt");
+  EXPECT_EQ(ExtensionOf(kSaveTypes[1]), ".rtf");
+}
+
+TEST(SaveName, TheResultIsAFullPath) {
+  EXPECT_EQ(Decided("sub\\tea"), "save C:\\Users\\anna\\sub\\tea.txt");
+  EXPECT_EQ(Decided("E:\\tea"), "save E:\\tea.txt");
+  EXPECT_EQ(Decided("\\tea"), "save C:\\tea.txt");
+  EXPECT_EQ(Decided("\\\\server\\share\\tea"), "save \\\\server\\share\\tea.txt");
+  EXPECT_EQ(Decided("tea", ".txt", "C:\\"), "save C:\\tea.txt");
+  EXPECT_EQ(Decided("\\tea", ".txt", "\\\\server\\share\\deep\\down"), "save \\\\server\\share\\tea.txt");
+}
+
+TEST(SaveName, AnotherTypeSwitchesTheExtensionShownSoFar) {
+  EXPECT_EQ(SwitchExtension("tea.txt", "*.txt", ".rtf"), "tea.rtf");
+  EXPECT_EQ(SwitchExtension("TEA.TXT", "*.txt", ".rtf"), "TEA.rtf");
+  EXPECT_EQ(SwitchExtension("tea.doc", "*.txt", ".rtf"), "tea.doc");
+  EXPECT_EQ(SwitchExtension("tea.txt", "*.rtf", ".txt"), "tea.txt");
+  EXPECT_EQ(SwitchExtension("a", "*.c", ".txt"), "a");
+}
+
+TEST(SaveName, PatternsAreWild) {
+  EXPECT_TRUE(MatchesPattern("Tea.TXT", "*.txt"));
+  EXPECT_TRUE(MatchesPattern("\xC9t\xE9.txt", "\xE9*.t?t"));
+  EXPECT_TRUE(MatchesPattern("tea.rtf", "*.txt; *.rtf"));
+  EXPECT_TRUE(MatchesPattern("a.b.txt", "*.*.txt"));
+  EXPECT_FALSE(MatchesPattern("tea.txtx", "*.txt"));
+  EXPECT_FALSE(MatchesPattern("tea", "*."));
+  EXPECT_FALSE(MatchesPattern(std::string(260, 'a'), std::string(130, '*') + "b"));
+}
+
+TEST(SaveName, StepsLeadThroughTheFolder) {
+  for (const std::string folder : {"C:\\", "C:\\Users\\anna\\", "\\\\server\\share\\", "\\\\server\\share\\a\\b\\"}) {
+    const auto steps = PathSteps(folder);
+    EXPECT_EQ(FolderOf(steps, steps.size()), folder);
+  }
+  EXPECT_EQ(FolderOf(PathSteps("C:\\Users\\anna"), 2), "C:\\Users\\");
+  EXPECT_EQ(PathSteps("\\\\server\\share\\a").size(), 2u);
+}
+
+}  // namespace
+}  // namespace toolkit
