@@ -1,0 +1,116 @@
+// Any bytes as a session of datagrams, one a line, through the dispatcher into the real roster. The first byte chooses
+// the own state and whether the own name is a hidden one. A chat window that opens hears the next datagram from inside.
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/globals.h"
+#include "core/text.h"
+#include "fuzz/fuzz_target.h"
+#include "net/dispatcher.h"
+#include "tests/support/program_folder.h"
+#include "tests/support/recording_desktop.h"
+#include "ui/main/user_roster.h"
+
+namespace {
+
+constexpr std::string_view kBlocked = "eve";
+
+struct Session : net::DatagramPort, net::Conversations {
+  Session(std::string_view text, const std::string& ownName) : rest(text) {
+    support::ResetDesktop();
+    core::gCurName = ownName;
+    core::gLangError = -1;
+    users.ClearlvUsers();
+    users.AddBlocked(kBlocked);
+  }
+
+  void HearNext() {
+    const std::size_t end = rest.find('\n');
+    const std::string datagram(rest.substr(0, end));
+    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    ++heard;
+    dispatcher.DataArrived(datagram);
+  }
+
+  void Open(int) override {}
+  void Close() override {}
+  void Send(std::string_view bytes) override {
+    ++sent;
+    fuzz::Require(net::TakeApart(bytes).sender == core::gCurName);
+  }
+
+  const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return windows; }
+  std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
+  void ShowAlert(std::string_view, std::string_view sender, int) override {
+    fuzz::Require(core::gStatus < 2);
+    MayShow(sender);
+  }
+  void MayShow(std::string_view sender) const {
+    fuzz::Require(!core::EqualIgnoringCase(sender, kBlocked));
+    fuzz::Require(users.HasRow(sender));
+  }
+
+  std::string_view rest;
+  std::size_t heard = 0, sent = 0;
+  std::vector<std::shared_ptr<net::ChatWindow>> windows;
+  mainwindow::UserRoster users;
+  net::Messenger messenger{*this};
+  net::Dispatcher dispatcher{users, *this, messenger};
+};
+
+struct Window : net::ChatWindow {
+  Window(Session& session, std::string_view user) : session_(session), user_(user) {}
+
+  bool AddMsg(std::string_view, std::string_view sender, std::int32_t) override {
+    fuzz::Require(core::gStatus == 0);
+    session_.MayShow(sender);
+    return core::EqualIgnoringCase(sender, user_);
+  }
+  void RemoveUser(std::string_view name) override { fuzz::Require(!session_.users.HasRow(name)); }
+  void RefUserList() override {}
+  void RefListOfUsers() override {}
+
+  Session& session_;
+  std::string user_;
+};
+
+std::shared_ptr<net::ChatWindow> Session::OpenChat(std::string_view participants) {
+  fuzz::Require(participants.starts_with('|'));
+  if (windows.size() >= 8) return nullptr;
+  const auto window = windows.emplace_back(std::make_shared<Window>(*this, participants.substr(1)));
+  if (!rest.empty()) HearNext();
+  return window;
+}
+
+void CheckRoster(const Session& session) {
+  const toolkit::ListRows& rows = session.users.lvUsers;
+  fuzz::Require(rows.Count() <= session.heard + 1);
+  fuzz::Require(session.sent <= 3 * session.heard);
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < rows.Count(); ++i) {
+    const toolkit::ListRow& row = rows.At(i);
+    fuzz::Require(rows.IndexOf(row) == i && rows.FindText(row.text) != nullptr);
+    fuzz::Require(row.key.empty() || rows.FindKey(row.key) == &row);
+    fuzz::Require(!row.text.starts_with('_') || core::EqualIgnoringCase(row.text, core::gCurName));
+    bytes += row.text.size() + row.key.size();
+  }
+  fuzz::Require(bytes == rows.TextBytes());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const support::ProgramFolder folder;
+  folder.Put("Log.txt", "");
+  std::string_view text = fuzz::TextOf(data, size);
+  if (text.empty()) return 0;
+  const auto choice = static_cast<unsigned char>(text.front());
+  text.remove_prefix(1);
+  Session session(text, choice & 4 ? "_anna" : "anna");
+  core::gStatus = static_cast<std::int16_t>(choice % 4 % 3);
+  while (!session.rest.empty()) session.HearNext();
+  CheckRoster(session);
+  return 0;
+}
