@@ -69,10 +69,10 @@ TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
     const Size largest = LargestLabel(kScreen, kPicture.height, alertHeight);
     const Size popup = PopupSize(largest, kPicture.height);
     EXPECT_EQ(popup.width, kScreen.width);
-    EXPECT_EQ(popup.height + Twips{450 * alertHeight}, kScreen.height);
+    EXPECT_EQ(popup.height + Twips{450 * alertHeight} + kStep, kScreen.height);
   }
   EXPECT_EQ(LargestLabel(kScreen, kPicture.height, 1000).height, Twips{1200});
-  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, -1000).height, Twips{11520 - 540});
+  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, -1000).height, Twips{11520 - 590});
 }
 
 TEST(PopupLayout, PartsStandInsideAndApart) {

@@ -1,0 +1,151 @@
+// The composer as a real window.
+#include "core/language.h"
+#include "tests/windows/conversation_fixture.h"
+#include "ui/conversation/composer_layout.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using support::ChildrenOf;
+using support::FilterKey;
+using Texts = std::vector<std::string>;
+
+constexpr int kSend = 0, kClose = 1;
+
+class ComposerTest : public ConversationTest {
+ protected:
+  HWND Composer() const {
+    const auto open = support::WindowsOf("frmCom");
+    return open.empty() ? nullptr : open.front();
+  }
+  HWND TxtMsg() const { return ChildrenOf(Composer(), "Edit").at(0); }
+  HWND LvUsers() const { return ChildrenOf(Composer(), WC_LISTVIEWA).at(0); }
+  void Write(const char* text) { ::SetWindowTextA(TxtMsg(), text); }
+  void Click(int button) { support::ClickToolButton(Composer(), button); }
+};
+
+TEST_F(ComposerTest, OneComposerTakesAllRequests) {
+  windows.OpenComposer("|");
+  windows.OpenComposer("");
+  EXPECT_EQ(Composer(), nullptr) << "nobody to write to";
+  windows.OpenComposer("bob|Anna|");
+  windows.OpenComposer("anna|carla|");
+  EXPECT_EQ(support::WindowsOf("frmCom").size(), 1u);
+  EXPECT_EQ(support::TextOf(Composer()), "Send Message - Quillon");
+  EXPECT_EQ(support::RowTexts(LvUsers()), (Texts{"bob", "Anna", "carla"}));
+  EXPECT_EQ(::GetFocus(), TxtMsg());
+  windows.OpenComposer("(All)|");
+  EXPECT_EQ(support::RowTexts(LvUsers()), Texts{"(All)"});
+}
+
+TEST_F(ComposerTest, SendsToEachInRowOrderAsTyped) {
+  windows.OpenComposer("bob|mallory|anna|");
+  Write("  two\r\nlines ");
+  Click(kSend);
+  EXPECT_EQ(port.sent,
+            (Texts{"me|P/\xDF  two\r\nlines|bob", "me|P/\xDF  two\r\nlines|mallory", "me|P/\xDF  two\r\nlines|anna"}));
+  EXPECT_EQ(Logged(), "Private alert sent to bob; Private alert sent to mallory; Private alert sent to anna; ");
+  EXPECT_EQ(Composer(), nullptr);
+}
+
+TEST_F(ComposerTest, SendsToEverybodyOnce) {
+  windows.OpenComposer("(All)|");
+  Write(" hello ");
+  Click(kSend);
+  EXPECT_EQ(port.sent, Texts{"me|M/\xDF hello "});
+  EXPECT_EQ(Logged(), "alert sent to all; ");
+  EXPECT_EQ(Composer(), nullptr);
+}
+
+TEST_F(ComposerTest, ATextOfBlanksIsNotSentAndCloseSendsNothing) {
+  windows.OpenComposer("bob|");
+  Write("   ");
+  Click(kSend);
+  EXPECT_NE(Composer(), nullptr);
+  Write("never mind");
+  Click(kClose);
+  EXPECT_EQ(Composer(), nullptr);
+  EXPECT_EQ(port.sent, Texts{});
+  EXPECT_EQ(Logged(), "");
+}
+
+// Sending lets events run before the window goes: a double click must not send twice, and a new request is a new alert.
+TEST_F(ComposerTest, ASecondClickWhileItSendsIsLost) {
+  windows.OpenComposer("bob|");
+  Write("once");
+  ::PostMessageA(Composer(), WM_COMMAND, static_cast<WPARAM>(support::ToolCommand(Composer(), kSend)), 0);
+  Click(kSend);
+  EXPECT_EQ(port.sent, Texts{"me|P/\xDFonce|bob"});
+  EXPECT_EQ(Composer(), nullptr);
+}
+
+TEST_F(ComposerTest, SurvivesBeingClosedWhileItSends) {
+  windows.OpenComposer("bob|");
+  Write("once");
+  ::PostMessageA(Composer(), WM_CLOSE, 0, 0);
+  Click(kSend);
+  EXPECT_EQ(Composer(), nullptr);
+  windows.OpenComposer("anna|");
+  EXPECT_EQ(support::RowTexts(LvUsers()), Texts{"anna"}) << "a new composer starts empty";
+}
+
+TEST_F(ComposerTest, KeysOfTheTextBox) {
+  windows.OpenComposer("bob|");
+  Write("select me");
+  EXPECT_TRUE(FilterKey(TxtMsg(), WM_KEYDOWN, 'A', VK_CONTROL));
+  DWORD first = 1, end = 0;
+  ::SendMessageA(TxtMsg(), EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
+  EXPECT_EQ(first, 0u);
+  EXPECT_EQ(end, 9u);
+  EXPECT_TRUE(FilterKey(TxtMsg(), WM_KEYDOWN, VK_TAB));
+  EXPECT_EQ(::GetFocus(), LvUsers());
+  EXPECT_TRUE(FilterKey(LvUsers(), WM_KEYDOWN, VK_TAB, VK_SHIFT));
+  EXPECT_EQ(::GetFocus(), TxtMsg());
+  FilterKey(TxtMsg(), WM_KEYDOWN, VK_ESCAPE);
+  core::RunPendingEvents();
+  EXPECT_NE(Composer(), nullptr) << "Escape would throw the text away";
+  EXPECT_TRUE(FilterKey(TxtMsg(), WM_SYSCHAR, 's'));
+  EXPECT_EQ(port.sent, Texts{"me|P/\xDFselect me|bob"});
+}
+
+TEST_F(ComposerTest, TheTextBoxHoldsWhatADatagramCan) {
+  windows.OpenComposer("bob|");
+  EXPECT_EQ(::SendMessageA(TxtMsg(), EM_GETLIMITTEXT, 0, 0), 60000);
+  std::string text;
+  while (text.size() < 60000) text += "eighteen letters\r\n";
+  text.resize(60000, 'x');
+  Write(text.c_str());
+  Click(kSend);
+  EXPECT_EQ(port.sent, Texts{"me|P/\xDF" + text + "|bob"});
+}
+
+TEST_F(ComposerTest, KeepsALeastSizeWithEveryPartInside) {
+  windows.OpenComposer("bob|");
+  ::SetWindowPos(Composer(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
+  const RECT window = support::PlaceOf(Composer());
+  EXPECT_GE(window.right - window.left, toolkit::Px(kComposerMinWidth));
+  EXPECT_GE(window.bottom - window.top, toolkit::Px(kComposerMinHeight));
+  for (const HWND part : {LvUsers(), TxtMsg()}) {
+    const RECT place = support::PlaceOf(part);
+    EXPECT_LT(place.left, place.right);
+    EXPECT_LT(place.top, place.bottom);
+    EXPECT_LT(place.right, window.right);
+    EXPECT_LT(place.bottom, window.bottom);
+  }
+}
+
+TEST_F(ComposerTest, SpeaksTheChosenLanguageEvenWhenItChangesMeanwhile) {
+  windows.OpenComposer("bob|");
+  core::gLanguage = "Deutsch";
+  core::LoadLang();
+  windows.SetLan();
+  const auto labels = ChildrenOf(Composer(), "Static");
+  EXPECT_EQ(support::TextOf(Composer()), core::GetText(4001));
+  EXPECT_EQ(support::TextOf(labels.at(0)), core::GetText(4002));
+  EXPECT_EQ(support::TextOf(labels.at(1)), core::GetText(4003));
+  EXPECT_NE(core::GetText(4003), "Message");
+}
+
+}  // namespace
+}  // namespace conversation

@@ -1,0 +1,63 @@
+// The composer and the popups as the program has them, on a recorded network.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/desktop.h"
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/net/recording_network.h"
+#include "tests/support/fake_roster.h"
+#include "tests/windows/window_probe.h"
+#include "ui/conversation/open_windows.h"
+
+namespace conversation {
+
+// anna is red, mallory is blocked.
+class ColouredRoster : public support::FakeRoster {
+ public:
+  std::int32_t GetColorForUName(std::string_view name) const override { return name == "anna" ? 0x0000FF : 0; }
+  bool IsBlocked(std::string_view name) const override { return name == "mallory"; }
+};
+
+class ConversationTest : public testing::Test {
+ protected:
+  ConversationTest() {
+    core::gLanguage = "English";
+    core::gLangError = 0;
+    core::LoadLang();
+    core::gCurName = "me";
+    core::gSound = "(S)";
+    core::gPopPos = 4;
+    core::gAlertHeight = 0;
+    ::DeleteFileA(LogFile().c_str());
+  }
+  ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
+
+  static std::string LogFile() { return core::InProgramDirectory("Log.txt"); }
+
+  // The log's texts without date and time, "; " behind each.
+  static std::string Logged() {
+    const std::string log = core::FileExists(LogFile()) ? core::ReadFile(LogFile()) : "";
+    std::string texts;
+    for (std::size_t start = 0, end; (end = log.find("\"\r\n", start)) != std::string::npos; start = end + 3) {
+      const std::string line = log.substr(start, end - start);
+      texts += line.substr(std::min(line.find("Private alert"), line.find("alert sent to all"))) + "; ";
+    }
+    return texts;
+  }
+
+  ColouredRoster roster;
+  support::RecordingPort port;
+  net::Messenger messenger{port};
+  OpenWindows windows{roster, messenger};
+};
+
+}  // namespace conversation

@@ -1,0 +1,72 @@
+#include "tests/windows/window_probe.h"
+
+#include <commctrl.h>
+
+#include "ui/toolkit/window.h"
+
+namespace support {
+
+std::vector<HWND> WindowsOf(const char* className) {
+  std::vector<HWND> found;
+  for (HWND hwnd = nullptr; (hwnd = ::FindWindowExA(nullptr, hwnd, className, nullptr)) != nullptr;) {
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(hwnd, &process);
+    if (process == ::GetCurrentProcessId()) found.push_back(hwnd);
+  }
+  return found;
+}
+
+std::vector<HWND> ChildrenOf(HWND parent, const char* className) {
+  std::vector<HWND> found;
+  for (HWND child = nullptr; (child = ::FindWindowExA(parent, child, className, nullptr)) != nullptr;)
+    found.push_back(child);
+  return found;
+}
+
+std::string TextOf(HWND hwnd) { return toolkit::TextOf(hwnd); }
+
+int ToolCommand(HWND window, int index) {
+  const HWND toolbar = ChildrenOf(window, TOOLBARCLASSNAMEA).at(0);
+  TBBUTTON button{};
+  ::SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+  return button.idCommand;
+}
+
+void ClickToolButton(HWND window, int index) {
+  ::SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(ToolCommand(window, index)), 0);
+}
+
+std::vector<std::string> RowTexts(HWND listView) {
+  std::vector<std::string> texts;
+  for (int row = 0; row < ListView_GetItemCount(listView); ++row) {
+    char text[260] = "";
+    LVITEMA item{};
+    item.pszText = text;
+    item.cchTextMax = sizeof text;
+    ::SendMessageA(listView, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    texts.emplace_back(text);
+  }
+  return texts;
+}
+
+bool FilterKey(HWND target, UINT message, WPARAM key, int heldKey) {
+  BYTE keys[256] = {};
+  keys[heldKey] = heldKey ? 0x80 : 0;
+  ::SetKeyboardState(keys);
+  MSG pressed{};
+  pressed.hwnd = target;
+  pressed.message = message;
+  pressed.wParam = key;
+  const bool taken = toolkit::FilterMessage(pressed);
+  keys[heldKey] = 0;
+  ::SetKeyboardState(keys);
+  return taken;
+}
+
+RECT PlaceOf(HWND hwnd) {
+  RECT place{};
+  ::GetWindowRect(hwnd, &place);
+  return place;
+}
+
+}  // namespace support

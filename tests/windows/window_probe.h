@@ -1,0 +1,32 @@
+// Looks at the program's windows from outside, as a user would find them, and plays clicks and keys to them.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace support {
+
+// Visible and hidden top-level windows of a class, those of this process only.
+std::vector<HWND> WindowsOf(const char* className);
+
+// Child windows of a class, in the order of making.
+std::vector<HWND> ChildrenOf(HWND parent, const char* className);
+
+std::string TextOf(HWND hwnd);
+
+// Clicks a toolbar's button, counted from 0, the way the toolbar reports it.
+void ClickToolButton(HWND window, int index);
+int ToolCommand(HWND window, int index);
+
+// The texts of a list view's rows.
+std::vector<std::string> RowTexts(HWND listView);
+
+// A key press as it comes out of the message queue, through the program's filter; with Ctrl or Shift held where given.
+// True when the filter took it.
+bool FilterKey(HWND target, UINT message, WPARAM key, int heldKey = 0);
+
+RECT PlaceOf(HWND hwnd);
+
+}  // namespace support
