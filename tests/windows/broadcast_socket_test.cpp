@@ -1,0 +1,159 @@
+// The broadcast socket on a real Winsock. Runs on a private network, where its broadcasts come back to it.
+#include "net/broadcast_socket_win32.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "core/desktop.h"
+#include "core/runtime_error.h"
+#include "net/packet.h"
+
+namespace net {
+namespace {
+
+class BroadcastSocketTest : public testing::Test {
+ protected:
+  // Lets events run until so many datagrams were heard; false when they do not come.
+  bool Hear(std::size_t count) {
+    const DWORD start = ::GetTickCount();
+    while (heard.size() < count && ::GetTickCount() - start < 5000) {
+      core::WaitForEvent(20);
+      core::RunPendingEvents();
+    }
+    return heard.size() >= count;
+  }
+
+  void ExpectNothing() {
+    for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 100;) {
+      core::WaitForEvent(20);
+      core::RunPendingEvents();
+    }
+    EXPECT_TRUE(heard.empty());
+  }
+
+  std::vector<std::string> heard;
+  std::function<void()> onArrival;
+  BroadcastSocket socket{[this](std::string_view data) {
+    heard.emplace_back(data);
+    if (onArrival) onArrival();
+  }};
+};
+
+TEST_F(BroadcastSocketTest, HearsItsOwnDatagramsInOrder) {
+  socket.Open(kPort);
+  const std::string largest(kMaxPacket, '\xDE'), withZero("a\0b", 3);
+  socket.Send("first");
+  socket.Send("");
+  socket.Send(withZero);
+  socket.Send(largest);
+  ASSERT_TRUE(Hear(3));
+  EXPECT_EQ(heard, (std::vector<std::string>{"first", withZero, largest}));
+}
+
+TEST_F(BroadcastSocketTest, AClosedOneIsSilentAndMayBeOpenedAgain) {
+  socket.Send("before it opens");
+  socket.Open(kPort);
+  socket.Send("never read");
+  socket.Close();
+  socket.Close();
+  socket.Send("after it closed");
+  ExpectNothing();
+  for (int i = 0; i < 2; ++i) socket.Open(kPort);
+  socket.Send("again");
+  ASSERT_TRUE(Hear(1));
+  EXPECT_EQ(heard, std::vector<std::string>{"again"});
+}
+
+TEST_F(BroadcastSocketTest, SharesThePortWithAnotherCopyButNotWithAnOwner) {
+  std::vector<std::string> second;
+  {
+    BroadcastSocket other([&](std::string_view data) { second.emplace_back(data); });
+    other.Open(kPort);
+    socket.Open(kPort);
+    socket.Send("both");
+    EXPECT_TRUE(Hear(1));
+    core::RunPendingEvents();
+    EXPECT_EQ(second, heard);
+  }
+  socket.Close();
+  const SOCKET owner = ::socket(AF_INET, SOCK_DGRAM, 0);
+  const BOOL yes = TRUE;
+  ::setsockopt(owner, SOL_SOCKET, SO_EXCLUSIVEADDRUSE, reinterpret_cast<const char*>(&yes), sizeof yes);
+  sockaddr_in here{};
+  here.sin_family = AF_INET;
+  here.sin_port = ::htons(kPort);
+  ASSERT_EQ(::bind(owner, reinterpret_cast<const sockaddr*>(&here), sizeof here), 0);
+  try {
+    socket.Open(kPort);
+    ADD_FAILURE() << "opened";
+  } catch (const core::RuntimeError& error) {
+    EXPECT_EQ(error.number, WSAEACCES);
+    EXPECT_EQ(error.description, "Permission denied");
+  }
+  ::closesocket(owner);
+  socket.Open(kPort);
+}
+
+TEST_F(BroadcastSocketTest, EventsThatRunInsideAnArrivalBringFurtherOnes) {
+  socket.Open(kPort);
+  std::size_t depth = 0, deepest = 0;
+  onArrival = [&] {
+    deepest = std::max(deepest, ++depth);
+    if (depth < 3) core::RunPendingEvents();
+    --depth;
+  };
+  for (const char* text : {"1", "2", "3", "4"}) socket.Send(text);
+  ASSERT_TRUE(Hear(4));
+  EXPECT_EQ(heard, (std::vector<std::string>{"1", "2", "3", "4"}));
+  EXPECT_GT(deepest, 1u);
+}
+
+// All of them are sent before the first one is read.
+TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
+  constexpr std::size_t kCrowd = 5000;
+  socket.Open(kPort);
+  const SOCKET probe = ::socket(AF_INET, SOCK_DGRAM, 0);
+  int granted = 8 * 1024 * 1024, size = sizeof granted;
+  ::setsockopt(probe, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char*>(&granted), size);
+  ::getsockopt(probe, SOL_SOCKET, SO_RCVBUF, reinterpret_cast<char*>(&granted), &size);
+  ::closesocket(probe);
+  if (granted < 4 * 1024 * 1024) GTEST_SKIP() << "this system grants a receive buffer of " << granted << " bytes only";
+  for (std::size_t i = 0; i < kCrowd; ++i) socket.Send("user" + std::to_string(i) + "|M/");
+  EXPECT_TRUE(Hear(kCrowd)) << heard.size();
+}
+
+// Posted messages come before timers: without the reader's rests no timer would be served while the flood lasts.
+TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
+  socket.Open(kPort);
+  std::atomic<bool> stop = false;
+  std::thread flood([&] {
+    const SOCKET out = ::socket(AF_INET, SOCK_DGRAM, 0);
+    sockaddr_in here{};
+    here.sin_family = AF_INET;
+    here.sin_port = ::htons(kPort);
+    here.sin_addr.s_addr = ::htonl(INADDR_LOOPBACK);
+    while (!stop) ::sendto(out, "flood", 5, 0, reinterpret_cast<const sockaddr*>(&here), sizeof here);
+    ::closesocket(out);
+  });
+  onArrival = [] { ::Sleep(1); };  // slower than the flood
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, nullptr);
+  int ticks = 0;
+  MSG message;
+  for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 1000;) {
+    ::GetMessageA(&message, nullptr, 0, 0);
+    if (message.message == WM_TIMER && !message.hwnd) ++ticks;
+    ::DispatchMessageA(&message);
+  }
+  ::KillTimer(nullptr, timer);
+  stop = true;
+  flood.join();
+  EXPECT_GT(heard.size(), 100u);
+  EXPECT_GT(ticks, 10);
+}
+
+}  // namespace
+}  // namespace net
