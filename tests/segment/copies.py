@@ -102,9 +102,11 @@ class Copy:
         return box, self.probe.box_text(box)
 
     def roster(self):
-        """The rows of the main window's list."""
-        main = self.probe.wait_for("frmMain", visible=False)
-        return self.probe.rows(self.probe.children(main, "SysListView32")[0])
+        """The rows of the main window's list. Shows the window: a hidden one does not keep its list up to date."""
+        main = self.probe.show(self.probe.wait_for("frmMain", visible=False))
+        roster = self.probe.children(main, "SysListView32")[0]
+        probe.wait(lambda: self.probe.count(roster) > 0)
+        return self.probe.rows(roster)
 
     def show_main(self):
         """Shows the main window by a double click on the icon in the notification area."""

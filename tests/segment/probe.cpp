@@ -151,6 +151,9 @@ void SendAndPrint(const Fields& fields) {
   std::printf("%lld\n", static_cast<long long>(result));
 }
 
+// Shows a window as another program may: without taking the focus.
+void Show(const Fields& fields) { ::ShowWindowAsync(Window(fields.at(1)), SW_SHOWNA); }
+
 // Memory inside another process: a list view takes and gives rows only through addresses of its own process.
 class RemoteMemory {
  public:
@@ -255,7 +258,7 @@ void Answer(const std::string& line) {
   static const std::map<std::string, void (*)(const Fields&)> commands{
       {"windows", Windows},   {"children", Children},   {"settext", SetText}, {"type", Type},
       {"post", Post},         {"send", SendAndPrint},   {"rows", Rows},       {"select", Select},
-      {"registry", Registry}, {"broadcast", Broadcast}, {"process", Process},
+      {"registry", Registry}, {"broadcast", Broadcast}, {"process", Process}, {"show", Show},
   };
   try {
     const Fields fields = Split(line);

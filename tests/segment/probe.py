@@ -102,6 +102,11 @@ class Probe:
     def send(self, window, message, wparam=0, lparam=0):
         return int(self.ask("send", window.handle, message, wparam, lparam)[0])
 
+    def show(self, window):
+        """Shows a hidden window and waits until it is there."""
+        self.ask("show", window.handle)
+        return self.wait_for(window.class_name)
+
     def click_tool(self, window, command):
         """Clicks the toolbar button with this command id."""
         self.post(window, WM_COMMAND, command, self.children(window, "ToolbarWindow32")[0].handle)

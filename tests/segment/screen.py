@@ -27,6 +27,7 @@ class Screen:
         self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
         self._wait_until_up()
         self._start("openbox", "--sm-disable")
+        self._run("display", "-window", "root", "xc:#5A7894", check=False)  # windows stand out from it on pictures
         if tray:
             # A tray that sizes itself moves its icons away below the pointer, so its width is fixed.
             self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel",
@@ -63,11 +64,11 @@ class Screen:
         self._run("import", "-window", "root", os.path.abspath(path))
 
     def double_click_tray(self):
-        """Double-clicks the icon that stands first in the notification area."""
+        """Double-clicks the rightmost icon of the notification area, the first that came in."""
         width, height = self._size
-        left, top = width - _TRAY_WIDTH, height - _TRAY_HEIGHT
-        self.xdotool("mousemove", str(left + _TRAY_HEIGHT // 2), str(top + _TRAY_HEIGHT // 2),
-                     "click", "--repeat", "2", "--delay", "50", "1")
+        middle = _TRAY_HEIGHT // 2
+        self.xdotool("mousemove", str(width - middle), str(height - middle), "click", "--repeat", "2", "--delay", "50",
+                     "1")
 
     def xdotool(self, *arguments):
         """Plays keys and clicks; returns what xdotool prints."""

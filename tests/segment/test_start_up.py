@@ -37,11 +37,16 @@ class FirstStart(unittest.TestCase):
         self.assertEqual(self.copy.read("User.ini"), DEFAULT_SETTINGS.format("anna"))
         self.assertEqual(self.copy.log(), ["Quillon loaded", "  > Settings and language loaded"])
 
-    def test_1_lists_itself_and_hides_the_splash(self):
-        self.assertEqual([row[0] for row in self.copy.roster()], ["(All)", "anna"])
-        self.assertFalse(any(window.visible for window in self.copy.probe.windows("frmSplash")))
+    def test_1_waits_in_the_notification_area(self):
+        for class_name in ("frmMain", "frmSplash"):
+            self.assertEqual([window.visible for window in self.copy.probe.windows(class_name)], [False])
 
-    def test_2_answers_a_newcomer_once(self):
+    def test_2_shows_itself_from_the_notification_area(self):
+        self.copy.show_main()
+        self.rig.screen.save(copies.PICTURES + "/main.png")
+        self.assertEqual([row[0] for row in self.copy.roster()], ["(All)", "anna"])
+
+    def test_3_answers_a_newcomer_once(self):
         start = self.wire.mark()
         self.wire.send("bob|C/255")
         self.wire.wait_for("anna|S/0", start=start)
@@ -54,11 +59,11 @@ class FirstStart(unittest.TestCase):
         self.assertEqual(self.copy.roster()[1:], [("anna", "Available"), ("bob", "Alerts Only")])
         self.assertEqual(self.copy.log()[-1], "Unknow Data Receved (bob: 7)")
 
-    def test_3_forgets_who_leaves(self):
+    def test_4_forgets_who_leaves(self):
         self.wire.send("bob|L/")
         probe.wait(lambda: [row[0] for row in self.copy.roster()] == ["(All)", "anna"])
 
-    def test_4_refuses_a_second_copy(self):
+    def test_5_refuses_a_second_copy(self):
         start, log = self.wire.mark(), self.copy.read("Log.txt")
         second = self.copy.start_another()
         box, text = self.copy.wait_for_box()
@@ -68,7 +73,7 @@ class FirstStart(unittest.TestCase):
         self.assertTrue(self.copy.runs())
         self.assertEqual((self.wire.texts(start=start), self.copy.read("Log.txt")), ([], log))
 
-    def test_5_leaves_in_order(self):
+    def test_6_leaves_in_order(self):
         start = self.wire.mark()
         self.copy.close()
         leave = self.wire.wait_for("anna|L/", start=start)
