@@ -1,0 +1,232 @@
+// The notification icon with a recorder in the place of the shell, and the window helpers with one for link opening.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/tray_icon.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace toolkit {
+namespace {
+
+struct ShellCall {
+  DWORD message;
+  NOTIFYICONDATAA record;
+};
+std::vector<ShellCall> shellCalls;
+
+BOOL WINAPI RecordShell(DWORD message, NOTIFYICONDATAA* record) {
+  ShellCall call{message, {}};
+  std::memcpy(&call.record, record, record->cbSize);
+  shellCalls.push_back(call);
+  return TRUE;
+}
+
+class TrayIconTest : public testing::Test {
+ protected:
+  TrayIconTest() {
+    shellCalls.clear();
+    icon.MouseDown = [this](MouseButton button) { Note("down", button); };
+    icon.MouseUp = [this](MouseButton button) { Note("up", button); };
+    icon.MouseDblClk = [this](MouseButton button) { Note("double", button); };
+    icon.ShowParent = [this] { events += "parent "; };
+    icon.ShowPopUpMenu = [this] { events += "menu "; };
+  }
+  void Note(const char* event, MouseButton button) { events += event + std::to_string(static_cast<int>(button)) + " "; }
+
+  // What the shell posts; y is noise.
+  void Mouse(int message) { ::SendMessageA(Window(), WM_MOUSEMOVE, 1, MAKELPARAM(message, 77)); }
+
+  HWND Window() {
+    if (shellCalls.empty()) icon.Create();
+    return shellCalls.back().record.hWnd;
+  }
+
+  std::vector<DWORD> Messages() const {
+    std::vector<DWORD> messages;
+    for (const ShellCall& call : shellCalls) messages.push_back(call.message);
+    return messages;
+  }
+
+  std::string events;
+  TrayIcon icon{RecordShell};
+};
+
+TEST_F(TrayIconTest, FillsTheRecord) {
+  const HICON picture = ::LoadIconA(nullptr, IDI_APPLICATION), other = ::LoadIconA(nullptr, IDI_WARNING);
+  icon.SetIcon(picture);
+  icon.SetToolTipText("Quillon");
+  EXPECT_TRUE(shellCalls.empty()) << "inactive: only the record changes";
+  icon.Create();
+  const NOTIFYICONDATAA& record = shellCalls[0].record;
+  EXPECT_EQ(shellCalls[0].message, DWORD{NIM_ADD});
+  EXPECT_EQ(record.cbSize, sizeof(void*) == 4 ? 88u : DWORD{NOTIFYICONDATAA_V1_SIZE});
+  EXPECT_TRUE(::IsWindow(record.hWnd));
+  EXPECT_FALSE(::IsWindowVisible(record.hWnd));
+  EXPECT_EQ(record.uID, 1u);
+  EXPECT_EQ(record.uFlags, 7u);
+  EXPECT_EQ(record.uCallbackMessage, 0x200u);
+  EXPECT_EQ(record.hIcon, picture);
+  EXPECT_STREQ(record.szTip, "Quillon");
+
+  icon.SetIcon(other);
+  icon.SetToolTipText("Q");
+  EXPECT_EQ(Messages(), (std::vector<DWORD>{NIM_ADD, NIM_MODIFY, NIM_MODIFY}));
+  EXPECT_EQ(shellCalls[1].record.uFlags, 2u);
+  EXPECT_EQ(shellCalls[1].record.hIcon, other);
+  EXPECT_EQ(shellCalls[2].record.uFlags, 4u);
+  EXPECT_STREQ(shellCalls[2].record.szTip, "Q");
+}
+
+TEST_F(TrayIconTest, LongTipsAreCut) {
+  icon.SetToolTipText(std::string(200, 'x'));
+  EXPECT_EQ(icon.ToolTipText(), std::string(63, 'x'));
+  icon.SetToolTipText("short");
+  EXPECT_EQ(icon.ToolTipText(), "short");
+}
+
+TEST_F(TrayIconTest, ThereIsExactlyOneIcon) {
+  EXPECT_TRUE(TrayIcon::HasValidShell());
+  icon.Destroy();
+  EXPECT_TRUE(shellCalls.empty());
+  icon.Create();
+  icon.Create();
+  EXPECT_TRUE(icon.Active());
+  EXPECT_EQ(Messages(), (std::vector<DWORD>{NIM_ADD, NIM_DELETE, NIM_ADD}));
+  {
+    TrayIcon second(RecordShell);
+    second.Create();
+    EXPECT_NE(shellCalls.back().record.hWnd, shellCalls[0].record.hWnd);
+  }
+  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_DELETE}) << "the icon goes with its object";
+  icon.Destroy();
+  EXPECT_FALSE(icon.Active());
+}
+
+// A new task bar is empty; every icon has to be put there again, and the shell tells so by a broadcast.
+TEST_F(TrayIconTest, ComesBackWhenTheShellRestarts) {
+  const UINT restarted = ::RegisterWindowMessageA("TaskbarCreated");
+  ::SendMessageTimeoutA(HWND_BROADCAST, restarted, 0, 0, SMTO_ABORTIFHUNG, 1000, nullptr);
+  EXPECT_TRUE(shellCalls.empty());
+  icon.Create();
+  shellCalls.clear();
+  ::SendMessageTimeoutA(HWND_BROADCAST, restarted, 0, 0, SMTO_ABORTIFHUNG, 1000, nullptr);
+  ASSERT_FALSE(shellCalls.empty());
+  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_ADD});
+  EXPECT_EQ(shellCalls.back().record.uFlags, 7u);
+}
+
+TEST_F(TrayIconTest, MouseMessagesBecomeEvents) {
+  const HWND window = Window();
+  for (const int message : {0x204, 0x205}) Mouse(message);
+  EXPECT_EQ(events, "down2 up2 menu ");
+  events.clear();
+  for (const int message : {0x209, 0x203, 0x200, 0x20A, 0, 0xFFFF, 0x201, 0x202, 0x206, 0x207, 0x208}) Mouse(message);
+  EXPECT_EQ(events, "double4 double1 parent down1 up1 double2 down4 up4 ");
+  icon.Destroy();
+  events.clear();
+  ::SendMessageA(window, WM_MOUSEMOVE, 1, 0x201);
+  EXPECT_EQ(events, "") << "only while active";
+}
+
+TEST_F(TrayIconTest, DropsMessagesWhileAHandlerRuns) {
+  icon.ShowPopUpMenu = [this] {
+    events += "menu(";
+    Mouse(0x203);
+    events += ") ";
+  };
+  Mouse(0x205);
+  Mouse(0x201);
+  EXPECT_EQ(events, "up2 menu() down1 ");
+}
+
+TEST_F(TrayIconTest, FailingHandlersDoNotStopTheOthers) {
+  icon.MouseDblClk = [](MouseButton) { throw std::runtime_error("no"); };
+  Mouse(0x203);
+  icon.ShowParent = nullptr;
+  Mouse(0x203);
+  Mouse(0x201);
+  EXPECT_EQ(events, "parent down1 ");
+}
+
+std::vector<std::string> openedWith;
+INT_PTR shellResult = 0;
+
+HINSTANCE WINAPI RecordOpen(HWND owner, const char* verb, const char* file, const char* parameters,
+                            const char* directory, int show) {
+  openedWith = {owner ? "owner" : "", verb, file, parameters, directory, std::to_string(show)};
+  return reinterpret_cast<HINSTANCE>(shellResult);
+}
+
+// What stands in the box that is on the screen; it is closed by its button.
+struct SeenBox {
+  std::string title, text;
+};
+SeenBox seen;
+
+void CALLBACK ReadBox(HWND, UINT, UINT_PTR timer, DWORD) {
+  const HWND box = ::FindWindowA("#32770", nullptr);
+  if (!box) return;
+  ::KillTimer(nullptr, timer);
+  char text[500] = "";
+  ::GetWindowTextA(box, text, sizeof text);
+  seen.title = text;
+  for (HWND child = nullptr; (child = ::FindWindowExA(box, child, "Static", nullptr)) != nullptr;)
+    if (::GetWindowTextA(child, text, sizeof text) > 0) seen.text = text;
+  ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+}
+
+TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
+  const HCURSOR before = ::SetCursor(::LoadCursorA(nullptr, IDC_CROSS));
+  for (const INT_PTR result : {1, 2, 11, 31, 32, 33}) {
+    shellResult = result;
+    OpenLink("https://vextant.example/", RecordOpen);
+  }
+  EXPECT_EQ(openedWith, (std::vector<std::string>{"", "open", "https://vextant.example/", "", "1", "1"}));
+  shellResult = 0;
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 20, ReadBox);
+  OpenLink("", RecordOpen);
+  ::KillTimer(nullptr, timer);
+  EXPECT_EQ(openedWith[2], "") << "the shell is asked for an empty link too";
+  EXPECT_EQ(seen.title, "Quillon");
+  EXPECT_EQ(seen.text, "Error Opening Link to \r\n\r\n0");
+  EXPECT_EQ(::SetCursor(before), ::LoadCursorA(nullptr, IDC_CROSS));
+}
+
+TEST(WindowHelpers, ActOnTheWindow) {
+  const HWND window =
+      ::CreateWindowExA(0, "Static", "", WS_OVERLAPPEDWINDOW, 10, 20, 300, 200, nullptr, nullptr, nullptr, nullptr);
+  const auto topMost = [window] { return (::GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+  RECT before{}, after{};
+  ::GetWindowRect(window, &before);
+  SetTopMost(window, true);
+  EXPECT_TRUE(topMost());
+  SetTopMost(window, false);
+  EXPECT_FALSE(topMost());
+  ::GetWindowRect(window, &after);
+  EXPECT_TRUE(::EqualRect(&before, &after));
+  EXPECT_FALSE(::IsWindowVisible(window));
+
+  const HMENU system = ::GetSystemMenu(window, FALSE);
+  const int count = ::GetMenuItemCount(system);
+  const UINT last = ::GetMenuItemID(system, count - 1);
+  RemoveCloseItem(window);
+  EXPECT_EQ(::GetMenuItemCount(system), count - 1);
+  EXPECT_NE(::GetMenuItemID(system, count - 2), last);
+
+  const WorkArea area = GetWorkArea(window);
+  RECT pixels{};
+  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &pixels, 0);
+  EXPECT_EQ(area.right.value, ::MulDiv(pixels.right, 1440, ScreenDpi().value));
+  EXPECT_EQ(area.bottom.value, ::MulDiv(pixels.bottom, 1440, ScreenDpi().value));
+  ::DestroyWindow(window);
+}
+
+}  // namespace
+}  // namespace toolkit
