@@ -104,27 +104,28 @@ void FrmSave::SetLan() {
 void FrmSave::LayOut() {
   RECT client{};
   ::GetClientRect(hwnd(), &client);
-  const int margin = Px(kMargin), gap = Px(kGap),
-            field = std::max(Px(kFieldHeight), Px(6) + static_cast<int>(MeasureText(DialogFont(), "X").cy));
+  const int line = static_cast<int>(MeasureText(DialogFont(), "X").cy);
+  const int margin = Px(kMargin), gap = Px(kGap), field = std::max(Px(kFieldHeight), line + Px(6));
+  const int row = std::max(Px(kButtonHeight), field), inRow = (row - field) / 2;
   const int right = client.right - margin;
   const int button = std::max(WidthOf(cmdSave, kButtonWidth, 16), WidthOf(cmdClose, kButtonWidth, 16));
   int label = 0;
   for (const HWND text : Label1) label = std::max(label, WidthOf(text, 0, 0));
   const int fieldLeft = margin + label + gap, fieldWidth = right - button - gap - fieldLeft;
+  const int typeTop = client.bottom - margin - row, nameTop = typeTop - gap - row;
+  const int listTop = margin + field + gap, listHeight = nameTop - gap - listTop;
+  const int folders = (right - margin - gap) / 2, filesLeft = margin + folders + gap;
 
   MoveTo(Label1[kFolderLabel], margin, margin, label, field);
   MoveTo(Drive1, fieldLeft, margin, right - fieldLeft, Px(kDropHeight));
-  const int typeTop = client.bottom - margin - std::max(field, Px(kButtonHeight)),
-            nameTop = typeTop - gap - std::max(field, Px(kButtonHeight));
-  const int listTop = margin + field + gap, listHeight = nameTop - gap - listTop, half = (right - margin - gap) / 2;
-  MoveTo(Dir1.hwnd(), margin, listTop, half, listHeight);
-  MoveTo(List1.hwnd(), margin + half + gap, listTop, right - margin - half - gap, listHeight);
-  MoveTo(Label1[kNameLabel], margin, nameTop, label, field);
-  MoveTo(txtFileName, fieldLeft, nameTop, fieldWidth, field);
-  MoveTo(cmdSave, right - button, nameTop, button, Px(kButtonHeight));
-  MoveTo(Label1[kTypeLabel], margin, typeTop, label, field);
-  MoveTo(txtFileType, fieldLeft, typeTop, fieldWidth, Px(kDropHeight));
-  MoveTo(cmdClose, right - button, typeTop, button, Px(kButtonHeight));
+  MoveTo(Dir1.hwnd(), margin, listTop, folders, listHeight);
+  MoveTo(List1.hwnd(), filesLeft, listTop, right - filesLeft, listHeight);
+  MoveTo(Label1[kNameLabel], margin, nameTop + inRow, label, field);
+  MoveTo(txtFileName, fieldLeft, nameTop + inRow, fieldWidth, field);
+  MoveTo(cmdSave, right - button, nameTop, button, row);
+  MoveTo(Label1[kTypeLabel], margin, typeTop + inRow, label, field);
+  MoveTo(txtFileType, fieldLeft, typeTop + inRow, fieldWidth, Px(kDropHeight));
+  MoveTo(cmdClose, right - button, typeTop, button, row);
 }
 
 void FrmSave::LimitSize(MINMAXINFO& limits) const { limits.ptMinTrackSize = {Px(kMinWidth), Px(kMinHeight)}; }

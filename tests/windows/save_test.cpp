@@ -1,0 +1,153 @@
+// The save dialog as a real window over a folder made for it.
+#include "ui/toolkit/frm_save.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "core/event_loop_win32.h"
+#include "core/language.h"
+#include "core/runtime_error.h"
+
+namespace toolkit {
+namespace {
+
+constexpr int kDrive = 101, kFolders = 102, kFiles = 103, kName = 104, kType = 105;
+
+class SaveDialog : public testing::Test {
+ protected:
+  SaveDialog() {
+    core::LoadLang();
+    char temporary[MAX_PATH];
+    ::GetTempPathA(MAX_PATH, temporary);
+    folder = temporary + std::string("save-") + std::to_string(::GetTickCount());
+    ::CreateDirectoryA(folder.c_str(), nullptr);
+    ::CreateDirectoryA((folder + "\\inner").c_str(), nullptr);
+    for (const char* name : {"tea.txt", "\xC9t\xE9.txt", "cake.rtf"}) std::ofstream(folder + "\\" + name) << "x";
+    form->Load();
+    form->SetLocation(folder + "\\");
+  }
+  ~SaveDialog() override {
+    if (form->hwnd()) ::DestroyWindow(form->hwnd());
+    for (const char* name : {"tea.txt", "\xC9t\xE9.txt", "cake.rtf"}) ::DeleteFileA((folder + "\\" + name).c_str());
+    ::RemoveDirectoryA((folder + "\\inner").c_str());
+    ::RemoveDirectoryA(folder.c_str());
+  }
+
+  HWND Item(int id) const { return ::GetDlgItem(form->hwnd(), id); }
+  std::string Name() const { return TextOf(Item(kName)); }
+  void Type(const std::string& name) const { ::SetWindowTextA(Item(kName), name.c_str()); }
+  void Tell(int id, int code) const {
+    ::SendMessageA(form->hwnd(), WM_COMMAND, static_cast<WPARAM>(MAKELONG(id, code)),
+                   reinterpret_cast<LPARAM>(Item(id)));
+  }
+  void Click(int button) const { Tell(button, BN_CLICKED); }
+  void Choose(int id, int index, UINT select, int code) const {
+    ::SendMessageA(Item(id), select, static_cast<WPARAM>(index), 0);
+    Tell(id, code);
+  }
+  std::string Listed(int id) const {
+    std::string all;
+    for (int i = 0; i < ::SendMessageA(Item(id), LB_GETCOUNT, 0, 0); ++i) {
+      char text[MAX_PATH] = "";
+      ::SendMessageA(Item(id), LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+      all += (all.empty() ? "" : "|") + std::string(text);
+    }
+    return all;
+  }
+
+  std::string folder;
+  std::shared_ptr<FrmSave> form = std::make_shared<FrmSave>();
+};
+
+TEST_F(SaveDialog, ListsFollowPatternAndFolder) {
+  EXPECT_EQ(Listed(kFiles), "\xC9t\xE9.txt|tea.txt");
+  EXPECT_TRUE(Listed(kFolders).ends_with("|inner"));
+  EXPECT_EQ(::SendMessageA(Item(kFiles), LB_GETCURSEL, 0, 0), 0);
+
+  Type("*.rtf");
+  Click(IDOK);
+  EXPECT_EQ(Listed(kFiles), "cake.rtf");
+  EXPECT_TRUE(form->hwnd());
+
+  Type("inner");
+  Click(IDOK);
+  EXPECT_EQ(Listed(kFiles), "");
+  EXPECT_TRUE(Listed(kFolders).ends_with("|inner"));
+  EXPECT_EQ(Name(), "");
+  Type("..");
+  Click(IDOK);
+  EXPECT_EQ(Listed(kFiles), "cake.rtf");
+}
+
+TEST_F(SaveDialog, PickedNameIsTheResult) {
+  Choose(kFiles, 1, LB_SETCURSEL, LBN_SELCHANGE);
+  EXPECT_EQ(Name(), "tea.txt");
+  Click(IDOK);
+  EXPECT_EQ(form->Result(), folder + "\\tea.txt");
+  EXPECT_FALSE(form->hwnd());
+}
+
+TEST_F(SaveDialog, AnotherTypeChangesNameAndList) {
+  Type("new.txt");
+  Choose(kType, 1, CB_SETCURSEL, CBN_SELCHANGE);
+  EXPECT_EQ(Name(), "new.rtf");
+  EXPECT_EQ(Listed(kFiles), "cake.rtf");
+  Type("  new ");
+  Click(IDOK);
+  EXPECT_EQ(form->Result(), folder + "\\new.rtf");
+}
+
+TEST_F(SaveDialog, FoldersOpenByDoubleClickAndKeepTheName) {
+  Type("new");
+  const auto count = ::SendMessageA(Item(kFolders), LB_GETCOUNT, 0, 0);
+  Choose(kFolders, static_cast<int>(count) - 1, LB_SETCURSEL, LBN_DBLCLK);
+  Click(IDOK);
+  EXPECT_EQ(form->Result(), folder + "\\inner\\new.txt");
+}
+
+TEST_F(SaveDialog, AnAncestorOpensToo) {
+  Choose(kFolders, 0, LB_SETCURSEL, LBN_DBLCLK);
+  Type("new");
+  Click(IDOK);
+  EXPECT_EQ(form->Result(), folder.substr(0, 3) + "new.txt");
+}
+
+TEST_F(SaveDialog, ClosingGivesNoName) {
+  Type("new");
+  Click(IDCANCEL);
+  EXPECT_EQ(form->Result(), "");
+  EXPECT_FALSE(form->hwnd());
+}
+
+TEST_F(SaveDialog, SetLocationSelectsTheFileAndRefusesWhatIsNotThere) {
+  form->SetLocation(folder + "\\TEA.TXT");
+  EXPECT_EQ(Name(), "TEA.TXT");
+  EXPECT_EQ(::SendMessageA(Item(kFiles), LB_GETCURSEL, 0, 0), 1);
+  const auto drive = ::SendMessageA(Item(kDrive), CB_GETCURSEL, 0, 0);
+  EXPECT_THROW(form->SetLocation("Q:\\none\\"), core::RuntimeError);
+  EXPECT_EQ(::SendMessageA(Item(kDrive), CB_GETCURSEL, 0, 0), drive);
+  EXPECT_EQ(Listed(kFiles), "\xC9t\xE9.txt|tea.txt");
+}
+
+TEST_F(SaveDialog, EnterSavesAndEscapeCloses) {
+  form->Show();
+  Type("new");
+  MSG key{Item(kName), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+  ::SetFocus(Item(kName));
+  EXPECT_TRUE(FilterMessage(key));
+  EXPECT_EQ(form->Result(), folder + "\\new.txt");
+
+  form = std::make_shared<FrmSave>();
+  form->Load();
+  form->Show();
+  Type("new");
+  key = {Item(kName), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+  EXPECT_TRUE(FilterMessage(key));
+  EXPECT_FALSE(form->hwnd());
+  EXPECT_EQ(form->Result(), "");
+}
+
+}  // namespace
+}  // namespace toolkit
