@@ -1,0 +1,140 @@
+// Names, groups, sounds, and how the choices become settings.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/support/desktop_test.h"
+#include "tests/support/fake_roster.h"
+#include "tests/support/recording_program.h"
+#include "ui/options/choices.h"
+#include "ui/options/names.h"
+#include "ui/options/sounds.h"
+
+namespace options {
+namespace {
+
+class Options : public support::DesktopTest {
+ protected:
+  Options() {
+    folder.Put("Lang.con", "Code,English\r\n1208,No network");
+    core::LoadLang();
+    core::gCurName = core::gUserName = "Anna";
+  }
+  int Refusal(std::string_view name, bool ownNameIsTaken = false) { return RefusalOf(name, users, ownNameIsTaken); }
+  std::string Events() const {
+    std::ostringstream all;
+    for (const std::string& event : support::Desktop().events) all << event << "; ";
+    return all.str();
+  }
+  support::FakeRoster users;
+  support::RecordingProgram program{users};
+};
+
+TEST_F(Options, NamesInUseAreRefused) {
+  users.rows = {"(All)", "Anna", "Bob", "(Friends)"};
+  EXPECT_EQ(Refusal("bob"), kNameInUse);
+  EXPECT_EQ(Refusal("(all)"), kNameInUse);
+  EXPECT_EQ(Refusal("(Friends)"), kNameInUse);
+  EXPECT_EQ(Refusal("Anna"), 0);           // the own row
+  EXPECT_EQ(Refusal("anna"), kNameInUse);  // another name as far as this copy knows
+  users.rows.push_back("anna");
+  EXPECT_EQ(Refusal("Anna"), kNameInUse);
+}
+
+TEST_F(Options, ATakenOwnNameIsRefusedWithOneRow) {
+  users.rows = {"(All)", "Anna"};
+  EXPECT_EQ(Refusal("Anna", true), kNameInUse);
+  EXPECT_EQ(Refusal("Carla", true), 0);
+}
+
+TEST_F(Options, NamesNeedALetterOrDigitAndNoBar) {
+  for (const char* name : {"", "   ", "---", "\xE9\xE9", "|", "a|b"}) EXPECT_EQ(Refusal(name), kNameUnusable) << name;
+  for (const char* name : {"a", "Z", "(1)", "_x", "John Smith", "\xE9t\xE9"}) EXPECT_EQ(Refusal(name), 0) << name;
+}
+
+TEST_F(Options, ProperCaseRaisesTheFirstCharacterOnly) {
+  EXPECT_EQ(ProperCase("jOHN smITH"), "John smith");
+  EXPECT_EQ(ProperCase("\xE9T\xC9"), "\xC9t\xE9");
+  EXPECT_EQ(ProperCase("\xDF"
+                       "A"),
+            "\xDF"
+            "a");
+  EXPECT_EQ(ProperCase(""), "");
+}
+
+TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroup) {
+  const std::vector<Group> expected{{"F", {"anna", "bob"}}, {"G", {}}, {"H", {"", "x"}}};
+  EXPECT_EQ(GroupsOf({"F|anna|bob|carla", "G|", "nothing", "H||x|"}), expected);
+}
+
+TEST_F(Options, GroupsWithoutMembersAreNotKept) {
+  EXPECT_EQ(LinesOf({{"F", {"anna", "bob"}}, {"G", {}}, {"H", {"x"}}}),
+            (std::vector<std::string>{"F|anna|bob|", "H|x|"}));
+}
+
+TEST_F(Options, SoundsHaveKeysThatEndInWav) {
+  EXPECT_EQ(SoundsOf("Quiet", "Beep", {"chime.wav", "ALERT.WAV"}),
+            (std::vector<Sound>{
+                {"(S)", "Quiet"}, {"(B)", "Beep"}, {"chime.wav", "chime.wav"}, {"ALERT.WAV.wav", "ALERT.WAV"}}));
+}
+
+TEST_F(Options, ChoicesAreAppliedInOrder) {
+  users.blocked = {"Old"};
+  program.onOpenSocket = [] {
+    EXPECT_EQ(core::gUserName, "Carla");
+    EXPECT_EQ(core::gColour, 255);
+    EXPECT_EQ(core::gLanguage, "Deutsch");
+    EXPECT_EQ(core::gPopPos, 4);  // not yet
+  };
+  Apply({.language = "Deutsch",
+         .name = "Carla",
+         .colour = 255,
+         .position = std::int16_t{2},
+         .sound = "chime.wav",
+         .runAtLogon = 1,
+         .blocked = {"Bob", "Mallory"},
+         .groups = {{"F", {"anna"}}, {"G", {}}}},
+        program);
+  EXPECT_EQ(Events(), "close Anna; open Carla; restore main; ");
+  EXPECT_EQ(users.calls, "CFBBG");
+  EXPECT_EQ(users.blocked, (std::vector<std::string>{"Bob", "Mallory"}));
+  EXPECT_EQ(users.groups, (std::vector<std::string>{"F|anna|"}));
+  EXPECT_EQ(core::gPopPos, 2);
+  EXPECT_EQ(folder.Get("User.ini"),
+            "\"Deutsch\"\r\n0\r\n300,150,2505,4605\r\n\"Carla\",255,2,\"chime.wav\",1\r\n0,0,0,0\r\n"
+            "2\r\n\"Bob\"\r\n\"Mallory\"\r\n1\r\n\"F|anna|\"\r\n");
+}
+
+TEST_F(Options, WhatIsNotChosenStays) {
+  core::gLanguage = "Klingon";
+  core::gColour = 77;
+  core::gPopPos = 0;
+  core::gSound = "gone.wav";
+  Apply({.name = "Anna"}, program);
+  EXPECT_EQ(core::gLanguage, "Klingon");
+  EXPECT_EQ(core::gColour, 77);
+  EXPECT_EQ(core::gPopPos, 0);
+  EXPECT_EQ(core::gSound, "gone.wav");
+}
+
+TEST_F(Options, ANetworkThatFailsStopsNothingElse) {
+  program.onOpenSocket = [] { throw core::RuntimeError(10048, "Address already in use"); };
+  Apply({.name = "Carla", .position = std::int16_t{1}, .blocked = {"Bob"}}, program);
+  ASSERT_EQ(support::Desktop().boxes.size(), 1u);
+  EXPECT_EQ(support::Desktop().boxes[0].text, "No network: 10048: Address already in use");
+  EXPECT_EQ(core::gPopPos, 1);
+  EXPECT_EQ(users.blocked, (std::vector<std::string>{"Bob"}));
+  EXPECT_NE(folder.Get("User.ini"), "");
+}
+
+TEST_F(Options, SettingsThatCannotBeSavedAreInEffect) {
+  folder.PutFolder("User.ini");
+  EXPECT_EQ(support::ErrorOf([&] { Apply({.name = "Carla", .position = std::int16_t{1}}, program); }), 75);
+  EXPECT_EQ(core::gUserName, "Carla");
+  EXPECT_EQ(core::gPopPos, 1);
+}
+
+}  // namespace
+}  // namespace options
