@@ -232,6 +232,26 @@ TEST_F(PopupTest, ExportsItsTextToTheClipboard) {
   EXPECT_EQ(Popups().size(), 1u);
 }
 
+std::string AlertFile() { return core::InProgramDirectory("alert.txt"); }
+
+// Answers the dialog, which runs a message loop of its own.
+void CALLBACK SaveAsAlertFile(HWND, UINT, UINT_PTR timer, DWORD) {
+  const auto dialogs = support::WindowsOf("frmSave");
+  if (dialogs.empty()) return;
+  ::KillTimer(nullptr, timer);
+  EXPECT_EQ(support::TextOf(dialogs[0]), "Export Alert");
+  ::SetWindowTextA(ChildrenOf(dialogs[0], "Edit").at(0), AlertFile().c_str());
+  ::PostMessageA(Child(dialogs[0], "Button", "&Save"), BM_CLICK, 0, 0);
+}
+
+TEST_F(PopupTest, ExportsItsTextToAFile) {
+  ::SetTimer(nullptr, 0, 20, SaveAsAlertFile);
+  Choose(ShowAt(0, 0), {VK_DOWN, VK_RETURN});
+  EXPECT_EQ(core::ReadFile(AlertFile()), "hello\r\n");
+  ::DeleteFileA(AlertFile().c_str());
+  EXPECT_EQ(Popups().size(), 1u);
+}
+
 TEST_F(PopupTest, AClipboardHeldByAnotherProgramIsAnError) {
   const HWND popup = ShowAt(0, 0);
   const HANDLE opened = ::CreateEventA(nullptr, TRUE, FALSE, nullptr),

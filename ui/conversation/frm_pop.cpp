@@ -3,13 +3,16 @@
 #include <utility>
 
 #include "core/desktop.h"
+#include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/popup_menu.h"
 #include "ui/conversation/recipients.h"
+#include "ui/toolkit/frm_save.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
@@ -25,7 +28,8 @@ constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
 constexpr int kCloseId = 101, kDropId = 102, kPictureId = 103;
 constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
-constexpr int kCaptionCode = 5001;
+constexpr int kCaptionCode = 5001, kExportCode = 5201;
+constexpr char kExportTitle[] = "Export Alert";
 
 // The colours of the flashing: the second is the one of selected text, white on most desktops.
 constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
@@ -202,6 +206,8 @@ void FrmPop::lblDrop_Click() {
 
 void FrmPop::Chosen(unsigned command) {
   switch (command) {
+    case mnuExportT:
+      return mnuExportT_Click();
     case mnuExportC:
       return CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd()));
     case mnuReplySender:
@@ -215,6 +221,13 @@ void FrmPop::Chosen(unsigned command) {
     default:
       return;
   }
+}
+
+// The dialog offers rich text too, which an alert has none of: nothing is written then.
+void FrmPop::mnuExportT_Click() {
+  const std::string text = toolkit::TextOf(lblMsg.hwnd());
+  const std::string path = toolkit::AskSaveName(core::CaptionsFromTable() ? core::GetText(kExportCode) : kExportTitle);
+  if (core::LowerCase(path).ends_with("txt")) core::WriteFileSafely(path, text);
 }
 
 void FrmPop::Answer(const std::string& recipients) {

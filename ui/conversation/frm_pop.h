@@ -48,6 +48,7 @@ class FrmPop : public toolkit::Window {
   void Clicked(int id);
   void lblDrop_Click();
   void Chosen(unsigned command);
+  void mnuExportT_Click();
   void Answer(const std::string& recipients);
   void mnuLive_Click();
   void Close() { ::DestroyWindow(hwnd()); }

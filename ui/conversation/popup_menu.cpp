@@ -37,8 +37,6 @@ void Dress(toolkit::WndCoolMenu& coolMenu, HWND owner, HMENU menu) {
 unsigned ShowPopupMenu(HWND owner, const RECT& button) {
   const MenuStyle style = core::gSafe ? MenuStyle::Plain : MenuStyle::OwnerDrawn;
   const toolkit::Menu menu = toolkit::BuildMenu(kRows, toolkit::MenuKind::PopUp, style);
-  // Not yet: the program has no window to ask for a file name with.
-  ::EnableMenuItem(menu.get(), mnuExportT, MF_BYCOMMAND | MF_GRAYED);
   toolkit::WndCoolMenu coolMenu;
   if (style == MenuStyle::OwnerDrawn) Dress(coolMenu, owner, menu.get());
   constexpr UINT how = TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_RETURNCMD;
