@@ -4,6 +4,7 @@
 
 #include "core/runtime_error.h"
 #include "tests/windows/conversation_fixture.h"
+#include "tests/windows/object_count.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/toolkit/screen.h"
 
@@ -272,6 +273,20 @@ TEST_F(PopupTest, AClipboardHeldByAnotherProgramIsAnError) {
   ::SetEvent(done);
   other.join();
   EXPECT_EQ(number, 521);
+}
+
+TEST_F(PopupTest, LeavesNothingBehindWhenItCloses) {
+  const auto once = [this] {
+    const HWND popup = ShowAt(0, 0);
+    Choose(popup, {VK_ESCAPE});
+    Press(popup, "Close");
+  };
+  once();
+  const toolkit::ObjectCount before = toolkit::CountObjects();
+  for (int i = 0; i < 50; ++i) once();
+  const toolkit::ObjectCount after = toolkit::CountObjects();
+  EXPECT_LE(after.gdi, before.gdi + 5);
+  EXPECT_LE(after.user, before.user + 5);
 }
 
 TEST_F(PopupTest, KeysOfItsButtons) {
