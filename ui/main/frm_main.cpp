@@ -26,6 +26,7 @@ constexpr std::array<ToolButton, 3> kToolButtons{{
 }};
 
 constexpr UINT_PTR kTmrMnu = 1;
+constexpr UINT kHideMinimised = WM_APP;
 constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of a busy roster
 
 constexpr int kUName = 0, kStat = 1;
@@ -96,22 +97,19 @@ void FrmMain::Move(const core::WindowPlace& place) {
 }
 
 core::WindowPlace FrmMain::Restore() {
-  if (!::IsIconic(hwnd()) && !::IsZoomed(hwnd())) return PlaceOf(WindowRect(hwnd()));
-  if (::IsWindowVisible(hwnd())) {
+  if (::IsIconic(hwnd()) || ::IsZoomed(hwnd())) {
+    const bool visible = ::IsWindowVisible(hwnd()) != FALSE;
+    stayHidden_ = !visible;
     ::ShowWindow(hwnd(), SW_SHOWNOACTIVATE);
-    return PlaceOf(WindowRect(hwnd()));
+    stayHidden_ = false;
+    if (!visible) Hide();
   }
-  // Every call that restores a window shows it too, but for taking the state's bits away.
-  WINDOWPLACEMENT placement{};
-  placement.length = sizeof placement;
-  ::GetWindowPlacement(hwnd(), &placement);
-  const LONG_PTR style = ::GetWindowLongPtrA(hwnd(), GWL_STYLE);
-  ::SetWindowLongPtrA(hwnd(), GWL_STYLE, style & ~static_cast<LONG_PTR>(WS_MINIMIZE | WS_MAXIMIZE));
-  const RECT& normal = placement.rcNormalPosition;
-  const RECT area = toolkit::WorkAreaPixels();  // the normal place counts from the work area's corner
-  ::SetWindowPos(hwnd(), nullptr, normal.left + area.left, normal.top + area.top, normal.right - normal.left,
-                 normal.bottom - normal.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
   return PlaceOf(WindowRect(hwnd()));
+}
+
+// Every call that takes a window out of its minimised or maximised state shows it too.
+void FrmMain::KeepHidden(WINDOWPOS& change) const {
+  if (stayHidden_) change.flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
 }
 
 void FrmMain::ShowMe() {
@@ -127,6 +125,12 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
       Resized(wParam);
       return 0;
+    case kHideMinimised:
+      if (::IsIconic(hwnd())) Hide();
+      return 0;
+    case WM_WINDOWPOSCHANGING:
+      KeepHidden(*reinterpret_cast<WINDOWPOS*>(lParam));
+      break;
     case WM_GETMINMAXINFO:
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
@@ -150,10 +154,11 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return Window::Handle(message, wParam, lParam);
 }
 
-// The program never sits minimised on the task bar: it lives in the notification area.
+// The program never sits minimised on the task bar: it lives in the notification area. The hiding is posted, since the
+// minimising is still under way here and would lose the window's normal place.
 void FrmMain::Resized(WPARAM kind) {
   if (kind == SIZE_MINIMIZED)
-    Hide();
+    ::PostMessageA(hwnd(), kHideMinimised, 0, 0);
   else
     LayOut();
 }
@@ -198,7 +203,7 @@ void FrmMain::tmrMnu_Timer() {
 }
 
 void FrmMain::ShowRoster() {
-  if (!::IsWindowVisible(hwnd()) || ::GetTickCount() - listShown_ < kRosterInterval) return;
+  if (::GetTickCount() - listShown_ < kRosterInterval) return;
   listShown_ = ::GetTickCount();
   lvUsers.Sync();
 }

@@ -64,6 +64,7 @@ class FrmMain : public toolkit::Window {
   void LayOut();
   void Resized(WPARAM kind);
   void LimitSize(MINMAXINFO& limits) const;
+  void KeepHidden(WINDOWPOS& change) const;
   LRESULT Notified(LPARAM lParam);
   bool Commanded(int id);
   void TB_ButtonClick(char key);
@@ -100,6 +101,7 @@ class FrmMain : public toolkit::Window {
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
   bool statBarVisible_ = true;
+  bool stayHidden_ = false;
   bool statusStale_ = true;
   bool selectionSeen_ = true;
   bool visibleSeen_ = true;

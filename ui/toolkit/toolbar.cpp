@@ -4,6 +4,7 @@
 
 #include "core/language.h"
 #include "core/text.h"
+#include "ui/toolkit/menu_mnemonic.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 
@@ -14,15 +15,6 @@ constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE
                          CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
 }  // namespace
-
-char MnemonicOf(const std::string& caption) {
-  for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
-    if (caption[i] != '&') continue;
-    if (caption[i + 1] != '&') return core::LowerCase(caption.substr(i + 1, 1))[0];
-    ++i;
-  }
-  return 0;
-}
 
 void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> buttons) {
   firstId_ = firstId;
@@ -76,7 +68,7 @@ bool Toolbar::ClickMnemonic(char letter) {
   const char wanted = core::LowerCase(std::string(1, letter))[0];
   for (std::size_t i = 0; i < captions_.size(); ++i) {
     const int id = firstId_ + static_cast<int>(i);
-    if (MnemonicOf(captions_[i]) != wanted) continue;
+    if (MnemonicLetter(captions_[i]) != wanted) continue;
     if (!::SendMessageA(hwnd_, TB_ISBUTTONENABLED, static_cast<WPARAM>(id), 0)) return false;
     ::SendMessageA(::GetParent(hwnd_), WM_COMMAND, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(hwnd_));
     return true;

@@ -48,7 +48,4 @@ class Toolbar {
   std::vector<std::string> captions_;
 };
 
-// The lower-cased letter behind the first single "&" of a caption, 0 when there is none.
-char MnemonicOf(const std::string& caption);
-
 }  // namespace toolkit

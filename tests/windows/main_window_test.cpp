@@ -1,0 +1,239 @@
+// The main window with its menus, toolbar and roster. Its timer is played by hand.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/net/recording_network.h"
+#include "tests/windows/object_count.h"
+#include "tests/windows/window_probe.h"
+#include "ui/main/frm_main.h"
+#include "ui/main/main_layout.h"
+#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/screen.h"
+
+namespace mainwindow {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class MainWindowTest : public testing::Test {
+ protected:
+  MainWindowTest() {
+    Speak("English");
+    core::gCurName = "me";
+    core::gStatus = 0;
+    core::gSafe = 0;
+    Load();
+  }
+  ~MainWindowTest() override { ::DestroyWindow(main->hwnd()); }
+
+  static void Speak(const char* language) {
+    core::gLanguage = language;
+    core::gLangError = 0;
+    core::LoadLang();
+  }
+
+  void Load() {
+    main = std::make_shared<FrmMain>(users, messenger, Commands());
+    main->Load();
+    main->Move({3000, 3000, 4005, 4995});
+    for (const char* name : {"anna", "bob", "carl"}) users.AddUser(name);
+    users.UpdateStat();
+    Settle();
+  }
+
+  MainCommands Commands() {
+    return {.openComposer = [this](const std::string& list) { done.push_back("alert " + list); },
+            .openChat = [this](const std::string& list) { done.push_back("chat " + list); },
+            .showOptions = [this] { done.emplace_back("options"); },
+            .showAbout = [this] { done.emplace_back("about"); },
+            .shutDown = [this] { done.emplace_back("shut down"); }};
+  }
+
+  // Ticks until the slowest of what ticks show has been shown.
+  void Settle() {
+    ::Sleep(60);
+    ::SendMessageA(main->hwnd(), WM_TIMER, 1, 0);
+  }
+
+  void Choose(unsigned command) { ::SendMessageA(main->hwnd(), WM_COMMAND, command, 0); }
+
+  HWND List() const { return support::ChildrenOf(main->hwnd(), WC_LISTVIEWA).at(0); }
+  HWND StatusLine() const { return support::ChildrenOf(main->hwnd(), "Static").at(0); }
+  HWND Tools() const { return support::ChildrenOf(main->hwnd(), TOOLBARCLASSNAMEA).at(0); }
+
+  void Select(int row, bool selected = true) {
+    LVITEMA item{};
+    item.stateMask = LVIS_SELECTED;
+    item.state = selected ? LVIS_SELECTED : 0u;
+    ::SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
+
+  Texts SelectedInControl() const {
+    Texts texts;
+    const Texts all = support::RowTexts(List());
+    for (int row = -1; (row = ListView_GetNextItem(List(), row, LVNI_SELECTED)) >= 0;)
+      texts.push_back(all[static_cast<std::size_t>(row)]);
+    return texts;
+  }
+
+  int EnabledTools() const {
+    int enabled = 0;
+    for (int i = 0; i < 3; ++i)
+      enabled +=
+          ::SendMessageA(Tools(), TB_ISBUTTONENABLED, static_cast<WPARAM>(support::ToolCommand(main->hwnd(), i)), 0)
+              ? 1
+              : 0;
+    return enabled;
+  }
+
+  bool Checked(unsigned id) const { return (::GetMenuState(::GetMenu(main->hwnd()), id, 0) & MF_CHECKED) != 0; }
+  bool InMenu(unsigned id) const { return toolkit::FindItem(::GetMenu(main->hwnd()), id).has_value(); }
+
+  UserRoster users;
+  support::RecordingPort port;
+  net::Messenger messenger{port};
+  Texts done;
+  std::shared_ptr<FrmMain> main;
+};
+
+TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
+  for (const unsigned command : {mnuChatAll, mnuSndAll, mnuOpts, mnuAbout, mnuClose}) Choose(command);
+  EXPECT_EQ(done, (Texts{"chat (All)|", "alert (All)|", "options", "about", "shut down"}));
+  ::SendMessageA(main->hwnd(), WM_CLOSE, 0, 0);
+  ::SendMessageA(main->hwnd(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_EQ(done.size(), 6u);
+  EXPECT_EQ(done.back(), "shut down");
+}
+
+TEST_F(MainWindowTest, ToolbarActsOnTheSelectionAndRestsWithoutOne) {
+  EXPECT_EQ(EnabledTools(), 0);
+  Select(1);
+  Select(3);
+  Settle();
+  EXPECT_EQ(EnabledTools(), 3);
+  for (const int button : {0, 1, 2}) support::ClickToolButton(main->hwnd(), button);
+  EXPECT_EQ(done, (Texts{"alert anna|carl|", "chat anna|carl|"}));
+  EXPECT_EQ(users.BlockedNames(), (Texts{"anna", "carl"}));
+  Select(-1, false);
+  Settle();
+  EXPECT_EQ(EnabledTools(), 0);
+}
+
+// The control knows rows by position only: without help it would now have the row behind the removed one selected.
+TEST_F(MainWindowTest, SelectionStaysWithItsUserWhenAnotherLeaves) {
+  Select(3);
+  users.RemoveRow("bob");
+  Settle();
+  EXPECT_EQ(support::RowTexts(List()), (Texts{"(All)", "anna", "carl"}));
+  EXPECT_EQ(SelectedInControl(), Texts{"carl"});
+  EXPECT_EQ(users.SelectedRecipients(), "carl|");
+  users.RemoveRow("carl");
+  Settle();
+  EXPECT_EQ(SelectedInControl(), Texts{});
+  EXPECT_EQ(EnabledTools(), 0);
+}
+
+TEST_F(MainWindowTest, SetStatusChecksOneStateAndTellsTheNetwork) {
+  EXPECT_TRUE(Checked(mnuStat));
+  Choose(mnuStat + 2);
+  EXPECT_EQ(core::gStatus, 2);
+  EXPECT_EQ(port.sent, Texts{"me|S/2"});
+  EXPECT_FALSE(Checked(mnuStat));
+  EXPECT_FALSE(Checked(mnuStat + 1));
+  EXPECT_TRUE(Checked(mnuStat + 2));
+}
+
+TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
+  main->ShowMe();
+  Settle();
+  EXPECT_TRUE(InMenu(mnuHide));
+  EXPECT_FALSE(InMenu(mnuShowMe));
+  ::ShowWindow(main->hwnd(), SW_MINIMIZE);
+  core::RunPendingEvents();
+  Settle();
+  EXPECT_FALSE(::IsWindowVisible(main->hwnd()));
+  EXPECT_TRUE(InMenu(mnuShowMe));
+  EXPECT_FALSE(InMenu(mnuHide));
+  EXPECT_EQ(main->Restore(), (core::WindowPlace{3000, 3000, 4005, 4995}));
+  EXPECT_FALSE(::IsWindowVisible(main->hwnd()));
+  main->ShowMe();
+  EXPECT_TRUE(::IsWindowVisible(main->hwnd()));
+  EXPECT_FALSE(::IsIconic(main->hwnd()));
+}
+
+TEST_F(MainWindowTest, IsNeverSmallerThanItsMinimum) {
+  main->Move({3000, 3000, 100, 100});
+  EXPECT_EQ(main->Restore(), (core::WindowPlace{3000, 3000, toolkit::Tw(toolkit::Px(kMinWidth)).value,
+                                                toolkit::Tw(toolkit::Px(kMinHeight)).value}));
+}
+
+TEST_F(MainWindowTest, StatusLineShowsCountsAndForAMomentHelp) {
+  EXPECT_EQ(support::TextOf(StatusLine()), " 3 users online (-0)");
+  main->HelpObj_MenuHelp("Close Quillon");
+  Settle();
+  EXPECT_EQ(support::TextOf(StatusLine()), "Close Quillon");
+  main->HelpObj_MenuHelp("");
+  Settle();
+  EXPECT_EQ(support::TextOf(StatusLine()), " 3 users online (-0)");
+}
+
+TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
+  main->ShowMe();
+  const RECT before = support::PlaceOf(List());
+  Choose(mnuStatBar);
+  EXPECT_FALSE(Checked(mnuStatBar));
+  EXPECT_FALSE(::IsWindowVisible(StatusLine()));
+  EXPECT_GT(support::PlaceOf(List()).bottom, before.bottom);
+  Choose(mnuStatBar);
+  EXPECT_TRUE(Checked(mnuStatBar));
+  EXPECT_TRUE(::IsWindowVisible(StatusLine()));
+  EXPECT_EQ(support::PlaceOf(List()).bottom, before.bottom);
+}
+
+TEST_F(MainWindowTest, MovesFlushIntoTheCorners) {
+  Choose(mnuMoveSub + 3);
+  const RECT area = toolkit::WorkAreaPixels(), place = support::PlaceOf(main->hwnd());
+  EXPECT_EQ(place.right, area.right);
+  EXPECT_EQ(place.bottom, area.bottom);
+  Choose(mnuMoveSub + 0);
+  EXPECT_EQ(support::PlaceOf(main->hwnd()).left, area.left);
+  EXPECT_EQ(support::PlaceOf(main->hwnd()).top, area.top);
+}
+
+TEST_F(MainWindowTest, AHundredLanguageChangesLeaveNothingBehind) {
+  const auto speak = [this](const char* language) {
+    Speak(language);
+    main->SetLan();
+  };
+  speak("Deutsch");
+  Settle();
+  EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
+  EXPECT_EQ(core::gStateNames[2], "Nicht st\xF6ren");
+  speak("English");
+  const toolkit::ObjectCount before = toolkit::CountObjects();
+  for (int i = 0; i < 50; ++i) {
+    speak("Espa\xF1ol");
+    speak("English");
+  }
+  const toolkit::ObjectCount after = toolkit::CountObjects();
+  EXPECT_LE(after.gdi, before.gdi);
+  EXPECT_LE(after.user, before.user);
+}
+
+TEST_F(MainWindowTest, SafeModeHasPlainMenus) {
+  ::DestroyWindow(main->hwnd());
+  core::gSafe = 1;
+  Load();
+  char caption[100] = "";
+  ::GetMenuStringA(::GetMenu(main->hwnd()), mnuSndAll, caption, sizeof caption, MF_BYCOMMAND);
+  EXPECT_STREQ(caption, "Send &Alert To All");
+  EXPECT_FALSE(::GetMenuState(::GetMenu(main->hwnd()), mnuSndAll, 0) & MF_OWNERDRAW);
+}
+
+}  // namespace
+}  // namespace mainwindow
