@@ -1,4 +1,4 @@
-// The composer and the popups as the program has them, on a recorded network.
+// The composer, the popups and the chat windows as the program has them, on a recorded network.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -57,7 +57,9 @@ class ConversationTest : public testing::Test {
   ColouredRoster roster;
   support::RecordingPort port;
   net::Messenger messenger{port};
-  OpenWindows windows{roster, messenger};
+  toolkit::ListRows mainList;
+  std::string selected;  // in the main window, as recipients
+  OpenWindows windows{roster, {mainList, [this] { return selected; }}, messenger};
 };
 
 }  // namespace conversation

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ui/conversation/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {
@@ -11,13 +12,6 @@ namespace conversation {
 // Design pixels.
 inline constexpr int kComposerWidth = 460, kComposerHeight = 320;
 inline constexpr int kComposerMinWidth = 300, kComposerMinHeight = 230;
-
-struct Area {
-  int left = 0, top = 0, right = 0, bottom = 0;
-  friend constexpr bool operator==(const Area&, const Area&) = default;
-  constexpr int Width() const { return right - left; }
-  constexpr int Height() const { return bottom - top; }
-};
 
 struct ComposerParts {
   Area toLabel, messageLabel, recipients, text;

@@ -5,6 +5,9 @@
 
 namespace conversation {
 
+OpenWindows::OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger)
+    : roster_(roster), mainList_(std::move(mainList)), messenger_(messenger) {}
+
 void OpenWindows::OpenComposer(std::string_view recipients) {
   if (!NamesAnybody(recipients)) return;
   const std::shared_ptr<FrmCom> composer = Composer();
@@ -24,8 +27,30 @@ std::shared_ptr<FrmCom> OpenWindows::Composer() {
   return opened;
 }
 
-// The one place where chat windows will be opened. There are none yet.
-std::shared_ptr<net::ChatWindow> OpenWindows::OpenChat(std::string_view) { return nullptr; }
+std::shared_ptr<FrmChat> OpenWindows::StartChat(std::string_view participants) {
+  auto chat = NewChat(participants);
+  if (chat->hwnd()) chat->ShowForTyping();
+  return chat;
+}
+
+std::shared_ptr<net::ChatWindow> OpenWindows::OpenChat(std::string_view participants) {
+  if (chats_.size() >= kMostChats || !NamesAnybody(participants)) return nullptr;
+  auto chat = NewChat(participants);
+  if (chat->hwnd()) chat->ShowForReading();
+  return chat;
+}
+
+// Known before it lets events run: lines that arrive meanwhile must find it.
+std::shared_ptr<FrmChat> OpenWindows::NewChat(std::string_view participants) {
+  auto chat = std::make_shared<FrmChat>(roster_, mainList_, messenger_);
+  chat->onDestroyed = [this, closed = chat.get()] {
+    std::erase_if(chats_, [closed](const auto& open) { return open.get() == closed; });
+  };
+  chat->Make(participants);
+  chats_.push_back(chat);
+  chat->Load();
+  return chat;
+}
 
 void OpenWindows::ShowAlert(std::string_view text, std::string_view sender, int iconKind) {
   alerts_.Add({std::string(text), std::string(sender), iconKind});
@@ -56,8 +81,7 @@ PopupCommands OpenWindows::Commands() {
 }
 
 bool OpenWindows::StartLiveChat(const Alert& alert) {
-  const auto chat = OpenChat(alert.sender + '|');
-  if (!chat) return false;
+  const auto chat = StartChat(alert.sender + '|');
   chat->AddMsg(alert.text, alert.sender, roster_.GetColorForUName(alert.sender));
   return true;
 }
@@ -70,6 +94,7 @@ void OpenWindows::BlockSender(const std::string& sender) {
 void OpenWindows::SetLan() {
   if (composer_) composer_->SetLan();
   for (const auto& popup : popups_) popup->SetLan();
+  for (const auto& chat : chats_) static_cast<FrmChat&>(*chat).SetLan();
 }
 
 }  // namespace conversation

@@ -10,6 +10,7 @@
 #include "net/conversations.h"
 #include "net/messenger.h"
 #include "ui/conversation/alert_line.h"
+#include "ui/conversation/frm_chat.h"
 #include "ui/conversation/frm_com.h"
 #include "ui/conversation/frm_pop.h"
 
@@ -17,13 +18,23 @@ namespace conversation {
 
 class OpenWindows : public net::Conversations {
  public:
-  OpenWindows(core::Roster& roster, net::Messenger& messenger) : roster_(roster), messenger_(messenger) {}
+  // So many chat windows may be open when somebody on the network begins another conversation; its line is lost then. A
+  // flood of invented senders must not use up the desktop, and nobody keeps so many conversations apart.
+  static constexpr std::size_t kMostChats = 100;
+
+  OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger);
 
   // Names parted by bars. Opens the composer, or adds to the one that is open; in front, with the keyboard. A list that
   // names nobody does nothing.
   void OpenComposer(std::string_view recipients);
 
+  // Names parted by bars, or none. Opens a chat window in front, with the keyboard.
+  std::shared_ptr<FrmChat> StartChat(std::string_view participants);
+
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return chats_; }
+
+  // The window appears without taking the keyboard. Null when there are too many, or when nobody is named: that window
+  // would refuse the line it was opened for.
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
@@ -37,14 +48,16 @@ class OpenWindows : public net::Conversations {
   void ShowPopup(Alert alert);
   void PopupClosed(const FrmPop* popup);
   bool StartLiveChat(const Alert& alert);
+  std::shared_ptr<FrmChat> NewChat(std::string_view participants);
   void BlockSender(const std::string& sender);
 
   core::Roster& roster_;
+  const MainList mainList_;
   net::Messenger& messenger_;
   AlertLine alerts_;
   std::vector<std::shared_ptr<FrmPop>> popups_;
   std::shared_ptr<FrmCom> composer_;
-  std::vector<std::shared_ptr<net::ChatWindow>> chats_;  // stays empty until OpenChat opens one
+  std::vector<std::shared_ptr<net::ChatWindow>> chats_;  // each a FrmChat
 };
 
 }  // namespace conversation

@@ -10,7 +10,7 @@ namespace mainwindow {
 Application::Application()
     : sktBC_([this](std::string_view data) { DataArrived(data); }),
       messenger_(sktBC_),
-      conversations_(users_, messenger_),
+      conversations_(users_, {users_.lvUsers, [this] { return users_.SelectedRecipients(); }}, messenger_),
       dispatcher_(users_, conversations_, messenger_) {
   users_.refreshChatWindows = [this] {
     for (const auto& chat : conversations_.ChatWindows()) chat->RefUserList();
@@ -19,7 +19,7 @@ Application::Application()
 
 MainCommands Application::Commands() {
   return {.openComposer = [this](const std::string& recipients) { conversations_.OpenComposer(recipients); },
-          .openChat = [this](const std::string& participants) { conversations_.OpenChat(participants); },
+          .openChat = [this](const std::string& participants) { conversations_.StartChat(participants); },
           .showOptions = [] {},
           .showAbout = [this] { ShowAbout(); },
           .shutDown = [this] { core::ShutDown(*this); }};

@@ -1,0 +1,51 @@
+// How a chat window lays itself out, from top to bottom: the participants, the splitter bar, the conversation, the line
+// being typed with the Send button beside it, the status line. Pixels of the client area, but for the bar's bounds.
+#pragma once
+
+#include <algorithm>
+
+#include "ui/conversation/area.h"
+#include "ui/toolkit/units.h"
+
+namespace conversation {
+
+using toolkit::Twips;
+
+inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{2500};
+
+// The bar leaves two rows of the participants above it and the line being typed below it.
+inline constexpr Twips kLeastAboveBar{400}, kLeastBelowBar{1700}, kFirstBarTop{1000};
+
+// Where the bar may stand in a window of that height, the frame included.
+constexpr Twips BarTopWithin(Twips wanted, Twips windowHeight) {
+  return std::max(std::min(wanted, windowHeight - kLeastBelowBar), kLeastAboveBar);
+}
+
+struct ChatSizes {
+  int width = 0, height = 0;          // of the client area
+  int barTop = 0;                     // wished
+  int sendWidth = 0, sendHeight = 0;  // of the Send button
+  bool status = true;
+};
+
+struct ChatParts {
+  Area users, bar, conversation, typed, send, status;
+};
+
+constexpr ChatParts ChatLayout(const ChatSizes& sizes, toolkit::Dpi dpi) {
+  const int margin = toolkit::Scale(4, dpi), barHeight = toolkit::Scale(6, dpi);
+  const int left = margin, right = std::max(sizes.width - margin, left);
+  const int bottom = std::max(sizes.height - (sizes.status ? toolkit::Scale(20, dpi) : margin), 0);
+  const int typedTop = std::max(bottom - sizes.sendHeight, margin);
+  const int sendLeft = std::max(right - sizes.sendWidth, left);
+  const int barTop = std::max(std::min(sizes.barTop, typedTop - barHeight), margin);
+  const int barBottom = barTop + barHeight;
+  return {.users = {left, margin, right, barTop},
+          .bar = {0, barTop, sizes.width, barBottom},
+          .conversation = {left, barBottom, right, std::max(typedTop - margin, barBottom)},
+          .typed = {left, typedTop, std::max(sendLeft - margin, left), std::max(bottom, typedTop)},
+          .send = {sendLeft, typedTop, right, std::max(bottom, typedTop)},
+          .status = {left, bottom, right, std::max(sizes.height, bottom)}};
+}
+
+}  // namespace conversation

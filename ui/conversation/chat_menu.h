@@ -1,0 +1,62 @@
+// The menus of a chat window.
+#pragma once
+
+#include <cstddef>
+
+#include "res/pictures.h"
+#include "ui/toolkit/menu_table.h"
+
+namespace conversation {
+
+// In a namespace of their own: an alert popup has commands of the same names.
+namespace chatmenu {
+
+// Every item has an id, heads too. mnuUser is the first of an array between the head of the users online and mnuRemove.
+enum Id : unsigned {
+  mnuView = 200,
+  mnuExportSep,
+  mnuExportT,
+  mnuExportC,
+  mnuOptionsSep,
+  mnuOnTop,
+  mnuCLS,
+  mnuViewStat,
+  mnuTime,
+  mnuExitSep,
+  mnuClose,
+  mnuUsers,
+  mnuUsersSep,
+  mnuAdd,
+  mnuOnlineSep,
+  mnuRemove,
+  mnuMore,  // stands for the names that are too many for a menu
+  mnuUser = 1000,
+};
+
+}  // namespace chatmenu
+
+inline constexpr toolkit::MenuRow kChatMenu[] = {
+    {0, chatmenu::mnuView, 3101, "&View"},
+    {1, chatmenu::mnuExportSep, 3102, "-Export"},
+    {1, chatmenu::mnuExportT, 3103, "|Save chat dialog to text file|Export to Text File", res::kMenuExportText},
+    {1, chatmenu::mnuExportC, 3104, "|Copy chat dialog to clipboard|Export To Clipboard", res::kMenuExportClipboard},
+    {1, chatmenu::mnuOptionsSep, 3105, "-View Options"},
+    {1, chatmenu::mnuOnTop, 3106, "#|Make this window stay visible|Keep On Top"},
+    {1, chatmenu::mnuCLS, 3107, "|Clear the chat dialog|&Clear", res::kMenuClear},
+    {1, chatmenu::mnuViewStat, 3108, "#|Show/hide this bar|&Status Bar"},
+    {1, chatmenu::mnuTime, 3109, "#|Add the time to each msg|&Add Time"},
+    {1, chatmenu::mnuExitSep, 3110, "-Exit"},
+    {1, chatmenu::mnuClose, 3111, "|Close this window|&Close", res::kMenuClose},
+    {0, chatmenu::mnuUsers, 3112, "&Users"},
+    {1, chatmenu::mnuUsersSep, 3113, "-User List Options"},
+    {1, chatmenu::mnuAdd, 3114, "|Add user to 'recieve' list|&Add User", res::kMenuAddUser},
+    {1, chatmenu::mnuOnlineSep, 3115, "-Users Online"},
+    {1, chatmenu::mnuRemove, 3116, "|Remove selected user from list|&Remove User", res::kMenuRemoveUser},
+};
+static_assert(toolkit::IsSound(kChatMenu));
+
+// So many users are offered at most. A menu of thousands would take seconds to open and could not be read; the others
+// are added by selecting them in the main window.
+inline constexpr std::size_t kMostOffered = 120;
+
+}  // namespace conversation

@@ -1,0 +1,202 @@
+#include "ui/conversation/chat_text.h"
+
+#include <richedit.h>
+
+#include <algorithm>
+#include <new>
+
+#include "core/runtime_error.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+using toolkit::Tw;
+
+constexpr DWORD kStyle =
+    WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
+
+// What the box needs at its most wasteful, bytes, measured: for a paragraph, and for one of a length.
+constexpr std::size_t kCostOfParagraph = 4000;
+constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + length * length * 6 / 10; }
+
+// The first bound holds some fifty thousand lines, more than anybody says in a day. The second keeps a hundred windows
+// that strangers fill with lines within what a 32-bit program can hold.
+constexpr std::size_t kMostOfOne = 400u << 20, kMostOfAll = 600u << 20;
+
+// Beyond what those bounds let stand, so that the box never refuses a line.
+constexpr LPARAM kTextLimit = 256 << 20;
+
+// The box reads text that begins like this as markup, wherever it comes from.
+constexpr char kMarkupBegin = '{';
+
+constexpr char kLineEnd[] = "\r\n";
+
+LONG TwipsOf(int pixels) { return Tw(pixels).value; }
+
+// Loaded with the first conversation and kept: the class lives in the library.
+const char* RichEditClass() {
+  static const HMODULE library = ::LoadLibraryA("riched20.dll");
+  return library ? "RichEdit20A" : "";
+}
+
+DWORD CALLBACK TakeStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* taken) {
+  try {
+    reinterpret_cast<std::string*>(cookie)->append(reinterpret_cast<const char*>(bytes),
+                                                   static_cast<std::size_t>(count));
+  } catch (const std::bad_alloc&) {
+    return ERROR_NOT_ENOUGH_MEMORY;
+  }
+  *taken = count;
+  return 0;
+}
+
+std::string StreamOut(HWND box, WPARAM format) {
+  std::string bytes;
+  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, TakeStream};
+  ::SendMessageA(box, EM_STREAMOUT, format, reinterpret_cast<LPARAM>(&stream));
+  if (stream.dwError != 0) throw core::RuntimeError(core::Err::OutOfMemory);
+  return bytes;
+}
+
+// Painting once at the end instead of after each step makes a line ten times cheaper.
+class WithoutPainting {
+ public:
+  explicit WithoutPainting(HWND hwnd) : hwnd_(hwnd) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }
+  WithoutPainting(const WithoutPainting&) = delete;
+  WithoutPainting& operator=(const WithoutPainting&) = delete;
+  ~WithoutPainting() {
+    ::SendMessageA(hwnd_, WM_SETREDRAW, TRUE, 0);
+    ::InvalidateRect(hwnd_, nullptr, FALSE);
+  }
+
+ private:
+  HWND hwnd_;
+};
+
+}  // namespace
+
+ChatText::~ChatText() {
+  --open_;
+  costOfAll_ -= cost_;
+}
+
+void ChatText::Create(HWND parent) {
+  txtMsg = ::CreateWindowExA(WS_EX_CLIENTEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
+                             ::GetModuleHandleA(nullptr), nullptr);
+  if (!txtMsg) throw core::RuntimeError(core::Err::OutOfMemory);
+  ::SendMessageA(txtMsg, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
+  ::SendMessageA(txtMsg, EM_EXLIMITTEXT, 0, kTextLimit);
+  ::SendMessageA(txtMsg, EM_SETUNDOLIMIT, 0, 0);
+  ::SendMessageA(txtMsg, EM_AUTOURLDETECT, FALSE, 0);
+  ::SendMessageA(txtMsg, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(Px(3), Px(3)));
+}
+
+// A second paragraph of the same text stands under the first one's text: at the left edge it could pass for a line of
+// somebody else.
+void ChatText::Append(const ChatLine& line, COLORREF colour) {
+  const LONG indent = TwipsOf(IndentOf(line.head));
+  std::string rest;
+  for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
+  {
+    const WithoutPainting quiet(txtMsg);
+    MoveCaret(end_, end_);
+    SetColour(colour);
+    Insert(line.paragraphs.front() + kLineEnd, 0, indent);
+    if (!rest.empty()) Insert(rest, indent, 0);
+    Account(line);
+    if (TooMuch()) Shed();
+  }
+  ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+}
+
+void ChatText::SetColour(COLORREF colour) {
+  CHARFORMATA format{};
+  format.cbSize = sizeof format;
+  format.dwMask = CFM_COLOR;
+  format.crTextColor = colour;
+  ::SendMessageA(txtMsg, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+}
+
+// In the font of the conversation. A name as wide as the window must not push the text out of sight.
+int ChatText::IndentOf(const std::string& head) const {
+  RECT client{};
+  ::GetClientRect(txtMsg, &client);
+  const int most = std::max(static_cast<int>(client.right) / 2, Px(40));
+  const int width = toolkit::MeasureText(toolkit::DialogFont(), head.c_str()).cx;
+  return std::min(width, most);
+}
+
+void ChatText::Insert(const std::string& paragraphs, LONG start, LONG offset) {
+  PARAFORMAT format{};
+  format.cbSize = sizeof format;
+  format.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
+  format.dxStartIndent = start;
+  format.dxOffset = offset;
+  format.cTabCount = 1;
+  format.rgxTabs[0] = start + offset;
+  ::SendMessageA(txtMsg, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+  const bool couldBeMarkup = paragraphs.front() == kMarkupBegin;
+  if (couldBeMarkup) InsertPlain(paragraphs.substr(0, 1));
+  InsertPlain(couldBeMarkup ? paragraphs.substr(1) : paragraphs);
+}
+
+void ChatText::InsertPlain(const std::string& text) {
+  ::SendMessageA(txtMsg, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+LONG ChatText::Caret() const {
+  CHARRANGE caret{};
+  ::SendMessageA(txtMsg, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+  return caret.cpMax;
+}
+
+void ChatText::MoveCaret(LONG from, LONG to) {
+  CHARRANGE range{from, to};
+  ::SendMessageA(txtMsg, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+}
+
+// The caret stands behind what was inserted. In code pages of two bytes that is not as far as bytes were added.
+void ChatText::Account(const ChatLine& line) {
+  std::size_t cost = 0;
+  for (const std::string& paragraph : line.paragraphs) cost += CostOf(paragraph.size());
+  const LONG end = Caret();
+  entries_.push_back({end - end_, cost});
+  end_ = end;
+  cost_ += cost;
+  costOfAll_ += cost;
+}
+
+// Where all together are too many, those with more than their share give way.
+bool ChatText::TooMuch() const { return cost_ > kMostOfOne || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_); }
+
+// A quarter at a time, since the box must move all that stays.
+void ChatText::Shed() {
+  const std::size_t before = cost_;
+  LONG oldest = 0;
+  while (cost_ > before - before / 4 && entries_.size() > 1) {
+    oldest += entries_.front().characters;
+    cost_ -= entries_.front().cost;
+    entries_.pop_front();
+  }
+  costOfAll_ -= before - cost_;
+  MoveCaret(0, oldest);
+  InsertPlain("");
+  end_ -= oldest;
+  MoveCaret(end_, end_);
+}
+
+void ChatText::Clear() {
+  ::SetWindowTextA(txtMsg, "");
+  entries_.clear();
+  costOfAll_ -= cost_;
+  cost_ = 0;
+  end_ = 0;
+}
+
+std::string ChatText::PlainText() const { return StreamOut(txtMsg, SF_TEXT); }
+
+std::string ChatText::RichText() const { return StreamOut(txtMsg, SF_RTF); }
+
+}  // namespace conversation

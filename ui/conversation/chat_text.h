@@ -1,0 +1,67 @@
+// txtMsg: the conversation as it is read, one paragraph a line, in a rich text box that never takes a text for anything
+// but plain text.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <deque>
+#include <string>
+
+#include "ui/conversation/chat_line.h"
+
+namespace conversation {
+
+class ChatText {
+ public:
+  ChatText() { ++open_; }
+  ~ChatText();
+  ChatText(const ChatText&) = delete;
+  ChatText& operator=(const ChatText&) = delete;
+
+  // A child of the window. Throws core::Err::OutOfMemory when the system gives none.
+  void Create(HWND parent);
+
+  HWND hwnd() const { return txtMsg; }
+
+  // At the end, in one colour, with the text hanging behind its head; scrolls to it. The cost does not depend on what
+  // is there already. The oldest lines go when there are too many.
+  void Append(const ChatLine& line, COLORREF colour);
+
+  void Clear();
+
+  // Line ends are CR LF.
+  std::string PlainText() const;
+
+  // The markup of a rich text file.
+  std::string RichText() const;
+
+  void ScrollPage(int command) { ::SendMessageA(txtMsg, WM_VSCROLL, static_cast<WPARAM>(command), 0); }
+
+ private:
+  // What one call of Append has added, and what it costs.
+  struct Entry {
+    LONG characters;
+    std::size_t cost;
+  };
+
+  int IndentOf(const std::string& head) const;
+  void SetColour(COLORREF colour);
+  void Insert(const std::string& paragraphs, LONG start, LONG offset);
+  void InsertPlain(const std::string& text);
+  void Account(const ChatLine& line);
+  bool TooMuch() const;
+  void Shed();
+  void MoveCaret(LONG from, LONG to);
+  LONG Caret() const;
+
+  // All open conversations share the memory.
+  static inline std::size_t open_ = 0, costOfAll_ = 0;
+
+  HWND txtMsg = nullptr;
+  std::deque<Entry> entries_;
+  std::size_t cost_ = 0;
+  LONG end_ = 0;
+};
+
+}  // namespace conversation

@@ -1,0 +1,307 @@
+#include "ui/conversation/frm_chat.h"
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/runtime_error.h"
+#include "core/text.h"
+#include "ui/conversation/chat_layout.h"
+#include "ui/conversation/chat_line.h"
+#include "ui/toolkit/paint_colour.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+using toolkit::Tw;
+using toolkit::Twips;
+
+constexpr int kFirstButton = 101;
+constexpr toolkit::ToolButton kButtons[] = {{'s', 3002, "&Send", res::kToolbarSend}};
+
+constexpr char kCaption[] = "Chating - Quillon";
+constexpr int kCaptionCode = 3001;
+
+// Leaves room in the datagram for the names and marks around the text.
+constexpr WPARAM kMaxText = 60000;
+
+constexpr DWORD kListStyle =
+    LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER | WS_TABSTOP | WS_CLIPSIBLINGS;
+constexpr DWORD kTypedStyle = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
+constexpr DWORD kStatStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
+
+bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
+
+void Place(HWND control, const Area& area) {
+  ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
+}
+
+RECT WindowRect(HWND hwnd) {
+  RECT rect{};
+  ::GetWindowRect(hwnd, &rect);
+  return rect;
+}
+
+}  // namespace
+
+FrmChat::FrmChat(const core::Roster& roster, const MainList& mainList, net::Messenger& messenger)
+    : mainList_(mainList), messenger_(messenger), participants_(roster, mainList.lvUsers), barTop_(kFirstBarTop) {}
+
+void FrmChat::Make(std::string_view participants) {
+  Create({.className = "frmChat"}, kCaption, {});
+  if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
+  CreateControls();
+  SetUpMenus();
+  participants_.AddUsers(participants);
+}
+
+void FrmChat::Load() {
+  SetLan();
+  core::RunPendingEvents();
+  if (!hwnd()) return;
+  MoveToSharedPlace();
+  UsersChanged();
+  LayOut();
+  PrepareMenus();
+}
+
+// In the order in which Tab visits them.
+void FrmChat::CreateControls() {
+  lvUsers.Attach(AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE), participants_.Rows(),
+                 toolkit::SharedPictures(res::Strip::Roster));
+  lvUsers.AddColumn(0, "User", 0);
+  txtMsg.Create(hwnd());
+  txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
+  ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
+  tbSnd.Create(hwnd(), kFirstButton, kButtons);
+  AnswersKeysOf(tbSnd);
+  cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
+  ::ShowWindow(cmdDSnd, SW_HIDE);
+  lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
+  status_.captionChanged = [this](const std::string& caption) { ::SetWindowTextA(lblStat, caption.c_str()); };
+  imgSep.Create(hwnd());
+  imgSep.within = [this](Twips top) { return BarTop(top); };
+  imgSep.moved = [this](Twips top) {
+    barTop_ = top;
+    LayOut();
+  };
+}
+
+void FrmChat::SetLan() {
+  if (core::CaptionsFromTable()) {
+    ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
+    tbSnd.SetLan();
+    ::SetWindowTextA(cmdDSnd, core::GetText(kButtons[0].textCode).c_str());
+    SetMenuCaptions();
+  }
+  UpdateStat();
+  LayOut();
+}
+
+// Off every screen (one was taken away since) nobody would find it.
+void FrmChat::MoveToSharedPlace() {
+  RECT place{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
+             Px(Twips{core::gChatTop + core::gChatHeight})};
+  if (!::MonitorFromRect(&place, MONITOR_DEFAULTTONULL)) {
+    const RECT work = toolkit::WorkAreaPixels();
+    ::OffsetRect(&place, work.left - place.left, work.top - place.top);
+  }
+  ::MoveWindow(hwnd(), place.left, place.top, place.right - place.left, place.bottom - place.top, FALSE);
+}
+
+void FrmChat::SavePos() const {
+  if (::IsIconic(hwnd())) return;
+  const RECT place = WindowRect(hwnd());
+  core::gChatLeft = Tw(place.left).value;
+  core::gChatTop = Tw(place.top).value;
+  core::gChatWidth = Tw(place.right - place.left).value;
+  core::gChatHeight = Tw(place.bottom - place.top).value;
+}
+
+Twips FrmChat::BarTop(Twips wanted) const {
+  const RECT window = WindowRect(hwnd());
+  return BarTopWithin(wanted, Tw(window.bottom - window.top));
+}
+
+void FrmChat::LayOut() {
+  RECT client{};
+  ::GetClientRect(hwnd(), &client);
+  const int sendHeight = tbSnd.Place(client.right);
+  SIZE send{};
+  ::SendMessageA(tbSnd.hwnd(), TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&send));
+  const ChatParts parts = ChatLayout({.width = client.right,
+                                      .height = client.bottom,
+                                      .barTop = Px(BarTop(barTop_)),
+                                      .sendWidth = send.cx,
+                                      .sendHeight = sendHeight,
+                                      .status = statVisible_},
+                                     toolkit::ScreenDpi());
+  Place(lvUsers.hwnd(), parts.users);
+  imgSep.Place({parts.bar.left, parts.bar.top, parts.bar.right, parts.bar.bottom});
+  Place(txtMsg.hwnd(), parts.conversation);
+  Place(txtSnd, parts.typed);
+  Place(tbSnd.hwnd(), parts.send);
+  Place(lblStat, parts.status);
+  ::ShowWindow(lblStat, statVisible_ ? SW_SHOWNA : SW_HIDE);
+  RECT list{};
+  ::GetClientRect(lvUsers.hwnd(), &list);
+  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right);
+}
+
+void FrmChat::LimitSize(MINMAXINFO& limits) const { limits.ptMinTrackSize = {Px(kChatMinWidth), Px(kChatMinHeight)}; }
+
+void FrmChat::ShowForTyping() {
+  Raise();
+  ::SetFocus(txtSnd);
+}
+
+void FrmChat::ShowForReading() {
+  Show(SW_SHOWNOACTIVATE);
+  Flash();
+}
+
+bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) {
+  if (!hwnd()) return false;
+  const std::string prefix = addTime_ ? core::TimeText() + ' ' : std::string();
+  if (!participants_.Takes(sender)) return false;
+  txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::PaintColour(colour));
+  Flash();
+  return true;
+}
+
+// Once, until the user has looked.
+void FrmChat::Flash() {
+  if (flashing_ || ::GetActiveWindow() == hwnd() || !::IsWindowVisible(hwnd())) return;
+  flashing_ = true;
+  FLASHWINFO flash{sizeof flash, hwnd(), FLASHW_TRAY | FLASHW_TIMERNOFG, 0, 0};
+  ::FlashWindowEx(&flash);
+}
+
+void FrmChat::AddUser(std::string_view name) {
+  if (!hwnd()) return;
+  participants_.AddUser(name);
+  UsersChanged();
+}
+
+void FrmChat::RemoveUser(std::string_view name) {
+  if (!hwnd()) return;
+  participants_.RemoveUser(name);
+  UsersChanged();
+}
+
+void FrmChat::UsersChanged() {
+  lvUsers.Sync();
+  UpdateStat();
+}
+
+void FrmChat::RefUserList() {
+  if (!hwnd()) return;
+  participants_.RefUserList();
+  lvUsers.Sync();
+}
+
+// A menu that nobody looks at is not worth rebuilding for each of a thousand newcomers: it is filled when it opens, and
+// then stays as it is until it closes.
+void FrmChat::RefListOfUsers() { usersOnlineStale_ = true; }
+
+void FrmChat::UpdateStat() { status_.SetCounts(participants_.CountsText()); }
+
+LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (imgSep.Handle(message, wParam, lParam)) return message == WM_SETCURSOR ? TRUE : 0;
+  switch (message) {
+    case WM_SIZE:
+      if (menu_ && wParam != SIZE_MINIMIZED) LayOut();
+      return 0;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE) flashing_ = false;
+      break;
+    case WM_SETFOCUS:
+      Window::Handle(message, wParam, lParam);
+      if (::GetFocus() == hwnd()) ::SetFocus(txtSnd);
+      return 0;
+    case WM_MOUSEWHEEL:
+      WheelTurned(wParam, lParam);
+      return 0;
+    case WM_INITMENUPOPUP:
+      MenuOpens(reinterpret_cast<HMENU>(wParam));
+      break;
+    case WM_COMMAND:
+      if (Commanded(LOWORD(wParam))) return 0;
+      break;
+    case WM_NOTIFY:
+      return Notified(lParam);
+    case WM_CLOSE:
+      Close();
+      return 0;
+    default:
+      break;
+  }
+  return Window::Handle(message, wParam, lParam);
+}
+
+bool FrmChat::Translate(MSG& message) {
+  const bool inText = message.hwnd == txtMsg.hwnd() || message.hwnd == txtSnd;
+  if (inText && message.message == WM_KEYDOWN && TranslateInText(message)) return true;
+  return Window::Translate(message);
+}
+
+// What a text box of several lines takes to be for a dialog box around it: it eats Enter and Tab, and asks the window
+// to close at Escape. The keys that turn pages turn those of the conversation, wherever the keyboard is.
+bool FrmChat::TranslateInText(const MSG& key) {
+  switch (key.wParam) {
+    case VK_ESCAPE:
+      return true;
+    case VK_RETURN:
+      Send();
+      return true;
+    case VK_TAB:
+      if (KeyDown(VK_CONTROL)) return false;
+      ::SetFocus(::GetNextDlgTabItem(hwnd(), key.hwnd, KeyDown(VK_SHIFT)));
+      return true;
+    case VK_PRIOR:
+    case VK_NEXT:
+      if (key.hwnd != txtSnd) return false;
+      txtMsg.ScrollPage(key.wParam == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
+      return true;
+    case 'A':
+      if (!KeyDown(VK_CONTROL) || KeyDown(VK_MENU)) return false;
+      ::SendMessageA(key.hwnd, EM_SETSEL, 0, -1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// What the conversation cannot use comes back from it.
+void FrmChat::WheelTurned(WPARAM wParam, LPARAM lParam) {
+  if (::GetFocus() != txtMsg.hwnd()) ::SendMessageA(txtMsg.hwnd(), WM_MOUSEWHEEL, wParam, lParam);
+}
+
+LRESULT FrmChat::Notified(LPARAM lParam) {
+  const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+  const bool listKey = header.hwndFrom == lvUsers.hwnd() && header.code == LVN_KEYDOWN;
+  if (listKey && reinterpret_cast<const NMLVKEYDOWN*>(lParam)->wVKey == VK_DELETE) mnuRemove_Click();
+  LRESULT result = 0;
+  lvUsers.Notify(header, lParam, result);
+  return result;
+}
+
+void FrmChat::Send() {
+  const std::string line = toolkit::TextOf(txtSnd);
+  if (core::Trim(line).empty()) return;
+  participants_.Send(line, messenger_);
+  ::SetWindowTextA(txtSnd, "");
+  ::SetFocus(txtSnd);
+}
+
+void FrmChat::Close() {
+  SavePos();
+  ::DestroyWindow(hwnd());
+}
+
+}  // namespace conversation

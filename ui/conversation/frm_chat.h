@@ -1,0 +1,121 @@
+// The chat window: one running conversation with its participants. Any number may be open.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/roster.h"
+#include "net/conversations.h"
+#include "net/messenger.h"
+#include "ui/conversation/chat_menu.h"
+#include "ui/conversation/chat_text.h"
+#include "ui/conversation/participants.h"
+#include "ui/conversation/splitter_bar.h"
+#include "ui/conversation/users_online.h"
+#include "ui/toolkit/cool_menu.h"
+#include "ui/toolkit/rows_view.h"
+#include "ui/toolkit/status_line.h"
+#include "ui/toolkit/toolbar.h"
+#include "ui/toolkit/window.h"
+
+namespace conversation {
+
+// The main window's list as chat windows see it: whom they can offer, and whom the user has selected there.
+struct MainList {
+  const toolkit::ListRows& lvUsers;
+  std::function<std::string()> selectedRecipients;  // names, each followed by a bar
+};
+
+class FrmChat : public toolkit::Window, public net::ChatWindow {
+ public:
+  FrmChat(const core::Roster& roster, const MainList& mainList, net::Messenger& messenger);
+
+  // Creates the window, hidden, with its participants (names parted by bars) in place. Throws core::Err::OutOfMemory
+  // when the desktop has no room for another window.
+  void Make(std::string_view participants);
+
+  // Makes it ready to be shown. Lets pending events run once, so it must be known to those who hand lines out.
+  void Load();
+
+  // In front, with the keyboard in the line to type: the user has asked for it.
+  void ShowForTyping();
+
+  // Somebody else has begun to chat: the window appears without taking the keyboard from what the user is doing.
+  void ShowForReading();
+
+  bool AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) override;
+  void RemoveUser(std::string_view name) override;
+  void RefUserList() override;
+  void RefListOfUsers() override;
+
+  void AddUser(std::string_view name);
+  bool IsUserPresent(std::string_view name) const { return participants_.IsUserPresent(name); }
+
+  // Stores the window's place, unless it is minimised, as the place of the next chat window.
+  void SavePos() const;
+
+  void SetLan();
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool Translate(MSG& message) override;
+  bool TranslateInText(const MSG& key);
+  void CreateControls();
+  void MoveToSharedPlace();
+  void LayOut();
+  void LimitSize(MINMAXINFO& limits) const;
+  toolkit::Twips BarTop(toolkit::Twips wanted) const;
+  void UsersChanged();
+  void UpdateStat();
+  void Flash();
+  void WheelTurned(WPARAM wParam, LPARAM lParam);
+  LRESULT Notified(LPARAM lParam);
+  void Send();
+  void Close();
+
+  // frm_chat_menus.cpp
+  void SetUpMenus();
+  void PrepareMenus();
+  void SetMenuCaptions();
+  void MenuOpens(HMENU menu);
+  bool Commanded(int id);
+  void Check(unsigned id, bool checked);
+  void mnuExportT_Click();
+  void mnuExportC_Click();
+  void mnuCLS_Click();
+  void mnuOnTop_Click();
+  void mnuViewStat_Click();
+  void mnuTime_Click();
+  void mnuAdd_Click();
+  void mnuUser_Click(std::size_t index);
+  void mnuRemove_Click();
+
+  struct Command {
+    unsigned id;
+    void (FrmChat::*run)();
+  };
+  static const Command kCommands[];
+
+  const MainList& mainList_;
+  net::Messenger& messenger_;
+  Participants participants_;
+  UsersOnline lstUsers;
+  bool usersOnlineStale_ = true;
+
+  toolkit::RowsView lvUsers;
+  SplitterBar imgSep;
+  ChatText txtMsg;
+  HWND txtSnd = nullptr, cmdDSnd = nullptr, lblStat = nullptr;
+  toolkit::Toolbar tbSnd;
+  toolkit::StatusLine status_;
+  toolkit::Twips barTop_;
+  bool statVisible_ = true, onTop_ = false, addTime_ = false;
+  bool flashing_ = false;
+
+  HMENU menu_ = nullptr;           // the window's, and destroyed with it
+  toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
+};
+
+}  // namespace conversation

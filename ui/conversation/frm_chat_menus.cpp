@@ -1,0 +1,137 @@
+// The chat window's menus: what each command does, and the list of the users online.
+#include "core/desktop.h"
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/text.h"
+#include "ui/conversation/clipboard.h"
+#include "ui/conversation/frm_chat.h"
+#include "ui/conversation/users_menu.h"
+#include "ui/toolkit/frm_save.h"
+#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/window_helpers.h"
+
+namespace conversation {
+namespace {
+
+using namespace chatmenu;
+
+constexpr int kExportCode = 3202;
+constexpr char kExportTitle[] = "Export Chat";
+
+toolkit::MenuStyle Style() { return core::gSafe ? toolkit::MenuStyle::Plain : toolkit::MenuStyle::OwnerDrawn; }
+
+}  // namespace
+
+void FrmChat::SetUpMenus() {
+  menu_ = toolkit::BuildMenu(kChatMenu, toolkit::MenuKind::Bar, Style()).release();
+  ::SetMenu(hwnd(), menu_);
+  Check(mnuViewStat, statVisible_);
+}
+
+void FrmChat::PrepareMenus() {
+  if (core::gSafe) return;
+  coolMenu_.Attach(hwnd());
+  coolMenu_.look.ilHandle = toolkit::SharedPictures(res::Strip::Menu);
+  coolMenu_.help.MenuHelp = [this](const std::string& text) { status_.ShowHelp(text); };
+  toolkit::TagPictures(kChatMenu, coolMenu_.imageTags);
+  coolMenu_.AddMenuBar();
+}
+
+void FrmChat::SetMenuCaptions() {
+  toolkit::TagPictures(kChatMenu, coolMenu_.imageTags);
+  coolMenu_.ChangeCaptions([this] { toolkit::SetCaptions(menu_, kChatMenu, Style()); });
+  ::DrawMenuBar(hwnd());
+}
+
+void FrmChat::MenuOpens(HMENU menu) {
+  const auto remove = toolkit::FindItem(menu_, mnuRemove);
+  if (!remove || remove->menu != menu) return;
+  const bool selected = participants_.Rows().SelectedCount() > 0;
+  ::EnableMenuItem(menu, mnuRemove, selected ? MF_ENABLED : MF_GRAYED);
+  if (!usersOnlineStale_) return;
+  usersOnlineStale_ = false;
+  if (!lstUsers.Take(mainList_.lvUsers)) return;
+  FillUsersMenu(menu, lstUsers.Names(), Style());
+  coolMenu_.Convert();
+}
+
+void FrmChat::Check(unsigned id, bool checked) { ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED); }
+
+const FrmChat::Command FrmChat::kCommands[] = {
+    {IDOK, &FrmChat::Send},  // of cmdDSnd
+    {mnuExportT, &FrmChat::mnuExportT_Click},
+    {mnuExportC, &FrmChat::mnuExportC_Click},
+    {mnuOnTop, &FrmChat::mnuOnTop_Click},
+    {mnuCLS, &FrmChat::mnuCLS_Click},
+    {mnuViewStat, &FrmChat::mnuViewStat_Click},
+    {mnuTime, &FrmChat::mnuTime_Click},
+    {mnuClose, &FrmChat::Close},
+    {mnuAdd, &FrmChat::mnuAdd_Click},
+    {mnuRemove, &FrmChat::mnuRemove_Click},
+};
+
+bool FrmChat::Commanded(int id) {
+  if (tbSnd.KeyOf(id)) return Send(), true;
+  const auto command = static_cast<unsigned>(id);
+  for (const Command& row : kCommands)
+    if (row.id == command) return (this->*row.run)(), true;
+  if (command < mnuUser) return false;
+  mnuUser_Click(command - mnuUser);
+  return true;
+}
+
+// Lines that arrive while the user looks for a place are saved too.
+void FrmChat::mnuExportT_Click() {
+  const std::string path = toolkit::AskSaveName(core::CaptionsFromTable() ? core::GetText(kExportCode) : kExportTitle);
+  if (!hwnd()) return;
+  const std::string lowerCase = core::LowerCase(path);
+  if (lowerCase.ends_with("txt")) core::WriteFileSafely(path, txtMsg.PlainText());
+  if (lowerCase.ends_with("rtf")) core::WriteFileSafely(path, txtMsg.RichText());
+}
+
+void FrmChat::mnuExportC_Click() { CopyText(hwnd(), txtMsg.RichText()); }
+
+void FrmChat::mnuOnTop_Click() {
+  onTop_ = !onTop_;
+  Check(mnuOnTop, onTop_);
+  toolkit::SetTopMost(hwnd(), onTop_);
+}
+
+void FrmChat::mnuCLS_Click() { txtMsg.Clear(); }
+
+void FrmChat::mnuViewStat_Click() {
+  statVisible_ = !statVisible_;
+  Check(mnuViewStat, statVisible_);
+  LayOut();
+}
+
+void FrmChat::mnuTime_Click() {
+  addTime_ = !addTime_;
+  Check(mnuTime, addTime_);
+}
+
+// Those whom the user has selected in the main window; groups stand for their present members.
+void FrmChat::mnuAdd_Click() {
+  const std::string selected = mainList_.selectedRecipients();
+  if (selected.empty()) return core::Beep();
+  participants_.AddUsers(selected);
+  UsersChanged();
+}
+
+// By its place in the list: what the caption shows of a name is not the name.
+void FrmChat::mnuUser_Click(std::size_t index) {
+  if (index < lstUsers.Names().size()) AddUser(lstUsers.Names()[index]);
+}
+
+void FrmChat::mnuRemove_Click() {
+  const toolkit::ListRows& rows = participants_.Rows();
+  std::vector<std::string> selected;
+  for (std::size_t i = 0; selected.size() < rows.SelectedCount(); ++i)
+    if (rows.At(i).selected) selected.push_back(rows.At(i).text);
+  for (const std::string& name : selected) participants_.RemoveUser(name);
+  UsersChanged();
+}
+
+}  // namespace conversation

@@ -1,0 +1,85 @@
+#include "ui/conversation/participants.h"
+
+#include <vector>
+
+#include "core/language.h"
+#include "core/log.h"
+#include "core/numbers.h"
+#include "core/text.h"
+#include "net/packet.h"
+#include "ui/conversation/recipients.h"
+
+namespace conversation {
+namespace {
+
+constexpr int kCountsWords = 3201;  // one | several | trailing word
+
+}  // namespace
+
+void Participants::AddUser(std::string_view name) {
+  const std::string added(name);
+  if (!Add(added)) return;
+  RefUserList();
+  core::WriteLog(added + " Added to chat window");
+}
+
+// The icons once, so that a selection of thousands does not refresh each of them thousands of times.
+void Participants::AddUsers(std::string_view list) {
+  std::vector<std::string_view> added;
+  for (const std::string_view name : core::BarFields(list))
+    if (Add(name)) added.push_back(name);
+  RefUserList();
+  for (const std::string_view name : added) core::WriteLog(std::string(name) + " Added to chat window");
+}
+
+bool Participants::Add(std::string_view name) {
+  if (name.empty() || IsUserPresent(name)) return false;
+  const int icon = IconOf(name);
+  rows_.Add({.text = std::string(name), .icon = icon, .smallIcon = icon, .key = core::LowerCase(name)});
+  return true;
+}
+
+void Participants::RemoveUser(std::string_view name) {
+  const toolkit::ListRow* row = rows_.FindKey(core::LowerCase(name));
+  if (!row) return;
+  const std::string removed(name);  // the caller's view may be into the row that goes
+  rows_.Remove(*row);
+  RefUserList();
+  core::WriteLog(removed + " Removed from chat window");
+}
+
+bool Participants::IsUserPresent(std::string_view name) const {
+  return rows_.FindKey(core::LowerCase(name)) != nullptr;
+}
+
+bool Participants::Takes(std::string_view sender) const { return IsUserPresent(sender) || IsUserPresent(kEverybody); }
+
+int Participants::IconOf(std::string_view name) const {
+  if (core::EqualIgnoringCase(name, kEverybody)) return kEverybodyIcon;
+  const bool present = online_.FindTextIgnoringCase(name) != nullptr;
+  return present && !roster_.IsBlocked(name) ? kUserIcon : kBlockedIcon;
+}
+
+void Participants::RefUserList() {
+  if (seen_ == Now()) return;
+  for (std::size_t i = 0; i < rows_.Count(); ++i) rows_.SetIcon(rows_.At(i), IconOf(rows_.At(i).text));
+  seen_ = Now();
+}
+
+void Participants::Send(std::string_view line, net::Messenger& messenger) const {
+  const std::string marked = net::kChatMark + std::string(line);
+  if (IsUserPresent(kEverybody)) return messenger.SendMsg(marked);
+  for (std::size_t i = 0; i < rows_.Count(); ++i) messenger.SendPrivate(rows_.At(i).text + ' ' + marked);
+}
+
+std::string Participants::CountsText() const {
+  const std::string words = core::GetText(kCountsWords);
+  return std::string(" ")
+      .append(core::PlainText(static_cast<std::int64_t>(rows_.Count())))
+      .append(" ")
+      .append(core::BarField(words, rows_.Count() == 1 ? 0 : 1))
+      .append(" ")
+      .append(core::BarField(words, 2));
+}
+
+}  // namespace conversation

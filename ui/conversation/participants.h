@@ -1,0 +1,64 @@
+// Who takes part in a conversation: the receive list of a chat window. Everybody, "(All)", is a participant among
+// others.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/roster.h"
+#include "net/messenger.h"
+#include "ui/toolkit/list_rows.h"
+
+namespace conversation {
+
+class Participants {
+ public:
+  // `online` are the rows of the main window's list.
+  Participants(const core::Roster& roster, const toolkit::ListRows& online) : roster_(roster), online_(online) {}
+
+  // At the end, unless present; logged. Nobody is called by the empty name, so it is not added.
+  void AddUser(std::string_view name);
+
+  // Every name between bars.
+  void AddUsers(std::string_view list);
+
+  // Takes a participant out, if present; logged.
+  void RemoveUser(std::string_view name);
+
+  bool IsUserPresent(std::string_view name) const;
+
+  // Whether the lines of this sender belong here.
+  bool Takes(std::string_view sender) const;
+
+  // The icon of every participant anew: everybody, present, or absent or blocked. A comparison when neither the
+  // participants nor the main window's list have changed since.
+  void RefUserList();
+
+  // A line to everybody when everybody takes part, else to each participant; to nobody when there is none.
+  void Send(std::string_view line, net::Messenger& messenger) const;
+
+  // " 2 users in this chat", in the language of the day.
+  std::string CountsText() const;
+
+  toolkit::ListRows& Rows() { return rows_; }
+  const toolkit::ListRows& Rows() const { return rows_; }
+
+ private:
+  struct Changes {
+    std::uint64_t own = 0, onlineSet = 0, onlineLook = 0;
+    friend bool operator==(const Changes&, const Changes&) = default;
+  };
+
+  bool Add(std::string_view name);
+  int IconOf(std::string_view name) const;
+  Changes Now() const { return {rows_.SetChanges(), online_.SetChanges(), online_.LookChanges()}; }
+
+  const core::Roster& roster_;
+  const toolkit::ListRows& online_;
+  toolkit::ListRows rows_;
+  Changes seen_;
+};
+
+}  // namespace conversation

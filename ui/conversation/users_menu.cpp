@@ -1,0 +1,66 @@
+#include "ui/conversation/users_menu.h"
+
+#include <algorithm>
+
+#include "ui/conversation/chat_menu.h"
+#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using namespace chatmenu;
+
+constexpr std::size_t kShownOfName = 40;
+constexpr char kMore[] = "...";
+
+// About the height of an entry, pixels at 100 %; as many entries as fit the screen make a column.
+constexpr int kEntryHeight = 24;
+
+std::size_t EntriesInColumn() {
+  const RECT work = toolkit::WorkAreaPixels();
+  return static_cast<std::size_t>(std::max<LONG>((work.bottom - work.top) / toolkit::Px(kEntryHeight) - 6, 8));
+}
+
+// A tab would part the name from a shortcut, other control bytes would show as boxes.
+std::string Shown(const std::string& name) {
+  std::string shown = name.substr(0, kShownOfName);
+  std::ranges::replace_if(
+      shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+  if (name.size() > kShownOfName) shown += kMore;
+  return toolkit::LiteralCaption(shown);
+}
+
+bool IsUserEntry(unsigned id) { return (id >= mnuUser && id < mnuUser + kMostOffered) || id == mnuMore; }
+
+void RemoveEntries(HMENU menu) {
+  for (int position = ::GetMenuItemCount(menu); position-- > 0;)
+    if (IsUserEntry(::GetMenuItemID(menu, position))) ::RemoveMenu(menu, static_cast<UINT>(position), MF_BYPOSITION);
+}
+
+void BreakColumn(HMENU menu, int position) {
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_FTYPE;
+  info.fType = MFT_STRING | MFT_MENUBARBREAK;
+  ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+}
+
+}  // namespace
+
+void FillUsersMenu(HMENU menu, const std::vector<std::string>& names, toolkit::MenuStyle style) {
+  RemoveEntries(menu);
+  const auto end = toolkit::FindItem(menu, mnuRemove);
+  int position = end ? end->position : ::GetMenuItemCount(menu);
+  const std::size_t offered = std::min(names.size(), kMostOffered), column = EntriesInColumn();
+  for (std::size_t i = 0; i < offered; ++i, ++position) {
+    toolkit::InsertCaption(menu, position, mnuUser + static_cast<unsigned>(i), Shown(names[i]), style);
+    if (i > 0 && i % column == 0) BreakColumn(menu, position);
+  }
+  if (offered == names.size()) return;
+  toolkit::InsertCaption(menu, position, mnuMore, kMore, style);
+  ::EnableMenuItem(menu, mnuMore, MF_BYCOMMAND | MF_GRAYED);
+}
+
+}  // namespace conversation
