@@ -50,9 +50,21 @@ class RegistryKey {
   HKEY key_ = nullptr;
 };
 
-std::string DateText() {
+SYSTEMTIME Now() {
+  SYSTEMTIME now{};
+  ::GetLocalTime(&now);
+  return now;
+}
+
+std::string ShortDate(const SYSTEMTIME& when) {
   char text[128];
-  const int size = ::GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text, sizeof text);
+  const int size = ::GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &when, nullptr, text, sizeof text);
+  return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
+}
+
+std::string LongTime(const SYSTEMTIME& when) {
+  char text[128];
+  const int size = ::GetTimeFormatA(LOCALE_USER_DEFAULT, 0, &when, nullptr, text, sizeof text);
   return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
 }
 
@@ -81,13 +93,12 @@ void PlayAlertSound(const std::string& key) {
   }
 }
 
-std::string ClockText() { return std::string(Trim(DateText() + " " + TimeText())); }
-
-std::string TimeText() {
-  char text[128];
-  const int size = ::GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text, sizeof text);
-  return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
+std::string ClockText() {
+  const SYSTEMTIME now = Now();  // asked once: midnight must not fall between the date and the time
+  return std::string(Trim(ShortDate(now) + " " + LongTime(now)));
 }
+
+std::string TimeText() { return LongTime(Now()); }
 
 std::string LogonName() {
   char name[400];
