@@ -44,16 +44,25 @@ void LoadLangConst(std::string& constant, int code) {
   if (std::string text = GetText(code); !text.empty()) constant = std::move(text);
 }
 
-}  // namespace
-
-void LoadLang() {
-  const std::string bytes = ReadFile(InProgramDirectory(kFileName));
-  std::string_view file = bytes;
+void ReadTable(std::string_view file) {
   gTable.ReadLangNames(file);
   const std::size_t column = FindLangCol();
   ++gGeneration;  // also when the reading fails half-way: the texts before the failure have changed
   gTable.ReadTexts(file, column);
   gLangCount = static_cast<std::int16_t>(gTable.LastEntry());
+}
+
+}  // namespace
+
+void LoadLang() {
+  const std::string bytes = ReadFile(InProgramDirectory(kFileName));
+  const LanguageTable former = gTable;
+  try {
+    ReadTable(bytes);
+  } catch (const RuntimeError&) {
+    if (gLangCount > 0) gTable = former;  // there was a whole table before
+    throw;
+  }
 }
 
 std::string GetText(int code) {

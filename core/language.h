@@ -8,7 +8,8 @@ namespace core {
 
 // Reads the table of gLanguage; a language that the file lacks becomes "English". Throws what goes wrong: a missing
 // file, a code that is no number (Err::TypeMismatch), a 202nd line or an 11th field (Err::SubscriptOutOfRange), and
-// Err::TypeMismatch after a box and a log line when the file has no English either.
+// Err::TypeMismatch after a box and a log line when the file has no English either. A file that fails after another one
+// was read leaves the texts of that one.
 void LoadLang();
 
 // The text of a code; empty when the code is unknown. The first unknown code of a run is reported in a box and in the

@@ -2,6 +2,7 @@
 
 #include "core/desktop.h"
 #include "core/start_up.h"
+#include "ui/toolkit/modal.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/window_helpers.h"
 
@@ -20,7 +21,7 @@ Application::Application()
 MainCommands Application::Commands() {
   return {.openComposer = [this](const std::string& recipients) { conversations_.OpenComposer(recipients); },
           .openChat = [this](const std::string& participants) { conversations_.StartChat(participants); },
-          .showOptions = [] {},
+          .showOptions = [this] { ShowOptions(false); },
           .showAbout = [this] { ShowAbout(); },
           .shutDown = [this] { core::ShutDown(*this); }};
 }
@@ -68,8 +69,27 @@ core::WindowPlace Application::Screen() {
   return {0, 0, screen.width.value, screen.height.value};
 }
 
-// The name is taken. Until the options dialog can ask for another one, start-up cannot go on.
-void Application::ShowOptionsAtStartUp() { core::ShutDown(*this); }
+void Application::ShowOptionsAtStartUp() { ShowOptions(true); }
+
+// The icon in the notification area can ask for the dialog while it is open.
+void Application::ShowOptions(bool atStartUp) {
+  if (frmOpt_) return frmOpt_->Raise();
+  frmOpt_ = std::make_shared<options::FrmOpt>(
+      *this,
+      options::OptCommands{.languageChanged = [this] { SetLan(); }, .shutDown = [this] { core::ShutDown(*this); }});
+  frmOpt_->onDestroyed = [this] { frmOpt_.reset(); };
+  frmOpt_->atStartUp = atStartUp;
+  frmOpt_->Load();
+  toolkit::RunModal(*frmOpt_);
+}
+
+void Application::SetLan() {
+  LoadMain();
+  frmMain_->SetLan();
+  conversations_.SetLan();
+  if (frmAbout_ && frmAbout_->hwnd()) frmAbout_->SetLan();
+  if (frmOpt_) frmOpt_->SetLan();
+}
 
 void Application::ShowTray() { frmMain_->ShowTray(); }
 

@@ -15,6 +15,7 @@
 #include "ui/main/frm_main.h"
 #include "ui/main/frm_splash.h"
 #include "ui/main/user_roster.h"
+#include "ui/options/frm_opt.h"
 
 namespace mainwindow {
 
@@ -39,6 +40,8 @@ class Application : public core::Program {
   MainCommands Commands();
   void DataArrived(std::string_view data);
   void ShowAbout();
+  void ShowOptions(bool atStartUp);
+  void SetLan();
 
   UserRoster users_;
   net::BroadcastSocket sktBC_;
@@ -48,6 +51,7 @@ class Application : public core::Program {
   std::shared_ptr<FrmMain> frmMain_;
   std::shared_ptr<FrmSplash> frmSplash_;
   std::shared_ptr<FrmAbout> frmAbout_;
+  std::shared_ptr<options::FrmOpt> frmOpt_;
 };
 
 }  // namespace mainwindow

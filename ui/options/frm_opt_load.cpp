@@ -1,0 +1,386 @@
+// The options dialog: making its controls and giving them their places.
+#include <algorithm>
+
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/runtime_error.h"
+#include "ui/options/drawn_images.h"
+#include "ui/options/frm_opt.h"
+#include "ui/options/frm_opt_parts.h"
+#include "ui/options/palette.h"
+#include "ui/toolkit/disk_folder.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/toolbar_keys.h"
+
+namespace options {
+namespace {
+
+using toolkit::Px;
+
+// Pixels at 100 %.
+constexpr int kPageWidth = 450, kPageHeight = 260, kMargin = 12, kGap = 4, kFieldHeight = 22;
+constexpr SIZE kSwatch{38, 30}, kPosition{36, 27};
+constexpr int kDropHeight = 200, kPreviewHeight = 84;
+
+// What the window is higher than its toolbars and a page together: its caption and frame.
+constexpr toolkit::Twips kExtraHeight{400};
+
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
+constexpr DWORD kSwatchListStyle = LVS_ICON | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
+constexpr DWORD kPosStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
+                            CCS_NOPARENTALIGN | CCS_NODIVIDER;
+
+// A screen name travels in every packet and stands in every roster; other users' names may come from anywhere.
+constexpr WPARAM kMostName = 64, kMostOtherName = 256;
+
+int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
+int FieldHeight() { return std::max(Px(kFieldHeight), LineHeight() + Px(6)); }
+int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label).c_str()).cx; }
+
+void Place(HWND control, int left, int top, int width, int height) {
+  ::MoveWindow(control, left, top, std::max(width, 0), std::max(height, 0), TRUE);
+}
+
+SIZE ClientOf(HWND window) {
+  RECT client{};
+  ::GetClientRect(window, &client);
+  return {client.right, client.bottom};
+}
+
+// The size that shows all buttons in one line.
+SIZE NaturalSize(HWND toolbar) {
+  const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
+  RECT last{};
+  ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
+  return {last.right, last.bottom + Px(2)};
+}
+
+SIZE NaturalSize(toolkit::Toolbar& toolbar) {
+  toolbar.Place(Px(2000));
+  return NaturalSize(toolbar.hwnd());
+}
+
+// The window is wide enough for all buttons side by side, and a toolbar without a width has already broken its line.
+void KeepInOneLine(HWND toolbar) {
+  const LONG_PTR style = ::GetWindowLongPtrA(toolbar, GWL_STYLE);
+  ::SetWindowLongPtrA(toolbar, GWL_STYLE, style & ~LONG_PTR{TBSTYLE_WRAPABLE});
+  for (WPARAM i = 0; i < static_cast<WPARAM>(::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0)); ++i) {
+    TBBUTTON button{};
+    ::SendMessageA(toolbar, TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
+    ::SendMessageA(toolbar, TB_SETSTATE, static_cast<WPARAM>(button.idCommand), button.fsState & ~TBSTATE_WRAP);
+  }
+}
+
+// Buttons of which one is pressed.
+void MakeRadio(HWND toolbar, int firstId, int count) {
+  for (int i = 0; i < count; ++i) {
+    TBBUTTONINFOA info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_STYLE;
+    info.fsStyle = BTNS_CHECKGROUP | BTNS_AUTOSIZE;
+    ::SendMessageA(toolbar, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId + i), reinterpret_cast<LPARAM>(&info));
+  }
+}
+
+std::string TextOr(int code, const char* builtIn) {
+  return core::CaptionsFromTable() ? core::GetText(code) : std::string(builtIn);
+}
+
+void AddIcon(HIMAGELIST list, res::Strip strip, int picture, int side) {
+  ::ImageList_ReplaceIcon(list, -1, toolkit::LoadPicture(strip, picture, side).get());
+}
+
+toolkit::ImageList SoundPictures() {
+  const int side = ::GetSystemMetrics(SM_CXSMICON);
+  toolkit::ImageList list(::ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 3, 0));
+  AddIcon(list.get(), res::Strip::Menu, res::kMenuBlock, side);
+  AddIcon(list.get(), res::Strip::Menu, res::kMenuAlert, side);
+  AddIcon(list.get(), res::Strip::Toolbar, res::kToolbarTest, side);
+  return list;
+}
+
+// None when the program's folder cannot be read: the sounds without a file are still to be had.
+std::vector<std::string> WaveFiles() {
+  std::vector<std::string> files;
+  try {
+    files = toolkit::ReadFolder(core::ProgramDirectory()).files;
+  } catch (const core::RuntimeError&) {
+    return files;
+  }
+  std::erase_if(files, [](const std::string& file) { return !toolkit::MatchesPattern(file, "*.wav"); });
+  return files;
+}
+
+// The sunken edges of the preview.
+void PaintPreview(HDC dc, const RECT& client) {
+  RECT area = client;
+  ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
+  ::DrawEdge(dc, &area, EDGE_SUNKEN, BF_RECT);
+}
+
+}  // namespace
+
+void FrmOpt::Load() {
+  const HWND active = ::GetActiveWindow();
+  Create({"frmOpt", kStyle, kExStyle, COLOR_BTNFACE}, "Options - Quillon", {}, active);
+  tbOpt.Create(hwnd(), kFirstPageButton, kPageButtons);
+  MakeRadio(tbOpt.hwnd(), kFirstPageButton, kPages);
+  CreatePages();
+  for (HWND& line : lines_) line = AddControl("STATIC", "", SS_ETCHEDHORZ);
+  TB.Create(hwnd(), kFirstCommandButton, kCommandButtons);
+  for (const toolkit::Toolbar* toolbar : {&tbOpt, &TB, &tbSnd, &tbSec, &tbGroups}) {
+    KeepInOneLine(toolbar->hwnd());
+    toolkit::GiveKeys(toolbar->hwnd());
+  }
+  SetLan();
+  PlaceWindow();
+  AddCols();
+  AddPos();
+  AddSnd();
+  AddGroups();
+  LayOut();
+  InputSets();
+  ShowPage(kUser);
+  ::SetFocus(txtName);
+}
+
+// In the order of the Tab key, as in each page.
+void FrmOpt::CreatePages() {
+  for (auto& page : picOpt) {
+    page = std::make_shared<Page>();
+    page->Load(hwnd(), "picOpt");
+  }
+  CreateUserPage();
+  CreateInterfacePage();
+  CreateSecurityPage();
+  CreateGroupsPage();
+}
+
+HWND FrmOpt::AddLabel(std::size_t page, std::size_t label) {
+  return lblcap[label] = picOpt[page]->AddControl("STATIC", kLabelTexts[label].text, kLabelStyle);
+}
+
+HWND FrmOpt::AddBox(std::size_t page, int id, WPARAM limit) {
+  const HWND box = picOpt[page]->AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id);
+  ::SendMessageA(box, EM_SETLIMITTEXT, limit, 0);
+  return box;
+}
+
+void FrmOpt::CreateUserPage() {
+  Page& page = *picOpt[kUser];
+  AddLabel(kUser, kNameLabel);
+  txtName = AddBox(kUser, kNameBox, kMostName);
+  AddLabel(kUser, kColourLabel);
+  lvCol = page.AddControl(WC_LISTVIEWA, "", kSwatchListStyle, WS_EX_CLIENTEDGE);
+  ListView_SetExtendedListViewStyle(lvCol, LVS_EX_DOUBLEBUFFER);
+  Frame1 = page.AddControl("BUTTON", "Prevew", BS_GROUPBOX | WS_CLIPSIBLINGS);
+  picPrevew = std::make_shared<Page>();
+  picPrevew->Load(page.hwnd(), "picPrevew");
+  picPrevew->paint = PaintPreview;
+  lblPrevew = picPrevew->AddControl("STATIC", "<UName>", SS_CENTER | SS_NOPREFIX | SS_ENDELLIPSIS);
+  ::SendMessageA(lblPrevew, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
+  picPrevew->Show();
+}
+
+void FrmOpt::CreateInterfacePage() {
+  Page& page = *picOpt[kInterface];
+  AddLabel(kInterface, kPositionLabel);
+  tbPos = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPosStyle, 0, 0, 0, 0, page.hwnd(), nullptr,
+                            ::GetModuleHandleA(nullptr), nullptr);
+  ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  toolkit::GiveKeys(tbPos);
+  AddLabel(kInterface, kHeightLabel);
+  lblHeight = page.AddControl("STATIC", "", kLabelStyle);
+  AddLabel(kInterface, kLanguageLabel);
+  CMBlang = page.AddControl("COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0, kLanguageBox);
+  for (const char* language : kLanguages) ::SendMessageA(CMBlang, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(language));
+  chkStartUp = page.AddControl("BUTTON", "&Run Quillon on StartUp", BS_AUTOCHECKBOX | WS_TABSTOP, 0, kStartUpBox);
+  AddLabel(kInterface, kSoundLabel);
+  imlSnd = SoundPictures();
+  lvSnd.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
+               imlSnd.get());
+  tbSnd.Create(page.hwnd(), kFirstSoundButton, kSoundButtons);
+}
+
+void FrmOpt::CreateSecurityPage() {
+  Page& page = *picOpt[kSecurity];
+  AddLabel(kSecurity, kBlockLabel);
+  txtBlock = AddBox(kSecurity, kBlockBox, kMostOtherName);
+  tbSec.Create(page.hwnd(), kFirstBlockButton, kBlockButtons);
+  lvBlock.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
+                 toolkit::SharedPictures(res::Strip::Roster));
+  cmdDAdd = page.AddControl("BUTTON", "", 0, 0, kBlockEnter);
+  ::ShowWindow(cmdDAdd, SW_HIDE);
+}
+
+void FrmOpt::CreateGroupsPage() {
+  Page& page = *picOpt[kGroups];
+  AddLabel(kGroups, kGroupsLabel);
+  txtGroups = AddBox(kGroups, kGroupBox, kMostOtherName);
+  tbGroups.Create(page.hwnd(), kFirstGroupButton, kGroupButtons);
+  tvGroups.Attach(page.AddControl(WC_TREEVIEWA, "", GroupTree::kStyle, WS_EX_CLIENTEDGE),
+                  toolkit::SharedPictures(res::Strip::Roster));
+  cmdGroups = page.AddControl("BUTTON", "<Enter Detect>", 0, 0, kGroupEnter);
+  ::ShowWindow(cmdGroups, SW_HIDE);
+}
+
+void FrmOpt::SetLan() {
+  if (core::CaptionsFromTable()) {
+    ::SetWindowTextA(hwnd(), core::GetText(2001).c_str());
+    tbOpt.SetLan();
+    TB.SetLan();
+    for (std::size_t i = 0; i < lblcap.size(); ++i)
+      if (const int code = kLabelTexts[i].textCode) ::SetWindowTextA(lblcap[i], core::GetText(code).c_str());
+    ::SetWindowTextA(Frame1, core::GetText(2010).c_str());
+    tbSnd.SetLan();
+    ::SetWindowTextA(chkStartUp, core::GetText(2014).c_str());
+    tbSec.SetLan();
+    tbGroups.SetLan();
+  }
+  tvGroups.SetRootText(TextOr(2201, "Groups"));
+  if (lvSnd.Count() > 1) {
+    lvSnd.SetText(0, TextOr(2202, "(Silent)"));
+    lvSnd.SetText(1, TextOr(2203, "(Beep)"));
+  }
+  LayOut();
+}
+
+void FrmOpt::AddCols() {
+  const SIZE size{Px(kSwatch.cx), Px(kSwatch.cy)};
+  const Scratch picBuf(size);
+  imlCol = picBuf.NewList(static_cast<int>(kPalette.size()));
+  ListView_SetImageList(lvCol, imlCol.get(), LVSIL_NORMAL);
+  for (std::size_t i = 0; i < kPalette.size(); ++i) {
+    picBuf.Add(imlCol.get(),
+               [colour = static_cast<COLORREF>(kPalette[i])](HDC dc, const RECT& box) { DrawSwatch(dc, box, colour); });
+    LVITEMA item{};
+    item.mask = LVIF_IMAGE | LVIF_PARAM;
+    item.iItem = static_cast<int>(i);
+    item.iImage = static_cast<int>(i);
+    item.lParam = kPalette[i];
+    ::SendMessageA(lvCol, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+  }
+}
+
+void FrmOpt::AddPos() {
+  while (::SendMessageA(tbPos, TB_DELETEBUTTON, 0, 0)) continue;
+  const Scratch picPos({Px(kPosition.cx), Px(kPosition.cy)});
+  toolkit::ImageList images = picPos.NewList(4);
+  for (int position = 1; position <= 4; ++position)
+    picPos.Add(images.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });
+  ::SendMessageA(tbPos, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
+  imlPos = std::move(images);
+  for (int i = 0; i < 4; ++i) {
+    TBBUTTON button{};
+    button.iBitmap = i;
+    button.idCommand = kFirstPosition + i;
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = BTNS_CHECKGROUP;
+    ::SendMessageA(tbPos, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+  }
+}
+
+void FrmOpt::AddSnd() {
+  const std::vector<std::string> lstWav = WaveFiles();
+  sounds_ = SoundsOf(TextOr(2202, "(Silent)"), TextOr(2203, "(Beep)"), lstWav);
+  lvSnd.Clear();
+  for (std::size_t i = 0; i < sounds_.size(); ++i)
+    lvSnd.Add(sounds_[i].text, static_cast<int>(std::min<std::size_t>(i, kWavePicture)));
+}
+
+void FrmOpt::AddGroups() { tvGroups.AddRoot(TextOr(2201, "Groups")); }
+
+// In the middle of the work area.
+void FrmOpt::PlaceWindow() {
+  const SIZE pages = NaturalSize(tbOpt), commands = NaturalSize(TB);
+  RECT frame{0, 0, std::max(Px(kPageWidth), static_cast<int>(std::max(pages.cx, commands.cx))), 0};
+  ::AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
+  const int width = frame.right - frame.left;
+  const int height = pages.cy + Px(kPageHeight) + commands.cy + Px(kExtraHeight);
+  const RECT area = toolkit::WorkAreaPixels();
+  const int left = area.left + std::max((static_cast<int>(area.right - area.left) - width) / 2, 0);
+  const int top = area.top + std::max((static_cast<int>(area.bottom - area.top) - height) / 2, 0);
+  ::MoveWindow(hwnd(), left, top, width, height, FALSE);
+}
+
+// The pages keep their height whatever frame the system gives the window; the margin at their lower end makes up for a
+// thick one, and the command bar lies above it.
+void FrmOpt::LayOut() {
+  const SIZE client = ClientOf(hwnd());
+  const int selector = tbOpt.Place(client.cx);
+  for (const auto& page : picOpt) Place(page->hwnd(), 0, selector, client.cx, Px(kPageHeight));
+  const int commands = TB.Place(client.cx);
+  ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.cy - commands, client.cx, commands, SWP_NOACTIVATE);
+  Place(lines_[0], 0, selector, client.cx, 2);
+  Place(lines_[1], 0, client.cy - commands - Px(3), client.cx, 2);
+  for (const HWND line : lines_) ::SetWindowPos(line, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  LayOutUser();
+  LayOutInterface();
+  LayOutList(kSecurity, lblcap[kBlockLabel], txtBlock, tbSec, lvBlock.hwnd());
+  LayOutList(kGroups, lblcap[kGroupsLabel], txtGroups, tbGroups, tvGroups.hwnd());
+  lvBlock.FitColumn();
+}
+
+void FrmOpt::LayOutUser() {
+  const SIZE page = ClientOf(picOpt[kUser]->hwnd());
+  const int margin = Px(kMargin), line = LineHeight(), fieldTop = margin + line + Px(kGap);
+  const int preview = (page.cx - 3 * margin) * 2 / 5, nameWidth = page.cx - 3 * margin - preview;
+  const int previewLeft = margin + nameWidth + margin, frameHeight = Px(kPreviewHeight);
+  Place(lblcap[kNameLabel], margin, margin, nameWidth, line);
+  Place(txtName, margin, fieldTop, nameWidth, FieldHeight());
+  Place(Frame1, previewLeft, margin, preview, frameHeight);
+  const int inner = Px(10), previewHeight = frameHeight - line - 2 * inner + Px(6);
+  Place(picPrevew->hwnd(), previewLeft + inner, margin + line + Px(4), preview - 2 * inner, previewHeight);
+  ::SetWindowPos(picPrevew->hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  Place(lblPrevew, Px(4), (previewHeight - line) / 2, preview - 2 * inner - 2 * Px(4), line);
+  const int colourTop = margin + frameHeight + Px(6), listTop = colourTop + line + Px(kGap);
+  Place(lblcap[kColourLabel], margin, colourTop, page.cx - 2 * margin, line);
+  Place(lvCol, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
+  const SIZE list = ClientOf(lvCol);
+  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4)) / 2);
+  ListView_Arrange(lvCol, LVA_DEFAULT);
+}
+
+void FrmOpt::LayOutInterface() {
+  const SIZE page = ClientOf(picOpt[kInterface]->hwnd());
+  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight();
+  const int column = (page.cx - 3 * margin) / 2, right = margin + column + margin;
+  int top = margin;
+  const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
+  Place(lblcap[kPositionLabel], margin, next(line, gap), column, line);
+  const SIZE positions = NaturalSize(tbPos);
+  Place(tbPos, margin, next(positions.cy, Px(8)), column, positions.cy);
+  const int height = WidthOf(lblcap[kHeightLabel]);
+  Place(lblcap[kHeightLabel], margin, top, height, line);
+  Place(lblHeight, margin + height + Px(6), next(line, Px(14)), column - height - Px(6), line);
+  Place(lblcap[kLanguageLabel], margin, next(line, gap), column, line);
+  Place(CMBlang, margin, next(FieldHeight(), Px(14)), column, Px(kDropHeight));
+  Place(chkStartUp, margin, next(FieldHeight(), 0), column, FieldHeight());
+
+  const SIZE test = NaturalSize(tbSnd);
+  const int listTop = margin + line + gap, testTop = Px(kPageHeight) - 2 * margin - test.cy;
+  Place(lblcap[kSoundLabel], right, margin, column, line);
+  Place(lvSnd.hwnd(), right, listTop, column, testTop - gap - listTop);
+  Place(tbSnd.hwnd(), right, testTop, test.cx, test.cy);
+  lvSnd.FitColumn();
+}
+
+// A label above its box, the toolbar beside both, the list below.
+void FrmOpt::LayOutList(std::size_t index, HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) {
+  const SIZE page = ClientOf(picOpt[index]->hwnd()), tools = NaturalSize(toolbar);
+  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight(), field = FieldHeight();
+  const int rowHeight = std::max(static_cast<int>(tools.cy), line + gap + field);
+  const int left = page.cx - margin - tools.cx, boxTop = margin + rowHeight - field;
+  Place(label, margin, boxTop - gap - line, left - 2 * margin, line);
+  Place(box, margin, boxTop, left - 2 * margin, field);
+  Place(toolbar.hwnd(), left, margin + rowHeight - tools.cy, tools.cx, tools.cy);
+  const int listTop = margin + rowHeight + Px(8);
+  Place(list, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
+}
+
+}  // namespace options

@@ -1,0 +1,82 @@
+// The parts of the options dialog: its toolbars, labels and texts as tables.
+#pragma once
+
+#include <windows.h>
+
+#include "res/pictures.h"
+#include "ui/toolkit/toolbar.h"
+
+namespace options {
+
+enum ControlId : int {
+  kFirstPageButton = 100,
+  kFirstCommandButton = 110,
+  kFirstSoundButton = 120,
+  kFirstBlockButton = 130,
+  kFirstGroupButton = 140,
+  kFirstPosition = 150,
+  kNameBox = 160,
+  kBlockBox,
+  kGroupBox,
+  kBlockEnter,
+  kGroupEnter,
+  kLanguageBox,
+  kStartUpBox,
+};
+
+inline constexpr toolkit::ToolButton kPageButtons[] = {
+    {'u', 2002, "&User", res::kToolbarUser},
+    {'i', 2003, "&Interface", res::kToolbarInterface},
+    {'s', 2004, "&Securety", res::kToolbarSecurity},
+    {'g', 2005, "&Groups", res::kToolbarGroups},
+};
+inline constexpr toolkit::ToolButton kCommandButtons[] = {
+    {'a', 2006, "&Accept", res::kToolbarAccept},
+    {'c', 2007, "&Close", res::kToolbarClose},
+};
+inline constexpr toolkit::ToolButton kSoundButtons[] = {{'t', 2013, "&Test", res::kToolbarTest}};
+inline constexpr toolkit::ToolButton kBlockButtons[] = {
+    {'a', 2016, "&Add", res::kToolbarAdd},
+    {'r', 2017, "&Remove", res::kToolbarRemove},
+};
+inline constexpr toolkit::ToolButton kGroupButtons[] = {
+    {'n', 2019, "&New", res::kToolbarNew},
+    {'a', 2020, "&Add", res::kToolbarAdd},
+    {'r', 2021, "&Remove", res::kToolbarRemove},
+};
+
+enum Label : std::size_t {
+  kColourLabel,
+  kNameLabel,
+  kPositionLabel,
+  kSoundLabel,
+  kHeightLabel,
+  kBlockLabel,
+  kGroupsLabel,
+  kLanguageLabel,
+  kLabels
+};
+inline constexpr struct {
+  const char* text;
+  int textCode;  // 0 = the same in every language
+} kLabelTexts[] = {
+    {"Screen Colour", 2008},
+    {"Screen Name", 2009},
+    {"New Message Position", 2011},
+    {"Play sound on new message?", 2012},
+    {"Alert height:", 2022},
+    {"Block Users", 2015},
+    {"Groups", 2018},
+    {"Language/Langage/Sprache/Lenguaje:", 0},
+};
+static_assert(std::size(kLabelTexts) == kLabels);
+
+// The languages to choose from, whatever the language file holds. The order is that of the questions in the file.
+inline constexpr const char* kLanguages[] = {"English",
+                                             "Fran\xE7"
+                                             "ais",
+                                             "Deutsch", "Espa\xF1ol"};
+
+enum SoundPicture : int { kSilencePicture, kBeepPicture, kWavePicture };
+
+}  // namespace options

@@ -1,0 +1,58 @@
+// The groups and their members as a tree. Three kinds of node: the root, a group, a member of the group above it.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "ui/options/groups.h"
+
+namespace options {
+
+enum class NodeKind : char { None = 0, Root = 'A', Group = 'G', User = 'U' };
+
+class GroupTree {
+ public:
+  // The style of the tree view to attach.
+  static constexpr DWORD kStyle =
+      TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
+
+  void Attach(HWND treeView, HIMAGELIST pictures);
+
+  HWND hwnd() const { return hwnd_; }
+
+  void AddRoot(const std::string& text);
+  void SetRootText(const std::string& text);
+
+  // Replaces all groups, each unfolded.
+  void Fill(const std::vector<Group>& groups);
+  std::vector<Group> Groups() const;
+  bool HasGroups() const { return FirstGroup() != nullptr; }
+
+  // Add a node and select it. False, and nothing is added, when there is one of exactly this text beside it already,
+  // or when a member has no group to go to.
+  bool AddGroup(const std::string& name);
+  bool AddMember(const std::string& name);  // to the selected group or the group of the selected member
+
+  NodeKind SelectedKind() const;
+  bool IsInGroup() const { return SelectedKind() == NodeKind::Group || SelectedKind() == NodeKind::User; }
+
+  // Removes the selected node with all below it and returns its text.
+  std::string RemoveSelected();
+
+ private:
+  HTREEITEM Insert(HTREEITEM parent, NodeKind kind, const std::string& text);
+  HTREEITEM FirstGroup() const { return TreeView_GetChild(hwnd_, root_); }
+  HTREEITEM Selected() const { return TreeView_GetSelection(hwnd_); }
+  NodeKind KindOf(HTREEITEM item) const;
+  std::string TextOf(HTREEITEM item) const;
+  bool HasChild(HTREEITEM parent, const std::string& text) const;
+  void Select(HTREEITEM item);
+
+  HWND hwnd_ = nullptr;
+  HTREEITEM root_ = nullptr;
+};
+
+}  // namespace options
