@@ -131,20 +131,3 @@ class KnownUser(unittest.TestCase):
         self.assertEqual((kind, text.rstrip("\0")), (1, "C:\\Quillon\\Quillon"))
         # The length is given without the closing zero; the system keeps that zero where it follows in memory.
         self.assertIn(size, (18, 19))
-
-
-class NameTaken(unittest.TestCase):
-    """Somebody else bears the configured screen name, in another case."""
-
-    def test_says_so_and_leaves(self):
-        rig = copies.Rig()
-        copy = rig.copy("anna").start()
-        rig.wire.wait_for("_anna|S/0")
-        rig.wire.send("ANNA|C/ 0")
-        box, text = copy.wait_for_box()
-        self.assertEqual((box.text, text),
-                         ("Quillon", "Your screen name is already in use on the network. Please choose another one."))
-        copy.probe.answer(box)
-        copy.process.wait(15)
-        self.assertEqual(copy.log()[-1], "Quillon unloaded")
-        self.assertEqual(rig.wire.texts("anna"), ["anna|L/"])

@@ -27,8 +27,8 @@ bool HasWindows() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
-  INITCOMMONCONTROLSEX controls{sizeof controls,
-                                ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS | ICC_STANDARD_CLASSES};
+  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS |
+                                                     ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES};
   ::InitCommonControlsEx(&controls);
   core::SetMessageFilter(toolkit::FilterMessage);
   mainwindow::Application application;
