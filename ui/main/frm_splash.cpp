@@ -1,5 +1,7 @@
 #include "ui/main/frm_splash.h"
 
+#include <algorithm>
+
 #include "core/globals.h"
 #include "core/splash_pulse.h"
 #include "ui/toolkit/pictures.h"
@@ -15,6 +17,7 @@ using toolkit::Twips;
 constexpr UINT_PTR kTimer1 = 1;
 
 constexpr int kPictureId = 1, kDotId = 2;
+constexpr char kDoing[] = "Synchronising Network Status";
 constexpr COLORREF kDotBackground = RGB(224, 224, 224), kVersionColour = RGB(128, 128, 128);
 constexpr Twips kWidth{3450}, kHeight{1050}, kDotSide{255}, kMargin{150};
 
@@ -25,15 +28,23 @@ toolkit::Font VersionFont() {
   return toolkit::Font(::CreateFontIndirectA(&font));
 }
 
+int TextLeft() { return Px(kMargin) + toolkit::PictureSize(res::Strip::Splash) + Px(kMargin); }
+
+// The designed width, or more where the user's font needs it.
+int WindowWidth() {
+  const int text = toolkit::MeasureText(toolkit::DialogFont(), kDoing).cx;
+  return std::max(Px(kWidth), TextLeft() + static_cast<int>(text) + Px(kMargin) + 2 * ::GetSystemMetrics(SM_CXBORDER));
+}
+
 }  // namespace
 
 void FrmSplash::Load() {
   const RECT area = toolkit::WorkAreaPixels();
-  const int width = Px(kWidth), height = Px(kHeight);
+  const int width = WindowWidth(), height = Px(kHeight);
   const toolkit::WindowStyle style{"frmSplash", WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW, COLOR_WINDOW};
   Create(style, "Quillon", {area.right - width, area.bottom - height, area.right, area.bottom});
   picture1_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kPictureId);
-  label_ = AddControl("STATIC", "Synchronising Network Status", SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  label_ = AddControl("STATIC", kDoing, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   picDot_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kDotId);
   lblVer_ = AddControl("STATIC", core::gVersion.c_str(), SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   versionFont_ = VersionFont();
@@ -46,7 +57,7 @@ void FrmSplash::PlaceControls() {
   RECT client{};
   ::GetClientRect(hwnd(), &client);
   const int picture = toolkit::PictureSize(res::Strip::Splash), margin = Px(kMargin), dot = Px(kDotSide);
-  const int textLeft = margin + picture + margin, line = Px(16), top = (client.bottom - Px(44)) / 2;
+  const int textLeft = TextLeft(), line = Px(16), top = (client.bottom - Px(44)) / 2;
   ::MoveWindow(picture1_, margin, (client.bottom - picture) / 2, picture, picture, FALSE);
   ::MoveWindow(label_, textLeft, top, client.right - textLeft - margin, line, FALSE);
   ::MoveWindow(picDot_, textLeft, top + Px(26), dot, dot, FALSE);
