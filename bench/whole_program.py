@@ -95,11 +95,20 @@ def _pace(rig, texts, per_second=1000):
         rig.wire.send(text)
 
 
+def _settle(rig, silence=1.0):
+    """Waits until the answers to what was sent have all been given."""
+    heard = -1
+    while heard != rig.wire.mark():
+        heard = rig.wire.mark()
+        time.sleep(silence)
+
+
 def _costs(rig, subjects, texts):
     """Processor microseconds per packet of each subject, all hearing the same packets at the same time."""
+    _settle(rig)
     before = [subject.cpu() for subject in subjects]
     _pace(rig, texts)
-    time.sleep(0.5)
+    _settle(rig)
     return [(subject.cpu() - start) / len(texts) * 1e6 for subject, start in zip(subjects, before)]
 
 
@@ -146,7 +155,6 @@ def _measure_packets(table, rig, quillon, bare):
     for users in (1000, 5000):
         _pace(rig, [f"user{number}|S/0" for number in range(known, users)], 1000)
         known = users
-        time.sleep(1)
         packets = [f"user{number % users}|S/{number % 3}" for number in range(3000)]
         newcomers = [f"new{users}-{number}|S/0" for number in range(3000)]
         leaving = [f"new{users}-{number}|L/" for number in range(3000)]
@@ -154,21 +162,16 @@ def _measure_packets(table, rig, quillon, bare):
             mine, least = _costs(rig, (quillon, bare), texts)
             table.beside(f"a packet, {name}, {users} users", "us", mine, least)
         _pace(rig, leaving, 1000)
-        time.sleep(1)
 
 
 def _measure_burst(table, rig, quillon):
     count = 5000
+    _settle(rig)
     start = rig.wire.mark()
     for number in range(count):
         rig.wire.send(f"burst{number}|S/0")
-    answers = 0
-    for _ in range(200):
-        time.sleep(0.1)
-        now = rig.wire.texts("anna", start).count("anna|S/0")
-        if now == answers and now:
-            break
-        answers = now
+    _settle(rig)
+    answers = rig.wire.texts("anna", start).count("anna|S/0")
     table.row(f"burst of {count} packets of {count} senders, listed", f"{count}", f"{answers}", answers == count)
 
 
