@@ -21,12 +21,14 @@ constexpr int kLargestDatagram = 65535;
 constexpr int kReceiveBuffer = 8 * 1024 * 1024;
 constexpr int kSendBuffer = 1024 * 1024;  // three answers to each of a crowd of newcomers
 
-// What one window message may read before other events get their chance. Messages of the socket are posted ones, and
-// Windows serves those before input, painting and timers: without a rest a steady stream of datagrams would freeze the
-// windows.
+// What one window message may read, in datagrams and time, and how often the other events get their chance. Messages of
+// the socket are posted ones, and Windows serves those before input, painting and timers: a steady stream of datagrams
+// would freeze the windows.
 constexpr int kMostPerMessage = 64;
 constexpr std::chrono::milliseconds kMostTime{8};
-constexpr UINT kRestTime = 10;  // milliseconds
+constexpr std::chrono::milliseconds kTurn{15};
+constexpr int kMostOthers = 64;  // timers and windows to paint in one turn
+constexpr UINT kRestTime = 10;   // milliseconds
 
 // Datagrams come in a crowd when the next message follows so soon, and while there is more than one to read. Only then
 // is the socket asked again and again until it is empty: in quiet times the second question would cost as much as the
@@ -178,12 +180,29 @@ bool BroadcastSocket::ReadOne() {
   return length >= 0 || ::WSAGetLastError() != WSAEWOULDBLOCK;
 }
 
-// Looks every few milliseconds only, because asking is not cheap.
+// Input must reach the loop that waits for it, which may be that of an open menu: the reading stops for a while. Timers
+// and painting are the same whoever dispatches them, and resting for each of the program's timers would cost half of
+// the speed. Looks now and then only, because asking is not cheap.
 void BroadcastSocket::LetOthersRun() {
-  if (lastRead_ - lastLook_ < kMostTime) return;
-  lastLook_ = lastRead_;
-  const bool othersWait = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER)) != 0;
-  if (othersWait) resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;
+  if (lastRead_ - lastTurn_ < kTurn) return;
+  const DWORD waiting = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER));
+  if (waiting & QS_INPUT)
+    resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;
+  else if (waiting != 0)
+    DispatchTimersAndPainting();
+  lastTurn_ = Clock::now();
+}
+
+void BroadcastSocket::DispatchTimersAndPainting() {
+  MSG message;
+  const auto next = [&message] {
+    return ::PeekMessageA(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE) ||
+           ::PeekMessageA(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
+  };
+  for (int i = 0; i < kMostOthers && next(); ++i) {
+    if (message.message == WM_QUIT) return ::PostQuitMessage(static_cast<int>(message.wParam));  // passes every filter
+    ::DispatchMessageA(&message);
+  }
 }
 
 void BroadcastSocket::EndRest() {

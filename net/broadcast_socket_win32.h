@@ -39,6 +39,7 @@ class BroadcastSocket : public DatagramPort {
   void Read();
   bool ReadOne();
   void LetOthersRun();
+  static void DispatchTimersAndPainting();
   void EndRest();
 
   Arrival arrival_;
@@ -49,7 +50,7 @@ class BroadcastSocket : public DatagramPort {
   bool winsockStarted_ = false;
   bool resting_ = false;
   int lastCount_ = 0;  // of datagrams that one message brought
-  Clock::time_point lastRead_{}, lastLook_{};
+  Clock::time_point lastRead_{}, lastTurn_{};
 };
 
 }  // namespace net

@@ -126,8 +126,11 @@ TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
   EXPECT_TRUE(Hear(kCrowd)) << heard.size();
 }
 
-// Posted messages come before timers: without the reader's rests no timer would be served while the flood lasts.
-TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
+int gTicks = 0;
+
+// Posted messages come before input and timers: left to itself, the socket would let neither be served while a flood
+// lasts.
+TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimersAndInput) {
   socket.Open(kPort);
   std::atomic<bool> stop = false;
   std::thread flood([&] {
@@ -140,19 +143,25 @@ TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
     ::closesocket(out);
   });
   onArrival = [] { ::Sleep(1); };  // slower than the flood
-  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, nullptr);
-  int ticks = 0;
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { ++gTicks; });
+  const HWND window =
+      ::CreateWindowExA(0, "BUTTON", "", WS_POPUP | WS_VISIBLE, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
   MSG message;
+  int place = 0, moves = 0;
   for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 1000;) {
+    const auto newPlace = static_cast<int>((::GetTickCount() - start) / 20);  // the mouse goes its way
+    if (newPlace != place) ::SetCursorPos(place = newPlace, 10);
     ::GetMessageA(&message, nullptr, 0, 0);
-    if (message.message == WM_TIMER && !message.hwnd) ++ticks;
+    if (message.hwnd == window && message.message == WM_MOUSEMOVE) ++moves;
     ::DispatchMessageA(&message);
   }
+  ::DestroyWindow(window);
   ::KillTimer(nullptr, timer);
   stop = true;
   flood.join();
   EXPECT_GT(heard.size(), 100u);
-  EXPECT_GT(ticks, 10);
+  EXPECT_GT(gTicks, 10);
+  EXPECT_GT(moves, 10);
 }
 
 }  // namespace
