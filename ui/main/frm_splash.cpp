@@ -59,7 +59,8 @@ void FrmSplash::PlaceControls() {
   const int picture = toolkit::PictureSize(res::Strip::Splash), margin = Px(kMargin), dot = Px(kDotSide);
   const int textLeft = TextLeft(), line = Px(16), top = (client.bottom - Px(44)) / 2;
   ::MoveWindow(picture1_, margin, (client.bottom - picture) / 2, picture, picture, FALSE);
-  ::MoveWindow(label_, textLeft, top, client.right - textLeft - margin, line, FALSE);
+  // Into the margin: the last letter may overhang what was measured.
+  ::MoveWindow(label_, textLeft, top, client.right - textLeft, line, FALSE);
   ::MoveWindow(picDot_, textLeft, top + Px(26), dot, dot, FALSE);
   ::MoveWindow(lblVer_, textLeft + dot + margin / 2, top + Px(28), client.right - textLeft - dot - margin, line, FALSE);
 }
