@@ -14,7 +14,7 @@ using toolkit::Twips;
 inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{2500};
 
 // The bar leaves two rows of the participants above it and the line being typed below it.
-inline constexpr Twips kLeastAboveBar{400}, kLeastBelowBar{1700}, kFirstBarTop{1000};
+inline constexpr Twips kLeastAboveBar{400}, kLeastBelowBar{1700}, kFirstBarTop{700};
 
 // Where the bar may stand in a window of that height, the frame included.
 constexpr Twips BarTopWithin(Twips wanted, Twips windowHeight) {

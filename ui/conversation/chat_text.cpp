@@ -21,15 +21,17 @@ constexpr DWORD kStyle =
 constexpr std::size_t kCostOfParagraph = 4000;
 constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + length * length * 6 / 10; }
 
-// The first bound holds some fifty thousand lines, more than anybody says in a day. The second keeps a hundred windows
-// that strangers fill with lines within what a 32-bit program can hold.
-constexpr std::size_t kMostOfOne = 400u << 20, kMostOfAll = 600u << 20;
+// The bound of one conversation holds some fifty thousand lines, more than anybody says in a day. This one keeps a
+// hundred windows that strangers fill with lines within what a 32-bit program can hold.
+constexpr std::size_t kMostOfAll = 600u << 20;
 
 // Beyond what those bounds let stand, so that the box never refuses a line.
 constexpr LPARAM kTextLimit = 256 << 20;
 
 // The box reads text that begins like this as markup, wherever it comes from.
 constexpr char kMarkupBegin = '{';
+
+constexpr int kMargin = 4;  // between text and frame, pixels at 100 %
 
 constexpr char kLineEnd[] = "\r\n";
 
@@ -68,7 +70,7 @@ class WithoutPainting {
   WithoutPainting& operator=(const WithoutPainting&) = delete;
   ~WithoutPainting() {
     ::SendMessageA(hwnd_, WM_SETREDRAW, TRUE, 0);
-    ::InvalidateRect(hwnd_, nullptr, FALSE);
+    ::RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);  // the scroll bar too
   }
 
  private:
@@ -83,14 +85,21 @@ ChatText::~ChatText() {
 }
 
 void ChatText::Create(HWND parent) {
-  txtMsg = ::CreateWindowExA(WS_EX_CLIENTEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
+  txtMsg = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                              ::GetModuleHandleA(nullptr), nullptr);
   if (!txtMsg) throw core::RuntimeError(core::Err::OutOfMemory);
   ::SendMessageA(txtMsg, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SendMessageA(txtMsg, EM_EXLIMITTEXT, 0, kTextLimit);
   ::SendMessageA(txtMsg, EM_SETUNDOLIMIT, 0, 0);
   ::SendMessageA(txtMsg, EM_AUTOURLDETECT, FALSE, 0);
-  ::SendMessageA(txtMsg, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(Px(3), Px(3)));
+}
+
+void ChatText::Place(const Area& area) {
+  ::MoveWindow(txtMsg, area.left, area.top, area.Width(), area.Height(), TRUE);
+  RECT text{};
+  ::GetClientRect(txtMsg, &text);
+  ::InflateRect(&text, -Px(kMargin), -Px(1));
+  ::SendMessageA(txtMsg, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
 }
 
 // A second paragraph of the same text stands under the first one's text: at the left edge it could pass for a line of
@@ -102,9 +111,8 @@ void ChatText::Append(const ChatLine& line, COLORREF colour) {
   {
     const WithoutPainting quiet(txtMsg);
     MoveCaret(end_, end_);
-    SetColour(colour);
-    Insert(line.paragraphs.front() + kLineEnd, 0, indent);
-    if (!rest.empty()) Insert(rest, indent, 0);
+    Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
+    if (!rest.empty()) Insert(rest, colour, indent, 0);
     Account(line);
     if (TooMuch()) Shed();
   }
@@ -128,7 +136,9 @@ int ChatText::IndentOf(const std::string& head) const {
   return std::min(width, most);
 }
 
-void ChatText::Insert(const std::string& paragraphs, LONG start, LONG offset) {
+// Every new paragraph begins in the colour of the box.
+void ChatText::Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset) {
+  SetColour(colour);
   PARAFORMAT format{};
   format.cbSize = sizeof format;
   format.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
@@ -169,7 +179,7 @@ void ChatText::Account(const ChatLine& line) {
 }
 
 // Where all together are too many, those with more than their share give way.
-bool ChatText::TooMuch() const { return cost_ > kMostOfOne || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_); }
+bool ChatText::TooMuch() const { return cost_ > most_ || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_); }
 
 // A quarter at a time, since the box must move all that stays.
 void ChatText::Shed() {

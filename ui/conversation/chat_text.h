@@ -8,13 +8,17 @@
 #include <deque>
 #include <string>
 
+#include "ui/conversation/area.h"
 #include "ui/conversation/chat_line.h"
 
 namespace conversation {
 
 class ChatText {
  public:
-  ChatText() { ++open_; }
+  // What the box needs at most for one conversation, bytes.
+  static constexpr std::size_t kMostOfOne = 400u << 20;
+
+  explicit ChatText(std::size_t most = kMostOfOne) : most_(most) { ++open_; }
   ~ChatText();
   ChatText(const ChatText&) = delete;
   ChatText& operator=(const ChatText&) = delete;
@@ -23,6 +27,8 @@ class ChatText {
   void Create(HWND parent);
 
   HWND hwnd() const { return txtMsg; }
+
+  void Place(const Area& area);
 
   // At the end, in one colour, with the text hanging behind its head; scrolls to it. The cost does not depend on what
   // is there already. The oldest lines go when there are too many.
@@ -47,7 +53,7 @@ class ChatText {
 
   int IndentOf(const std::string& head) const;
   void SetColour(COLORREF colour);
-  void Insert(const std::string& paragraphs, LONG start, LONG offset);
+  void Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset);
   void InsertPlain(const std::string& text);
   void Account(const ChatLine& line);
   bool TooMuch() const;
@@ -58,6 +64,7 @@ class ChatText {
   // All open conversations share the memory.
   static inline std::size_t open_ = 0, costOfAll_ = 0;
 
+  const std::size_t most_;
   HWND txtMsg = nullptr;
   std::deque<Entry> entries_;
   std::size_t cost_ = 0;

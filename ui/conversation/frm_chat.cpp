@@ -27,9 +27,11 @@ constexpr int kCaptionCode = 3001;
 // Leaves room in the datagram for the names and marks around the text.
 constexpr WPARAM kMaxText = 60000;
 
+constexpr ULONGLONG kQuietTime = 500;  // milliseconds
+
 constexpr DWORD kListStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER | WS_TABSTOP | WS_CLIPSIBLINGS;
-constexpr DWORD kTypedStyle = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
+constexpr DWORD kTypedStyle = ES_MULTILINE | ES_AUTOVSCROLL | WS_TABSTOP;
 constexpr DWORD kStatStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
 
 bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
@@ -78,7 +80,7 @@ void FrmChat::CreateControls() {
   tbSnd.Create(hwnd(), kFirstButton, kButtons);
   AnswersKeysOf(tbSnd);
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
-  ::ShowWindow(cmdDSnd, SW_HIDE);
+  ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10), Px(10), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
   status_.captionChanged = [this](const std::string& caption) { ::SetWindowTextA(lblStat, caption.c_str()); };
   imgSep.Create(hwnd());
@@ -140,7 +142,7 @@ void FrmChat::LayOut() {
                                      toolkit::ScreenDpi());
   Place(lvUsers.hwnd(), parts.users);
   imgSep.Place({parts.bar.left, parts.bar.top, parts.bar.right, parts.bar.bottom});
-  Place(txtMsg.hwnd(), parts.conversation);
+  txtMsg.Place(parts.conversation);
   Place(txtSnd, parts.typed);
   Place(tbSnd.hwnd(), parts.send);
   Place(lblStat, parts.status);
@@ -158,8 +160,15 @@ void FrmChat::ShowForTyping() {
 }
 
 void FrmChat::ShowForReading() {
+  shownAt_ = ::GetTickCount64();
   Show(SW_SHOWNOACTIVATE);
   Flash();
+}
+
+// Desktops other than Windows' own offer the keyboard to every window that appears, and the offer comes as a click on
+// its menu. A user is not that quick.
+bool FrmChat::DeclinesKeyboard(LPARAM lParam) const {
+  return LOWORD(lParam) == HTMENU && shownAt_ != 0 && ::GetTickCount64() - shownAt_ < kQuietTime;
 }
 
 bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) {
@@ -219,6 +228,9 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE) flashing_ = false;
+      break;
+    case WM_MOUSEACTIVATE:
+      if (DeclinesKeyboard(lParam)) return MA_NOACTIVATE;
       break;
     case WM_SETFOCUS:
       Window::Handle(message, wParam, lParam);

@@ -70,6 +70,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void UsersChanged();
   void UpdateStat();
   void Flash();
+  bool DeclinesKeyboard(LPARAM lParam) const;
   void WheelTurned(WPARAM wParam, LPARAM lParam);
   LRESULT Notified(LPARAM lParam);
   void Send();
@@ -113,6 +114,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   toolkit::Twips barTop_;
   bool statVisible_ = true, onTop_ = false, addTime_ = false;
   bool flashing_ = false;
+  ULONGLONG shownAt_ = 0;  // for reading, milliseconds since the system started; 0 = never
 
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode

@@ -1,0 +1,135 @@
+// Who takes part in a chat, and to whom its lines go.
+#include "ui/conversation/participants.h"
+
+#include <set>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/net/recording_network.h"
+#include "tests/support/desktop_test.h"
+#include "tests/support/fake_roster.h"
+#include "ui/conversation/users_online.h"
+
+namespace conversation {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class BlockingRoster : public support::FakeRoster {
+ public:
+  std::set<std::string> blockedNames;
+  mutable int asked = 0;
+  bool IsBlocked(std::string_view name) const override {
+    ++asked;
+    return blockedNames.contains(std::string(name));
+  }
+};
+
+class ParticipantsTest : public support::DesktopTest {
+ protected:
+  ParticipantsTest() {
+    core::gCurName = "me";
+    for (const char* name : {"(All)", "Anna", "bob", "(Friends)", "me"}) Online(name);
+  }
+
+  void Online(const char* name) { online.Add({.text = name, .key = name}); }
+
+  std::string List() const {
+    std::string list;
+    for (std::size_t i = 0; i < chat.Rows().Count(); ++i)
+      list += chat.Rows().At(i).text + '=' + std::to_string(chat.Rows().At(i).icon) + ' ';
+    return list;
+  }
+
+  std::string Logged() {
+    const std::string start = '"' + support::Desktop().clock + ' ';
+    std::string log = folder.Get("Log.txt");
+    for (std::size_t at; (at = log.find(start)) != std::string::npos;) log.erase(at, start.size());
+    return log;
+  }
+
+  const Texts& Sent(std::string_view line) {
+    port.sent.clear();
+    chat.Send(line, messenger);
+    return port.sent;
+  }
+
+  BlockingRoster roster;
+  toolkit::ListRows online;
+  Participants chat{roster, online};
+  support::RecordingPort port;
+  net::Messenger messenger{port};
+};
+
+TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
+  chat.AddUser("anna");
+  chat.AddUser("ANNA");
+  chat.AddUser("");
+  chat.AddUsers("|bob||Bob|(all)|gone|");
+  EXPECT_EQ(List(), "anna=2 bob=2 (all)=1 gone=3 ") << "everybody does not replace the others";
+  chat.RemoveUser("BOB");
+  chat.RemoveUser("nobody");
+  EXPECT_EQ(List(), "anna=2 (all)=1 gone=3 ");
+  EXPECT_EQ(Logged(),
+            "anna Added to chat window\"\r\nbob Added to chat window\"\r\n(all) Added to chat window\"\r\n"
+            "gone Added to chat window\"\r\nBOB Removed from chat window\"\r\n");
+}
+
+TEST_F(ParticipantsTest, TakesTheLinesOfItsOwn) {
+  EXPECT_FALSE(chat.Takes("anna"));
+  chat.AddUser("anna");
+  EXPECT_TRUE(chat.Takes("ANNA"));
+  EXPECT_FALSE(chat.Takes("bob"));
+  chat.AddUser("(All)");
+  EXPECT_TRUE(chat.Takes("bob"));
+}
+
+TEST_F(ParticipantsTest, IconsFollowPresenceAndBlocking) {
+  chat.AddUsers("anna|bob|zoe|");
+  EXPECT_EQ(List(), "anna=2 bob=2 zoe=3 ");
+  Online("Zoe");
+  roster.blockedNames = {"bob"};
+  chat.RefUserList();
+  EXPECT_EQ(List(), "anna=2 bob=3 zoe=2 ");
+  online.Remove(*online.FindText("Anna"));
+  chat.RefUserList();
+  EXPECT_EQ(List(), "anna=3 bob=3 zoe=2 ");
+  const int before = roster.asked;
+  for (int packet = 0; packet < 100; ++packet) chat.RefUserList();
+  EXPECT_EQ(roster.asked, before) << "nothing has changed";
+}
+
+TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
+  EXPECT_EQ(Sent("hi"), Texts{});
+  chat.AddUsers("anna|bob|");
+  EXPECT_EQ(Sent("  hi  "), (Texts{"me|P/\xDE  hi|anna", "me|P/\xDE  hi|bob"}));
+  chat.AddUser("(All)");
+  EXPECT_EQ(Sent("  hi  "), Texts{"me|M/\xDE  hi  "});
+}
+
+TEST_F(ParticipantsTest, CountsInTheLanguagesWords) {
+  folder.Put("Lang.con", "x,English\r\n3201,user|users|in this chat\r\n");
+  core::LoadLang();
+  EXPECT_EQ(chat.CountsText(), " 0 users in this chat");
+  chat.AddUser("anna");
+  EXPECT_EQ(chat.CountsText(), " 1 user in this chat");
+  folder.Put("Lang.con", "x,English\r\n3201,user\r\n");
+  core::LoadLang();
+  EXPECT_EQ(chat.CountsText(), " 1 user ");
+}
+
+TEST_F(ParticipantsTest, UsersOnlineAreAllButGroups) {
+  UsersOnline offered;
+  EXPECT_TRUE(offered.Take(online));
+  EXPECT_EQ(offered.Names(), (Texts{"(All)", "Anna", "bob", "me"}));
+  EXPECT_FALSE(offered.Take(online));
+  online.Remove(*online.FindText("(Friends)"));
+  EXPECT_FALSE(offered.Take(online)) << "the same names";
+  online.Remove(*online.FindText("Anna"));
+  Online("Anna");
+  EXPECT_TRUE(offered.Take(online)) << "in another order";
+  EXPECT_EQ(offered.Names(), (Texts{"(All)", "bob", "me", "Anna"}));
+}
+
+}  // namespace
+}  // namespace conversation

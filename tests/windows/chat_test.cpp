@@ -1,0 +1,455 @@
+// Chat windows as real windows, on a recorded network.
+#include <windows.h>
+#include <commctrl.h>
+#include <richedit.h>
+
+#include <algorithm>
+
+#include "core/desktop.h"
+#include "tests/windows/conversation_fixture.h"
+#include "tests/windows/object_count.h"
+#include "ui/conversation/chat_menu.h"
+#include "ui/conversation/chat_text.h"
+#include "ui/conversation/frm_chat.h"
+#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using support::ChildrenOf;
+using support::PlaceOf;
+using toolkit::Px;
+using toolkit::Tw;
+using toolkit::Twips;
+using Texts = std::vector<std::string>;
+using namespace chatmenu;
+
+constexpr std::int32_t kRed = 0x0000FF;
+
+std::size_t OpenWindowsCount() { return support::WindowsOf("frmChat").size(); }
+
+class ChatTest : public ConversationTest {
+ protected:
+  ChatTest() {
+    core::gSafe = 0;
+    core::gChatLeft = 1500;
+    core::gChatTop = 750;
+    core::gChatWidth = 4500;
+    core::gChatHeight = 6000;
+    for (const char* name : {"(All)", "anna", "-bob", "#x", "a&b", "(Friends)"})
+      mainList.Add({.text = name, .icon = 2, .key = name});
+  }
+
+  void Open(const char* participants) {
+    chat = windows.StartChat(participants);
+    core::RunPendingEvents();
+  }
+
+  HWND hwnd() const { return chat->hwnd(); }
+  HWND txtMsg() const { return ChildrenOf(hwnd(), "RichEdit20A").at(0); }
+  HWND txtSnd() const { return ChildrenOf(hwnd(), "Edit").at(0); }
+  HWND lvUsers() const { return ChildrenOf(hwnd(), "SysListView32").at(0); }
+  HWND lblStat() const { return ChildrenOf(hwnd(), "Static").at(0); }
+  std::string Conversation() const { return support::TextOf(txtMsg()); }
+
+  void Choose(unsigned command) const { ::SendMessageA(hwnd(), WM_COMMAND, command, 0); }
+
+  // The Users menu as it stands after opening.
+  HMENU UsersMenu() const {
+    const auto remove = toolkit::FindItem(::GetMenu(hwnd()), mnuRemove);
+    ::SendMessageA(hwnd(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(remove->menu), 1);
+    return remove->menu;
+  }
+
+  void SelectRow(int row) const { ListView_SetItemState(lvUsers(), row, LVIS_SELECTED, LVIS_SELECTED); }
+
+  // Of the character at this place.
+  COLORREF ColourAt(LONG at) const {
+    CHARRANGE range{at, at + 1};
+    ::SendMessageA(txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    CHARFORMATA format{};
+    format.cbSize = sizeof format;
+    ::SendMessageA(txtMsg(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    return format.crTextColor;
+  }
+
+  PARAFORMAT ParagraphAt(LONG at) const {
+    CHARRANGE range{at, at};
+    ::SendMessageA(txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    PARAFORMAT format{};
+    format.cbSize = sizeof format;
+    ::SendMessageA(txtMsg(), EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+    return format;
+  }
+
+  static LONG WidthOf(const char* text) { return Tw(toolkit::MeasureText(toolkit::DialogFont(), text).cx).value; }
+
+  std::shared_ptr<FrmChat> chat;
+};
+
+TEST_F(ChatTest, OpensAtTheSharedPlaceWithItsParticipants) {
+  Open("|anna|zoe|");
+  const RECT place = PlaceOf(hwnd());
+  EXPECT_EQ(place.left, Px(Twips{1500}));
+  EXPECT_EQ(place.top, Px(Twips{750}));
+  EXPECT_EQ(place.right, Px(Twips{6000}));
+  EXPECT_EQ(place.bottom, Px(Twips{6750}));
+  EXPECT_EQ(support::TextOf(hwnd()), "Chating - Quillon");
+  EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "zoe"}));
+  EXPECT_EQ(support::TextOf(lblStat()), " 2 users in this chat");
+  EXPECT_EQ(::GetFocus(), txtSnd());
+  const std::string log = core::ReadFile(LogFile());
+  EXPECT_NE(log.find(" anna Added to chat window\"\r\n"), std::string::npos) << log;
+  Open("");
+  EXPECT_EQ(support::RowTexts(lvUsers()), Texts{}) << "the user may ask for an empty one";
+}
+
+TEST_F(ChatTest, AWindowFromTheNetworkTakesNothingFromTheUser) {
+  Open("anna|");
+  const HWND focus = ::GetFocus();
+  const auto other = windows.OpenChat("|zoe");
+  for (int i = 0; i < 20; ++i, ::Sleep(10)) core::RunPendingEvents();
+  ASSERT_NE(other, nullptr);
+  EXPECT_TRUE(::IsWindowVisible(static_cast<FrmChat&>(*other).hwnd()));
+  EXPECT_EQ(::GetFocus(), focus);
+  EXPECT_EQ(windows.ChatWindows().size(), 2u);
+  EXPECT_EQ(windows.OpenChat("|"), nullptr) << "it would refuse its first line";
+}
+
+TEST_F(ChatTest, TheNetworkOpensNoMoreThanItMay) {
+  for (std::size_t i = 0; i < OpenWindows::kMostChats + 5; ++i) windows.OpenChat("|user" + std::to_string(i));
+  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMostChats);
+  Open("anna|");
+  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMostChats + 1) << "the user may";
+}
+
+TEST_F(ChatTest, ALineHangsBehindItsSenderInHisColour) {
+  Open("anna|");
+  EXPECT_FALSE(chat->AddMsg("hi", "zoe", 0));
+  EXPECT_TRUE(chat->AddMsg("hi", "ANNA", kRed));
+  EXPECT_TRUE(chat->AddMsg("a\r\nb", "anna", static_cast<std::int32_t>(0x80000000u + COLOR_WINDOWTEXT)));
+  EXPECT_EQ(Conversation(), "ANNA:\thi\r\nanna:\ta\r\nb\r\n");
+  CHARRANGE caret{};
+  ::SendMessageA(txtMsg(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+  EXPECT_EQ(caret.cpMin, 19);
+  EXPECT_EQ(caret.cpMax, 19);
+  EXPECT_EQ(ColourAt(0), 0x0000FFu);
+  EXPECT_EQ(ColourAt(7), 0x0000FFu);
+  EXPECT_EQ(ColourAt(10), ::GetSysColor(COLOR_WINDOWTEXT));
+  EXPECT_EQ(ColourAt(17), ::GetSysColor(COLOR_WINDOWTEXT)) << "of the second paragraph";
+  const PARAFORMAT first = ParagraphAt(0), second = ParagraphAt(10), third = ParagraphAt(17);
+  EXPECT_EQ(first.dxStartIndent, 0);
+  EXPECT_EQ(first.dxOffset, WidthOf("ANNA: "));
+  EXPECT_EQ(first.cTabCount, 1);
+  EXPECT_EQ(first.rgxTabs[0] & 0xFFFFFF, WidthOf("ANNA: "));
+  EXPECT_EQ(second.dxOffset, WidthOf("anna: "));
+  EXPECT_EQ(third.dxStartIndent, WidthOf("anna: ")) << "where the text of the first paragraph stands";
+}
+
+TEST_F(ChatTest, ALongNameLeavesRoomForTheText) {
+  Open("(All)|");
+  chat->AddMsg("hi", std::string(500, 'W'), 0);
+  const RECT box = PlaceOf(txtMsg());
+  EXPECT_LE(ParagraphAt(0).dxOffset, Tw((box.right - box.left) / 2).value);
+}
+
+// The box reads texts that begin like a rich text file as one.
+TEST_F(ChatTest, MarkupStaysText) {
+  Open("(All)|");
+  const std::string markup = "{\\rtf1\\ansi{\\b bold} {\\field{\\*\\fldinst HYPERLINK \"http://x\"}}}";
+  chat->AddMsg(markup, markup, 0);
+  chat->AddMsg("x\r\n" + markup, "anna", 0);
+  EXPECT_EQ(Conversation(), markup + ":\t" + markup + "\r\nanna:\tx\r\n" + markup + "\r\n");
+  EXPECT_FALSE(::SendMessageA(txtMsg(), EM_GETAUTOURLDETECT, 0, 0));
+}
+
+TEST_F(ChatTest, TimeIsAddedWhileChecked) {
+  Open("anna|");
+  Choose(mnuTime);
+  chat->AddMsg("one", "anna", 0);
+  Choose(mnuTime);
+  chat->AddMsg("two", "anna", 0);
+  const std::string text = Conversation(), rest = " anna:\tone\r\nanna:\ttwo\r\n";
+  ASSERT_TRUE(text.ends_with(rest)) << text;
+  EXPECT_EQ(text.size() - rest.size(), core::TimeText().size()) << text;
+  Choose(mnuCLS);
+  EXPECT_EQ(Conversation(), "");
+  chat->AddMsg("three", "anna", kRed);
+  EXPECT_EQ(Conversation(), "anna:\tthree\r\n");
+  EXPECT_EQ(ColourAt(0), 0x0000FFu);
+}
+
+TEST_F(ChatTest, SendsByKeyButtonAndToolbar) {
+  Open("anna|-bob|");
+  ::SetWindowTextA(txtSnd(), "   ");
+  support::FilterKey(txtSnd(), WM_KEYDOWN, VK_RETURN);
+  EXPECT_EQ(port.sent, Texts{});
+  EXPECT_EQ(support::TextOf(txtSnd()), "   ");
+  ::SetWindowTextA(txtSnd(), "one");
+  support::FilterKey(txtSnd(), WM_KEYDOWN, VK_RETURN);
+  ::SetFocus(lvUsers());
+  ::SetWindowTextA(txtSnd(), "two");
+  ::SendMessageA(ChildrenOf(hwnd(), "Button").at(0), BM_CLICK, 0, 0);
+  EXPECT_EQ(::GetFocus(), txtSnd());
+  chat->AddUser("(All)");
+  ::SetWindowTextA(txtSnd(), "three");
+  support::ClickToolButton(hwnd(), 0);
+  EXPECT_EQ(port.sent, (Texts{"me|P/\xDEone|anna", "me|P/\xDEone|-bob", "me|P/\xDEtwo|anna", "me|P/\xDEtwo|-bob",
+                              "me|M/\xDEthree"}));
+  EXPECT_EQ(support::TextOf(txtSnd()), "");
+  EXPECT_EQ(Conversation(), "") << "the own line comes back from the network or not at all";
+}
+
+TEST_F(ChatTest, KeysOfTheTextBoxes) {
+  Open("anna|");
+  for (const HWND stop : {lvUsers(), txtMsg(), txtSnd()}) {
+    support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB);
+    EXPECT_EQ(::GetFocus(), stop);
+  }
+  support::FilterKey(txtSnd(), WM_KEYDOWN, VK_TAB, VK_SHIFT);
+  EXPECT_EQ(::GetFocus(), txtMsg());
+  for (const HWND text : {txtMsg(), txtSnd()}) support::FilterKey(text, WM_KEYDOWN, VK_ESCAPE);
+  core::RunPendingEvents();
+  EXPECT_EQ(OpenWindowsCount(), 1u);
+  SelectRow(0);
+  ::SetFocus(lvUsers());
+  ::SendMessageA(lvUsers(), WM_KEYDOWN, VK_DELETE, 0);
+  EXPECT_EQ(support::RowTexts(lvUsers()), Texts{});
+  EXPECT_EQ(support::TextOf(lblStat()), " 0 users in this chat");
+}
+
+TEST_F(ChatTest, MenusStandInOrder) {
+  Open("anna|");
+  Texts captions;
+  for (const toolkit::MenuRow& row : kChatMenu) {
+    const auto place = toolkit::FindItem(::GetMenu(hwnd()), row.id);
+    ASSERT_TRUE(place.has_value()) << row.caption;
+    char text[100] = "";
+    ::GetMenuStringA(place->menu, static_cast<UINT>(place->position), text, sizeof text, MF_BYPOSITION);
+    EXPECT_STREQ(text, row.caption);
+  }
+  EXPECT_EQ(toolkit::FindItem(::GetMenu(hwnd()), mnuView)->position, 0);
+  EXPECT_EQ(toolkit::FindItem(::GetMenu(hwnd()), mnuClose)->position, 9);
+}
+
+Texts UserCaptions(HMENU menu) {
+  Texts captions;
+  for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+    char text[100] = "";
+    ::GetMenuStringA(menu, static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
+    if (::GetMenuItemID(menu, i) >= mnuUser) captions.emplace_back(text);
+  }
+  return captions;
+}
+
+TEST_F(ChatTest, UsersOnlineStandBetweenTheirHeadAndRemove) {
+  core::gSafe = 1;
+  Open("anna|");
+  const HMENU menu = UsersMenu();
+  EXPECT_EQ(UserCaptions(menu), (Texts{"(All)", "anna", "-bob", "#x", "a&&b"}));
+  EXPECT_EQ(toolkit::FindItem(menu, mnuRemove)->position, ::GetMenuItemCount(menu) - 1);
+  for (unsigned entry = 1; entry < 5; ++entry) Choose(mnuUser + entry);
+  Choose(mnuUser + 5);  // none
+  EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "-bob", "#x", "a&b"}));
+}
+
+TEST_F(ChatTest, AnOpenUsersMenuKeepsItsEntries) {
+  Open("anna|");
+  const HMENU menu = UsersMenu();
+  mainList.Remove(*mainList.FindText("anna"));
+  chat->RefListOfUsers();
+  EXPECT_EQ(UserCaptions(menu).size(), 5u);
+  Choose(mnuUser + 2);
+  EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "-bob"})) << "the name that the entry showed";
+  EXPECT_EQ(UserCaptions(UsersMenu()).size(), 4u);
+}
+
+TEST_F(ChatTest, ThousandsOfUsersOnlineDoNotFloodTheMenu) {
+  for (int i = 0; i < 5000; ++i) mainList.Add({.text = "user" + std::to_string(i)});
+  mainList.Add({.text = std::string(60000, 'n')});
+  Open("anna|");
+  const HMENU menu = UsersMenu();
+  EXPECT_EQ(UserCaptions(menu).size(), kMostOffered);
+  EXPECT_TRUE(toolkit::FindItem(menu, mnuMore).has_value());
+  selected = "user4711|user4712|";
+  Choose(mnuAdd);
+  EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "user4711", "user4712"}));
+}
+
+TEST_F(ChatTest, ViewOptions) {
+  Open("anna|");
+  const auto topmost = [this] { return (::GetWindowLongPtrA(hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+  const auto checked = [this](unsigned id) {
+    return (::GetMenuState(::GetMenu(hwnd()), id, MF_BYCOMMAND) & MF_CHECKED) != 0;
+  };
+  Choose(mnuOnTop);
+  EXPECT_TRUE(topmost());
+  EXPECT_TRUE(checked(mnuOnTop));
+  Choose(mnuOnTop);
+  EXPECT_FALSE(topmost());
+  EXPECT_FALSE(checked(mnuOnTop));
+  EXPECT_TRUE(checked(mnuViewStat));
+  const LONG bottom = PlaceOf(txtSnd()).bottom;
+  Choose(mnuViewStat);
+  EXPECT_FALSE(::IsWindowVisible(lblStat()));
+  EXPECT_FALSE(checked(mnuViewStat));
+  EXPECT_GT(PlaceOf(txtSnd()).bottom, bottom);
+}
+
+TEST_F(ChatTest, HelpTextsReplaceTheCountsForAMoment) {
+  Open("anna|");
+  const auto clear = toolkit::FindItem(::GetMenu(hwnd()), mnuCLS);
+  ::SendMessageA(hwnd(), WM_MENUSELECT, MAKEWPARAM(mnuCLS, MF_HILITE), reinterpret_cast<LPARAM>(clear->menu));
+  EXPECT_EQ(support::TextOf(lblStat()), "Clear the chat dialog");
+  ::SendMessageA(hwnd(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
+  EXPECT_EQ(support::TextOf(lblStat()), " 1 user in this chat");
+}
+
+std::string ClipboardText() {
+  ::OpenClipboard(nullptr);
+  const HANDLE data = ::GetClipboardData(CF_TEXT);
+  const std::string text = data ? static_cast<const char*>(::GlobalLock(data)) : "(none)";
+  if (data) ::GlobalUnlock(data);
+  ::CloseClipboard();
+  return text;
+}
+
+std::string gSaveAs;
+
+// Answers the dialog, which runs a message loop of its own.
+void CALLBACK Save(HWND, UINT, UINT_PTR timer, DWORD) {
+  const auto dialogs = support::WindowsOf("frmSave");
+  if (dialogs.empty()) return;
+  ::KillTimer(nullptr, timer);
+  EXPECT_EQ(support::TextOf(dialogs[0]), "Export Chat");
+  const bool rich = gSaveAs.ends_with("rtf");
+  const HWND type = ChildrenOf(dialogs[0], "ComboBox").back();
+  ::SendMessageA(type, CB_SETCURSEL, rich ? 1 : 0, 0);
+  ::SendMessageA(dialogs[0], WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(type), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(type));
+  ::SetWindowTextA(ChildrenOf(dialogs[0], "Edit").at(0), gSaveAs.c_str());
+  for (const HWND button : ChildrenOf(dialogs[0], "Button"))
+    if (support::TextOf(button) == "&Save") ::PostMessageA(button, BM_CLICK, 0, 0);
+}
+
+TEST_F(ChatTest, ExportsTextMarkupAndClipboard) {
+  Open("anna|");
+  chat->AddMsg("caf\xE9 {\\b} \r\nsecond", "anna", kRed);
+  for (const char* name : {"chat.txt", "chat.rtf"}) {
+    gSaveAs = core::InProgramDirectory(name);
+    ::SetTimer(nullptr, 0, 20, Save);
+    Choose(mnuExportT);
+  }
+  const std::string text = core::ReadFile(core::InProgramDirectory("chat.txt")), markup = core::ReadFile(gSaveAs);
+  EXPECT_EQ(text, "anna:\tcaf\xE9 {\\b} \r\nsecond\r\n");
+  EXPECT_TRUE(markup.starts_with("{\\rtf1")) << markup;
+  EXPECT_NE(markup.find("\\red255\\green0\\blue0;"), std::string::npos) << markup;
+  EXPECT_NE(markup.find("caf\\'e9 \\{\\\\b\\}"), std::string::npos) << markup;
+  Choose(mnuExportC);
+  EXPECT_EQ(ClipboardText(), markup.c_str());
+  for (const char* name : {"chat.txt", "chat.rtf"}) ::DeleteFileA(core::InProgramDirectory(name).c_str());
+}
+
+TEST_F(ChatTest, TheBarIsDraggedWithinItsBounds) {
+  Open("anna|");
+  const auto listBottom = [this] {
+    POINT at{0, PlaceOf(lvUsers()).bottom};
+    ::ScreenToClient(hwnd(), &at);
+    return at.y;
+  };
+  const HWND picSep = ChildrenOf(hwnd(), "Static").back();
+  const auto drag = [&](LONG by) {
+    const LONG start = listBottom() + 2;
+    ::SendMessageA(hwnd(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(50, start));
+    EXPECT_TRUE(::IsWindowVisible(picSep));
+    ::SendMessageA(hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(50, start + by));
+    ::SendMessageA(hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(50, start + by));
+    EXPECT_FALSE(::IsWindowVisible(picSep));
+    return listBottom();
+  };
+  const LONG before = listBottom();
+  EXPECT_EQ(drag(40), before + 40);
+  EXPECT_EQ(drag(-1000), Px(Twips{400}));
+  const RECT window = PlaceOf(hwnd());
+  EXPECT_NEAR(drag(1000), Px(Tw(window.bottom - window.top) - Twips{1700}), Px(60)) << "or just above the typed line";
+  EXPECT_GT(PlaceOf(txtSnd()).top, PlaceOf(lvUsers()).bottom);
+}
+
+TEST_F(ChatTest, ClosingKeepsItsPlaceAndLeavesNothingBehind) {
+  Open("anna|");
+  ::MoveWindow(hwnd(), 30, 40, 350, 450, TRUE);
+  const auto closed = chat;
+  Choose(mnuClose);
+  EXPECT_EQ(closed->hwnd(), nullptr);
+  EXPECT_EQ(windows.ChatWindows().size(), 0u);
+  EXPECT_EQ(core::gChatLeft, Tw(30).value);
+  EXPECT_EQ(core::gChatTop, Tw(40).value);
+  EXPECT_EQ(core::gChatWidth, Tw(350).value);
+  EXPECT_EQ(core::gChatHeight, Tw(450).value);
+  EXPECT_FALSE(closed->AddMsg("late", "anna", 0));
+  closed->RemoveUser("anna");
+  closed->RefUserList();
+  const auto once = [this] {
+    Open("anna|");
+    UsersMenu();
+    chat->AddMsg("hi", "anna", 0);
+    ::SendMessageA(hwnd(), WM_CLOSE, 0, 0);
+  };
+  once();
+  const toolkit::ObjectCount before = toolkit::CountObjects();
+  for (int i = 0; i < 30; ++i) once();
+  const toolkit::ObjectCount after = toolkit::CountObjects();
+  EXPECT_LE(after.gdi, before.gdi + 5);
+  EXPECT_LE(after.user, before.user + 5);
+}
+
+TEST_F(ChatTest, ALiveChatBeginsWithTheAlert) {
+  windows.ShowAlert("tea?", "anna", 1);
+  const HWND popup = support::WindowsOf("frmPop").at(0);
+  for (const WPARAM key : std::initializer_list<WPARAM>{VK_UP, VK_UP, VK_RETURN})
+    ::PostMessageA(popup, WM_KEYDOWN, key, 0);
+  for (const HWND button : ChildrenOf(popup, "Button"))
+    if (support::TextOf(button) == "Options") ::SendMessageA(button, BM_CLICK, 0, 0);
+  ASSERT_EQ(windows.ChatWindows().size(), 1u);
+  chat = std::static_pointer_cast<FrmChat>(windows.ChatWindows()[0]);
+  EXPECT_EQ(Conversation(), "anna:\ttea?\r\n");
+  EXPECT_EQ(support::WindowsOf("frmPop").size(), 0u);
+}
+
+TEST_F(ChatTest, TheLanguageChangesInOpenWindows) {
+  Open("anna|");
+  core::gLanguage = "Deutsch";
+  core::LoadLang();
+  windows.SetLan();
+  EXPECT_EQ(support::TextOf(hwnd()), core::GetText(3001));
+  EXPECT_EQ(support::TextOf(ChildrenOf(hwnd(), "Button").at(0)), "&Senden");
+  EXPECT_EQ(support::TextOf(lblStat()), " 1 Benutzer in diesem Chat");
+}
+
+// The bounds of the program are far away, so a conversation with nearer ones stands for it.
+TEST_F(ChatTest, TheOldestLinesGoFirst) {
+  Open("anna|");
+  ChatText text(500000);
+  text.Create(hwnd());
+  for (int i = 0; i < 1000; ++i) text.Append(MakeChatLine("", "anna", "line " + std::to_string(i)), 0);
+  const std::string kept = text.PlainText();
+  EXPECT_LT(kept.size(), 2500u);
+  EXPECT_TRUE(kept.starts_with("anna:\tline ")) << kept.substr(0, 40);
+  EXPECT_TRUE(kept.ends_with("line 998\r\nanna:\tline 999\r\n"));
+  EXPECT_GT(std::ranges::count(kept, '\n'), 70);
+}
+
+TEST_F(ChatTest, LinesAsLongAsADatagram) {
+  Open("anna|");
+  for (const std::string& text : {std::string(60000, 'x'), std::string(60000, '\n'), std::string(60000, '\t')}) {
+    const DWORD start = ::GetTickCount();
+    EXPECT_TRUE(chat->AddMsg(text, "anna", 0));
+    EXPECT_LT(::GetTickCount() - start, 10000u);
+  }
+  const std::string shown = Conversation();
+  EXPECT_EQ(std::ranges::count(shown, 'x'), 60000);
+}
+
+}  // namespace
+}  // namespace conversation
