@@ -47,7 +47,7 @@ void LoadLangConst(std::string& constant, int code) {
 void ReadTable(std::string_view file) {
   gTable.ReadLangNames(file);
   const std::size_t column = FindLangCol();
-  ++gGeneration;  // also when the reading fails half-way: the texts before the failure have changed
+  ++gGeneration;  // also when the reading fails: of a first file the texts before the failure stay
   gTable.ReadTexts(file, column);
   gLangCount = static_cast<std::int16_t>(gTable.LastEntry());
 }

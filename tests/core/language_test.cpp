@@ -140,6 +140,15 @@ TEST_F(LanguageTest, StatesAreNeverWithoutANameOrHelp) {
   EXPECT_EQ(Desktop().posted.size(), 1u);
 }
 
+TEST_F(LanguageTest, AFileThatFailsLeavesTheTextsOfTheOneBefore) {
+  folder.Put("Lang.con", "Code,English,Deutsch\r\n1,one,eins\r\n2,two,zwei\r\n");
+  LoadLang();
+  folder.Put("Lang.con", "Code,English,Deutsch\r\n1,one,eins\r\n\r\n");
+  gLanguage = "Deutsch";
+  EXPECT_EQ(ErrorOf(LoadLang), 13);
+  EXPECT_EQ(GetText(1) + GetText(2), "onetwo");
+}
+
 TEST_F(LanguageTest, AMissingFileIsTheFilesError) { EXPECT_EQ(ErrorOf(LoadLang), 53); }
 
 }  // namespace
