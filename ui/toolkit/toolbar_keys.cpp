@@ -77,9 +77,11 @@ LRESULT CALLBACK Procedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM lPa
     case WM_KEYDOWN:
       if (Pressed(toolbar, wParam)) return 0;
       break;
-    case WM_SETFOCUS:
+    case WM_SETFOCUS: {
+      const LRESULT result = ::DefSubclassProc(toolbar, message, wParam, lParam);  // which goes to the first button
       SetHotItem(toolbar, FirstItem(toolbar));
-      break;
+      return result;
+    }
     case WM_KILLFOCUS:
       SetHotItem(toolbar, -1);
       break;
