@@ -2,6 +2,7 @@
 #include "core/language.h"
 #include "tests/windows/conversation_fixture.h"
 #include "ui/conversation/composer_layout.h"
+#include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -37,6 +38,14 @@ TEST_F(ComposerTest, OneComposerTakesAllRequests) {
   EXPECT_EQ(::GetFocus(), TxtMsg());
   windows.OpenComposer("(All)|");
   EXPECT_EQ(support::RowTexts(LvUsers()), Texts{"(All)"});
+}
+
+TEST_F(ComposerTest, LeavesTheRosterItsPicturesWhenItCloses) {
+  windows.OpenComposer("bob|");
+  Click(kClose);
+  ASSERT_EQ(Composer(), nullptr);
+  EXPECT_EQ(::ImageList_GetImageCount(toolkit::SharedPictures(res::Strip::Roster)),
+            res::InfoOf(res::Strip::Roster).count);
 }
 
 TEST_F(ComposerTest, SendsToEachInRowOrderAsTyped) {

@@ -22,6 +22,8 @@ LVITEMA StateOf(bool selected) {
 void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
   hwnd_ = listView;
   rows_ = &rows;
+  // The pictures are shared by all windows: a list that ends must not take them along.
+  ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | LVS_SHAREIMAGELISTS);
   ListView_SetExtendedListViewStyle(hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
   ListView_SetImageList(hwnd_, smallIcons, LVSIL_SMALL);
   Sync();
@@ -103,7 +105,7 @@ void RowsView::Display(LVITEMA& item) const {
 LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_->Count()) return CDRF_DODEFAULT;
-  draw.clrText = PaintColour(rows_->At(draw.nmcd.dwItemSpec).foreColour);
+  draw.clrText = TextColour(rows_->At(draw.nmcd.dwItemSpec).foreColour);
   return CDRF_DODEFAULT;
 }
 
