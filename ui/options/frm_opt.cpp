@@ -101,6 +101,10 @@ LRESULT FrmOpt::DrawSwatchItem(LPARAM lParam) const {
       ::FrameRect(draw.nmcd.hdc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
     }
   }
+  if (::GetFocus() == lvCol && ListView_GetItemState(lvCol, index, LVIS_FOCUSED)) {
+    ::InflateRect(&swatch, toolkit::Px(5), toolkit::Px(5));
+    ::DrawFocusRect(draw.nmcd.hdc, &swatch);
+  }
   return CDRF_SKIPDEFAULT;
 }
 

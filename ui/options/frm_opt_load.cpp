@@ -21,15 +21,8 @@ namespace {
 using toolkit::Px;
 
 // Pixels at 100 %.
-constexpr int kPageWidth = 450, kPageHeight = 260, kMargin = 12, kGap = 4, kFieldHeight = 22;
 constexpr SIZE kSwatch{38, 30}, kPosition{36, 27};
-constexpr int kDropHeight = 200, kPreviewHeight = 84;
 
-// What the window is higher than its toolbars and a page together: its caption and frame.
-constexpr toolkit::Twips kExtraHeight{400};
-
-constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
 constexpr DWORD kSwatchListStyle = LVS_ICON | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
 constexpr DWORD kPosStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
@@ -37,33 +30,6 @@ constexpr DWORD kPosStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | 
 
 // A screen name travels in every packet and stands in every roster; other users' names may come from anywhere.
 constexpr WPARAM kMostName = 64, kMostOtherName = 256;
-
-int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
-int FieldHeight() { return std::max(Px(kFieldHeight), LineHeight() + Px(6)); }
-int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label).c_str()).cx; }
-
-void Place(HWND control, int left, int top, int width, int height) {
-  ::MoveWindow(control, left, top, std::max(width, 0), std::max(height, 0), TRUE);
-}
-
-SIZE ClientOf(HWND window) {
-  RECT client{};
-  ::GetClientRect(window, &client);
-  return {client.right, client.bottom};
-}
-
-// The size that shows all buttons in one line.
-SIZE NaturalSize(HWND toolbar) {
-  const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
-  RECT last{};
-  ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
-  return {last.right, last.bottom + Px(2)};
-}
-
-SIZE NaturalSize(toolkit::Toolbar& toolbar) {
-  toolbar.Place(Px(2000));
-  return NaturalSize(toolbar.hwnd());
-}
 
 // The window is wide enough for all buttons side by side, and a toolbar without a width has already broken its line.
 void KeepInOneLine(HWND toolbar) {
@@ -126,8 +92,9 @@ void PaintPreview(HDC dc, const RECT& client) {
 }  // namespace
 
 void FrmOpt::Load() {
-  const HWND active = ::GetActiveWindow();
-  Create({"frmOpt", kStyle, kExStyle, COLOR_BTNFACE}, "Options - Quillon", {}, active);
+  // A window without a visible owner has a button in the task bar.
+  const HWND active = ::GetActiveWindow(), owner = ::IsWindowVisible(active) ? active : nullptr;
+  Create({"frmOpt", kOptStyle, kOptExStyle, COLOR_BTNFACE}, "Options - Quillon", {}, owner);
   tbOpt.Create(hwnd(), kFirstPageButton, kPageButtons);
   MakeRadio(tbOpt.hwnd(), kFirstPageButton, kPages);
   CreatePages();
@@ -294,93 +261,5 @@ void FrmOpt::AddSnd() {
 }
 
 void FrmOpt::AddGroups() { tvGroups.AddRoot(TextOr(2201, "Groups")); }
-
-// In the middle of the work area.
-void FrmOpt::PlaceWindow() {
-  const SIZE pages = NaturalSize(tbOpt), commands = NaturalSize(TB);
-  RECT frame{0, 0, std::max(Px(kPageWidth), static_cast<int>(std::max(pages.cx, commands.cx))), 0};
-  ::AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
-  const int width = frame.right - frame.left;
-  const int height = pages.cy + Px(kPageHeight) + commands.cy + Px(kExtraHeight);
-  const RECT area = toolkit::WorkAreaPixels();
-  const int left = area.left + std::max((static_cast<int>(area.right - area.left) - width) / 2, 0);
-  const int top = area.top + std::max((static_cast<int>(area.bottom - area.top) - height) / 2, 0);
-  ::MoveWindow(hwnd(), left, top, width, height, FALSE);
-}
-
-// The pages keep their height whatever frame the system gives the window; the margin at their lower end makes up for a
-// thick one, and the command bar lies above it.
-void FrmOpt::LayOut() {
-  const SIZE client = ClientOf(hwnd());
-  const int selector = tbOpt.Place(client.cx);
-  for (const auto& page : picOpt) Place(page->hwnd(), 0, selector, client.cx, Px(kPageHeight));
-  const int commands = TB.Place(client.cx);
-  ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.cy - commands, client.cx, commands, SWP_NOACTIVATE);
-  Place(lines_[0], 0, selector, client.cx, 2);
-  Place(lines_[1], 0, client.cy - commands - Px(3), client.cx, 2);
-  for (const HWND line : lines_) ::SetWindowPos(line, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  LayOutUser();
-  LayOutInterface();
-  LayOutList(kSecurity, lblcap[kBlockLabel], txtBlock, tbSec, lvBlock.hwnd());
-  LayOutList(kGroups, lblcap[kGroupsLabel], txtGroups, tbGroups, tvGroups.hwnd());
-  lvBlock.FitColumn();
-}
-
-void FrmOpt::LayOutUser() {
-  const SIZE page = ClientOf(picOpt[kUser]->hwnd());
-  const int margin = Px(kMargin), line = LineHeight(), fieldTop = margin + line + Px(kGap);
-  const int preview = (page.cx - 3 * margin) * 2 / 5, nameWidth = page.cx - 3 * margin - preview;
-  const int previewLeft = margin + nameWidth + margin, frameHeight = Px(kPreviewHeight);
-  Place(lblcap[kNameLabel], margin, margin, nameWidth, line);
-  Place(txtName, margin, fieldTop, nameWidth, FieldHeight());
-  Place(Frame1, previewLeft, margin, preview, frameHeight);
-  const int inner = Px(10), previewHeight = frameHeight - line - 2 * inner + Px(6);
-  Place(picPrevew->hwnd(), previewLeft + inner, margin + line + Px(4), preview - 2 * inner, previewHeight);
-  ::SetWindowPos(picPrevew->hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Place(lblPrevew, Px(4), (previewHeight - line) / 2, preview - 2 * inner - 2 * Px(4), line);
-  const int colourTop = margin + frameHeight + Px(6), listTop = colourTop + line + Px(kGap);
-  Place(lblcap[kColourLabel], margin, colourTop, page.cx - 2 * margin, line);
-  Place(lvCol, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
-  const SIZE list = ClientOf(lvCol);
-  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4)) / 2);
-  ListView_Arrange(lvCol, LVA_DEFAULT);
-}
-
-void FrmOpt::LayOutInterface() {
-  const SIZE page = ClientOf(picOpt[kInterface]->hwnd());
-  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight();
-  const int column = (page.cx - 3 * margin) / 2, right = margin + column + margin;
-  int top = margin;
-  const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
-  Place(lblcap[kPositionLabel], margin, next(line, gap), column, line);
-  const SIZE positions = NaturalSize(tbPos);
-  Place(tbPos, margin, next(positions.cy, Px(8)), column, positions.cy);
-  const int height = WidthOf(lblcap[kHeightLabel]);
-  Place(lblcap[kHeightLabel], margin, top, height, line);
-  Place(lblHeight, margin + height + Px(6), next(line, Px(14)), column - height - Px(6), line);
-  Place(lblcap[kLanguageLabel], margin, next(line, gap), column, line);
-  Place(CMBlang, margin, next(FieldHeight(), Px(14)), column, Px(kDropHeight));
-  Place(chkStartUp, margin, next(FieldHeight(), 0), column, FieldHeight());
-
-  const SIZE test = NaturalSize(tbSnd);
-  const int listTop = margin + line + gap, testTop = Px(kPageHeight) - 2 * margin - test.cy;
-  Place(lblcap[kSoundLabel], right, margin, column, line);
-  Place(lvSnd.hwnd(), right, listTop, column, testTop - gap - listTop);
-  Place(tbSnd.hwnd(), right, testTop, test.cx, test.cy);
-  lvSnd.FitColumn();
-}
-
-// A label above its box, the toolbar beside both, the list below.
-void FrmOpt::LayOutList(std::size_t index, HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) {
-  const SIZE page = ClientOf(picOpt[index]->hwnd()), tools = NaturalSize(toolbar);
-  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight(), field = FieldHeight();
-  const int rowHeight = std::max(static_cast<int>(tools.cy), line + gap + field);
-  const int left = page.cx - margin - tools.cx, boxTop = margin + rowHeight - field;
-  Place(label, margin, boxTop - gap - line, left - 2 * margin, line);
-  Place(box, margin, boxTop, left - 2 * margin, field);
-  Place(toolbar.hwnd(), left, margin + rowHeight - tools.cy, tools.cx, tools.cy);
-  const int listTop = margin + rowHeight + Px(8);
-  Place(list, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
-}
 
 }  // namespace options

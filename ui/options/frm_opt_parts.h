@@ -8,6 +8,10 @@
 
 namespace options {
 
+// Of the dialog's window.
+inline constexpr DWORD kOptStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+inline constexpr DWORD kOptExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
 enum ControlId : int {
   kFirstPageButton = 100,
   kFirstCommandButton = 110,
