@@ -12,6 +12,7 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "tests/support/fake_roster.h"
+#include "tests/windows/box_answers.h"
 #include "tests/windows/object_count.h"
 #include "tests/windows/window_probe.h"
 #include "ui/options/drawn_images.h"
@@ -21,6 +22,7 @@
 namespace options {
 namespace {
 
+using support::BoxAnswers;
 using Texts = std::vector<std::string>;
 
 // Notes what the dialog does to the network.
@@ -41,39 +43,6 @@ class PlainProgram : public core::Program {
   void ShowOptionsAtStartUp() override {}
   void ShowTray() override {}
   void RemoveTray() override {}
-};
-
-// Answers every message box of this thread as soon as it is up, and keeps what it said.
-class BoxAnswers {
- public:
-  explicit BoxAnswers(WORD answer = IDOK) {
-    texts().clear();
-    Answer() = answer;
-    timer_ = ::SetTimer(nullptr, 0, 20, Tick);
-  }
-  BoxAnswers(const BoxAnswers&) = delete;
-  BoxAnswers& operator=(const BoxAnswers&) = delete;
-  ~BoxAnswers() { ::KillTimer(nullptr, timer_); }
-
-  static Texts& texts() {
-    static Texts all;
-    return all;
-  }
-
- private:
-  static WORD& Answer() {
-    static WORD answer = IDOK;
-    return answer;
-  }
-  static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-    for (const HWND box : support::WindowsOf("#32770")) {
-      std::string text;
-      for (const HWND label : support::ChildrenOf(box, "Static")) text += support::TextOf(label);
-      texts().push_back(text);
-      ::EndDialog(box, Answer());
-    }
-  }
-  UINT_PTR timer_;
 };
 
 class OptionsDialog : public testing::Test {
@@ -232,11 +201,11 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
   Open();
   const HWND name = Item(0, kNameBox);
   ::SetFocus(name);
-  const BoxAnswers answers;
+  const BoxAnswers answering;
   Type(name, "   ");
   ::SetFocus(Swatches());
   Pump();
-  EXPECT_EQ(answers.texts(), (Texts{"The screen name cannot be empty."}));
+  EXPECT_EQ(BoxAnswers::Texts(), (Texts{"The screen name cannot be empty."}));
   EXPECT_EQ(::GetFocus(), name);
   EXPECT_EQ(support::TextOf(name), "");
 
@@ -244,29 +213,29 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
   ::SetFocus(Swatches());
   Pump();
   EXPECT_EQ(support::TextOf(name), "Berta");
-  EXPECT_EQ(answers.texts().size(), 1u);
+  EXPECT_EQ(BoxAnswers::Texts().size(), 1u);
 }
 
 TEST_F(OptionsDialog, AnEmptyNameHoldsThePageToo) {
   Open();
-  const BoxAnswers answers;
+  const BoxAnswers answering;
   Type(Item(0, kNameBox), "");
   Press(kFirstPageButton + 2);
   Pump();
-  EXPECT_EQ(answers.texts().size(), 1u);
+  EXPECT_EQ(BoxAnswers::Texts().size(), 1u);
   EXPECT_EQ(VisiblePage(), 0);
 }
 
 TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
   program.users.rows = {"(All)", "Anna", "Bob"};
   Open();
-  const BoxAnswers answers;
+  const BoxAnswers answering;
   for (const std::string& name : {std::string("bob"), std::string("  "), std::string("a|b")}) {
     Type(Item(0, kNameBox), name);
     Press(kFirstCommandButton);
     ASSERT_TRUE(form->hwnd()) << name;
   }
-  EXPECT_EQ(answers.texts(), (Texts{core::GetText(2204), core::GetText(2205), core::GetText(2205)}));
+  EXPECT_EQ(BoxAnswers::Texts(), (Texts{core::GetText(2204), core::GetText(2205), core::GetText(2205)}));
   EXPECT_EQ(program.events, "");
 
   Type(Item(0, kNameBox), " Carla ");
@@ -389,14 +358,14 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
 TEST_F(OptionsDialog, AnotherLanguageComesAtOnceOrLater) {
   Open();
   {
-    const BoxAnswers answers(IDYES);
+    const BoxAnswers answering(IDYES);
     ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 1, 0);
     program.users.rows = {"Anna", "Anna"};  // so that Accept ends before the question
     Press(kFirstCommandButton);
-    EXPECT_EQ(answers.texts(), (Texts{core::GetText(2204)}));
+    EXPECT_EQ(BoxAnswers::Texts(), (Texts{core::GetText(2204)}));
     program.users.rows.clear();
     Press(kFirstCommandButton);
-    EXPECT_EQ(answers.texts().back(),
+    EXPECT_EQ(BoxAnswers::Texts().back(),
               "Voulez-vous changer de langue maintenant\xA0?\r\n\r\n"
               "Do you want to change the language now?");
   }
@@ -410,12 +379,12 @@ TEST_F(OptionsDialog, AnotherLanguageComesAtOnceOrLater) {
 TEST_F(OptionsDialog, ALanguageFileThatBreaksChangesNothing) {
   const std::string path = core::InProgramDirectory("Lang.con"), whole = core::ReadFile(path);
   Open();
-  const BoxAnswers answers(IDYES);
+  const BoxAnswers answering(IDYES);
   ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 2, 0);
   core::WriteFileSafely(path, whole.substr(0, whole.size() / 2) + "\r\nbroken,line\r\n");
   Press(kFirstCommandButton);
   core::WriteFileSafely(path, whole);
-  EXPECT_EQ(answers.texts().back(), "Run-time error '13':\r\n\r\nType mismatch");
+  EXPECT_EQ(BoxAnswers::Texts().back(), "Run-time error '13':\r\n\r\nType mismatch");
   ASSERT_TRUE(form->hwnd());
   EXPECT_EQ(core::gLanguage, "English");
   EXPECT_EQ(core::GetText(2014), "&Run Quillon on StartUp");

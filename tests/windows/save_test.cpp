@@ -9,6 +9,7 @@
 #include "core/event_loop_win32.h"
 #include "core/language.h"
 #include "core/runtime_error.h"
+#include "tests/windows/box_answers.h"
 
 namespace toolkit {
 namespace {
@@ -128,6 +129,15 @@ TEST_F(SaveDialog, SetLocationSelectsTheFileAndRefusesWhatIsNotThere) {
   const auto drive = ::SendMessageA(Item(kDrive), CB_GETCURSEL, 0, 0);
   EXPECT_THROW(form->SetLocation("Q:\\none\\"), core::RuntimeError);
   EXPECT_EQ(::SendMessageA(Item(kDrive), CB_GETCURSEL, 0, 0), drive);
+  EXPECT_EQ(Listed(kFiles), "\xC9t\xE9.txt|tea.txt");
+}
+
+TEST_F(SaveDialog, AFolderThatIsGoneIsTold) {
+  const auto count = ::SendMessageA(Item(kFolders), LB_GETCOUNT, 0, 0);
+  ::RemoveDirectoryA((folder + "\\inner").c_str());
+  const support::BoxAnswers answering;
+  Choose(kFolders, static_cast<int>(count) - 1, LB_SETCURSEL, LBN_DBLCLK);
+  EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>{"This drive or folder cannot be opened."});
   EXPECT_EQ(Listed(kFiles), "\xC9t\xE9.txt|tea.txt");
 }
 

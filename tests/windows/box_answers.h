@@ -1,0 +1,46 @@
+// Answers message boxes in the place of a user, for tests of windows that ask or refuse.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/windows/window_probe.h"
+
+namespace support {
+
+// Answers every message box of this thread as soon as it is up, and keeps what it said.
+class BoxAnswers {
+ public:
+  explicit BoxAnswers(WORD answer = IDOK) {
+    Texts().clear();
+    Answer() = answer;
+    timer_ = ::SetTimer(nullptr, 0, 20, Tick);
+  }
+  BoxAnswers(const BoxAnswers&) = delete;
+  BoxAnswers& operator=(const BoxAnswers&) = delete;
+  ~BoxAnswers() { ::KillTimer(nullptr, timer_); }
+
+  static std::vector<std::string>& Texts() {
+    static std::vector<std::string> all;
+    return all;
+  }
+
+ private:
+  static WORD& Answer() {
+    static WORD answer = IDOK;
+    return answer;
+  }
+  static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+    for (const HWND box : WindowsOf("#32770")) {
+      std::string text;
+      for (const HWND label : ChildrenOf(box, "Static")) text += TextOf(label);
+      Texts().push_back(text);
+      ::EndDialog(box, Answer());
+    }
+  }
+  UINT_PTR timer_;
+};
+
+}  // namespace support
