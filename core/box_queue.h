@@ -10,7 +10,8 @@ namespace core {
 
 class BoxQueue {
  public:
-  // A box behind kMaxWaitingBoxes others is dropped.
+  // A box behind kMaxWaitingBoxes others is dropped. Of an enormous one the beginning is kept: a box can neither be
+  // scrolled nor moved, and its button must stay on the screen.
   void Post(Box box);
 
   // Shows the waiting boxes in order, also those that arrive meanwhile, each when the one before it is closed. A call

@@ -80,7 +80,10 @@ void PostBox(Box box) {
   ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-void ShowPostedBoxes() { gPostedBoxes.ShowAll(ShowBox); }
+// Topmost, or an alert popup would cover the box and, disabled by it, could not be moved out of its way.
+void ShowPostedBoxes() {
+  gPostedBoxes.ShowAll([](const Box& box) { Show(box, MB_OK | MB_TOPMOST); });
+}
 
 void Beep() { ::MessageBeep(MB_OK); }
 

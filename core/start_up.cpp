@@ -131,6 +131,8 @@ void ShutDown(Program& program) {
   } catch (const RuntimeError& error) {
     ReportUnhandled(error);
     program.RemoveTray();
+  } catch (const std::exception&) {
+    program.RemoveTray();  // no memory left, not even for a box: the user still wants the program to end
   }
   EndProcess();
   underWay = false;  // reached in tests alone

@@ -34,5 +34,20 @@ TEST(BoxQueue, DropsWhatAFloodAdds) {
   EXPECT_EQ(last, "99");
 }
 
+// A notice of 60,000 bytes, or of a thousand lines, would push the button off the screen.
+TEST(BoxQueue, KeepsTheBeginningOfAnEnormousBox) {
+  BoxQueue queue;
+  queue.Post({.text = std::string(60000, 'x'), .title = std::string(40000, 't')});
+  queue.Post({.text = std::string(1000, '\n')});
+  queue.Post({.text = std::string(30 * 90, 'x'), .title = std::string(200, 't')});
+  std::vector<Box> shown;
+  queue.ShowAll([&](const Box& box) { shown.push_back(box); });
+  EXPECT_EQ(shown[0].text, std::string(30 * 90, 'x') + "...");
+  EXPECT_EQ(shown[0].title, std::string(200, 't') + "...");
+  EXPECT_EQ(shown[1].text, std::string(29, '\n') + "...");
+  EXPECT_EQ(shown[2].text.size(), 30u * 90u) << "what fits stays as it is";
+  EXPECT_EQ(shown[2].title.size(), 200u);
+}
+
 }  // namespace
 }  // namespace core

@@ -29,14 +29,26 @@ TEST(AlertLine, DropsWhatAFullLineCannotHold) {
   EXPECT_EQ(last, std::to_string(kMaxWaitingAlerts - 1));
 }
 
+TEST(AlertLine, ForgetsABlockedSenderInEveryCase) {
+  AlertLine line;
+  for (const char* sender : {"mallory", "anna", "Mallory"}) line.Add({"text", sender, 0});
+  line.Forget("mallory");
+  EXPECT_EQ(line.Next(0)->sender, "anna");
+  EXPECT_FALSE(line.Next(0));
+}
+
 using Lines = std::vector<std::string_view>;
 
+Lines Wide(std::string_view text) {
+  return BreakLines(text, [](std::string_view line) { return line.size(); });
+}
+
 TEST(TextLines, EndAtEveryKindOfBreakAndNowhereElse) {
-  EXPECT_EQ(BreakLines("one\r\ntwo\nthree\rfour"), (Lines{"one", "two", "three", "four"}));
-  EXPECT_EQ(BreakLines("hello\r\n"), Lines{"hello"}) << "a break at the end starts no line";
-  EXPECT_EQ(BreakLines("hello\r\n\r\n"), (Lines{"hello", ""}));
-  EXPECT_EQ(BreakLines("\n\rx"), (Lines{"", "", "x"}));
-  EXPECT_EQ(BreakLines(""), Lines{""});
+  EXPECT_EQ(Wide("one\r\ntwo\nthree\rfour"), (Lines{"one", "two", "three", "four"}));
+  EXPECT_EQ(Wide("hello\r\n"), Lines{"hello"}) << "a break at the end starts no line";
+  EXPECT_EQ(Wide("hello\r\n\r\n"), (Lines{"hello", ""}));
+  EXPECT_EQ(Wide("\n\rx"), (Lines{"", "", "x"}));
+  EXPECT_EQ(Wide(""), Lines{""});
 }
 
 Lines InTen(std::string_view text) {

@@ -66,13 +66,16 @@ TEST(PopupLayout, SizeFollowsTextAndPicture) {
 // Whatever is sent, the close button can be reached.
 TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
   for (const int alertHeight : {0, 2, 10}) {
-    const Size largest = LargestLabel(kScreen, kPicture.height, alertHeight);
+    const Size largest = LargestLabel(kScreen, kPicture.height, RestOf(Corner::BottomLeft, alertHeight));
     const Size popup = PopupSize(largest, kPicture.height);
     EXPECT_EQ(popup.width, kScreen.width);
     EXPECT_EQ(popup.height + Twips{450 * alertHeight} + kStep, kScreen.height);
   }
-  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, 1000).height, Twips{1200});
-  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, -1000).height, Twips{11520 - 590});
+  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, Twips{450000}).height, Twips{1200});
+  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, Twips{-450000}).height, Twips{11520 - 590});
+  const Twips top = PlaceWithoutCorner(kScreen, kScreen.width).top;
+  const Size without = LargestLabel(kScreen, kPicture.height, RestOf(std::nullopt, 0));
+  EXPECT_LE(top + PopupSize(without, kPicture.height).height, kScreen.height);
 }
 
 TEST(PopupLayout, PartsStandInsideAndApart) {

@@ -2,10 +2,16 @@
 
 #include <utility>
 
+#include "core/text.h"
+
 namespace conversation {
 
 void AlertLine::Add(Alert alert) {
   if (waiting_.size() < kMaxWaitingAlerts) waiting_.push_back(std::move(alert));
+}
+
+void AlertLine::Forget(std::string_view sender) {
+  std::erase_if(waiting_, [&](const Alert& alert) { return core::EqualIgnoringCase(alert.sender, sender); });
 }
 
 std::optional<Alert> AlertLine::Next(std::size_t open) {

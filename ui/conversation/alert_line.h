@@ -6,6 +6,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace conversation {
 
@@ -23,6 +24,9 @@ class AlertLine {
 
   // The alert to show now, beside `open` popups; none while they are too many or when nothing waits.
   std::optional<Alert> Next(std::size_t open);
+
+  // Drops what waits of a sender, compared without regard to case.
+  void Forget(std::string_view sender);
 
  private:
   std::deque<Alert> waiting_;

@@ -39,6 +39,12 @@ constexpr DWORD kTextStyle = ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_
 
 bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
 
+// Coming back by Tab would select the whole text, and the next key would wipe it.
+LRESULT CALLBACK KeepSelection(HWND text, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+  const LRESULT answer = ::DefSubclassProc(text, message, wParam, lParam);
+  return message == WM_GETDLGCODE ? answer & ~static_cast<LRESULT>(DLGC_HASSETSEL) : answer;
+}
+
 void Place(HWND control, const Area& area) {
   ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
 }
@@ -65,6 +71,7 @@ void FrmCom::CreateControls() {
   lblCap[1] = AddControl("STATIC", kLabels[1].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
+  ::SetWindowSubclass(txtMsg, KeepSelection, 0, 0);
 }
 
 void FrmCom::SetLan() {

@@ -86,7 +86,8 @@ void FrmPop::CreateControls() {
 }
 
 void FrmPop::Build() {
-  const Size picture = PictureBox(), largest = LargestLabel(TheScreen(), picture.height, alertHeight_);
+  const Size picture = PictureBox();
+  const Size largest = LargestLabel(TheScreen(), picture.height, RestOf(corner_, alertHeight_));
   const SIZE text = lblMsg.Fit({Px(largest.width), Px(largest.height)});
   const Size label{LabelWidth(Tw(text.cx)), Tw(text.cy)};
   size_ = PopupSize(label, picture.height);

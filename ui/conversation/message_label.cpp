@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
 
 #include "ui/conversation/text_lines.h"
 #include "ui/toolkit/handles.h"
@@ -25,20 +26,30 @@ std::string WithoutTabs(const std::string& text) {
   return plain;
 }
 
-int WidthOf(HDC dc, std::string_view text) {
-  SIZE size{};
-  ::GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
-  return size.cx;
-}
+// Widths of the characters of the font in a device context. Asked once per text: thousands of short lines would else
+// cost thousands of calls.
+class CharWidths {
+ public:
+  explicit CharWidths(HDC dc) { ::GetCharWidth32A(dc, 0, 255, widths_.data()); }
 
-// Characters are at least a pixel wide: measuring more of them than there are pixels would only cost time.
-std::size_t FitInto(HDC dc, std::string_view text, int width) {
-  const int length = static_cast<int>(std::min(text.size(), static_cast<std::size_t>(width) + 1));
-  int fit = 0;
-  SIZE size{};
-  ::GetTextExtentExPointA(dc, text.data(), length, width, &fit, nullptr, &size);
-  return static_cast<std::size_t>(fit);
-}
+  int Of(std::string_view text) const {
+    int width = 0;
+    for (const char c : text) width += Of(c);
+    return width;
+  }
+
+  // How many characters from the first stand in the width.
+  std::size_t FitInto(std::string_view text, int width) const {
+    std::size_t count = 0;
+    while (count < text.size() && (width -= Of(text[count])) >= 0) ++count;
+    return count;
+  }
+
+ private:
+  int Of(char c) const { return widths_[static_cast<unsigned char>(c)]; }
+
+  std::array<INT, 256> widths_{};
+};
 
 }  // namespace
 
@@ -63,14 +74,18 @@ SIZE MessageLabel::Fit(SIZE largest) {
   lineHeight_ = static_cast<int>(metrics.tmHeight);
   const int margins = 2 * Px(kMargin), bar = ::GetSystemMetrics(SM_CXVSCROLL);
   const auto height = [&] { return static_cast<int>(lines_.size()) * lineHeight_ + margins; };
-  BreakToFit(dc.get(), largest.cx - margins);
+  const CharWidths widths(dc.get());
+  const auto breakToFit = [&](int width) {
+    lines_ = BreakLines(shown_, [&](std::string_view line) { return widths.FitInto(line, width); });
+  };
+  breakToFit(static_cast<int>(largest.cx) - margins);
   scrolls_ = height() > largest.cy;
   if (scrolls_) {
     MakeScrollable();
-    BreakToFit(dc.get(), largest.cx - margins - bar);
+    breakToFit(static_cast<int>(largest.cx) - margins - bar);
   }
   int width = 0;
-  for (const std::string_view line : lines_) width = std::max(width, WidthOf(dc.get(), line));
+  for (const std::string_view line : lines_) width = std::max(width, widths.Of(line));
   return {width + margins + (scrolls_ ? bar : 0), std::min(height(), static_cast<int>(largest.cy))};
 }
 
@@ -78,13 +93,6 @@ SIZE MessageLabel::Fit(SIZE largest) {
 void MessageLabel::MakeScrollable() {
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | WS_TABSTOP);
   ::ShowScrollBar(hwnd_, SB_VERT, TRUE);
-}
-
-void MessageLabel::BreakToFit(HDC dc, int width) {
-  lines_ = BreakLines(shown_);
-  const auto tooWide = [&](std::string_view line) { return WidthOf(dc, line) > width; };
-  if (std::ranges::none_of(lines_, tooWide)) return;
-  lines_ = BreakLines(shown_, [&](std::string_view line) { return FitInto(dc, line, width); });
 }
 
 void MessageLabel::SetForeColour(COLORREF colour) {

@@ -32,7 +32,6 @@ class MessageLabel {
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR label);
   LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
   void MakeScrollable();
-  void BreakToFit(HDC dc, int width);
   void Paint();
   void PaintLines(HDC dc) const;
   void Scroll(int command);

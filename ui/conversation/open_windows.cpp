@@ -88,6 +88,7 @@ bool OpenWindows::StartLiveChat(const Alert& alert) {
 
 void OpenWindows::BlockSender(const std::string& sender) {
   roster_.AddBlocked(sender);
+  alerts_.Forget(sender);
   if (composer_) composer_->RefreshRows();
 }
 

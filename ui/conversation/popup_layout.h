@@ -23,13 +23,13 @@ inline constexpr Twips kEdge{50};          // between the frame and the label
 inline constexpr Twips kPictureLeft{155};  // in line with the text, which has a margin inside its label
 inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
 
-// The largest text label of a popup that stays whole on the screen when it rests at that alert height; beyond it the
-// text is wrapped, then scrolled. The last step of the slide may carry it a little beyond that height. A low screen or
-// a great alert height still leaves a few lines to read.
-constexpr Size LargestLabel(Screen screen, Twips pictureHeight, int alertHeight) {
+// The largest text label of a popup that stays whole on the screen when it rests so far from the edge; beyond it the
+// text is wrapped, then scrolled. The last step of the slide may carry it a little beyond its rest. A low screen or a
+// great alert height still leaves a few lines to read.
+constexpr Size LargestLabel(Screen screen, Twips pictureHeight, Twips rest) {
   constexpr Twips readable{1200};
-  const Twips rest{kRaise.value * std::max(alertHeight, 0)};
-  return {screen.width - kBesideText, std::max(screen.height - kStep - pictureHeight - kAroundText - rest, readable)};
+  const Twips left = screen.height - kStep - pictureHeight - kAroundText - std::max(rest, Twips{0});
+  return {screen.width - kBesideText, std::max(left, readable)};
 }
 
 // A short text still gets a label as wide as the narrowest popup has room for.

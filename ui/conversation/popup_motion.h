@@ -44,9 +44,14 @@ constexpr Place StartOf(Corner corner, Screen screen, Twips width, Twips height)
 
 // Where a popup without a corner stays: a little inside the top left, further left when its close button would not be
 // on the screen.
+constexpr Twips kInset{1500};
 constexpr Place PlaceWithoutCorner(Screen screen, Twips width) {
-  constexpr Twips inset{1500};
-  return {std::clamp(screen.width - width, Twips{0}, inset), inset};
+  return {std::clamp(screen.width - width, Twips{0}, kInset), kInset};
+}
+
+// How far from the edge of the screen a popup comes to rest.
+constexpr Twips RestOf(std::optional<Corner> corner, int alertHeight) {
+  return corner ? Twips{kRaise.value * alertHeight} : kInset;
 }
 
 // The next top, or none once the popup rests at the given alert height.

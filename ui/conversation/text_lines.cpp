@@ -36,8 +36,4 @@ std::vector<std::string_view> BreakLines(std::string_view text, const FitCount& 
   return lines;
 }
 
-std::vector<std::string_view> BreakLines(std::string_view text) {
-  return BreakLines(text, [](std::string_view line) { return line.size(); });
-}
-
 }  // namespace conversation

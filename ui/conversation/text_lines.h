@@ -15,7 +15,4 @@ using FitCount = std::function<std::size_t(std::string_view)>;
 // There is always at least one line.
 std::vector<std::string_view> BreakLines(std::string_view text, const FitCount& fits);
 
-// Only at the text's own line breaks.
-std::vector<std::string_view> BreakLines(std::string_view text);
-
 }  // namespace conversation

@@ -19,7 +19,8 @@ int UserRoster::CountRows(std::string_view text) const { return static_cast<int>
 
 // The icon is right from the start, so that a newcomer does not cost a walk through all rows.
 bool UserRoster::AddUser(std::string_view name) {
-  if (lvUsers.Count() >= kMostRows || lvUsers.TextBytes() + 2 * name.size() > kMostTextBytes) return false;
+  if (lvUsers.Count() >= kMostRows) return false;
+  if (name.size() > kLongName && lvUsers.TextBytes() + 2 * name.size() > kMostTextBytes) return false;
   const int icon = IconOf(name);
   lvUsers.Add(
       {.text = std::string(name), .icon = icon, .smallIcon = icon, .checked = true, .key = core::LowerCase(name)});
