@@ -51,7 +51,9 @@ void RowsView::Sync() {
 }
 
 // The control remembers its selection by position, and positions shift when a row goes.
+// Clearing it walks the whole list, so it is left alone while there is nothing to clear.
 void RowsView::ApplySelection() {
+  if (rows_->SelectedCount() == 0 && ListView_GetSelectedCount(hwnd_) == 0) return;
   applying_ = true;
   LVITEMA item = StateOf(false);
   ::SendMessageA(hwnd_, LVM_SETITEMSTATE, static_cast<WPARAM>(kWholeList), reinterpret_cast<LPARAM>(&item));
