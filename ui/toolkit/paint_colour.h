@@ -14,4 +14,10 @@ inline COLORREF PaintColour(std::int32_t colour) {
   return bits & 0x00FFFFFFu;
 }
 
+// The same for text on a window. Black, the colour of whoever has chosen none, follows the theme: on the black windows
+// of a high-contrast theme it could not be read.
+inline COLORREF TextColour(std::int32_t colour) {
+  return colour == 0 ? ::GetSysColor(COLOR_WINDOWTEXT) : PaintColour(colour);
+}
+
 }  // namespace toolkit
