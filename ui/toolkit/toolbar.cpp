@@ -14,6 +14,16 @@ namespace {
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
                          CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
+// What a button is wider than its caption, pixels at 100 %: the control's own widths do not follow the scaling. In
+// a narrow window the buttons move together before they take a second line.
+constexpr int kSpare = 12, kLeastSpare = 4;
+
+int ContentWidth(const std::string& caption) {
+  std::string shown = caption;
+  std::erase(shown, '&');
+  return std::max(static_cast<int>(MeasureText(DialogFont(), shown.c_str()).cx), PictureSize(res::Strip::Toolbar));
+}
+
 }  // namespace
 
 void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> buttons) {
@@ -29,11 +39,16 @@ void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> butto
     button.iBitmap = buttons[i].picture;
     button.idCommand = firstId + static_cast<int>(i);
     button.fsState = TBSTATE_ENABLED;
-    button.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE;
+    button.fsStyle = BTNS_BUTTON;
     button.iString = reinterpret_cast<INT_PTR>(buttons[i].caption);
     ::SendMessageA(hwnd_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
     captions_.emplace_back(buttons[i].caption);
   }
+}
+
+void Toolbar::Indent(int pixels) {
+  indent_ = pixels;
+  ::SendMessageA(hwnd_, TB_SETINDENT, static_cast<WPARAM>(pixels), 0);
 }
 
 void Toolbar::SetLan() {
@@ -47,6 +62,16 @@ void Toolbar::SetCaption(std::size_t index, const std::string& caption) {
   info.dwMask = TBIF_TEXT;
   info.pszText = captions_[index].data();
   ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId_) + index, reinterpret_cast<LPARAM>(&info));
+}
+
+void Toolbar::SetWidths(int spare) {
+  for (std::size_t i = 0; i < captions_.size(); ++i) {
+    TBBUTTONINFOA info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_SIZE;
+    info.cx = static_cast<WORD>(ContentWidth(captions_[i]) + spare);
+    ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId_) + i, reinterpret_cast<LPARAM>(&info));
+  }
 }
 
 void Toolbar::Enable(char key, bool enabled) {
@@ -77,6 +102,9 @@ bool Toolbar::ClickMnemonic(char letter) {
 }
 
 int Toolbar::Place(int width) {
+  int free = width - indent_;
+  for (const std::string& caption : captions_) free -= ContentWidth(caption);
+  SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kLeastSpare), Px(kSpare)));
   ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000), SWP_NOZORDER | SWP_NOACTIVATE);
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
   RECT last{};

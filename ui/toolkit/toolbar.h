@@ -25,6 +25,9 @@ class Toolbar {
 
   HWND hwnd() const { return hwnd_; }
 
+  // Free pixels before the first button.
+  void Indent(int pixels);
+
   // Captions from the language table.
   void SetLan();
 
@@ -36,14 +39,17 @@ class Toolbar {
   // Clicks the enabled button whose mnemonic this is; false when there is none.
   bool ClickMnemonic(char letter);
 
-  // At the top of a client area of this width; returns its height. Pixels. Buttons that do not fit go to further lines.
+  // At the top of a client area of this width; returns its height. Pixels. Buttons that do not fit go to further
+  // lines.
   int Place(int width);
 
  private:
+  void SetWidths(int spare);
   void SetCaption(std::size_t index, const std::string& caption);
 
   HWND hwnd_ = nullptr;
   int firstId_ = 0;
+  int indent_ = 0;
   std::span<const ToolButton> buttons_;
   std::vector<std::string> captions_;
 };
