@@ -1,0 +1,156 @@
+// What conversations cost as real windows, beside what the system's own rich text box costs for the same. Prints a
+// table of name and figures; takes no arguments.
+#include <windows.h>
+#include <commctrl.h>
+#include <psapi.h>
+#include <richedit.h>
+
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "core/desktop.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/net/recording_network.h"
+#include "ui/conversation/open_windows.h"
+#include "ui/main/user_roster.h"
+
+namespace {
+
+constexpr char kLine[] = "An ordinary line of a conversation, as people write it";
+constexpr int kLines[] = {0, 10000, 50000};
+constexpr int kMeasured = 500;
+constexpr int kWindows = 30;
+
+double Microseconds(const std::function<void()>& action) {
+  const auto start = std::chrono::steady_clock::now();
+  action();
+  return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Kilobytes() {
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), &memory, sizeof memory);
+  return static_cast<double>(memory.PagefileUsage) / 1024;
+}
+
+// The least that adding a coloured, indented line at the end of a rich text box takes.
+class BareBox {
+ public:
+  explicit BareBox(HWND parent)
+      : box_(::CreateWindowExA(0, "RichEdit20A", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY, 0,
+                               0, 300, 200, parent, nullptr, nullptr, nullptr)) {
+    ::SendMessageA(box_, EM_EXLIMITTEXT, 0, 1 << 28);
+  }
+  ~BareBox() { ::DestroyWindow(box_); }
+  BareBox(const BareBox&) = delete;
+  BareBox& operator=(const BareBox&) = delete;
+
+  void Append() const {
+    ::SendMessageA(box_, WM_SETREDRAW, FALSE, 0);
+    CHARRANGE end{-1, -1};
+    ::SendMessageA(box_, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));
+    CHARFORMATA colour{};
+    colour.cbSize = sizeof colour;
+    colour.dwMask = CFM_COLOR;
+    ::SendMessageA(box_, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&colour));
+    PARAFORMAT indent{};
+    indent.cbSize = sizeof indent;
+    indent.dwMask = PFM_OFFSET;
+    indent.dxOffset = 500;
+    ::SendMessageA(box_, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&indent));
+    const std::string line = std::string("anna:\t") + kLine + "\r\n";
+    ::SendMessageA(box_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(line.c_str()));
+    ::SendMessageA(box_, WM_SETREDRAW, TRUE, 0);
+    ::SendMessageA(box_, WM_VSCROLL, SB_BOTTOM, 0);
+  }
+
+ private:
+  HWND box_;
+};
+
+class Bench {
+ public:
+  Bench() {
+    core::gLanguage = "English";
+    core::LoadLang();
+    core::gSound = "(S)";
+    core::gChatWidth = 5000;
+    core::gChatHeight = 6000;
+    roster_.ClearlvUsers();
+    roster_.AddUser("anna");
+  }
+
+  void Lines() {
+    const auto chat = windows_.StartChat("anna|");
+    const BareBox bare(chat->hwnd());
+    const auto append = [&] { chat->AddMsg(kLine, "anna", 0xFF); };
+    const auto bareAppend = [&] { bare.Append(); };
+    int have = 0;
+    for (const int lines : kLines) {
+      const double before = Kilobytes();
+      for (int added = 0; have < lines; ++have, ++added) append();
+      if (lines == kLines[1])
+        std::printf("memory of a line                       %8.1f KB\n", (Kilobytes() - before) / lines);
+      core::RunPendingEvents();
+      const double mine = Mean(append), least = Mean(bareAppend);
+      std::printf("a line behind %-6d others             %8.0f us    bare box of a few lines %.0f us\n", lines, mine,
+                  least);
+    }
+    Close(chat->hwnd());
+  }
+
+  void Opening() {
+    Open(
+        "chat window", [&](int i) { windows_.StartChat("user" + std::to_string(i) + '|'); }, "frmChat");
+    Open(
+        "popup", [&](int) { windows_.ShowAlert(kLine, "anna", 1); }, "frmPop");
+  }
+
+ private:
+  static double Mean(const std::function<void()>& action) {
+    return Microseconds([&] {
+             for (int i = 0; i < kMeasured; ++i) action();
+           }) /
+           kMeasured;
+  }
+
+  static void Close(HWND hwnd) {
+    ::SendMessageA(hwnd, WM_CLOSE, 0, 0);
+    core::RunPendingEvents();
+  }
+
+  void Open(const char* what, const std::function<void(int)>& open, const char* className) {
+    open(0);
+    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+    const double before = Kilobytes();
+    double first = 0, last = 0;
+    for (int i = 0; i < kWindows; ++i) {
+      last = Microseconds([&] { open(i); });
+      if (i == 0) first = last;
+    }
+    const double each = (Kilobytes() - before) / kWindows;
+    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+    std::printf("%-11s  opening the 1st %6.1f ms, the %dth %6.1f ms; %5.0f KB each, %5.0f KB left of all\n", what,
+                first / 1000, kWindows, last / 1000, each, Kilobytes() - before);
+  }
+
+  mainwindow::UserRoster roster_;
+  support::RecordingPort port_;
+  net::Messenger messenger_{port_};
+  conversation::OpenWindows windows_{roster_, {roster_.lvUsers, [] { return std::string(); }}, messenger_};
+};
+
+}  // namespace
+
+int main() {
+  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
+  ::InitCommonControlsEx(&controls);
+  Bench bench;
+  bench.Opening();
+  bench.Lines();
+  return 0;
+}
