@@ -8,7 +8,8 @@ namespace toolkit {
 namespace {
 
 BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
-  if (::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(hwnd);
+  if (::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd))
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(hwnd);
   return TRUE;
 }
 

@@ -42,7 +42,9 @@ HIMAGELIST SharedPictures(res::Strip strip) {
   return list.get();
 }
 
-HICON ProgramIcon(int widthMetric) { return LoadIconResource(res::kProgramIcon, ::GetSystemMetrics(widthMetric), LR_SHARED); }
+HICON ProgramIcon(int widthMetric) {
+  return LoadIconResource(res::kProgramIcon, ::GetSystemMetrics(widthMetric), LR_SHARED);
+}
 
 Icon LoadProgramIcon(int side) { return Icon(LoadIconResource(res::kProgramIcon, side, 0)); }
 

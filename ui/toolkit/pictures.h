@@ -9,7 +9,8 @@
 
 namespace toolkit {
 
-// The pictures of one strip as an image list, made at the first call and kept for the whole run. Indices: res/pictures.h.
+// The pictures of one strip as an image list, made at the first call and kept for the whole run. Indices:
+// res/pictures.h.
 HIMAGELIST SharedPictures(res::Strip strip);
 
 // Side of one picture of the strip on this screen, pixels.

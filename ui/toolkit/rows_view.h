@@ -1,5 +1,5 @@
-// A list view that displays ListRows and keeps nothing but the selection of its own: every text, picture and colour is asked
-// for when it is painted.
+// A list view that displays ListRows and keeps nothing but the selection of its own: every text, picture and colour is
+// asked for when it is painted.
 #pragma once
 
 #include <windows.h>
@@ -13,15 +13,16 @@ namespace toolkit {
 
 class RowsView {
  public:
-  // Takes over a report-mode list view control made by the window; the rows must outlive it. Columns are added by AddColumn.
+  // Takes over a report-mode list view control made by the window; the rows must outlive it. Columns are added by
+  // AddColumn.
   void Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons);
 
   HWND hwnd() const { return hwnd_; }
 
   void AddColumn(int index, const char* caption, int width);
 
-  // Brings the control in line with the rows: their number, the selection, what is on the screen. Costs a comparison when nothing
-  // has changed since the last call.
+  // Brings the control in line with the rows: their number, the selection, what is on the screen. Costs a comparison
+  // when nothing has changed since the last call.
   void Sync();
 
   // Answers the control's notifications; true when `result` is the answer.
