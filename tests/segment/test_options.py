@@ -7,7 +7,7 @@ import unittest
 from . import copies, network, probe, screen
 from .test_start_up import GREETING
 
-OPTIONS_COMMAND = 1006
+OPTIONS_COMMAND, CHAT_WITH_ALL_COMMAND = 1006, 1002
 ACCEPT, CLOSE, SECURITY_PAGE = 110, 111, 102
 NAME_BOX, BLOCK_BOX, LANGUAGE_BOX, BLOCK_ENTER = 160, 161, 165, 163
 CB_SETCURSEL = 0x014E
@@ -99,7 +99,12 @@ class NewSettings(unittest.TestCase):
 
     def test_3_a_language_is_taken_over_by_every_window(self):
         composer = self.anna.open_composer("(All)")
+        self.anna.probe.post(self.anna.probe.wait_for("frmMain", visible=False), probe.WM_COMMAND, CHAT_WITH_ALL_COMMAND)
+        chat = self.anna.probe.wait_for("frmChat")
+        self.wire.send("eve|M/\xdfHello!")
+        popup, _ = self.anna.popup_at_rest()
         dialog = open_options(self.anna)
+        self.assertEqual([w.enabled for w in self._windows(("frmCom", "frmChat", "frmPop"))], [False] * 3)
         self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 2)
         dialog.press(ACCEPT)
         box, text = self.anna.wait_for_box()
@@ -108,9 +113,12 @@ class NewSettings(unittest.TestCase):
                                       "Do you want to change the language now?"))
         self.anna.probe.answer(box, "Yes")
         self.anna.probe.wait_gone(dialog.window)
-        self.assertEqual(self.anna.probe.wait_for("frmCom").text, "Nachricht senden - Quillon")
+        self.assertEqual([(w.text, w.enabled) for w in self._windows(("frmCom", "frmChat", "frmPop"))],
+                         [("Nachricht senden - Quillon", True), ("Chat - Quillon", True), ("Quillon", True)])
         self.assertTrue(self.anna.read("User.ini").startswith('"Deutsch"\r\n'))
-        self.anna.probe.post(composer, probe.WM_CLOSE)
+        for window in (composer, chat, popup):
+            self.anna.probe.post(window, probe.WM_CLOSE)
+            self.anna.probe.wait_gone(window)
         self.assertEqual(self._reopened_caption(), "Optionen - Quillon")
 
     def test_4_no_keeps_the_language_until_the_next_start(self):
@@ -123,6 +131,9 @@ class NewSettings(unittest.TestCase):
         self.anna.probe.wait_gone(dialog.window)
         self.assertTrue(self.anna.read("User.ini").startswith('"English"\r\n'))
         self.assertEqual(self._reopened_caption(), "Optionen - Quillon")
+
+    def _windows(self, class_names):
+        return [self.anna.probe.windows(name)[0] for name in class_names]
 
     def _reopened_caption(self):
         dialog = open_options(self.anna)
