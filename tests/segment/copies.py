@@ -15,8 +15,8 @@ PICTURES = _ROOT + "/build/pictures"
 # Seconds for which a starting copy listens.
 LISTENING = 10
 
-# Command ids of toolbar buttons: Alert of the main window, Send of the composer.
-ALERT_TOOL = 100
+# Command ids of toolbar buttons: Alert and Chat of the main window, Send of the composer.
+ALERT_TOOL, CHAT_TOOL = 100, 101
 SEND_TOOL = 101
 
 
@@ -117,11 +117,19 @@ class Copy:
 
     def open_composer(self, recipient):
         """Selects a row of the main window and clicks Alert; returns the composer."""
-        main = self.probe.wait_for("frmMain", visible=False)
-        row = [name for name, _ in self.roster()].index(recipient)
-        self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
-        self.probe.click_tool(main, ALERT_TOOL)
+        self._click_with(recipient, ALERT_TOOL)
         return self.probe.wait_for("frmCom")
+
+    def open_chat(self, participant):
+        """Selects a row of the main window and clicks Chat; returns the chat window."""
+        self._click_with(participant, CHAT_TOOL)
+        return self.probe.wait_for("frmChat")
+
+    def _click_with(self, name, tool):
+        main = self.probe.wait_for("frmMain", visible=False)
+        row = [text for text, _ in self.roster()].index(name)
+        self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
+        self.probe.click_tool(main, tool)
 
     def type_alert(self, composer, text):
         """Types the text of an alert, key by key."""

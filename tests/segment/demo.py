@@ -33,7 +33,7 @@ def _user():
 
 def _start_partners():
     for name, colour in _PARTNERS:
-        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour)),
+        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour), "--chat"),
                          stdout=subprocess.DEVNULL)
 
 
@@ -87,9 +87,22 @@ def _play():
     copy.probe.click_tool(composer, copies.SEND_TOOL)
     copy.popup_at_rest()
     rig.screen.save(f"{_PICTURES}/3-answer.png")
+    _chat(copy)
+    rig.screen.save(f"{_PICTURES}/4-chat.png")
     copy.close()
     time.sleep(0.3)
     print(f"Pictures of the windows: {_PICTURES}")
+
+
+def _chat(copy):
+    """Opens a conversation with everybody, says a line and waits until both partners have answered it."""
+    chat = copy.open_chat("(All)")
+    line = "Who has seen the stapler?"
+    typed = copy.probe.children(chat, "Edit")[0]
+    copy.probe.type(typed, line)
+    probe.wait(lambda: copy.probe.children(chat, "Edit")[0].text == line)
+    copy.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
+    probe.wait(lambda: all(f"{name}:" in copy.probe.children(chat, "RichEdit20A")[0].text for name, _ in _PARTNERS))
 
 
 def _join():

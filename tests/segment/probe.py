@@ -6,8 +6,10 @@ import time
 from dataclasses import dataclass
 
 WM_CLOSE = 0x0010
+WM_KEYDOWN = 0x0100
 WM_COMMAND = 0x0111
 BM_CLICK = 0x00F5
+VK_RETURN = 0x0D
 LVM_GETITEMCOUNT = 0x1004
 
 
