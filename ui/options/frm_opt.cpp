@@ -74,6 +74,9 @@ LRESULT FrmOpt::Notified(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   if (header.hwndFrom != lvCol) return 0;
   if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(lParam);
+  // The frames of our own reach beyond what the list itself draws anew.
+  if (header.code == LVN_ITEMCHANGED || header.code == NM_SETFOCUS || header.code == NM_KILLFOCUS)
+    ::InvalidateRect(lvCol, nullptr, TRUE);
   if (header.code == LVN_ITEMCHANGED) {
     const auto& change = *reinterpret_cast<const NMLISTVIEW*>(lParam);
     if ((change.uNewState & ~change.uOldState) & LVIS_SELECTED) lvCol_ItemClick(change.iItem);
@@ -278,8 +281,12 @@ void FrmOpt::TB_ButtonClick(char key) {
 void FrmOpt::Accept() {
   if (accepting_) return;
   const Flagged accepting(accepting_);
-  if (const int refusal = RefusalOf(TrimmedText(txtName), program_.Users(), atStartUp && !renamed_))
-    return core::ShowBox({.text = core::GetText(refusal)});
+  if (const int refusal = RefusalOf(TrimmedText(txtName), program_.Users(), atStartUp && !renamed_)) {
+    core::ShowBox({.text = core::GetText(refusal)});
+    ShowPage(kUser);
+    ::SetFocus(txtName);
+    return;
+  }
   ChangeLanguage();
   WriteSets();
   ::DestroyWindow(hwnd());
