@@ -17,6 +17,17 @@ LVITEMA StateOf(bool selected) {
   return item;
 }
 
+// The columns leave less free beside them than a scroll bar takes, so a long list would get a second bar for a few
+// pixels. Texts that are cut are told in tips.
+LRESULT CALLBACK WithoutSideBar(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+  if (message == WM_NCCALCSIZE) {
+    const LONG_PTR style = ::GetWindowLongPtrA(list, GWL_STYLE);
+    if (style & WS_HSCROLL) ::SetWindowLongPtrA(list, GWL_STYLE, style & ~LONG_PTR{WS_HSCROLL});
+  }
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(list, WithoutSideBar, id);
+  return ::DefSubclassProc(list, message, wParam, lParam);
+}
+
 }  // namespace
 
 void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
@@ -24,6 +35,7 @@ void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
   rows_ = &rows;
   // The pictures are shared by all windows: a list that ends must not take them along.
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | LVS_SHAREIMAGELISTS);
+  ::SetWindowSubclass(hwnd_, WithoutSideBar, 1, 0);
   ListView_SetExtendedListViewStyle(hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
   ListView_SetImageList(hwnd_, smallIcons, LVSIL_SMALL);
   Sync();
