@@ -16,7 +16,7 @@ constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE
 
 // What a button is wider than its caption, pixels at 100 %: the control's own widths do not follow the scaling. In
 // a narrow window the buttons move together before they take a second line.
-constexpr int kSpare = 12, kLeastSpare = 4;
+constexpr int kSpare = 12, kLeastSpare = 0;
 
 int ContentWidth(const std::string& caption) {
   std::string shown = caption;
