@@ -84,6 +84,22 @@ TEST_F(TrayIconTest, FillsTheRecord) {
   EXPECT_STREQ(shellCalls[2].record.szTip, "Q");
 }
 
+TEST_F(TrayIconTest, KeepsItsPictureUntilTheShellHasTheNextOne) {
+  const auto copy = [] { return Icon(::CopyIcon(::LoadIconA(nullptr, IDI_APPLICATION))); };
+  ICONINFO info{};
+  icon.SetPicture(copy());
+  const HICON first = icon.Picture();
+  icon.Create();
+  EXPECT_EQ(shellCalls[0].record.hIcon, first);
+  EXPECT_TRUE(::GetIconInfo(first, &info));
+  const Bitmap mask(info.hbmMask), colour(info.hbmColor);
+  icon.SetPicture(copy());
+  EXPECT_EQ(shellCalls[1].record.uFlags, 2u);
+  EXPECT_EQ(shellCalls[1].record.hIcon, icon.Picture());
+  EXPECT_NE(icon.Picture(), first);
+  EXPECT_FALSE(::GetIconInfo(first, &info));
+}
+
 TEST_F(TrayIconTest, LongTipsAreCut) {
   icon.SetToolTipText(std::string(200, 'x'));
   EXPECT_EQ(icon.ToolTipText(), std::string(63, 'x'));

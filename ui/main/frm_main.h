@@ -10,7 +10,6 @@
 #include "ui/main/main_menu.h"
 #include "ui/main/user_roster.h"
 #include "ui/toolkit/cool_menu.h"
-#include "ui/toolkit/handles.h"
 #include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
@@ -80,6 +79,7 @@ class FrmMain : public toolkit::Window {
   void ShowStateIcon();
   void ShowStatus();
   void ShowRoster();
+  void AnswerEnter();
   void Hide();
 
   struct Command {
@@ -97,7 +97,6 @@ class FrmMain : public toolkit::Window {
   toolkit::RowsView lvUsers;
   toolkit::TrayIcon TI;
   toolkit::RestingTimer tmrMnu;
-  toolkit::Icon trayIcon_;
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
   bool statBarVisible_ = true;

@@ -53,6 +53,7 @@ void FrmMain::ShowMenuState() {
 }
 
 const FrmMain::Command FrmMain::kCommands[] = {
+    {IDOK, [](FrmMain& form) { form.AnswerEnter(); }},
     {mnuChatAll, [](FrmMain& form) { form.commands_.openChat(EverybodyList()); }},
     {mnuSndAll, [](FrmMain& form) { form.commands_.openComposer(EverybodyList()); }},
     {mnuOpts, [](FrmMain& form) { form.commands_.showOptions(); }},
@@ -89,6 +90,11 @@ void FrmMain::TB_ButtonClick(char key) {
   }
 }
 
+// The dialog keys turn Enter into this command before the list could tell of it.
+void FrmMain::AnswerEnter() {
+  if (::GetFocus() == lvUsers.hwnd()) TB_ButtonClick('a');
+}
+
 void FrmMain::mnuStat_Click(unsigned state) {
   for (unsigned i = 0; i < kStates; ++i) CheckItem(mnuStat + i, i == state);
   core::gStatus = static_cast<std::int16_t>(state);
@@ -122,9 +128,7 @@ void FrmMain::SetUpTray() {
 
 void FrmMain::ShowStateIcon() {
   const int side = ::GetSystemMetrics(SM_CXSMICON);
-  toolkit::Icon icon = toolkit::LoadPicture(res::Strip::Tray, core::gStatus, side);
-  TI.SetIcon(icon.get());
-  trayIcon_ = std::move(icon);
+  TI.SetPicture(toolkit::LoadPicture(res::Strip::Tray, core::gStatus, side));
 }
 
 void FrmMain::ShowTray() {

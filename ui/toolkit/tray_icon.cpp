@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace toolkit {
 namespace {
@@ -79,6 +80,12 @@ void TrayIcon::Destroy() {
 void TrayIcon::SetIcon(HICON icon) {
   record_.hIcon = icon;
   if (active_) Send(NIM_MODIFY, NIF_ICON);
+}
+
+// The former picture goes only after the shell has the new one.
+void TrayIcon::SetPicture(toolkit::Icon picture) {
+  SetIcon(picture.get());
+  picture_ = std::move(picture);
 }
 
 std::string TrayIcon::ToolTipText() const {

@@ -37,9 +37,12 @@ class TrayIcon {
   void Destroy();
   bool Active() const { return active_; }
 
-  // The icon shown; not owned. Shown at once while active, else by the next Create.
+  // The icon shown: a bare handle of somebody else's, or a picture that this object keeps from then on. Shown at once
+  // while active, else by the next Create.
   HICON Icon() const { return record_.hIcon; }
   void SetIcon(HICON icon);
+  HICON Picture() const { return picture_.get(); }
+  void SetPicture(toolkit::Icon picture);
 
   // Cut to what the record holds, 63 bytes.
   std::string ToolTipText() const;
@@ -54,6 +57,7 @@ class TrayIcon {
 
   ShellNotify shell_;
   NOTIFYICONDATAA record_{};
+  toolkit::Icon picture_;
   bool active_ = false;
   bool dispatching_ = false;
 };
