@@ -94,6 +94,10 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND:
       if (LOWORD(wParam) == IDOK) ::DestroyWindow(hwnd());
       return 0;
+    case WM_DESTROY:
+      // Some link controls free the font that they were given; this one is every window's.
+      ::SendMessageA(lnkWeb_, WM_SETFONT, 0, FALSE);
+      return 0;
     default:
       return Window::Handle(message, wParam, lParam);
   }
