@@ -10,6 +10,7 @@
 #include "tests/net/recording_network.h"
 #include "tests/windows/object_count.h"
 #include "tests/windows/window_probe.h"
+#include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
 #include "ui/toolkit/menu_builder.h"
@@ -223,6 +224,47 @@ TEST_F(MainWindowTest, AHundredLanguageChangesLeaveNothingBehind) {
   const toolkit::ObjectCount after = toolkit::CountObjects();
   EXPECT_LE(after.gdi, before.gdi);
   EXPECT_LE(after.user, before.user);
+}
+
+TEST_F(MainWindowTest, EnterInTheRosterWritesAnAlert) {
+  ::SetFocus(List());
+  Select(2);
+  ::SendMessageA(main->hwnd(), WM_COMMAND, IDOK, 0);
+  EXPECT_EQ(done, Texts{"alert bob|"});
+  ::SetFocus(Tools());
+  ::SendMessageA(main->hwnd(), WM_COMMAND, IDOK, 0);
+  EXPECT_EQ(done.size(), 1u);
+}
+
+TEST_F(MainWindowTest, ButtonsStayInOneLineDownToTheLeastWidth) {
+  for (const char* language : {"English",
+                               "Fran\xE7"
+                               "ais",
+                               "Deutsch", "Espa\xF1ol"}) {
+    Speak(language);
+    main->SetLan();
+    main->Move({3000, 3000, kMinWidth.value, kMinHeight.value});
+    RECT first{}, last{};
+    ::SendMessageA(Tools(), TB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+    ::SendMessageA(Tools(), TB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&last));
+    EXPECT_EQ(first.top, last.top) << language;
+  }
+}
+
+// The font of all windows: a link control may take the font that it was given along when it ends.
+TEST(AboutWindow, LeavesTheDialogFontAlone) {
+  const auto weight = [] {
+    LOGFONTA font{};
+    return ::GetObjectA(toolkit::DialogFont(), sizeof font, &font) ? font.lfWeight : -1;
+  };
+  const LONG before = weight();
+  for (int round = 0; round < 3; ++round) {
+    const auto about = std::make_shared<FrmAbout>();
+    about->Load();
+    ::DestroyWindow(about->hwnd());
+  }
+  EXPECT_GE(before, 0);
+  EXPECT_EQ(weight(), before);
 }
 
 TEST_F(MainWindowTest, SafeModeHasPlainMenus) {

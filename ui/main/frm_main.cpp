@@ -9,6 +9,7 @@
 #include "ui/main/main_layout.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
+#include "ui/toolkit/toolbar_keys.h"
 #include "ui/toolkit/window_helpers.h"
 
 namespace mainwindow {
@@ -31,7 +32,7 @@ constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of 
 
 constexpr int kUName = 0, kStat = 1;
 constexpr toolkit::Twips kUNameWidth{1300};
-constexpr int kStatusHeight = 20, kStatusMargin = 4;  // pixels at 100 %
+constexpr int kStatusHeight = 20, kStatusMargin = 4, kToolMargin = 4;  // pixels at 100 %
 
 constexpr DWORD kRosterStyle =
     WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
@@ -64,7 +65,9 @@ void FrmMain::Load() {
 
 void FrmMain::CreateControls() {
   TB.Create(hwnd(), kFirstToolId, kToolButtons);
+  TB.Indent(Px(kToolMargin));
   AnswersKeysOf(TB);
+  toolkit::GiveKeys(TB.hwnd());
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle, WS_EX_CLIENTEDGE);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(kUName, "", Px(kUNameWidth));
@@ -185,7 +188,7 @@ void FrmMain::LayOut() {
 LRESULT FrmMain::Notified(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   LRESULT result = 0;
-  if (header.hwndFrom == lvUsers.hwnd() && (header.code == NM_DBLCLK || header.code == NM_RETURN)) TB_ButtonClick('a');
+  if (header.hwndFrom == lvUsers.hwnd() && header.code == NM_DBLCLK) TB_ButtonClick('a');
   lvUsers.Notify(header, lParam, result);
   return result;
 }
