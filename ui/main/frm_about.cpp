@@ -54,7 +54,7 @@ void FrmAbout::Load() {
   cmdClose_ = AddControl("BUTTON", "&Close", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
   Place();
   SetLan();
-  ::SetFocus(cmdClose_);
+  FocusFirst(cmdClose_);
 }
 
 void FrmAbout::Place() {

@@ -55,9 +55,9 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
 void FrmMain::Load() {
   Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200), Px(320)});
   CreateControls();
-  SetUpMenus();
-  SetUpTray();
   SetLan();
+  SetUpMenus();  // after the first captions were asked for: without any language it keeps the built-in ones
+  SetUpTray();
   SetUpInt();
   LayOut();
   tmrMnu.Start(hwnd(), kTmrMnu);
@@ -74,7 +74,7 @@ void FrmMain::CreateControls() {
   lvUsers.AddColumn(kStat, "", 0);
   users_.lblStat.captionChanged = [this](const std::string&) { statusStale_ = true; };
   lblStat = AddControl("STATIC", "", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS);
-  ::SetFocus(list);
+  FocusFirst(list);
 }
 
 void FrmMain::SetLan() {

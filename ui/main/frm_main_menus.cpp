@@ -34,6 +34,7 @@ void FrmMain::SetUpMenus() {
 }
 
 void FrmMain::SetMenuCaptions() {
+  if (!menu_) return;
   toolkit::TagPictures(kMainMenu, coolMenu_.imageTags);
   coolMenu_.ChangeCaptions([this] { toolkit::SetCaptions(menu_, kMainMenu, Style()); });
   ::DrawMenuBar(hwnd());
@@ -132,6 +133,7 @@ void FrmMain::ShowStateIcon() {
 }
 
 void FrmMain::ShowTray() {
+  toolkit::LoadPictures();  // its menu can be opened while no window is shown
   TI.Create();
   if (!TI.Active()) ShowMe();
 }

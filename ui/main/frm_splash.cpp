@@ -47,6 +47,8 @@ void FrmSplash::Load() {
   label_ = AddControl("STATIC", kDoing, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   picDot_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kDotId);
   lblVer_ = AddControl("STATIC", core::gVersion.c_str(), SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  pictureIcon_ =
+      toolkit::LoadPicture(res::Strip::Splash, res::kSplashPicture, toolkit::PictureSize(res::Strip::Splash));
   versionFont_ = VersionFont();
   ::SendMessageA(lblVer_, WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
   PlaceControls();
@@ -70,6 +72,9 @@ LRESULT FrmSplash::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
       Timer1Timer();
       return 0;
+    case WM_SHOWWINDOW:
+      return ::DefWindowProcA(hwnd(), message, wParam,
+                              lParam);  // needs none of the others' pictures, and is in a hurry
     case WM_DRAWITEM:
       Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return TRUE;
@@ -98,8 +103,8 @@ void FrmSplash::Timer1Timer() {
 void FrmSplash::Draw(const DRAWITEMSTRUCT& request) const {
   if (request.CtlID == kDotId) return DrawDot(request.hDC, request.rcItem);
   ::FillRect(request.hDC, &request.rcItem, ::GetSysColorBrush(COLOR_WINDOW));
-  ::ImageList_Draw(toolkit::SharedPictures(res::Strip::Splash), res::kSplashPicture, request.hDC, 0, 0,
-                   ILD_TRANSPARENT);
+  const int side = toolkit::PictureSize(res::Strip::Splash);
+  ::DrawIconEx(request.hDC, 0, 0, pictureIcon_.get(), side, side, 0, nullptr, DI_NORMAL);
 }
 
 void FrmSplash::DrawDot(HDC dc, const RECT& inner) const {

@@ -23,6 +23,7 @@ class FrmSplash : public toolkit::Window {
   void DrawDot(HDC dc, const RECT& inner) const;
 
   HWND picture1_ = nullptr, label_ = nullptr, picDot_ = nullptr, lblVer_ = nullptr;
+  toolkit::Icon pictureIcon_;
   toolkit::Font versionFont_;
   toolkit::RestingTimer Timer1;
   int pulse_ = 0;

@@ -16,15 +16,28 @@ HICON LoadIconResource(int number, int side, UINT flags) {
       ::LoadImageA(Instance(), MAKEINTRESOURCEA(number), IMAGE_ICON, side, side, LR_DEFAULTCOLOR | flags));
 }
 
-ImageList LoadStrip(res::Strip strip) {
-  const res::StripInfo& info = res::InfoOf(strip);
-  const int side = PictureSize(strip);
-  ImageList list(::ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, info.count, 0));
-  for (int i = 0; i < info.count; ++i) {
-    const Icon icon = LoadPicture(strip, i, side);
-    ::ImageList_ReplaceIcon(list.get(), -1, icon.get());
-  }
+struct StripPictures {
+  ImageList list;
+  bool loaded = false;
+};
+
+std::array<StripPictures, std::size(res::kStrips)> gStrips;
+bool gLoadAtOnce = false;
+
+ImageList MakeEmpty(res::Strip strip) {
+  const int side = PictureSize(strip), count = res::InfoOf(strip).count;
+  ImageList list(::ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, count, 0));
+  ::ImageList_SetImageCount(list.get(), static_cast<UINT>(count));
   return list;
+}
+
+void Load(res::Strip strip, StripPictures& pictures) {
+  if (!pictures.list || pictures.loaded) return;
+  pictures.loaded = true;
+  for (int i = 0; i < res::InfoOf(strip).count; ++i) {
+    const Icon icon = LoadPicture(strip, i, PictureSize(strip));
+    ::ImageList_ReplaceIcon(pictures.list.get(), i, icon.get());
+  }
 }
 
 }  // namespace
@@ -36,10 +49,15 @@ Icon LoadPicture(res::Strip strip, int picture, int side) {
 }
 
 HIMAGELIST SharedPictures(res::Strip strip) {
-  static std::array<ImageList, std::size(res::kStrips)> lists;
-  ImageList& list = lists[static_cast<std::size_t>(strip)];
-  if (!list) list = LoadStrip(strip);
-  return list.get();
+  StripPictures& pictures = gStrips[static_cast<std::size_t>(strip)];
+  if (!pictures.list) pictures.list = MakeEmpty(strip);
+  if (gLoadAtOnce) Load(strip, pictures);
+  return pictures.list.get();
+}
+
+void LoadPictures() {
+  gLoadAtOnce = true;
+  for (std::size_t i = 0; i < gStrips.size(); ++i) Load(static_cast<res::Strip>(i), gStrips[i]);
 }
 
 HICON ProgramIcon(int widthMetric) {

@@ -15,12 +15,17 @@ HINSTANCE Instance() { return ::GetModuleHandleA(nullptr); }
 
 Window* ObjectOf(HWND hwnd) { return reinterpret_cast<Window*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
 
+BOOL CALLBACK TellColours(HWND control, LPARAM) {
+  ::SendMessageA(control, WM_SYSCOLORCHANGE, 0, 0);
+  return TRUE;
+}
+
 void SetObject(HWND hwnd, Window* window) {
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
 }
 
-// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program goes
-// on. Nothing may leave the procedure, Windows cannot carry it.
+// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program
+// goes on. Nothing may leave the procedure, Windows cannot carry it.
 template <class Event>
 LRESULT Guarded(Event event) {
   try {
@@ -62,15 +67,17 @@ void Window::Create(const WindowStyle& style, const char* caption, RECT place, H
 
 HWND Window::AddControl(const char* className, const char* text, DWORD style, DWORD exStyle, int id) {
   const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
-  const HWND control = ::CreateWindowExA(exStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, hwnd_,
-                                         menu, Instance(), nullptr);
+  const HWND control = ::CreateWindowExA(exStyle, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, hwnd_, menu,
+                                         Instance(), nullptr);
+  ::SetWindowTextA(control, text);  // the text of a window in the making is limited to 32 K characters
   ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
   return control;
 }
 
 void Window::Raise() {
-  if (::IsIconic(hwnd_)) ::ShowWindow(hwnd_, SW_RESTORE);
-  ::ShowWindow(hwnd_, SW_SHOW);
+  // A process's first SW_SHOW may be overruled by how it was started ("run minimised"), the restoring one is not.
+  const bool asItWas = ::IsWindowVisible(hwnd_) && !::IsIconic(hwnd_);
+  ::ShowWindow(hwnd_, asItWas || ::IsZoomed(hwnd_) ? SW_SHOW : SW_RESTORE);
   ::SetForegroundWindow(hwnd_);
 }
 
@@ -103,6 +110,12 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = ::GetFocus();
       break;
+    case WM_SHOWWINDOW:
+      if (wParam) LoadPictures();
+      break;
+    case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
+      ::EnumChildWindows(hwnd_, TellColours, 0);
+      break;
     case WM_SETFOCUS:
       if (lastFocus_ && ::IsChild(hwnd_, lastFocus_)) ::SetFocus(lastFocus_);
       return 0;
@@ -119,8 +132,8 @@ bool Window::Translate(MSG& message) {
   return false;
 }
 
-// Ours, or null: boxes and other dialogs keep something else where our windows keep their object. The class is asked, since
-// the window's own procedure may be replaced by the one that draws its menus.
+// Ours, or null: boxes and other dialogs keep something else where our windows keep their object. The class is asked,
+// since the window's own procedure may be replaced by the one that draws its menus.
 Window* Window::Of(HWND hwnd) {
   const bool ours = hwnd && ::GetClassLongPtrA(hwnd, GCLP_WNDPROC) == reinterpret_cast<ULONG_PTR>(&Window::Procedure);
   return ours ? ObjectOf(hwnd) : nullptr;

@@ -1,8 +1,8 @@
 // The base of every window of the program: a class registered under the window's name, a procedure that no exception
 // leaves, and the keyboard of a dialog (Tab, Alt+letter) in every window.
 //
-// A window is owned by whoever opened it, through a shared_ptr. While one of its messages is handled the procedure holds a
-// reference of its own, so that a window may be dropped from inside its own handler.
+// A window is owned by whoever opened it, through a shared_ptr. While one of its messages is handled the procedure
+// holds a reference of its own, so that a window may be dropped from inside its own handler.
 #pragma once
 
 #include <windows.h>
@@ -49,6 +49,10 @@ class Window : public std::enable_shared_from_this<Window> {
 
   // A child control in the dialog font. Its place comes from the layout.
   HWND AddControl(const char* className, const char* text, DWORD style, DWORD exStyle = 0, int id = 0);
+
+  // The control that gets the keyboard when the window is activated for the first time. Giving it at once would
+  // activate a hidden window.
+  void FocusFirst(HWND control) { lastFocus_ = control; }
 
   // Toolbars whose captions answer Alt+letter.
   void AnswersKeysOf(Toolbar& toolbar) { toolbars_.push_back(&toolbar); }
