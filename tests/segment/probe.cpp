@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <psapi.h>
+#include <shellapi.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -234,6 +235,15 @@ void Broadcast(const Fields& fields) {
   ::PostMessageA(HWND_BROADCAST, ::RegisterWindowMessageA(fields.at(1).c_str()), 0, 0);
 }
 
+// The shell forgets the icon of a window; its owner does not hear of it.
+void LoseIcon(const Fields& fields) {
+  NOTIFYICONDATAA icon{};
+  icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
+  icon.hWnd = Window(fields.at(1));
+  icon.uID = 1;
+  if (!::Shell_NotifyIconA(NIM_DELETE, &icon)) throw std::runtime_error("no such icon");
+}
+
 double Seconds(FILETIME time) {
   ULARGE_INTEGER units;
   units.LowPart = time.dwLowDateTime;
@@ -259,6 +269,7 @@ void Answer(const std::string& line) {
       {"windows", Windows},   {"children", Children},   {"settext", SetText}, {"type", Type},
       {"post", Post},         {"send", SendAndPrint},   {"rows", Rows},       {"select", Select},
       {"registry", Registry}, {"broadcast", Broadcast}, {"process", Process}, {"show", Show},
+      {"loseicon", LoseIcon},
   };
   try {
     const Fields fields = Split(line);

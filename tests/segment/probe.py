@@ -136,6 +136,10 @@ class Probe:
         """Posts a registered message (TaskbarCreated, say) to all windows."""
         self.ask("broadcast", message_name)
 
+    def lose_icon(self, owner):
+        """Takes the icon of a window out of the notification area, as a shell that breaks down does."""
+        self.ask("loseicon", owner.handle)
+
     def process(self, number):
         """Private bytes and processor seconds of a process."""
         memory, seconds = self.ask("process", number)[0].split("\t")

@@ -65,10 +65,16 @@ class Screen:
 
     def double_click_tray(self):
         """Double-clicks the rightmost icon of the notification area, the first that came in."""
+        self._click_tray("--repeat", "2", "--delay", "50", "1")
+
+    def click_tray(self, button=1):
+        """Clicks the same icon once."""
+        self._click_tray(str(button))
+
+    def _click_tray(self, *click):
         width, height = self._size
         middle = _TRAY_HEIGHT // 2
-        self.xdotool("mousemove", str(width - middle), str(height - middle), "click", "--repeat", "2", "--delay", "50",
-                     "1")
+        self.xdotool("mousemove", str(width - middle), str(height - middle), "click", *click)
 
     def xdotool(self, *arguments):
         """Plays keys and clicks; returns what xdotool prints."""
