@@ -23,8 +23,10 @@ std::size_t NameHash::operator()(std::string_view name) const {
   for (const char byte : name) {
     const auto folded = static_cast<unsigned char>(lower[static_cast<unsigned char>(byte)]);
     hash = (hash ^ folded) * kGoldenRatio;
+    hash ^=
+        hash >> 32;  // or the low byte would depend on a few bits of the seed only, and collisions could be computed
   }
-  return static_cast<std::size_t>(hash ^ (hash >> 32));  // the upper half is the well-mixed one
+  return static_cast<std::size_t>(hash);
 }
 
 }  // namespace core

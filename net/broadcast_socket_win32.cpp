@@ -185,6 +185,7 @@ bool BroadcastSocket::ReadOne() {
 // the speed. Looks now and then only, because asking is not cheap.
 void BroadcastSocket::LetOthersRun() {
   if (lastRead_ - lastTurn_ < kTurn) return;
+  lastTurn_ = lastRead_;  // a timer that lets events run must not come back here
   const DWORD waiting = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER));
   if (waiting & QS_INPUT)
     resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;

@@ -68,7 +68,8 @@ void FrmMain::CreateControls() {
   TB.Indent(Px(kToolMargin));
   AnswersKeysOf(TB);
   toolkit::GiveKeys(TB.hwnd());
-  const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle, WS_EX_CLIENTEDGE);
+  // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
+  const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(kUName, "", Px(kUNameWidth));
   lvUsers.AddColumn(kStat, "", 0);

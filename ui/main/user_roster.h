@@ -78,7 +78,7 @@ class UserRoster : public core::Roster {
     friend bool operator==(const Counted&, const Counted&) = default;
   };
 
-  int IconOf(std::string_view user) const { return IsBlocked(user) ? kBlockedIcon : kUserIcon; }
+  int IconOf(std::string_view user) const { return !IsNoUser(user) && IsBlocked(user) ? kBlockedIcon : kUserIcon; }
   void MarkRows(std::string_view user);
   void MarkAllRows();
   std::string CountsText() const;
