@@ -143,15 +143,19 @@ class Copy:
         self.probe.click_tool(composer, SEND_TOOL)
         self.probe.wait_gone(composer)
 
-    def popup_at_rest(self):
-        """The popup that came in, once it has stopped sliding, and its texts."""
+    def at_rest(self, class_name):
+        """The visible window of a class, once it neither moves nor changes: the window manager moves new windows too."""
 
         def rested():
-            before = self.probe.wait_for("frmPop")
+            before = self.probe.wait_for(class_name)
             time.sleep(0.3)
-            return before if before == self.probe.wait_for("frmPop") else None
+            return before if before == self.probe.wait_for(class_name) else None
 
-        popup = probe.wait(rested)
+        return probe.wait(rested)
+
+    def popup_at_rest(self):
+        """The popup that came in, once it has stopped sliding, and its texts."""
+        popup = self.at_rest("frmPop")
         return popup, [child.text for child in self.probe.children(popup, "Static") if child.text.endswith("\r\n")]
 
     def run_value(self):

@@ -98,11 +98,12 @@ class Conversations(unittest.TestCase):
             self.assertEqual(len(copy.probe.windows("frmChat")), 1)
 
     def test_3_a_closed_window_opens_anew_where_it_was(self):
-        window = self._open_chat(self.anna, "bob")
+        self._open_chat(self.anna, "bob")
+        window = self.anna.at_rest("frmChat")
         self.anna.probe.post(window, probe.WM_CLOSE)
         self.anna.probe.wait_gone(window)
         self.wire.send("bob|P/\xdeStill there?|anna")
-        again = self.anna.probe.wait_for("frmChat")
+        again = self.anna.at_rest("frmChat")
         self._wait_for_text(self.anna, again, "bob:\tStill there?\r\n")
         self.assertEqual((again.left, again.top, again.right, again.bottom),
                          (window.left, window.top, window.right, window.bottom))
