@@ -1,28 +1,40 @@
 #include "core/box_queue.h"
 
+#include <string_view>
 #include <utility>
 
 namespace core {
 
 namespace {
 
-// What a box on a small screen can show: so many rows of so many characters, and a title of one row.
-constexpr std::size_t kMostRows = 30, kCharactersInRow = 90;
+// What a box on a small screen can show: so many rows of so many characters, which is where a box wraps in the
+// narrowest case, and a title of one row.
+constexpr std::size_t kMostRows = 30, kCharactersInRow = 40;
 constexpr std::size_t kMostTitle = 200;
 constexpr char kCut[] = "...";
 
-// The number of characters that stand in the first kMostRows rows.
-std::size_t FittingCharacters(const std::string& text) {
-  std::size_t rows = 1, column = 0;
+bool IsBreak(char c) { return c == '\r' || c == '\n'; }
+
+// As much of the text as stands in the first kMostRows rows. A box wraps at blanks only: a word without end gets line
+// breaks, or it would carry the button off the side of the screen.
+std::string Fitting(std::string_view text) {
+  std::string fitting;
+  std::size_t rows = 1, column = 0, word = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool breaks = text[i] == '\n';
-    if (breaks || column == kCharactersInRow) {
-      if (++rows > kMostRows) return i;
+    const bool isBreak = IsBreak(text[i]);
+    const bool endsRow = isBreak && !text.substr(i).starts_with("\r\n");
+    const bool wordIsFull = word == kCharactersInRow && !isBreak && text[i] != ' ';
+    const bool rowIsFull = column == kCharactersInRow && !isBreak;
+    if (endsRow || wordIsFull || rowIsFull) {
+      if (++rows > kMostRows) return fitting + kCut;
       column = 0;
     }
-    if (!breaks) ++column;
+    if (wordIsFull) fitting += "\r\n";
+    word = isBreak || text[i] == ' ' ? 0 : (wordIsFull ? 0 : word) + 1;
+    column += isBreak ? 0 : 1;
+    fitting += text[i];
   }
-  return text.size();
+  return fitting;
 }
 
 void CutTo(std::size_t characters, std::string& text) {
@@ -35,7 +47,7 @@ void CutTo(std::size_t characters, std::string& text) {
 
 void BoxQueue::Post(Box box) {
   if (waiting_.size() >= kMaxWaitingBoxes) return;
-  CutTo(FittingCharacters(box.text), box.text);
+  box.text = Fitting(box.text);
   CutTo(kMostTitle, box.title);
   waiting_.push_back(std::move(box));
 }
