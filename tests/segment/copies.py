@@ -113,6 +113,7 @@ class Copy:
         main = self.probe.wait_for("frmMain", visible=False)
         if not main.visible:
             self.prefix.screen.double_click_tray()
+            probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()))
         return self.probe.wait_for("frmMain")
 
     def open_composer(self, recipient):

@@ -152,6 +152,9 @@ void SendAndPrint(const Fields& fields) {
   std::printf("%lld\n", static_cast<long long>(result));
 }
 
+// The window that has the keyboard's attention.
+void Foreground(const Fields&) { PrintWindow(::GetForegroundWindow()); }
+
 // Shows a window as another program may: without taking the focus.
 void Show(const Fields& fields) { ::ShowWindowAsync(Window(fields.at(1)), SW_SHOWNA); }
 
@@ -266,9 +269,19 @@ void Process(const Fields& fields) {
 
 void Answer(const std::string& line) {
   static const std::map<std::string, void (*)(const Fields&)> commands{
-      {"windows", Windows},   {"children", Children},   {"settext", SetText}, {"type", Type},
-      {"post", Post},         {"send", SendAndPrint},   {"rows", Rows},       {"select", Select},
-      {"registry", Registry}, {"broadcast", Broadcast}, {"process", Process}, {"show", Show},
+      {"windows", Windows},
+      {"children", Children},
+      {"settext", SetText},
+      {"type", Type},
+      {"post", Post},
+      {"send", SendAndPrint},
+      {"rows", Rows},
+      {"select", Select},
+      {"registry", Registry},
+      {"broadcast", Broadcast},
+      {"process", Process},
+      {"show", Show},
+      {"foreground", Foreground},
       {"loseicon", LoseIcon},
   };
   try {

@@ -78,6 +78,10 @@ class Probe:
         """All top-level windows, or those of one class."""
         return [_window(line) for line in self.ask("windows", *([class_name] if class_name else []))]
 
+    def foreground(self):
+        """The window that has the keyboard, or none."""
+        return [_window(line) for line in self.ask("foreground")]
+
     def children(self, window, class_name=None):
         """All descendants of a window, or those of one class (told ignoring case, as Windows does)."""
         found = [_window(line) for line in self.ask("children", window.handle)]

@@ -75,7 +75,18 @@ class WineSystem:
         number = next(self._numbers)
         prefix = f"{self._memory}/prefix-{number}" if not self.root else f"/prefix-{number}"
         _mount_layer(_TEMPLATE, self.root + prefix, f"{self._memory}/layer-{number}")
+        self._name_server_folder(self.root + prefix)
         return prefix
+
+    @staticmethod
+    def _name_server_folder(prefix):
+        # Debian's Wine makes a folder for the sockets of its server at the first start and notes its name in the prefix.
+        # Two programs that start at once would both do so, and one of them would fail.
+        name = "wine-server"
+        os.mkdir(f"{prefix}/{name}", 0o700)
+        with open(f"{prefix}/wineserver", "w", encoding="ascii") as file:
+            file.write(name)
+        os.chmod(f"{prefix}/wineserver", 0o400)
 
     def show(self, directory):
         """Shows a directory of the host inside the system under its own name, where that is not so anyway."""
