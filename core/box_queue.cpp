@@ -7,9 +7,9 @@ namespace core {
 
 namespace {
 
-// What a box on a small screen can show: so many rows of so many characters, which is where a box wraps in the
-// narrowest case, and a title of one row.
-constexpr std::size_t kMostRows = 30, kCharactersInRow = 40;
+// What a box on a small screen can show: so many rows of so many characters, and a title of one row. A box wraps about
+// there in ordinary text; in the widest letters each row takes two, and the button is still on the screen.
+constexpr std::size_t kMostRows = 24, kCharactersInRow = 40;
 constexpr std::size_t kMostTitle = 200;
 constexpr char kCut[] = "...";
 

@@ -46,12 +46,12 @@ TEST(BoxQueue, KeepsTheBeginningOfAnEnormousBox) {
   };
   std::string words, rows;
   for (int i = 0; i < 1000; ++i) words += "words ends ", rows += std::string(40, 'x') + "\r\n";
-  EXPECT_EQ(shown(words), words.substr(0, 30 * 40) + "...");
-  EXPECT_EQ(shown(words.substr(0, 30 * 40)), words.substr(0, 30 * 40)) << "what fits stays as it is";
-  EXPECT_EQ(shown(std::string(40000, 'x')), rows.substr(0, 30 * 42 - 2) + "...");
-  EXPECT_EQ(shown(rows), rows.substr(0, 30 * 42 - 1) + "...");
-  EXPECT_EQ(shown(std::string(1000, '\r')), std::string(29, '\r') + "...");
-  EXPECT_EQ(shown(std::string(1000, '\n')), std::string(29, '\n') + "...");
+  EXPECT_EQ(shown(words), words.substr(0, 24 * 40) + "...");
+  EXPECT_EQ(shown(words.substr(0, 24 * 40)), words.substr(0, 24 * 40)) << "what fits stays as it is";
+  EXPECT_EQ(shown(std::string(40000, 'x')), rows.substr(0, 24 * 42 - 2) + "...");
+  EXPECT_EQ(shown(rows), rows.substr(0, 24 * 42 - 1) + "...");
+  EXPECT_EQ(shown(std::string(1000, '\r')), std::string(23, '\r') + "...");
+  EXPECT_EQ(shown(std::string(1000, '\n')), std::string(23, '\n') + "...");
 }
 
 TEST(BoxQueue, KeepsATitleOfOneRow) {
