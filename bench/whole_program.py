@@ -65,7 +65,7 @@ class Subject:
         """Starts the program; returns the seconds until its first packet."""
         start = self._rig.wire.mark()
         known = set(_process_ids(self._exe))
-        began = time.monotonic()
+        began = time.time()
         self.prefix.start(self._place, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         arrived = self._rig.wire.wait_for(self._first_packet, 30, start).time
         self.process = next(iter(set(_process_ids(self._exe)) - known))

@@ -45,7 +45,6 @@ class Copy:
         self.prefix = wine.Prefix(system, host, on_screen, user=user, dpi=dpi)
         self.folder = self.prefix.install(PROGRAM_FOLDER)
         self._environment = {}
-        self.started = None
         self.process = None
         self._probe = None
 
@@ -61,8 +60,7 @@ class Copy:
         return self
 
     def start(self, *arguments):
-        """Starts the program; `started` is the time of it."""
-        self.started = time.monotonic()
+        """Starts the program; returns the copy itself."""
         self.process = self.start_another(*arguments)
         return self
 

@@ -39,7 +39,7 @@ def _start_partners():
 
 def _print_packets(ear):
     """Prints what is heard, as it is heard."""
-    begin = time.monotonic()
+    begin = time.time()
 
     def print_news():
         printed = 0

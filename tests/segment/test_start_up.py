@@ -82,8 +82,8 @@ class FirstStart(unittest.TestCase):
         self.assertIsNone(self.copy.run_value())
         saved, logged = (os.stat(f"{self.copy.folder}/{name}").st_mtime for name in ("User.ini", "Log.txt"))
         tolerance = 0.02  # the file system's clock is a coarse one
-        self.assertLess(saved, leave.wall_time + tolerance)
-        self.assertGreater(logged, leave.wall_time - tolerance)
+        self.assertLess(saved, leave.time + tolerance)
+        self.assertGreater(logged, leave.time - tolerance)
 
 
 class KnownUser(unittest.TestCase):

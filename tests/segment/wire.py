@@ -1,6 +1,7 @@
 """The segment's packets, with the time of their arrival; and packets of the tests' own."""
 
 import socket
+import struct
 import subprocess
 import threading
 import time
@@ -8,11 +9,12 @@ from dataclasses import dataclass
 
 PORT = 1414
 
+_SO_TIMESTAMPNS = 35  # Python's socket module does not name it
+
 
 @dataclass(frozen=True)
 class Packet:
-    time: float  # seconds on the monotonic clock
-    wall_time: float  # seconds since the epoch, to be compared with those of files
+    time: float  # seconds since the epoch, as the kernel noted them
     source: str  # address of the sender
     text: str  # one character a byte
 
@@ -25,6 +27,7 @@ class Wire:
         for option in (socket.SO_REUSEADDR, socket.SO_BROADCAST):
             self._socket.setsockopt(socket.SOL_SOCKET, option, 1)
         self._socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 8 << 20)
+        self._socket.setsockopt(socket.SOL_SOCKET, _SO_TIMESTAMPNS, 1)
         self._socket.bind(("0.0.0.0", port))
         self._port = port
         self._packets = []
@@ -33,8 +36,10 @@ class Wire:
 
     def _listen(self):
         while True:
-            data, (source, _) = self._socket.recvfrom(65535)
-            packet = Packet(time.monotonic(), time.time(), source, data.decode("latin-1"))
+            # A busy machine hands packets over late, so the time is the kernel's and not that of the handing over.
+            data, notes, _, (source, _) = self._socket.recvmsg(65535, 64)
+            seconds, nanoseconds = struct.unpack("qq", notes[0][2])
+            packet = Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1"))
             with self._news:
                 self._packets.append(packet)
                 self._news.notify_all()
