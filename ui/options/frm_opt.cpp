@@ -12,6 +12,7 @@
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/names.h"
 #include "ui/options/palette.h"
+#include "ui/toolkit/modal.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
@@ -289,13 +290,13 @@ void FrmOpt::Accept() {
   }
   ChangeLanguage();
   WriteSets();
-  ::DestroyWindow(hwnd());
+  toolkit::CloseModal(*this);
 }
 
 void FrmOpt::CloseClicked() {
   if (accepting_) return;
   if (atStartUp) return commands_.shutDown();
-  ::DestroyWindow(hwnd());
+  toolkit::CloseModal(*this);
 }
 
 // The question is put in the language that is offered, and in English for whoever chose it by mistake. A language file

@@ -1,5 +1,6 @@
 #include "ui/toolkit/modal.h"
 
+#include <utility>
 #include <vector>
 
 #include "core/event_loop_win32.h"
@@ -16,18 +17,32 @@ BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
 // Disables the program's windows but for one, and enables the same ones again.
 class OthersDisabled {
  public:
-  explicit OthersDisabled(HWND except) {
+  explicit OthersDisabled(HWND except) : except_(except) {
     ::EnumThreadWindows(::GetCurrentThreadId(), Collect, reinterpret_cast<LPARAM>(&others_));
     std::erase(others_, except);
     for (const HWND other : others_) ::EnableWindow(other, FALSE);
+    gModal.push_back(this);
   }
   OthersDisabled(const OthersDisabled&) = delete;
   OthersDisabled& operator=(const OthersDisabled&) = delete;
   ~OthersDisabled() {
-    for (const HWND other : others_) ::EnableWindow(other, TRUE);
+    Enable();
+    std::erase(gModal, this);
+  }
+
+  void Enable() {
+    for (const HWND other : std::exchange(others_, {})) ::EnableWindow(other, TRUE);
+  }
+
+  static void EnableAround(HWND hwnd) {
+    for (OthersDisabled* modal : gModal)
+      if (modal->except_ == hwnd) modal->Enable();
   }
 
  private:
+  static inline std::vector<OthersDisabled*> gModal;
+
+  HWND except_;
   std::vector<HWND> others_;
 };
 
@@ -44,6 +59,12 @@ void RunModal(Window& window) {
   }
   if (::IsWindow(before)) ::SetActiveWindow(before);
   if (window.hwnd()) ::DestroyWindow(window.hwnd());
+}
+
+void CloseModal(Window& window) {
+  const HWND hwnd = window.hwnd();
+  OthersDisabled::EnableAround(hwnd);
+  ::DestroyWindow(hwnd);
 }
 
 }  // namespace toolkit
