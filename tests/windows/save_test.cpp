@@ -101,11 +101,11 @@ TEST_F(SaveDialog, AnotherTypeChangesNameAndList) {
 }
 
 TEST_F(SaveDialog, FoldersOpenByDoubleClickAndKeepTheName) {
-  Type("new");
+  Type("no folder\\new");
   const auto count = ::SendMessageA(Item(kFolders), LB_GETCOUNT, 0, 0);
   Choose(kFolders, static_cast<int>(count) - 1, LB_SETCURSEL, LBN_DBLCLK);
   Click(IDOK);
-  EXPECT_EQ(form->Result(), folder + "\\inner\\new.txt");
+  EXPECT_EQ(form->Result(), folder + "\\inner\\no folder\\new.txt");
 }
 
 TEST_F(SaveDialog, AnAncestorOpensToo) {

@@ -67,7 +67,7 @@ void FrmSave::Load() {
   Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, "Save File", place, ::GetActiveWindow());
   CreateControls();
   SetLan();
-  GoTo(ClosedFolder(DocumentsFolder()));
+  OrTell([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
   ::SetFocus(txtFileName);
 }
 
@@ -185,16 +185,16 @@ void FrmSave::cmdSave_Click() {
       pattern_ = decision.text;
       return rFileList();
     case SaveAction::GoTo:
-      return GoTo(decision.text);
+      return OrTell([this, &decision] { SetLocation(decision.text); });
     case SaveAction::Save:
       result_ = decision.text;
-      ::DestroyWindow(hwnd());
+      CloseModal(*this);
   }
 }
 
 void FrmSave::cmdClose_Click() {
   result_.clear();
-  ::DestroyWindow(hwnd());
+  CloseModal(*this);
 }
 
 void FrmSave::txtFileType_Click() {
@@ -207,12 +207,7 @@ void FrmSave::txtFileType_Click() {
 void FrmSave::Drive1_Change() {
   const int index = SelectedIn(Drive1);
   if (index < 0) return;
-  try {
-    OpenFolder(drives_[static_cast<std::size_t>(index)]);
-  } catch (const core::RuntimeError&) {
-    SelectDrive();
-    core::ShowBox({.text = core::GetText(kCannotOpenCode), .icon = core::BoxIcon::Exclamation});
-  }
+  OrTell([this, index] { OpenFolder(drives_[static_cast<std::size_t>(index)]); });
 }
 
 void FrmSave::List1_Click() { ShowName(List1.TextAt(List1.Selection())); }
@@ -223,13 +218,13 @@ void FrmSave::OpenSelectedFolder() {
   const auto index = static_cast<std::size_t>(selection);
   std::string folder = FolderOf(steps_, index + 1);
   if (index >= steps_.size()) folder += ClosedFolder(Dir1.TextAt(selection));
-  GoTo(folder + TextOf(txtFileName));
+  OrTell([this, &folder] { OpenFolder(folder); });
 }
 
-// SetLocation for the user: what cannot be opened is told, and nothing has changed.
-void FrmSave::GoTo(const std::string& path) {
+// What cannot be opened is told, and nothing has changed.
+void FrmSave::OrTell(const std::function<void()>& open) {
   try {
-    SetLocation(path);
+    open();
   } catch (const core::RuntimeError&) {
     SelectDrive();
     core::ShowBox({.text = core::GetText(kCannotOpenCode), .icon = core::BoxIcon::Exclamation});

@@ -1,6 +1,7 @@
 // The program's own dialog for the name of a file to save.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -44,7 +45,7 @@ class FrmSave : public Window {
   void Drive1_Change();
   void List1_Click();
   void OpenSelectedFolder();
-  void GoTo(const std::string& path);
+  void OrTell(const std::function<void()>& open);
   void OpenFolder(const std::string& folder);
   void SelectDrive();
   void ShowFiles();
