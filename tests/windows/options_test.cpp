@@ -18,6 +18,7 @@
 #include "ui/options/drawn_images.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
+#include "ui/toolkit/modal.h"
 
 namespace options {
 namespace {
@@ -176,6 +177,29 @@ TEST_F(OptionsDialog, AnUnknownColourOrSoundSelectsNothingAndStays) {
   EXPECT_EQ(core::gSound, "gone.wav");
   EXPECT_EQ(core::gPopPos, 0);
   EXPECT_EQ(core::gLanguage, "Klingon");
+}
+
+TEST_F(OptionsDialog, NamesOfAnyLengthComeBackWhole) {
+  const std::string longName(10'000, 'x');
+  program.users.blocked = {longName};
+  program.users.groups = {longName + "|" + longName + "|"};
+  const auto blocked = program.users.blocked, groups = program.users.groups;
+  Open();
+  Press(kFirstCommandButton);
+  EXPECT_EQ(program.users.blocked, blocked);
+  EXPECT_EQ(program.users.groups, groups);
+}
+
+TEST_F(OptionsDialog, ClosingLeadsBackToTheWindowBefore) {
+  const HWND before =
+      ::CreateWindowA("EDIT", "", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+  bool usable = false;
+  form->onDestroyed = [&] { usable = ::IsWindowEnabled(before); };
+  form->Load();
+  ::PostMessageA(form->hwnd(), WM_COMMAND, kFirstCommandButton + 1, 0);
+  toolkit::RunModal(*form);
+  EXPECT_TRUE(usable);
+  ::DestroyWindow(before);
 }
 
 TEST_F(OptionsDialog, SwatchesAndPositionsLookAsTheySay) {

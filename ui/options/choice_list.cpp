@@ -3,7 +3,7 @@
 namespace options {
 namespace {
 
-constexpr int kMostText = 1024;  // characters that a row gives back; the text boxes take fewer
+constexpr std::size_t kUsualText = 256;  // characters
 
 }  // namespace
 
@@ -30,12 +30,16 @@ void ChoiceList::Select(int index) {
 }
 
 std::string ChoiceList::TextAt(int index) const {
-  char text[kMostText] = "";
-  LVITEMA item{};
-  item.pszText = text;
-  item.cchTextMax = kMostText;
-  ::SendMessageA(hwnd_, LVM_GETITEMTEXTA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-  return item.pszText;
+  for (std::size_t room = kUsualText;; room *= 2) {
+    std::string text(room, '\0');
+    LVITEMA item{};
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(room);
+    const LRESULT length =
+        ::SendMessageA(hwnd_, LVM_GETITEMTEXTA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+    text.resize(static_cast<std::size_t>(length));
+    if (text.size() + 1 < room) return text;
+  }
 }
 
 void ChoiceList::SetText(int index, const std::string& text) {

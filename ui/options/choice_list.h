@@ -29,6 +29,7 @@ class ChoiceList {
   // Selects a row and scrolls it into view.
   void Select(int index);
 
+  // Whole, whatever its length: a name that is heard may fill a datagram.
   std::string TextAt(int index) const;
   void SetText(int index, const std::string& text);
   std::vector<std::string> Texts() const;

@@ -1,11 +1,13 @@
 #include "ui/options/group_tree.h"
 
+#include <cstring>
+
 #include "res/pictures.h"
 
 namespace options {
 namespace {
 
-constexpr int kMostText = 1024;  // characters that a node gives back; the text boxes take fewer
+constexpr std::size_t kUsualText = 256;  // characters
 
 int PictureOf(NodeKind kind) {
   switch (kind) {
@@ -100,14 +102,17 @@ NodeKind GroupTree::KindOf(HTREEITEM node) const {
 }
 
 std::string GroupTree::TextOf(HTREEITEM node) const {
-  char text[kMostText] = "";
-  TVITEMA item{};
-  item.mask = TVIF_TEXT;
-  item.hItem = node;
-  item.pszText = text;
-  item.cchTextMax = kMostText;
-  ::SendMessageA(hwnd_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-  return item.pszText;
+  for (std::size_t room = kUsualText;; room *= 2) {
+    std::string text(room, '\0');
+    TVITEMA item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = node;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(room);
+    ::SendMessageA(hwnd_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    text.resize(std::strlen(text.c_str()));  // a text that does not fit need not be ended
+    if (text.size() + 1 < room) return text;
+  }
 }
 
 bool GroupTree::HasChild(HTREEITEM parent, const std::string& text) const {
