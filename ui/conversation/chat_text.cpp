@@ -1,7 +1,5 @@
 #include "ui/conversation/chat_text.h"
 
-#include <richedit.h>
-
 #include <algorithm>
 #include <new>
 
@@ -62,7 +60,8 @@ std::string StreamOut(HWND box, WPARAM format) {
   return bytes;
 }
 
-// Painting once at the end instead of after each step makes a line ten times cheaper.
+// The box would paint itself at each step, and what a painting costs grows with the conversation. So it is painted when
+// the program has nothing else to do, once for all lines that have come meanwhile.
 class WithoutPainting {
  public:
   explicit WithoutPainting(HWND hwnd) : hwnd_(hwnd) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }
@@ -108,14 +107,12 @@ void ChatText::Append(const ChatLine& line, COLORREF colour) {
   const LONG indent = TwipsOf(IndentOf(line.head));
   std::string rest;
   for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
-  {
-    const WithoutPainting quiet(txtMsg);
-    MoveCaret(end_, end_);
-    Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
-    if (!rest.empty()) Insert(rest, colour, indent, 0);
-    Account(line);
-    if (TooMuch()) Shed();
-  }
+  const WithoutPainting quiet(txtMsg);
+  MoveCaretToEnd();
+  Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
+  if (!rest.empty()) Insert(rest, colour, indent, 0);
+  Account(line);
+  if (TooMuch()) Shed();
   ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
 }
 
@@ -156,10 +153,16 @@ void ChatText::InsertPlain(const std::string& text) {
   ::SendMessageA(txtMsg, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-LONG ChatText::Caret() const {
-  CHARRANGE caret{};
-  ::SendMessageA(txtMsg, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&caret));
-  return caret.cpMax;
+CHARRANGE ChatText::Selection() const {
+  CHARRANGE selection{};
+  ::SendMessageA(txtMsg, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+  return selection;
+}
+
+// It mostly stands there, and looking for a place takes the box a walk through all paragraphs.
+void ChatText::MoveCaretToEnd() {
+  const CHARRANGE now = Selection();
+  if (now.cpMin != end_ || now.cpMax != end_) MoveCaret(end_, end_);
 }
 
 void ChatText::MoveCaret(LONG from, LONG to) {
@@ -171,7 +174,7 @@ void ChatText::MoveCaret(LONG from, LONG to) {
 void ChatText::Account(const ChatLine& line) {
   std::size_t cost = 0;
   for (const std::string& paragraph : line.paragraphs) cost += CostOf(paragraph.size());
-  const LONG end = Caret();
+  const LONG end = Selection().cpMax;
   entries_.push_back({end - end_, cost});
   end_ = end;
   cost_ += cost;

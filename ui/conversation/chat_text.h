@@ -3,6 +3,7 @@
 #pragma once
 
 #include <windows.h>
+#include <richedit.h>
 
 #include <cstddef>
 #include <deque>
@@ -59,7 +60,8 @@ class ChatText {
   bool TooMuch() const;
   void Shed();
   void MoveCaret(LONG from, LONG to);
-  LONG Caret() const;
+  void MoveCaretToEnd();
+  CHARRANGE Selection() const;
 
   // All open conversations share the memory.
   static inline std::size_t open_ = 0, costOfAll_ = 0;

@@ -195,7 +195,7 @@ void FrmChat::AddUser(std::string_view name) {
 }
 
 void FrmChat::RemoveUser(std::string_view name) {
-  if (!hwnd()) return;
+  if (!hwnd() || !participants_.IsUserPresent(name)) return;
   participants_.RemoveUser(name);
   UsersChanged();
 }
