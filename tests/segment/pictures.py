@@ -1,0 +1,208 @@
+"""Pictures of every window for the user's guide, taken from the program itself on a private segment. See
+script/screenshots.
+
+usage: pictures.py [FOLDER [LANGUAGE [DPI]]]
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import time
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(_ROOT / "tests"))
+
+from segment import copies, network, private_machine, probe, screen  # noqa: E402
+
+_PARTNER = f"{_ROOT}/build/native/demo/partner"
+_PARTNERS = (("Berta", 0x208020, 0), ("Carl", 0xC04000, 0), ("Dora", 0x800080, 1))  # names, colours, states
+_OPTIONS, _ABOUT = 1006, 1018
+_ACCEPT, _FIRST_PAGE, _BLOCK_BOX, _BLOCK_ENTER = 110, 100, 161, 163
+_EXPORT_CHAT = 202
+
+
+def _start_partner(name, colour, state, *arguments):
+    command = network.Host().command(_PARTNER, "--name", name, "--colour", str(colour), "--state", str(state), *arguments)
+    return subprocess.Popen(command, stdout=subprocess.DEVNULL)
+
+
+class Camera:
+    """Takes pictures of single windows, with the frame that the window manager draws."""
+
+    def __init__(self, on_screen, folder):
+        self._screen = on_screen
+        self._folder = folder
+
+    def take(self, name, title, beside=0):
+        """A picture of the window with this caption, and of so many pixels at its right."""
+        time.sleep(0.6)  # everything drawn
+        left, top, right, bottom = self._area(title)
+        right += beside
+        self.take_area(name, left, top, right - left, bottom - top)
+
+    def take_area(self, name, left, top, width, height):
+        path = f"{self._folder}/{name}.png"
+        self._screen.save(path)
+        subprocess.run(["convert", path, "-crop", f"{width}x{height}+{max(left, 0)}+{max(top, 0)}", "+repage", "-strip",
+                        "+dither", "-colors", "96", "PNG8:" + path], check=True)
+
+    def _area(self, title):
+        window = self._window(title)
+        place = self._told("xwininfo", window)
+        left, top, width, height = (int(re.search(rf"{what}: +(-?\d+)", place)[1]) for what in
+                                    ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+        frame = re.findall(r"\d+", self._told("xprop", window, "_NET_FRAME_EXTENTS").partition("=")[2]) or ["0"] * 4
+        beside, _, above, below = map(int, frame)
+        return left - beside, top - above, left + width + beside, top + height + below
+
+    def _window(self, title):
+        return self._screen.xdotool("search", "--onlyvisible", "--name", f"^{re.escape(title)}$").split()[-1]
+
+    def _told(self, program, window, *properties):
+        command = [program, "-display", self._screen.name, "-id", window, *properties]
+        return subprocess.run(command, text=True, stdout=subprocess.PIPE, check=True).stdout
+
+    def resize(self, title, width, height):
+        self._screen.xdotool("windowsize", "--sync", self._window(title), str(width), str(height))
+
+
+class Scene:
+    """A copy of Anna's among partners; every method is one picture or a few."""
+
+    def __init__(self, folder, language, dpi):
+        self._dpi = dpi
+        self.rig = copies.Rig()
+        self.screen = self.rig.screen
+        self.camera = Camera(self.screen, folder)
+        self.anna = copies.Copy(self.rig.system, "anna", network.Host(), self.screen, dpi=dpi)
+        self.anna.write_settings("Anna", colour=0x800000, sound="chime.wav", groups=["Workshop|Berta|Carl|"])
+        self.anna.write("User.ini", self.anna.read("User.ini").replace("English", language))
+        self.probe = self.anna.probe
+
+    def play(self):
+        self.name_conflict()
+        self.splash()
+        self.options()
+        self.main_window()
+        self.composer()
+        self.popup()
+        self.chat()
+        self.save_dialog()
+        self.about()
+
+    def _px(self, pixels):
+        return pixels * self._dpi // 96
+
+    def _close(self, window):
+        self.probe.post(window, probe.WM_CLOSE)
+        self.probe.wait_gone(window)
+
+    def _keys(self, *keys):
+        for key in keys:
+            self.screen.xdotool("key", key)
+            time.sleep(0.2)
+
+    def name_conflict(self):
+        other = _start_partner("Anna", 0, 0)
+        self.anna.start()
+        box, _ = self.anna.wait_for_box()
+        self.camera.take("name-taken", box.text)
+        self.probe.answer(box)
+        self.camera.take("options-at-start", self.probe.wait_for("frmOpt").text)
+        other.terminate()
+        other.wait()
+        self._close(self.probe.wait_for("frmOpt"))
+        self.anna.process.wait(15)
+
+    def splash(self):
+        for partner in _PARTNERS:
+            _start_partner(*partner, "--chat")
+        start = self.rig.wire.mark()
+        self.anna.start()
+        time.sleep(3)
+        splash = self.probe.wait_for("frmSplash")
+        self.camera.take_area("splash", splash.left, splash.top, splash.width, splash.height)
+        probe.wait(lambda: any(text.startswith("Anna|M/Anna ") for text in self.rig.wire.texts(start=start)), 30)
+        self.camera.take_area("tray", 1024 - 200, 768 - 24, 200, 24)
+
+    def options(self):
+        self.anna.show_main()
+        self.probe.post(self.probe.wait_for("frmMain"), probe.WM_COMMAND, _OPTIONS)
+        dialog = self.probe.wait_for("frmOpt")
+        for page, name in enumerate(("user", "interface", "security", "groups")):
+            self.probe.post(dialog, probe.WM_COMMAND, _FIRST_PAGE + page)
+            if name == "security":
+                for blocked in ("Mallory", "Trudy"):
+                    self.probe.set_text(self._control(dialog, _BLOCK_BOX), blocked)
+                    self.probe.send(dialog, probe.WM_COMMAND, _BLOCK_ENTER)
+            self.camera.take("options-" + name, dialog.text)
+        self.probe.post(dialog, probe.WM_COMMAND, _ACCEPT)
+        self.probe.wait_gone(dialog)
+
+    def _control(self, window, number):
+        return next(child for child in self.probe.children(window) if child.id == number)
+
+    def main_window(self):
+        names = {name for name, _, _ in _PARTNERS} | {"(Workshop)"}
+        probe.wait(lambda: names <= {row[0] for row in self.anna.roster()})
+        main = self.probe.wait_for("frmMain")
+        self.camera.take("main", main.text)
+        self._keys("alt+q")
+        self.camera.take("main-menu", main.text, beside=self._px(10))
+        self._keys("Escape", "Escape")
+
+    def composer(self):
+        composer = self.anna.open_composer("Berta")
+        self.anna.type_alert(composer, "Shall we have lunch at noon?")
+        self.camera.take("composer", composer.text)
+        self.probe.click_tool(composer, copies.SEND_TOOL)
+        self.probe.wait_gone(composer)
+
+    def popup(self):
+        popup, _ = self.anna.popup_at_rest()
+        self.camera.take_area("popup", popup.left, popup.top, popup.width, popup.height)
+        drop = next(child for child in self.probe.children(popup) if child.text == "Options")
+        self.screen.xdotool("mousemove", str((drop.left + drop.right) // 2), str((drop.top + drop.bottom) // 2), "click", "1")
+        time.sleep(0.5)
+        self._keys("Down", "Down", "Down", "Right")
+        self.camera.take_area("popup-menu", popup.left - self._px(110), popup.top - self._px(130), 1024, popup.height + self._px(130))
+        self._keys("Escape", "Escape", "Escape")
+        self._close(popup)
+
+    def chat(self):
+        chat = self.anna.open_chat("(All)")
+        self.camera.resize(chat.text, self._px(300), self._px(340))
+        line = "Who has seen the stapler?"
+        typed = self.probe.children(chat, "Edit")[0]
+        self.probe.type(typed, line)
+        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == line)
+        self.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
+        said = lambda: self.probe.children(chat, "RichEdit20A")[0].text  # noqa: E731
+        probe.wait(lambda: all(f"{name}:" in said() for name in ("Berta", "Carl")))
+        self.camera.take("chat", chat.text)
+
+    def save_dialog(self):
+        chat = self.probe.wait_for("frmChat")
+        self.probe.post(chat, probe.WM_COMMAND, _EXPORT_CHAT)
+        dialog = self.probe.wait_for("frmSave")
+        self.probe.set_text(self.probe.children(dialog, "Edit")[0], "Stapler")
+        self.camera.take("save", dialog.text)
+        self._close(dialog)
+        self._close(chat)
+
+    def about(self):
+        self.probe.post(self.probe.wait_for("frmMain"), probe.WM_COMMAND, _ABOUT)
+        about = self.probe.wait_for("frmAbout")
+        self.camera.take("about", about.text)
+        self._close(about)
+        self.anna.close()
+
+
+def main(arguments):
+    folder, language, dpi = (arguments + [f"{_ROOT}/docs/pictures", "English", "96"][len(arguments):])[:3]
+    return private_machine.run(lambda: Scene(folder, language, int(dpi)).play())
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
