@@ -5,6 +5,7 @@
 #include <psapi.h>
 #include <richedit.h>
 
+#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -39,6 +40,12 @@ double Microseconds(const std::function<void()>& action) {
   const double start = ProcessorSeconds();
   action();
   return 1e6 * (ProcessorSeconds() - start);
+}
+
+double Milliseconds(const std::function<void()>& action) {
+  const auto start = std::chrono::steady_clock::now();
+  action();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 double Kilobytes() {
@@ -111,6 +118,7 @@ class Bench {
       core::RunPendingEvents();
       const double mine = Mean(append), least = Mean(bareAppend);
       std::printf("a line behind %-6d others             %8.0f us    bare box %.0f us\n", lines, mine, least);
+      std::fflush(stdout);
     }
     Close(chat->hwnd());
   }
@@ -135,19 +143,26 @@ class Bench {
     core::RunPendingEvents();
   }
 
+  static void CloseAll(const char* className) {
+    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+  }
+
+  // What the heap keeps of the first windows it gives to the next ones, so only what a second round adds is left over.
   void Open(const char* what, const std::function<void(int)>& open, const char* className) {
     open(0);
-    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+    CloseAll(className);
     const double before = Kilobytes();
-    double first = 0, last = 0;
-    for (int i = 0; i < kWindows; ++i) {
-      last = Microseconds([&] { open(i); });
-      if (i == 0) first = last;
-    }
+    const double first = Milliseconds([&] { open(0); });
+    for (int i = 1; i + 1 < kWindows; ++i) open(i);
+    const double last = Milliseconds([&] { open(kWindows - 1); });
     const double each = (Kilobytes() - before) / kWindows;
-    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+    CloseAll(className);
+    const double closed = Kilobytes();
+    for (int i = 0; i < kWindows; ++i) open(i);
+    CloseAll(className);
     std::printf("%-11s  opening the 1st %6.1f ms, the %dth %6.1f ms; %5.0f KB each, %5.0f KB left of all\n", what,
-                first / 1000, kWindows, last / 1000, each, Kilobytes() - before);
+                first, kWindows, last, each, Kilobytes() - closed);
+    std::fflush(stdout);
   }
 
   mainwindow::UserRoster roster_;
