@@ -166,7 +166,7 @@ class Scene:
         self.screen.xdotool("mousemove", str((drop.left + drop.right) // 2), str((drop.top + drop.bottom) // 2), "click", "1")
         time.sleep(0.5)
         self._keys("Down", "Down", "Down", "Right")
-        self.camera.take_area("popup-menu", popup.left - self._px(110), popup.top - self._px(130), 1024, popup.height + self._px(130))
+        self.camera.take_area("popup-menu", popup.left - self._px(150), popup.top - self._px(130), 1024, popup.height + self._px(130))
         self._keys("Escape", "Escape", "Escape")
         self._close(popup)
 
