@@ -70,7 +70,8 @@ class Copy:
 
     def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
         """Writes a User.ini as the program itself would."""
-        lines = ['"English"', "0", "300,300,2505,4605", f'"{name or self.user}",{colour},{position},"{sound}",{run_at_logon}',
+        lines = ['"English"', "0", "300,300,2505,4605",
+                 f'"{name or self.user}",{colour},{position},"{sound}",{run_at_logon}',
                  "0,0,0,0", str(len(blocked)), *(f'"{entry}"' for entry in blocked),
                  str(len(groups)), *(f'"{entry}"' for entry in groups)]
         self.write("User.ini", "".join(line + "\r\n" for line in lines))
@@ -143,7 +144,7 @@ class Copy:
         self.probe.wait_gone(composer)
 
     def at_rest(self, class_name):
-        """The visible window of a class, once it neither moves nor changes: the window manager moves new windows too."""
+        """The visible window of a class, once it keeps still: the window manager moves new windows too."""
 
         def rested():
             before = self.probe.wait_for(class_name)

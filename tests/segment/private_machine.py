@@ -2,7 +2,8 @@
 
 Quillon broadcasts, so no copy of it may ever run on a development machine's real network. And whatever a test starts
 (Wine services, screens, mounts, bridges) must vanish however the test ends. Both come from the kernel here: everything
-runs below the first process of a process namespace, and when that one dies the kernel ends the rest and drops the mounts.
+runs below the first process of a process namespace, and when that one dies the kernel ends the rest and drops the
+mounts.
 """
 
 import ctypes

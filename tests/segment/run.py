@@ -1,5 +1,5 @@
-"""Runs the tests of whole copies, every test class in a private machine of its own and several at once: they mostly wait
-for the ten seconds in which a starting copy listens.
+"""Runs the tests of whole copies, every test class in a private machine of its own and several at once: they mostly
+wait for the ten seconds in which a starting copy listens.
 
 usage: run.py [NAME ...]    only classes whose name contains one of the NAMEs
 The last line is "N passed, N failed".

@@ -31,7 +31,8 @@ class Screen:
         if tray:
             # A tray that sizes itself moves its icons away below the pointer, so its width is fixed.
             self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel",
-                        "--width", str(_TRAY_WIDTH), "--heighttype", "pixel", "--height", str(_TRAY_HEIGHT), "--SetDockType", "true")
+                        "--width", str(_TRAY_WIDTH), "--heighttype", "pixel", "--height", str(_TRAY_HEIGHT),
+                        "--SetDockType", "true")
 
     def _start(self, *command, display=None):
         environment = dict(os.environ, DISPLAY=self.name if display is None else display)

@@ -99,8 +99,8 @@ class Flood(unittest.TestCase):
         for size in (0, 1, 2, 3, 100, 1400, 9000, 60000, 65507):
             for _ in range(4):
                 self.wire.send(os.urandom(size))
-        for text in ("|M/", "||", "noise", "noise|", "noise|X", "noise|C/9e99", "noise|S/1e400", "noise|P/", "noise|P/|",
-                     "noise|M/\0\xdf", "Noise|C/1", "(All)|S/2"):
+        for text in ("|M/", "||", "noise", "noise|", "noise|X", "noise|C/9e99", "noise|S/1e400", "noise|P/",
+                     "noise|P/|", "noise|M/\0\xdf", "Noise|C/1", "(All)|S/2"):
             self.wire.send(text)
         self.assertTrue(self._answers("after1"))
         self.assertTrue(self.copy.runs())
