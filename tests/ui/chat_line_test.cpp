@@ -50,13 +50,14 @@ TEST(ChatLine, LongParagraphsArePartedAndNothingIsLost) {
     EXPECT_EQ(Joined(paragraphs), "anna:\t" + text);
   }
   for (const std::string& part : ParagraphsOf("anna", words)) EXPECT_EQ(part.back(), ' ') << "parted inside a word";
-  EXPECT_EQ(ParagraphsOf("anna", std::string(kLongestParagraph - 6, 'x')).size(), 1u);
+  EXPECT_EQ(ParagraphsOf("anna", std::string(kLongestParagraph - 6, 'x')).size(), 1u)
+      << "what people write stays whole";
   EXPECT_LE(Longest(ParagraphsOf(std::string(60000, 'n'), "x")), kLongestParagraph);
 }
 
 TEST(ChatLine, TooManyLineBreaksBecomeBlanks) {
   const Texts paragraphs = ParagraphsOf("anna", std::string(60000, '\n'));
-  EXPECT_LT(paragraphs.size(), kMostLineBreaks + 100);
+  EXPECT_LE(paragraphs.size(), kMostLineBreaks + 1 + 60000 / kLongestPiece);
   EXPECT_EQ(Joined(paragraphs), "anna:\t" + std::string(60000 - kMostLineBreaks, ' '));
 }
 

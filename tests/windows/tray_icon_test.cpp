@@ -204,6 +204,7 @@ TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
     shellResult = result;
     OpenLink("https://vextant.example/", RecordOpen);
   }
+  EXPECT_EQ(::SetCursor(before), ::LoadCursorA(nullptr, IDC_CROSS)) << "the pointer is put back";
   EXPECT_EQ(openedWith, (std::vector<std::string>{"", "open", "https://vextant.example/", "", "1", "1"}));
   shellResult = 0;
   const UINT_PTR timer = ::SetTimer(nullptr, 0, 20, ReadBox);
@@ -212,7 +213,6 @@ TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
   EXPECT_EQ(openedWith[2], "") << "the shell is asked for an empty link too";
   EXPECT_EQ(seen.title, "Quillon");
   EXPECT_EQ(seen.text, "Error Opening Link to \r\n\r\n0");
-  EXPECT_EQ(::SetCursor(before), ::LoadCursorA(nullptr, IDC_CROSS));
 }
 
 TEST(WindowHelpers, ActOnTheWindow) {

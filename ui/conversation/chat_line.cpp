@@ -32,12 +32,13 @@ std::string WithPlainBreaks(std::string_view text) {
 
 // Where a paragraph ends that has to be parted, the blank included.
 std::size_t PartedLength(std::string_view paragraph) {
-  const std::size_t blank = paragraph.substr(0, kLongestParagraph).rfind(' ');
-  return blank != std::string_view::npos && blank > kLongestParagraph / 2 ? blank + 1 : kLongestParagraph;
+  const std::size_t blank = paragraph.substr(0, kLongestPiece).rfind(' ');
+  return blank != std::string_view::npos && blank > kLongestPiece / 2 ? blank + 1 : kLongestPiece;
 }
 
 void AddParted(std::vector<std::string>& paragraphs, std::string_view paragraph) {
-  while (paragraph.size() > kLongestParagraph) {
+  const std::size_t most = paragraph.size() > kLongestParagraph ? kLongestPiece : kLongestParagraph;
+  while (paragraph.size() > most) {
     const std::size_t length = PartedLength(paragraph);
     paragraphs.emplace_back(paragraph.substr(0, length));
     paragraph.remove_prefix(length);

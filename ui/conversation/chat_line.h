@@ -10,9 +10,9 @@ namespace conversation {
 
 // A rich text box lays paragraphs out at a cost, in time and in memory, that grows with the square of their length, and
 // some that grows with the square of their number in one insertion. One datagram of 60,000 bytes would stop the
-// program, so a longer paragraph is parted, at a blank where there is one, and of more line breaks the last ones become
-// blanks.
-inline constexpr std::size_t kLongestParagraph = 1000, kMostLineBreaks = 500;
+// program, so a longer paragraph is parted into pieces, at blanks where there are any, and of more line breaks the last
+// ones become blanks.
+inline constexpr std::size_t kLongestParagraph = 1000, kLongestPiece = 100, kMostLineBreaks = 500;
 
 struct ChatLine {
   std::string head;  // "anna: ", with the time in front where it is added; its width is the line's hanging indent

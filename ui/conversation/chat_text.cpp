@@ -15,13 +15,18 @@ using toolkit::Tw;
 constexpr DWORD kStyle =
     WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
 
-// What the box needs at its most wasteful, bytes, measured: for a paragraph, and for one of a length.
+// What the box needs at its most wasteful, bytes, measured in a narrow window: for a paragraph, and for one of a
+// length.
 constexpr std::size_t kCostOfParagraph = 4000;
-constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + length * length * 6 / 10; }
+constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + 2 * length * length; }
 
 // The bound of one conversation holds some fifty thousand lines, more than anybody says in a day. This one keeps a
 // hundred windows that strangers fill with lines within what a 32-bit program can hold.
 constexpr std::size_t kMostOfAll = 600u << 20;
+
+// Lines that cost so much are nobody's talk. A few of them may stand in a conversation; then the oldest of them go, and
+// not the talk before them.
+constexpr std::size_t kGiant = 300u << 10, kMostOfGiants = 100u << 20;
 
 // Beyond what those bounds let stand, so that the box never refuses a line.
 constexpr LPARAM kTextLimit = 256 << 20;
@@ -113,6 +118,7 @@ void ChatText::Append(const ChatLine& line, COLORREF colour) {
   if (!rest.empty()) Insert(rest, colour, indent, 0);
   Account(line);
   if (TooMuch()) Shed();
+  ShedGiants();
   ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
 }
 
@@ -179,6 +185,20 @@ void ChatText::Account(const ChatLine& line) {
   end_ = end;
   cost_ += cost;
   costOfAll_ += cost;
+  if (cost > kGiant) costOfGiants_ += cost;
+}
+
+void ChatText::Forget(const Entry& entry) {
+  cost_ -= entry.cost;
+  costOfAll_ -= entry.cost;
+  if (entry.cost > kGiant) costOfGiants_ -= entry.cost;
+}
+
+void ChatText::Delete(LONG from, LONG to) {
+  MoveCaret(from, to);
+  InsertPlain("");
+  end_ -= to - from;
+  MoveCaret(end_, end_);
 }
 
 // Where all together are too many, those with more than their share give way.
@@ -190,21 +210,32 @@ void ChatText::Shed() {
   LONG oldest = 0;
   while (cost_ > before - before / 4 && entries_.size() > 1) {
     oldest += entries_.front().characters;
-    cost_ -= entries_.front().cost;
+    Forget(entries_.front());
     entries_.pop_front();
   }
-  costOfAll_ -= before - cost_;
-  MoveCaret(0, oldest);
-  InsertPlain("");
-  end_ -= oldest;
-  MoveCaret(end_, end_);
+  Delete(0, oldest);
+}
+
+void ChatText::ShedGiants() {
+  LONG from = 0;
+  for (auto entry = entries_.begin(); costOfGiants_ > kMostOfGiants && entry != entries_.end();) {
+    const LONG to = from + entry->characters;
+    if (entry->cost > kGiant) {
+      Delete(from, to);
+      Forget(*entry);
+      entry = entries_.erase(entry);
+    } else {
+      from = to;
+      ++entry;
+    }
+  }
 }
 
 void ChatText::Clear() {
   ::SetWindowTextA(txtMsg, "");
   entries_.clear();
   costOfAll_ -= cost_;
-  cost_ = 0;
+  cost_ = costOfGiants_ = 0;
   end_ = 0;
 }
 

@@ -59,6 +59,9 @@ class ChatText {
   void Account(const ChatLine& line);
   bool TooMuch() const;
   void Shed();
+  void ShedGiants();
+  void Forget(const Entry& entry);
+  void Delete(LONG from, LONG to);
   void MoveCaret(LONG from, LONG to);
   void MoveCaretToEnd();
   CHARRANGE Selection() const;
@@ -69,7 +72,7 @@ class ChatText {
   const std::size_t most_;
   HWND txtMsg = nullptr;
   std::deque<Entry> entries_;
-  std::size_t cost_ = 0;
+  std::size_t cost_ = 0, costOfGiants_ = 0;
   LONG end_ = 0;
 };
 

@@ -175,7 +175,7 @@ bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_
   if (!hwnd()) return false;
   const std::string prefix = addTime_ ? core::TimeText() + ' ' : std::string();
   if (!participants_.Takes(sender)) return false;
-  txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::PaintColour(colour));
+  txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::TextColour(colour));
   Flash();
   return true;
 }

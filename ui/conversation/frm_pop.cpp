@@ -80,7 +80,7 @@ void FrmPop::CreateControls() {
   lblSender = AddControl("STATIC", alert_.sender.c_str(), SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX);
   ::SendMessageA(lblSender, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
-  lblMsg.SetForeColour(toolkit::PaintColour(colour_));
+  lblMsg.SetForeColour(toolkit::TextColour(colour_));
   lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
   lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
 }

@@ -66,7 +66,7 @@ LRESULT FrmOpt::ColourControl(UINT message, WPARAM wParam, LPARAM lParam) {
   const auto control = reinterpret_cast<HWND>(lParam);
   if (control != txtName && control != lblPrevew) return Window::Handle(message, wParam, lParam);
   const auto dc = reinterpret_cast<HDC>(wParam);
-  ::SetTextColor(dc, toolkit::PaintColour(colour_));
+  ::SetTextColor(dc, toolkit::TextColour(colour_));
   ::SetBkColor(dc, ::GetSysColor(COLOR_WINDOW));
   return reinterpret_cast<LRESULT>(::GetSysColorBrush(COLOR_WINDOW));
 }
@@ -148,13 +148,13 @@ bool FrmOpt::ToolClicked(int id) {
 }
 
 void FrmOpt::ShowPage(std::size_t page) {
-  const HWND focus = ::GetFocus();
-  const bool leaves = !focus || ::IsChild(picOpt[page_]->hwnd(), focus);
+  // The selector keeps the keyboard for whoever walks through the pages there.
+  const bool enters = ::GetFocus() != tbOpt.hwnd();
   const auto former = std::exchange(page_, page);
   ::SendMessageA(tbOpt.hwnd(), TB_CHECKBUTTON, static_cast<WPARAM>(kFirstPageButton) + page, TRUE);
   picOpt[page]->Show(SW_SHOW);
   const std::array<HWND, kPages> first{txtName, tbPos, txtBlock, txtGroups};
-  if (leaves && ::IsWindowVisible(hwnd())) ::SetFocus(first[page]);
+  if (enters && ::IsWindowVisible(hwnd())) ::SetFocus(first[page]);
   if (former != page) picOpt[former]->Show(SW_HIDE);
 }
 
