@@ -368,8 +368,10 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   EXPECT_TRUE(Alt('r'));  // the check box here, Remove on other pages
   EXPECT_EQ(::SendMessageA(Item(1, kStartUpBox), BM_GETCHECK, 0, 0), BST_UNCHECKED);
   EXPECT_EQ(Tree(), "Friends>bob>carl Rest>dora ");
+  ::SetFocus(support::ChildrenOf(form->hwnd(), TOOLBARCLASSNAMEA).front());  // that of the commands
   EXPECT_TRUE(Alt('G'));
   EXPECT_EQ(VisiblePage(), 3);
+  EXPECT_EQ(::GetFocus(), Item(3, kGroupBox));  // from wherever it was
   // Accept and Add share a letter: it is Add's while there is a name to add.
   Type(Item(3, kGroupBox), "bob");
   EXPECT_TRUE(Alt('a'));
