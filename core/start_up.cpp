@@ -47,8 +47,8 @@ void CentreChatWindow(const WindowPlace& screen) {
   gChatHeight = kChatHeight;
 }
 
-// Packets arrive meanwhile and fill the roster. Boxes that they cause wait for the main loop: a copy that starts at logon
-// must join the network also when nobody sits at the desk to close a box.
+// Packets arrive meanwhile and fill the roster. Boxes that they cause wait for the main loop: a copy that starts at
+// logon must join the network also when nobody sits at the desk to close a box.
 void Listen() {
   StartTicks();
   while (ElapsedTicks(gTicks) < kListenTime) {
