@@ -148,10 +148,15 @@ TEST_F(ChatTest, ALineHangsBehindItsSenderInHisColour) {
 }
 
 TEST_F(ChatTest, ALongNameLeavesRoomForTheText) {
+  core::gChatWidth = 2500;
   Open("(All)|");
+  const LONG width = Tw(PlaceOf(txtMsg()).right - PlaceOf(txtMsg()).left).value;
+  const LONG usual = WidthOf("christopher.robin: ");
+  ASSERT_GT(usual, width / 2) << "a narrow window";
+  chat->AddMsg("hi", "christopher.robin", 0);
+  EXPECT_EQ(ParagraphAt(0).dxOffset, usual);
   chat->AddMsg("hi", std::string(500, 'W'), 0);
-  const RECT box = PlaceOf(txtMsg());
-  EXPECT_LE(ParagraphAt(0).dxOffset, Tw((box.right - box.left) / 2).value);
+  EXPECT_LE(ParagraphAt(22).dxOffset, width - Tw(Px(40)).value);
 }
 
 // The box reads texts that begin like a rich text file as one.

@@ -36,6 +36,8 @@ constexpr char kMarkupBegin = '{';
 
 constexpr int kMargin = 4;  // between text and frame, pixels at 100 %
 
+constexpr int kLeastBesideHead = 40;  // of a line's text, pixels at 100 %
+
 constexpr char kLineEnd[] = "\r\n";
 
 LONG TwipsOf(int pixels) { return Tw(pixels).value; }
@@ -130,11 +132,12 @@ void ChatText::SetColour(COLORREF colour) {
   ::SendMessageA(txtMsg, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }
 
-// In the font of the conversation. A name as wide as the window must not push the text out of sight.
+// In the font of the conversation. A name as wide as the window must not push the text out of sight; one that leaves
+// room for a short word is not touched, so that a time and a name fit into the narrow window of the first start.
 int ChatText::IndentOf(const std::string& head) const {
   RECT client{};
   ::GetClientRect(txtMsg, &client);
-  const int most = std::max(static_cast<int>(client.right) / 2, Px(40));
+  const int most = std::max(static_cast<int>(client.right) - 2 * Px(kMargin) - Px(kLeastBesideHead), Px(40));
   const int width = toolkit::MeasureText(toolkit::DialogFont(), head.c_str()).cx;
   return std::min(width, most);
 }
