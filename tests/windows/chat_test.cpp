@@ -311,6 +311,23 @@ TEST_F(ChatTest, HelpTextsReplaceTheCountsForAMoment) {
   EXPECT_EQ(support::TextOf(lblStat()), " 1 user in this chat");
 }
 
+// As a rich text box does with a turn of the wheel that it cannot use.
+LRESULT CALLBACK HandWheelBack(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR turns) {
+  if (message != WM_MOUSEWHEEL) return ::DefSubclassProc(box, message, wParam, lParam);
+  ++*reinterpret_cast<int*>(turns);
+  return ::SendMessageA(::GetParent(box), message, wParam, lParam);
+}
+
+TEST_F(ChatTest, TheWheelTurnsTheConversation) {
+  Open("anna|");
+  int turns = 0;
+  ::SetWindowSubclass(txtMsg(), HandWheelBack, 1, reinterpret_cast<DWORD_PTR>(&turns));
+  ASSERT_EQ(::GetFocus(), txtSnd());
+  ::SendMessageA(hwnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+  EXPECT_EQ(turns, 1);
+  ::RemoveWindowSubclass(txtMsg(), HandWheelBack, 1);
+}
+
 std::string ClipboardText() {
   ::OpenClipboard(nullptr);
   const HANDLE data = ::GetClipboardData(CF_TEXT);

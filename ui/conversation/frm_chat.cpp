@@ -1,5 +1,7 @@
 #include "ui/conversation/frm_chat.h"
 
+#include <utility>
+
 #include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
@@ -289,9 +291,12 @@ bool FrmChat::TranslateInText(const MSG& key) {
   }
 }
 
-// What the conversation cannot use comes back from it.
+// What the conversation cannot use (nothing to scroll yet, Shift held) comes back from it, also when the pointer turned
+// the wheel over it while the keyboard was elsewhere: handing it over once more would never end.
 void FrmChat::WheelTurned(WPARAM wParam, LPARAM lParam) {
-  if (::GetFocus() != txtMsg.hwnd()) ::SendMessageA(txtMsg.hwnd(), WM_MOUSEWHEEL, wParam, lParam);
+  if (std::exchange(wheelTurning_, true)) return;
+  ::SendMessageA(txtMsg.hwnd(), WM_MOUSEWHEEL, wParam, lParam);
+  wheelTurning_ = false;
 }
 
 LRESULT FrmChat::Notified(LPARAM lParam) {

@@ -113,7 +113,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   toolkit::StatusLine status_;
   toolkit::Twips barTop_;
   bool statVisible_ = true, onTop_ = false, addTime_ = false;
-  bool flashing_ = false;
+  bool flashing_ = false, wheelTurning_ = false;
   ULONGLONG shownAt_ = 0;  // for reading, milliseconds since the system started; 0 = never
 
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
