@@ -17,7 +17,7 @@ namespace conversation {
 class ChatText {
  public:
   // What the box needs at most for one conversation, bytes.
-  static constexpr std::size_t kMostOfOne = 400u << 20;
+  static constexpr std::size_t kMostOfOne = 600u << 20;
 
   explicit ChatText(std::size_t most = kMostOfOne) : most_(most) { ++open_; }
   ~ChatText();
