@@ -420,10 +420,13 @@ TEST_F(ChatTest, ClosingKeepsItsPlaceAndLeavesNothingBehind) {
   };
   once();
   const toolkit::ObjectCount before = toolkit::CountObjects();
-  for (int i = 0; i < 30; ++i) once();
+  constexpr int rounds = 40;
+  for (int i = 0; i < rounds; ++i) once();
   const toolkit::ObjectCount after = toolkit::CountObjects();
-  EXPECT_LE(after.gdi, before.gdi + 5);
-  EXPECT_LE(after.user, before.user + 5);
+  // One object left behind by each window would be as many as there were windows; half of that is Wine's own ups and
+  // downs.
+  EXPECT_LT(after.gdi, before.gdi + rounds / 2);
+  EXPECT_LT(after.user, before.user + rounds / 2);
 }
 
 TEST_F(ChatTest, ALiveChatBeginsWithTheAlert) {
