@@ -1,6 +1,6 @@
 // A window's timer that ticks as fast as the platform can while something happens, and rests when nothing does. A
 // thread that wakes a hundred times a second for nothing costs more than everything else that an idle program does;
-// twice a second costs next to nothing, and still catches what nobody announced.
+// four times a second costs next to nothing, and still catches what nobody announced.
 #pragma once
 
 #include <windows.h>
