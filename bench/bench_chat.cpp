@@ -16,6 +16,7 @@
 #include "tests/net/recording_network.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/user_roster.h"
+#include "ui/toolkit/window_helpers.h"
 
 namespace {
 
@@ -174,8 +175,7 @@ class Bench {
 }  // namespace
 
 int main() {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
-  ::InitCommonControlsEx(&controls);
+  toolkit::LoadCommonControls();
   Bench bench;
   bench.Opening();
   bench.Lines();

@@ -17,6 +17,7 @@
 #include "tests/windows/object_count.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_main.h"
+#include "ui/toolkit/window_helpers.h"
 
 namespace {
 
@@ -140,8 +141,7 @@ class Bench {
 }  // namespace
 
 int main() {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
-  ::InitCommonControlsEx(&controls);
+  toolkit::LoadCommonControls();
   core::gLanguage = "English";
   core::LoadLang();
   Bench bench;

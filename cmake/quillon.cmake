@@ -48,3 +48,32 @@ function(quillon_library name)
     target_link_libraries(${name} INTERFACE quillon_options ${arg_LINK})
   endif()
 endfunction()
+
+# quillon_delayed_import(DLL): the target DLL_delayed links the functions of cmake/DLL.def so that the system loads DLL
+# when the first of them is called.
+function(quillon_delayed_import dll)
+  set(definition ${CMAKE_BINARY_DIR}/${dll}.def)
+  set(library ${CMAKE_BINARY_DIR}/lib${dll}_delayed.a)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/${dll}.def)
+  file(READ ${CMAKE_SOURCE_DIR}/cmake/${dll}.def exports)
+  set(prefix _)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)  # only 32-bit symbols have a prefix, and tell the size of the arguments
+    string(REGEX REPLACE "@[0-9]+" "" exports "${exports}")
+    set(prefix "")
+  endif()
+  file(CONFIGURE OUTPUT ${definition} CONTENT "${exports}" @ONLY)
+  add_custom_command(
+    OUTPUT ${library}
+    COMMAND ${CMAKE_DLLTOOL} --kill-at --input-def ${definition} --output-delaylib ${library}
+    DEPENDS ${definition}
+    VERBATIM)
+  add_custom_target(${dll}_delayed_library DEPENDS ${library})
+  add_library(${dll}_delayed INTERFACE)
+  add_dependencies(${dll}_delayed ${dll}_delayed_library)
+  target_link_libraries(${dll}_delayed INTERFACE ${library} delayimp)
+  # Calls go through a pointer that the linker does not follow to the code which loads the DLL.
+  string(REGEX MATCHALL "\n[A-Za-z_]+[@0-9]*" symbols "${exports}")
+  list(FILTER symbols EXCLUDE REGEX "LIBRARY|EXPORTS")
+  list(TRANSFORM symbols REPLACE "\n" "LINKER:--undefined=${prefix}")
+  target_link_options(${dll}_delayed INTERFACE ${symbols})
+endfunction()

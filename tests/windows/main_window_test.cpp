@@ -41,6 +41,7 @@ class MainWindowTest : public testing::Test {
   void Load() {
     main = std::make_shared<FrmMain>(users, messenger, Commands());
     main->Load();
+    main->Furnish();
     main->Move({3000, 3000, 4005, 4995});
     for (const char* name : {"anna", "bob", "carl"}) users.AddUser(name);
     users.UpdateStat();

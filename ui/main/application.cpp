@@ -55,11 +55,15 @@ core::WindowPlace Application::RestoreMain() {
   return frmMain_->Restore();
 }
 
+void Application::OpenSocket() {
+  messenger_.OpenSocket();
+  if (frmMain_) frmMain_->Furnish();
+}
+
 void Application::ShowSplash() {
   frmSplash_ = std::make_shared<FrmSplash>();
   frmSplash_->Load();
   frmSplash_->Show(SW_SHOWNOACTIVATE);
-  toolkit::SetTopMost(frmSplash_->hwnd(), true);
 }
 
 void Application::HideSplash() { frmSplash_->Show(SW_HIDE); }

@@ -30,7 +30,7 @@ class Application : public core::Program {
   void ShowSplash() override;
   void HideSplash() override;
   core::WindowPlace Screen() override;
-  void OpenSocket() override { messenger_.OpenSocket(); }
+  void OpenSocket() override;
   void CloseSocket() override { messenger_.CloseSocket(); }
   void ShowOptionsAtStartUp() override;
   void ShowTray() override;

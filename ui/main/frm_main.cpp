@@ -54,11 +54,18 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
 
 void FrmMain::Load() {
   Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200), Px(320)});
+  SetLan();
+  SetUpInt();
+}
+
+void FrmMain::Furnish() {
+  if (furnished_) return;
+  furnished_ = true;
+  toolkit::LoadCommonControls();
   CreateControls();
   SetLan();
   SetUpMenus();  // after the first captions were asked for: without any language it keeps the built-in ones
   SetUpTray();
-  SetUpInt();
   LayOut();
   tmrMnu.Start(hwnd(), kTmrMnu);
 }
@@ -82,6 +89,7 @@ void FrmMain::SetLan() {
   if (!core::CaptionsFromTable()) return;
   core::LoadLangConsts();
   ::SetWindowTextA(hwnd(), core::GetText(1001).c_str());
+  if (!furnished_) return;
   TB.SetLan();
   SetMenuCaptions();
   users_.UpdateStat();
@@ -116,7 +124,12 @@ void FrmMain::KeepHidden(WINDOWPOS& change) const {
   if (stayHidden_) change.flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
 }
 
+void FrmMain::Wake() {
+  if (::IsWindowVisible(hwnd())) tmrMnu.Wake();
+}
+
 void FrmMain::ShowMe() {
+  Furnish();
   lvUsers.Sync();
   Raise();
 }

@@ -31,8 +31,12 @@ class FrmMain : public toolkit::Window {
  public:
   FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands commands);
 
-  // Creates the window, hidden, with its captions, menus and an empty roster.
+  // Creates the window, hidden and bare, and empties the roster.
   void Load();
+
+  // Gives the window its controls, menus and icon: once, by the first who needs them. A start joins the network before
+  // it spends time on what nobody sees yet.
+  void Furnish();
 
   void Move(const core::WindowPlace& place);
 
@@ -49,8 +53,9 @@ class FrmMain : public toolkit::Window {
 
   void SetLan();
 
-  // Something has changed that the window shows: for the roster's owner, on every packet.
-  void Wake() { tmrMnu.Wake(); }
+  // Something has changed that the window shows: for the roster's owner, on every packet. A hidden window rests all the
+  // same, and follows a few times a second.
+  void Wake();
 
   // The help text of the highlighted menu item in the status line; the empty text puts the counts back.
   void HelpObj_MenuHelp(const std::string& text);
@@ -99,6 +104,7 @@ class FrmMain : public toolkit::Window {
   toolkit::RestingTimer tmrMnu;
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
+  bool furnished_ = false;
   bool statBarVisible_ = true;
   bool stayHidden_ = false;
   bool statusStale_ = true;

@@ -133,6 +133,7 @@ void FrmMain::ShowStateIcon() {
 }
 
 void FrmMain::ShowTray() {
+  Furnish();
   toolkit::LoadPictures();  // its menu can be opened while no window is shown
   TI.Create();
   if (!TI.Active()) ShowMe();

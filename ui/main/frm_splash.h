@@ -1,6 +1,9 @@
 // The small window of the listening period: a picture, what is going on, the version, and a dot that pulses.
 #pragma once
 
+#include <memory>
+
+#include "ui/main/splash_label.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/window.h"
@@ -17,12 +20,13 @@ class FrmSplash : public toolkit::Window {
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void PlaceControls();
+  void CreateControls();
   void Timer1Timer();
-  void Draw(const DRAWITEMSTRUCT& request) const;
-  void DrawDot(HDC dc, const RECT& inner) const;
+  void Paint() const;
+  void DrawDot(HDC dc) const;
 
-  HWND picture1_ = nullptr, label_ = nullptr, picDot_ = nullptr, lblVer_ = nullptr;
+  RECT Picture1{}, picDot{};  // painted, in the client area
+  std::shared_ptr<SplashLabel> label_ = std::make_shared<SplashLabel>(), lblVer = std::make_shared<SplashLabel>();
   toolkit::Icon pictureIcon_;
   toolkit::Font versionFont_;
   toolkit::RestingTimer Timer1;

@@ -1,6 +1,5 @@
-// The process: common controls, the program, the event loop.
+// The process: the program, the event loop.
 #include <windows.h>
-#include <commctrl.h>
 
 #include "core/desktop.h"
 #include "core/event_loop_win32.h"
@@ -27,9 +26,6 @@ bool HasWindows() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS |
-                                                     ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES};
-  ::InitCommonControlsEx(&controls);
   core::SetMessageFilter(toolkit::FilterMessage);
   mainwindow::Application application;
   core::Main(application, arguments);

@@ -53,7 +53,7 @@ void RowsView::AddColumn(int index, const char* caption, int width) {
 void RowsView::Sync() {
   if (rows_->SetChanges() != seenSet_) {
     seenSet_ = rows_->SetChanges();
-    ListView_SetItemCountEx(hwnd_, static_cast<int>(rows_->Count()), LVSICF_NOSCROLL);
+    ListView_SetItemCountEx(hwnd_, static_cast<int>(rows_->Count()), LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
     ApplySelection();
   } else if (rows_->LookChanges() == seenLooks_) {
     return;

@@ -30,14 +30,13 @@ UINT TaskbarCreated() {
 
 TrayIcon::TrayIcon(ShellNotify shell) : shell_(shell) {
   record_.cbSize = kRecordSize;
-  record_.hWnd = MakeWindow(this);
   record_.uID = kIconId;
   record_.uCallbackMessage = kCallback;
 }
 
 TrayIcon::~TrayIcon() {
   Destroy();
-  ::DestroyWindow(record_.hWnd);
+  if (record_.hWnd) ::DestroyWindow(record_.hWnd);
 }
 
 // A top-level window, never shown: a message-only window would not hear broadcasts.
@@ -68,6 +67,7 @@ bool TrayIcon::HasValidShell() {
 void TrayIcon::Create() {
   if (active_) Destroy();
   if (!HasValidShell()) return;
+  if (!record_.hWnd) record_.hWnd = MakeWindow(this);
   Send(NIM_ADD, NIF_MESSAGE | NIF_ICON | NIF_TIP);
   active_ = true;
 }

@@ -1,5 +1,7 @@
 #include "ui/toolkit/window_helpers.h"
 
+#include <commctrl.h>
+
 #include "core/desktop.h"
 #include "core/numbers.h"
 #include "ui/toolkit/handles.h"
@@ -47,6 +49,12 @@ void OpenLink(const std::string& link, ShellOpen shell) {
   if (result != 0) return;
   core::ShowBox({.text = "Error Opening Link to " + link + "\r\n\r\n" + core::PlainText(result),
                  .icon = core::BoxIcon::Exclamation});
+}
+
+void LoadCommonControls() {
+  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS |
+                                                     ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES};
+  ::InitCommonControlsEx(&controls);
 }
 
 void SetTopMost(HWND window, bool onTop) {

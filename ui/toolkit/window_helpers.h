@@ -18,6 +18,9 @@ using ShellOpen = HINSTANCE(WINAPI*)(HWND owner, const char* verb, const char* f
 // thrown, and the pointer is put back in any case.
 void OpenLink(const std::string& link, ShellOpen shell = ::ShellExecuteA);
 
+// Loads the system's lists, trees, toolbars and links: before the first of them is created.
+void LoadCommonControls();
+
 void SetTopMost(HWND window, bool onTop);
 
 using core::PlaySnd;
