@@ -65,21 +65,21 @@ class ChatTest : public ConversationTest {
   void SelectRow(int row) const { ListView_SetItemState(lvUsers(), row, LVIS_SELECTED, LVIS_SELECTED); }
 
   // Of the character at this place.
-  COLORREF ColourAt(LONG at) const {
+  COLORREF ColourAt(LONG at, HWND box = nullptr) const {
     CHARRANGE range{at, at + 1};
-    ::SendMessageA(txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    ::SendMessageA(box ? box : txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
     CHARFORMATA format{};
     format.cbSize = sizeof format;
-    ::SendMessageA(txtMsg(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    ::SendMessageA(box ? box : txtMsg(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
     return format.crTextColor;
   }
 
-  PARAFORMAT ParagraphAt(LONG at) const {
+  PARAFORMAT ParagraphAt(LONG at, HWND box = nullptr) const {
     CHARRANGE range{at, at};
-    ::SendMessageA(txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    ::SendMessageA(box ? box : txtMsg(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
     PARAFORMAT format{};
     format.cbSize = sizeof format;
-    ::SendMessageA(txtMsg(), EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+    ::SendMessageA(box ? box : txtMsg(), EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
     return format;
   }
 
@@ -457,12 +457,41 @@ TEST_F(ChatTest, TheOldestLinesGoFirst) {
   Open("anna|");
   ChatText text(500000);
   text.Create(hwnd());
-  for (int i = 0; i < 1000; ++i) text.Append(MakeChatLine("", "anna", "line " + std::to_string(i)), 0);
+  for (int i = 0; i < 1000; ++i) text.Append(MakeChatLine("", "anna", "line " + std::to_string(i)), 0xFF);
   const std::string kept = text.PlainText();
-  EXPECT_LT(kept.size(), 2500u);
-  EXPECT_TRUE(kept.starts_with("anna:\tline ")) << kept.substr(0, 40);
-  EXPECT_TRUE(kept.ends_with("line 998\r\nanna:\tline 999\r\n"));
-  EXPECT_GT(std::ranges::count(kept, '\n'), 70);
+  const auto lines = std::ranges::count(kept, '\n');
+  EXPECT_GE(lines, 24);
+  EXPECT_LE(lines, 98);
+  std::string newest;
+  for (auto i = 1000 - lines; i < 1000; ++i) newest += "anna:\tline " + std::to_string(i) + "\r\n";
+  EXPECT_EQ(kept, newest);
+  for (const LONG at : {0, 14}) {
+    EXPECT_EQ(ColourAt(at, text.hwnd()), 0xFFu);
+    EXPECT_EQ(ParagraphAt(at, text.hwnd()).dxOffset, WidthOf("anna: "));
+  }
+}
+
+TEST_F(ChatTest, GiantsGoAndTheTalkAroundThemStays) {
+  Open("anna|");
+  ChatText text;
+  text.Create(hwnd());
+  const std::string giant(60000, 'x');
+  std::string talk;
+  for (int i = 0; i < 7; ++i) {
+    const std::string line = "line " + std::to_string(i);
+    text.Append(MakeChatLine("", "anna", line), 0xFF);
+    text.Append(MakeChatLine("", "bob", giant), 0);
+    talk += "anna:\t" + line + "\r\n";
+  }
+  std::string shown = text.PlainText();
+  const auto giants = std::ranges::count(shown, 'x') / 60000;
+  EXPECT_GE(giants, 1);
+  EXPECT_LT(giants, 5);
+  EXPECT_TRUE(shown.ends_with("xx\r\n"));
+  std::erase(shown, 'x');
+  for (std::size_t at; (at = shown.find("bob:\t")) != std::string::npos;) shown.erase(at, 5);
+  while (shown.find("\r\n\r\n") != std::string::npos) shown.replace(shown.find("\r\n\r\n"), 4, "\r\n");
+  EXPECT_EQ(shown, talk);
 }
 
 TEST_F(ChatTest, LinesAsLongAsADatagram) {

@@ -1,7 +1,9 @@
 #include "ui/conversation/chat_text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <new>
+#include <string_view>
 
 #include "core/runtime_error.h"
 #include "ui/toolkit/screen.h"
@@ -20,9 +22,9 @@ constexpr DWORD kStyle =
 constexpr std::size_t kCostOfParagraph = 4000;
 constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + 2 * length * length; }
 
-// The bound of one conversation holds some fifty thousand lines, more than anybody says in a day. This one keeps a
-// hundred windows that strangers fill with lines within what a 32-bit program can hold.
-constexpr std::size_t kMostOfAll = 600u << 20;
+// The bound of one conversation holds more than fifty thousand lines, more than anybody says in a year. This one keeps
+// a hundred windows that strangers fill with lines within what a 32-bit program can hold.
+constexpr std::size_t kMostOfAll = ChatText::kMostOfOne;
 
 // Lines that cost so much are nobody's talk. A few of them may stand in a conversation; then the oldest of them go, and
 // not the talk before them.
@@ -37,6 +39,8 @@ constexpr char kMarkupBegin = '{';
 constexpr int kMargin = 4;  // between text and frame, pixels at 100 %
 
 constexpr int kLeastBesideHead = 40;  // of a line's text, pixels at 100 %
+
+constexpr DWORD kIndents = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
 
 constexpr char kLineEnd[] = "\r\n";
 
@@ -57,6 +61,30 @@ DWORD CALLBACK TakeStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* take
   }
   *taken = count;
   return 0;
+}
+
+DWORD CALLBACK GiveStream(DWORD_PTR cookie, LPBYTE bytes, LONG room, LONG* given) {
+  auto& rest = *reinterpret_cast<std::string_view*>(cookie);
+  const std::size_t size = rest.copy(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(room));
+  rest.remove_prefix(size);
+  *given = static_cast<LONG>(size);
+  return 0;
+}
+
+void StreamIn(HWND box, std::string_view markup) {
+  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&markup), 0, GiveStream};
+  ::SendMessageA(box, EM_STREAMIN, SF_RTF | SFF_SELECTION, reinterpret_cast<LPARAM>(&stream));
+}
+
+HWND MakeBox(HWND parent) {
+  const HWND box = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
+                                     ::GetModuleHandleA(nullptr), nullptr);
+  if (!box) throw core::RuntimeError(core::Err::OutOfMemory);
+  ::SendMessageA(box, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
+  ::SendMessageA(box, EM_EXLIMITTEXT, 0, kTextLimit);
+  ::SendMessageA(box, EM_SETUNDOLIMIT, 0, 0);
+  ::SendMessageA(box, EM_AUTOURLDETECT, FALSE, 0);
+  return box;
 }
 
 std::string StreamOut(HWND box, WPARAM format) {
@@ -90,17 +118,10 @@ ChatText::~ChatText() {
   costOfAll_ -= cost_;
 }
 
-void ChatText::Create(HWND parent) {
-  txtMsg = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
-                             ::GetModuleHandleA(nullptr), nullptr);
-  if (!txtMsg) throw core::RuntimeError(core::Err::OutOfMemory);
-  ::SendMessageA(txtMsg, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
-  ::SendMessageA(txtMsg, EM_EXLIMITTEXT, 0, kTextLimit);
-  ::SendMessageA(txtMsg, EM_SETUNDOLIMIT, 0, 0);
-  ::SendMessageA(txtMsg, EM_AUTOURLDETECT, FALSE, 0);
-}
+void ChatText::Create(HWND parent) { txtMsg = MakeBox(parent); }
 
 void ChatText::Place(const Area& area) {
+  area_ = area;
   ::MoveWindow(txtMsg, area.left, area.top, area.Width(), area.Height(), TRUE);
   RECT text{};
   ::GetClientRect(txtMsg, &text);
@@ -114,14 +135,16 @@ void ChatText::Append(const ChatLine& line, COLORREF colour) {
   const LONG indent = TwipsOf(IndentOf(line.head));
   std::string rest;
   for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
-  const WithoutPainting quiet(txtMsg);
-  MoveCaretToEnd();
-  Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
-  if (!rest.empty()) Insert(rest, colour, indent, 0);
-  Account(line);
+  {
+    const WithoutPainting quiet(txtMsg);
+    MoveCaretToEnd();
+    Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
+    if (!rest.empty()) Insert(rest, colour, indent, 0);
+    Account(line);
+    ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+  }
   if (TooMuch()) Shed();
-  ShedGiants();
-  ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+  if (costOfGiants_ > kMostOfGiants) ShedGiants();
 }
 
 void ChatText::SetColour(COLORREF colour) {
@@ -147,7 +170,7 @@ void ChatText::Insert(const std::string& paragraphs, COLORREF colour, LONG start
   SetColour(colour);
   PARAFORMAT format{};
   format.cbSize = sizeof format;
-  format.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
+  format.dwMask = kIndents;
   format.dxStartIndent = start;
   format.dxOffset = offset;
   format.cTabCount = 1;
@@ -197,49 +220,81 @@ void ChatText::Forget(const Entry& entry) {
   if (entry.cost > kGiant) costOfGiants_ -= entry.cost;
 }
 
-void ChatText::Delete(LONG from, LONG to) {
-  MoveCaret(from, to);
-  InsertPlain("");
-  end_ -= to - from;
-  MoveCaret(end_, end_);
+// The markup of a selection may leave out how its first paragraph is indented.
+ChatText::Excerpt ChatText::Take(const CHARRANGE& part) {
+  Excerpt taken{};
+  taken.indents.cbSize = sizeof taken.indents;
+  MoveCaret(part.cpMin, part.cpMin);
+  ::SendMessageA(txtMsg, EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&taken.indents));
+  taken.indents.dwMask = kIndents;
+  MoveCaret(part.cpMin, part.cpMax);
+  taken.markup = StreamOut(txtMsg, SF_RTF | SFF_SELECTION);
+  return taken;
+}
+
+// A new box takes the place of the old one. To remove paragraphs from a box takes it a walk through all the others for
+// each of them: minutes, where this is a second.
+void ChatText::Renew(const std::vector<CHARRANGE>& kept) {
+  std::vector<Excerpt> parts;
+  for (const CHARRANGE& part : kept) parts.push_back(Take(part));
+  const HWND old = txtMsg;
+  const bool focused = ::GetFocus() == old;
+  txtMsg = MakeBox(::GetParent(old));
+  {
+    const WithoutPainting quiet(txtMsg);
+    ::SetWindowPos(txtMsg, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Place(area_);
+    for (const Excerpt& part : parts) {
+      ::SendMessageA(txtMsg, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&part.indents));
+      StreamIn(txtMsg, part.markup);
+    }
+    ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+  }
+  end_ = Selection().cpMax;
+  if (focused) ::SetFocus(txtMsg);
+  ::DestroyWindow(old);
 }
 
 // Where all together are too many, those with more than their share give way.
 bool ChatText::TooMuch() const { return cost_ > most_ || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_); }
 
-// A quarter at a time, since the box must move all that stays.
+// The newest quarter stays: what stays is what it takes time to move.
 void ChatText::Shed() {
   const std::size_t before = cost_;
   LONG oldest = 0;
-  while (cost_ > before - before / 4 && entries_.size() > 1) {
+  while (cost_ > before / 4 && entries_.size() > 1) {
     oldest += entries_.front().characters;
     Forget(entries_.front());
     entries_.pop_front();
   }
-  Delete(0, oldest);
+  Renew({{oldest, end_}});
 }
 
+// The oldest half of them, so that the next one does not ask for this again; never the one that has just come.
 void ChatText::ShedGiants() {
-  LONG from = 0;
-  for (auto entry = entries_.begin(); costOfGiants_ > kMostOfGiants && entry != entries_.end();) {
-    const LONG to = from + entry->characters;
-    if (entry->cost > kGiant) {
-      Delete(from, to);
-      Forget(*entry);
-      entry = entries_.erase(entry);
-    } else {
-      from = to;
+  std::vector<CHARRANGE> kept;
+  LONG from = 0, to = 0;
+  for (auto entry = entries_.begin(); entry != entries_.end();) {
+    to += entry->characters;
+    const bool newest = std::next(entry) == entries_.end();
+    if (newest || entry->cost <= kGiant || costOfGiants_ <= kMostOfGiants / 2) {
       ++entry;
+      continue;
     }
+    if (const LONG end = to - entry->characters; end > from) kept.push_back({from, end});
+    from = to;
+    Forget(*entry);
+    entry = entries_.erase(entry);
   }
+  if (to > from) kept.push_back({from, to});
+  Renew(kept);
 }
 
 void ChatText::Clear() {
-  ::SetWindowTextA(txtMsg, "");
+  Renew({});
   entries_.clear();
   costOfAll_ -= cost_;
   cost_ = costOfGiants_ = 0;
-  end_ = 0;
 }
 
 std::string ChatText::PlainText() const { return StreamOut(txtMsg, SF_TEXT); }

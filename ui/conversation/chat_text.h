@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <deque>
 #include <string>
+#include <vector>
 
 #include "ui/conversation/area.h"
 #include "ui/conversation/chat_line.h"
@@ -17,7 +18,7 @@ namespace conversation {
 class ChatText {
  public:
   // What the box needs at most for one conversation, bytes.
-  static constexpr std::size_t kMostOfOne = 600u << 20;
+  static constexpr std::size_t kMostOfOne = 800u << 20;
 
   explicit ChatText(std::size_t most = kMostOfOne) : most_(most) { ++open_; }
   ~ChatText();
@@ -27,6 +28,7 @@ class ChatText {
   // A child of the window. Throws core::Err::OutOfMemory when the system gives none.
   void Create(HWND parent);
 
+  // The box of the moment: another one after Append or Clear.
   HWND hwnd() const { return txtMsg; }
 
   void Place(const Area& area);
@@ -52,6 +54,11 @@ class ChatText {
     std::size_t cost;
   };
 
+  struct Excerpt {
+    PARAFORMAT indents;  // of its first paragraph
+    std::string markup;
+  };
+
   int IndentOf(const std::string& head) const;
   void SetColour(COLORREF colour);
   void Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset);
@@ -61,7 +68,8 @@ class ChatText {
   void Shed();
   void ShedGiants();
   void Forget(const Entry& entry);
-  void Delete(LONG from, LONG to);
+  Excerpt Take(const CHARRANGE& part);
+  void Renew(const std::vector<CHARRANGE>& kept);
   void MoveCaret(LONG from, LONG to);
   void MoveCaretToEnd();
   CHARRANGE Selection() const;
@@ -71,6 +79,7 @@ class ChatText {
 
   const std::size_t most_;
   HWND txtMsg = nullptr;
+  Area area_{};
   std::deque<Entry> entries_;
   std::size_t cost_ = 0, costOfGiants_ = 0;
   LONG end_ = 0;
