@@ -17,8 +17,7 @@ namespace {
 
 using namespace chatmenu;
 
-constexpr int kExportCode = 3202;
-constexpr char kExportTitle[] = "Export Chat";
+constexpr toolkit::SaveTitle kExportTitle{3202, "Export Chat"};
 
 toolkit::MenuStyle Style() { return core::gSafe ? toolkit::MenuStyle::Plain : toolkit::MenuStyle::OwnerDrawn; }
 
@@ -84,7 +83,7 @@ bool FrmChat::Commanded(int id) {
 
 // Lines that arrive while the user looks for a place are saved too.
 void FrmChat::mnuExportT_Click() {
-  const std::string path = toolkit::AskSaveName(core::CaptionsFromTable() ? core::GetText(kExportCode) : kExportTitle);
+  const std::string path = toolkit::AskSaveName(kExportTitle);
   if (!hwnd()) return;
   const std::string lowerCase = core::LowerCase(path);
   if (lowerCase.ends_with("txt")) core::WriteFileSafely(path, txtMsg.PlainText());
@@ -130,7 +129,7 @@ void FrmChat::mnuRemove_Click() {
   std::vector<std::string> selected;
   for (std::size_t i = 0; selected.size() < rows.SelectedCount(); ++i)
     if (rows.At(i).selected) selected.push_back(rows.At(i).text);
-  for (const std::string& name : selected) participants_.RemoveUser(name);
+  participants_.RemoveUsers(selected);
   UsersChanged();
 }
 

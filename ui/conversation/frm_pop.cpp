@@ -28,8 +28,8 @@ constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
 constexpr int kCloseId = 101, kDropId = 102, kPictureId = 103;
 constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
-constexpr int kCaptionCode = 5001, kExportCode = 5201;
-constexpr char kExportTitle[] = "Export Alert";
+constexpr int kCaptionCode = 5001;
+constexpr toolkit::SaveTitle kExportTitle{5201, "Export Alert"};
 
 // The colours of the flashing: the second is the one of selected text, white on most desktops.
 constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
@@ -227,7 +227,7 @@ void FrmPop::Chosen(unsigned command) {
 // The dialog offers rich text too, which an alert has none of: nothing is written then.
 void FrmPop::mnuExportT_Click() {
   const std::string text = toolkit::TextOf(lblMsg.hwnd());
-  const std::string path = toolkit::AskSaveName(core::CaptionsFromTable() ? core::GetText(kExportCode) : kExportTitle);
+  const std::string path = toolkit::AskSaveName(kExportTitle);
   if (core::LowerCase(path).ends_with("txt")) core::WriteFileSafely(path, text);
 }
 
@@ -237,7 +237,8 @@ void FrmPop::Answer(const std::string& recipients) {
 }
 
 void FrmPop::mnuLive_Click() {
-  if (commands_.startLiveChat(alert_)) Close();
+  commands_.startLiveChat(alert_);
+  Close();
 }
 
 }  // namespace conversation

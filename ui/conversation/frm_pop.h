@@ -19,7 +19,7 @@ namespace conversation {
 struct PopupCommands {
   std::function<void(const std::string& recipients)> openComposer;
   // False when no chat window can be opened; the popup then stays.
-  std::function<bool(const Alert& alert)> startLiveChat;
+  std::function<void(const Alert& alert)> startLiveChat;
   std::function<void(const std::string& sender)> blockSender;
 };
 

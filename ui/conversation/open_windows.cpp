@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "ui/toolkit/frm_save.h"
+
 namespace conversation {
 
 OpenWindows::OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger)
@@ -76,14 +78,13 @@ void OpenWindows::PopupClosed(const FrmPop* popup) {
 
 PopupCommands OpenWindows::Commands() {
   return {.openComposer = [this](const std::string& recipients) { OpenComposer(recipients); },
-          .startLiveChat = [this](const Alert& alert) { return StartLiveChat(alert); },
+          .startLiveChat = [this](const Alert& alert) { StartLiveChat(alert); },
           .blockSender = [this](const std::string& sender) { BlockSender(sender); }};
 }
 
-bool OpenWindows::StartLiveChat(const Alert& alert) {
+void OpenWindows::StartLiveChat(const Alert& alert) {
   const auto chat = StartChat(alert.sender + '|');
   chat->AddMsg(alert.text, alert.sender, roster_.GetColorForUName(alert.sender));
-  return true;
 }
 
 void OpenWindows::BlockSender(const std::string& sender) {
@@ -96,6 +97,7 @@ void OpenWindows::SetLan() {
   if (composer_) composer_->SetLan();
   for (const auto& popup : popups_) popup->SetLan();
   for (const auto& chat : chats_) static_cast<FrmChat&>(*chat).SetLan();
+  toolkit::FrmSave::SetLanOfAll();
 }
 
 }  // namespace conversation

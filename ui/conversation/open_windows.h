@@ -47,7 +47,7 @@ class OpenWindows : public net::Conversations {
   void ShowWaitingAlerts();
   void ShowPopup(Alert alert);
   void PopupClosed(const FrmPop* popup);
-  bool StartLiveChat(const Alert& alert);
+  void StartLiveChat(const Alert& alert);
   std::shared_ptr<FrmChat> NewChat(std::string_view participants);
   void BlockSender(const std::string& sender);
 

@@ -39,13 +39,20 @@ bool Participants::Add(std::string_view name) {
   return true;
 }
 
-void Participants::RemoveUser(std::string_view name) {
-  const toolkit::ListRow* row = rows_.FindKey(core::LowerCase(name));
-  if (!row) return;
-  const std::string removed(name);  // the caller's view may be into the row that goes
-  rows_.Remove(*row);
+void Participants::RemoveUser(std::string_view name) { RemoveUsers({std::string(name)}); }
+
+void Participants::RemoveUsers(const std::vector<std::string>& names) {
+  std::vector<const std::string*> removed;
+  for (const std::string& name : names)
+    if (Remove(name)) removed.push_back(&name);
   RefUserList();
-  core::WriteLog(removed + " Removed from chat window");
+  for (const std::string* name : removed) core::WriteLog(*name + " Removed from chat window");
+}
+
+bool Participants::Remove(std::string_view name) {
+  const toolkit::ListRow* row = rows_.FindKey(core::LowerCase(name));
+  if (row) rows_.Remove(*row);
+  return row != nullptr;
 }
 
 bool Participants::IsUserPresent(std::string_view name) const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/roster.h"
 #include "net/messenger.h"
@@ -26,6 +27,9 @@ class Participants {
 
   // Takes a participant out, if present; logged.
   void RemoveUser(std::string_view name);
+
+  // Every one of these.
+  void RemoveUsers(const std::vector<std::string>& names);
 
   bool IsUserPresent(std::string_view name) const;
 
@@ -52,6 +56,7 @@ class Participants {
   };
 
   bool Add(std::string_view name);
+  bool Remove(std::string_view name);
   int IconOf(std::string_view name) const;
   Changes Now() const { return {rows_.SetChanges(), online_.SetChanges(), online_.LookChanges()}; }
 

@@ -73,6 +73,8 @@ LRESULT FrmOpt::ColourControl(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT FrmOpt::Notified(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+  if (header.hwndFrom == tvGroups.hwnd() && header.code == NM_CUSTOMDRAW)
+    return GroupTree::Paint(*reinterpret_cast<NMTVCUSTOMDRAW*>(lParam));
   if (header.hwndFrom != lvCol) return 0;
   if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(lParam);
   // The frames of our own reach beyond what the list itself draws anew.

@@ -27,6 +27,17 @@ void GroupTree::Attach(HWND treeView, HIMAGELIST pictures) {
   TreeView_SetImageList(hwnd_, pictures, TVSIL_NORMAL);
 }
 
+// While the name of a member is typed the tree is without the focus, and the system shows its selection so faintly then
+// that one cannot tell which group it will go to.
+LRESULT GroupTree::Paint(NMTVCUSTOMDRAW& draw) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED)) {
+    draw.clrText = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
+    draw.clrTextBk = ::GetSysColor(COLOR_HIGHLIGHT);
+  }
+  return CDRF_DODEFAULT;
+}
+
 HTREEITEM GroupTree::Insert(HTREEITEM parent, NodeKind kind, const std::string& text) {
   TVINSERTSTRUCTA insert{};
   insert.hParent = parent;

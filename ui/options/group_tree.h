@@ -19,6 +19,9 @@ class GroupTree {
   static constexpr DWORD kStyle =
       TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
 
+  // The answer to the tree view's NM_CUSTOMDRAW.
+  static LRESULT Paint(NMTVCUSTOMDRAW& draw);
+
   void Attach(HWND treeView, HIMAGELIST pictures);
 
   HWND hwnd() const { return hwnd_; }

@@ -16,7 +16,7 @@ namespace {
 
 enum ControlId : int { kSave = IDOK, kClose = IDCANCEL, kDrive = 101, kFolders, kFiles, kName, kType };
 
-constexpr int kCaptionCode = 6001, kFirstLabelCode = 6002, kSaveCode = 6005, kCloseCode = 6006, kCannotOpenCode = 6201;
+constexpr int kFirstLabelCode = 6002, kSaveCode = 6005, kCloseCode = 6006, kCannotOpenCode = 6201;
 constexpr const char* kLabels[] = {"File Type:", "File Name:", "Look in:"};
 enum Label { kTypeLabel, kNameLabel, kFolderLabel };
 
@@ -49,12 +49,20 @@ std::vector<IconList::Entry> FolderEntries(const std::vector<std::string>& steps
 
 }  // namespace
 
-std::string AskSaveName(const std::string& title) {
-  const auto dialog = std::make_shared<FrmSave>();
+std::string AskSaveName(const SaveTitle& title) {
+  const auto dialog = std::make_shared<FrmSave>(title);
   dialog->Load();
-  if (!title.empty()) ::SetWindowTextA(dialog->hwnd(), title.c_str());
   RunModal(*dialog);
   return dialog->Result();
+}
+
+FrmSave::FrmSave(const SaveTitle& title) : title_(title) { open_.push_back(this); }
+
+FrmSave::~FrmSave() { std::erase(open_, this); }
+
+void FrmSave::SetLanOfAll() {
+  for (FrmSave* form : open_)
+    if (form->hwnd()) form->SetLan();
 }
 
 void FrmSave::Load() {
@@ -64,7 +72,7 @@ void FrmSave::Load() {
   const RECT area = WorkAreaPixels();
   ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
                (area.top + area.bottom - place.bottom - place.top) / 2);
-  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, "Save File", place, ::GetActiveWindow());
+  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, title_.builtIn, place, ::GetActiveWindow());
   CreateControls();
   SetLan();
   OrTell([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
@@ -93,7 +101,7 @@ void FrmSave::CreateControls() {
 
 void FrmSave::SetLan() {
   if (core::CaptionsFromTable()) {
-    ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
+    ::SetWindowTextA(hwnd(), core::GetText(title_.textCode).c_str());
     for (int i = 0; i < 3; ++i) ::SetWindowTextA(Label1[i], core::GetText(kFirstLabelCode + i).c_str());
     ::SetWindowTextA(cmdSave, core::GetText(kSaveCode).c_str());
     ::SetWindowTextA(cmdClose, core::GetText(kCloseCode).c_str());

@@ -10,13 +10,25 @@
 
 namespace toolkit {
 
+// What the user is asked for: a text of the language file, or the built-in one without a language.
+struct SaveTitle {
+  int textCode = 6001;
+  const char* builtIn = "Save File";
+};
+
 // Asks for a file name, modally, beginning in the user's documents. Returns the full path with the extension of the
 // chosen type (".txt" or ".rtf"), empty when the user closed the window. Writing the file is the caller's; one that
-// exists may be chosen. An empty title leaves the window its own caption.
-std::string AskSaveName(const std::string& title);
+// exists may be chosen.
+std::string AskSaveName(const SaveTitle& title);
 
 class FrmSave : public Window {
  public:
+  explicit FrmSave(const SaveTitle& title = {});
+  ~FrmSave() override;
+
+  // The captions of those that are open.
+  static void SetLanOfAll();
+
   // Creates the window, hidden, in the middle of the work area.
   void Load();
 
@@ -51,6 +63,9 @@ class FrmSave : public Window {
   void ShowFiles();
   void ShowName(const std::string& name);
 
+  static inline std::vector<FrmSave*> open_;
+
+  const SaveTitle title_;
   HWND Label1[3] = {};
   HWND Drive1 = nullptr, txtFileType = nullptr, txtFileName = nullptr, cmdSave = nullptr, cmdClose = nullptr;
   IconList Dir1, List1;
