@@ -31,15 +31,6 @@ class StartUpTest : public support::DesktopTest {
     return events;
   }
 
-  // The texts of the log, without the time and the quotes.
-  std::string Log() const {
-    std::string log = folder.Get("Log.txt");
-    const std::string time = "\"" + Desktop().clock + " ";
-    for (std::size_t at; (at = log.find(time)) != std::string::npos;) log.erase(at, time.size());
-    for (std::size_t at; (at = log.find("\"\r\n")) != std::string::npos;) log.replace(at, 3, ";");
-    return log;
-  }
-
   support::FakeRoster roster;
   support::RecordingProgram program{roster};
 };

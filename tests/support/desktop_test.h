@@ -12,6 +12,16 @@ namespace support {
 class DesktopTest : public testing::Test {
  protected:
   DesktopTest() { ResetDesktop(); }
+
+  // The texts of the log, without time and quotes, ";" behind each.
+  std::string Log() const {
+    std::string log = folder.Get("Log.txt");
+    const std::string frame = "\"" + Desktop().clock + " ";
+    for (std::size_t at; (at = log.find(frame)) != std::string::npos;) log.erase(at, frame.size());
+    for (std::size_t at; (at = log.find("\"\r\n")) != std::string::npos;) log.replace(at, 3, ";");
+    return log;
+  }
+
   ProgramFolder folder;
 };
 

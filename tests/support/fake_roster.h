@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,8 @@ namespace support {
 class FakeRoster : public core::Roster {
  public:
   std::vector<std::string> rows, blocked, groups;
+  std::map<std::string, std::int32_t, std::less<>> colours;
+  mutable int asked = 0;  // how often about a block
   std::string calls;  // what changed it, one letter each: B blocked, C cleared, F forgot the blocked, G groups rebuilt
 
   bool HasRow(std::string_view text) const override { return std::find(rows.begin(), rows.end(), text) != rows.end(); }
@@ -28,7 +31,10 @@ class FakeRoster : public core::Roster {
   void SetColour(std::string_view, std::int32_t) override {}
   void SetStateText(std::string_view, std::string_view) override {}
   void RemoveRow(std::string_view) override {}
-  std::int32_t GetColorForUName(std::string_view) const override { return 0; }
+  std::int32_t GetColorForUName(std::string_view name) const override {
+    const auto found = colours.find(name);
+    return found == colours.end() ? 0 : found->second;
+  }
   void ClearlvUsers() override {
     rows.clear();
     calls += 'C';
@@ -36,7 +42,10 @@ class FakeRoster : public core::Roster {
   void RefGroups() override { calls += 'G'; }
   void RefBlock() override {}
   void UpdateStat() override {}
-  bool IsBlocked(std::string_view) const override { return false; }
+  bool IsBlocked(std::string_view name) const override {
+    ++asked;
+    return std::ranges::any_of(blocked, [name](auto& entry) { return core::EqualIgnoringCase(entry, name); });
+  }
   void AddBlocked(std::string_view name) override {
     blocked.emplace_back(name);
     calls += 'B';

@@ -1,8 +1,6 @@
 // Who takes part in a chat, and to whom its lines go.
 #include "ui/conversation/participants.h"
 
-#include <set>
-
 #include "core/globals.h"
 #include "core/language.h"
 #include "tests/net/recording_network.h"
@@ -14,16 +12,6 @@ namespace conversation {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-class BlockingRoster : public support::FakeRoster {
- public:
-  std::set<std::string> blockedNames;
-  mutable int asked = 0;
-  bool IsBlocked(std::string_view name) const override {
-    ++asked;
-    return blockedNames.contains(std::string(name));
-  }
-};
 
 class ParticipantsTest : public support::DesktopTest {
  protected:
@@ -41,20 +29,13 @@ class ParticipantsTest : public support::DesktopTest {
     return list;
   }
 
-  std::string Logged() {
-    const std::string start = '"' + support::Desktop().clock + ' ';
-    std::string log = folder.Get("Log.txt");
-    for (std::size_t at; (at = log.find(start)) != std::string::npos;) log.erase(at, start.size());
-    return log;
-  }
-
   const Texts& Sent(std::string_view line) {
     port.sent.clear();
     chat.Send(line, messenger);
     return port.sent;
   }
 
-  BlockingRoster roster;
+  support::FakeRoster roster;
   toolkit::ListRows online;
   Participants chat{roster, online};
   support::RecordingPort port;
@@ -70,9 +51,9 @@ TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   chat.RemoveUser("BOB");
   chat.RemoveUser("nobody");
   EXPECT_EQ(List(), "anna=2 (all)=1 gone=3 ");
-  EXPECT_EQ(Logged(),
-            "anna Added to chat window\"\r\nbob Added to chat window\"\r\n(all) Added to chat window\"\r\n"
-            "gone Added to chat window\"\r\nBOB Removed from chat window\"\r\n");
+  EXPECT_EQ(Log(),
+            "anna Added to chat window;bob Added to chat window;(all) Added to chat window;"
+            "gone Added to chat window;BOB Removed from chat window;");
 }
 
 TEST_F(ParticipantsTest, TakesTheLinesOfItsOwn) {
@@ -88,7 +69,7 @@ TEST_F(ParticipantsTest, IconsFollowPresenceAndBlocking) {
   chat.AddUsers("anna|bob|zoe|");
   EXPECT_EQ(List(), "anna=2 bob=2 zoe=3 ");
   Online("Zoe");
-  roster.blockedNames = {"bob"};
+  roster.blocked = {"bob"};
   chat.RefUserList();
   EXPECT_EQ(List(), "anna=2 bob=3 zoe=2 ");
   online.Remove(*online.FindText("Anna"));

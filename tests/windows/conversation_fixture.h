@@ -20,13 +20,6 @@
 
 namespace conversation {
 
-// anna is red, mallory is blocked.
-class ColouredRoster : public support::FakeRoster {
- public:
-  std::int32_t GetColorForUName(std::string_view name) const override { return name == "anna" ? 0x0000FF : 0; }
-  bool IsBlocked(std::string_view name) const override { return name == "mallory"; }
-};
-
 class ConversationTest : public testing::Test {
  protected:
   ConversationTest() {
@@ -37,6 +30,7 @@ class ConversationTest : public testing::Test {
     core::gSound = "(S)";
     core::gPopPos = 4;
     core::gAlertHeight = 0;
+    roster.colours = {{"anna", 0x0000FF}};
     ::DeleteFileA(LogFile().c_str());
   }
   ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
@@ -54,7 +48,7 @@ class ConversationTest : public testing::Test {
     return texts;
   }
 
-  ColouredRoster roster;
+  support::FakeRoster roster;
   support::RecordingPort port;
   net::Messenger messenger{port};
   toolkit::ListRows mainList;

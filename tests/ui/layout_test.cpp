@@ -1,0 +1,126 @@
+// Where things stand in the windows. Whatever size a window is given, all of it must stay in reach.
+#include <gtest/gtest.h>
+
+#include "ui/conversation/chat_layout.h"
+#include "ui/conversation/composer_layout.h"
+#include "ui/conversation/popup_layout.h"
+#include "ui/conversation/popup_motion.h"
+#include "ui/main/main_layout.h"
+
+namespace conversation {
+namespace {
+
+constexpr toolkit::Dpi kNormal{96};
+
+TEST(ChatLayout, TheBarStaysWithinItsBounds) {
+  constexpr Twips kBounds[][2] = {
+      {{-9999}, {400}}, {{399}, {400}}, {{1234}, {1234}}, {{4300}, {4300}}, {{4301}, {4300}}};
+  for (const auto& [wanted, expected] : kBounds) EXPECT_EQ(BarTopWithin(wanted, {6000}), expected);
+  EXPECT_EQ(BarTopWithin({1000}, {1500}), (Twips{400})) << "a window too low for both bounds";
+}
+
+TEST(Layout, NothingTurnsInsideOut) {
+  const auto check = [](const Area& area) {
+    EXPECT_GE(area.Width(), 0);
+    EXPECT_GE(area.Height(), 0);
+  };
+  for (const int width : {0, 50, 125, 400})
+    for (const int height : {0, 60, 110, 300}) {
+      SCOPED_TRACE(testing::Message() << width << " x " << height);
+      const ComposerParts composer = ComposerLayout(width, height, 110, 15, kNormal);
+      for (const Area& area : {composer.recipients, composer.text}) check(area);
+      for (const int barTop : {0, 27, 150, 1000}) {
+        const ChatParts chat = ChatLayout(
+            {.width = width, .height = height, .barTop = barTop, .sendWidth = 60, .sendHeight = 46}, kNormal);
+        for (const Area& area : {chat.users, chat.bar, chat.conversation, chat.typed, chat.send, chat.status})
+          check(area);
+        EXPECT_GE(chat.typed.top, height >= 110 ? chat.bar.bottom : 0) << "the line to type in sight";
+      }
+      EXPECT_GE(mainwindow::BandsOf(height, 70, 20, true).rosterHeight, 0);
+    }
+}
+
+TEST(ComposerLayout, OpensInTheMiddleButNeverBeyondTheCorner) {
+  EXPECT_EQ(CentredIn({0, 40, 1000, 740}, 400, 300), (Area{300, 240, 700, 540}));
+  EXPECT_EQ(CentredIn({10, 20, 110, 120}, 400, 300), (Area{10, 20, 410, 320}));
+}
+
+// A task bar at the left and one at the bottom, so that no edge of the work area is an edge of the screen by chance.
+TEST(MainLayout, CornersAreThoseOfTheWorkArea) {
+  constexpr Area area{60, 10, 1024, 738}, window{300, 300, 467, 607};
+  constexpr Area corners[] = {{60, 10, 227, 317}, {857, 10, 1024, 317}, {60, 431, 227, 738}, {857, 431, 1024, 738}};
+  for (unsigned corner = 0; corner < 4; ++corner)
+    EXPECT_EQ(mainwindow::CornerPlace(corner, area, window), corners[corner]) << corner;
+}
+
+constexpr Screen kScreen{{15360}, {11520}};  // 1024 x 768 at 96 dpi
+constexpr Twips kWidth{2000}, kHeight{1230};
+constexpr Size kPicture{{240}, {240}};
+
+// One tick too few leaves a popup cut off, one too many lets it jump: both ends of the slide, from both sides.
+TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHeight) {
+  const struct {
+    Corner corner;
+    int left, top, alertHeight, rest;
+  } kCourses[] = {{Corner::TopLeft, 0, -1230, 0, 20},
+                  {Corner::TopRight, 13360, -1230, 2, 920},
+                  {Corner::BottomLeft, 0, 11520, 0, 10270},
+                  {Corner::BottomRight, 13360, 11520, 2, 9370}};
+  for (const auto& [corner, left, startTop, alertHeight, rest] : kCourses) {
+    const Place start = StartOf(corner, kScreen, kWidth, kHeight);
+    EXPECT_EQ(start.left.value, left);
+    EXPECT_EQ(start.top.value, startTop);
+    Twips top = start.top;
+    while (const auto next = NextTop(corner, kScreen, top, kHeight, alertHeight)) top = *next;
+    EXPECT_EQ(top.value, rest);
+  }
+  EXPECT_FALSE(NextTop(Corner::TopLeft, kScreen, Twips{900}, kHeight, 2)) << "exactly there is there";
+  EXPECT_FALSE(NextTop(Corner::BottomLeft, kScreen, Twips{11520 - 1230}, kHeight, 0));
+}
+
+TEST(PopupMotion, OtherSettingsLeaveThePopupInPlace) {
+  for (const int setting : {0, 5, -1}) EXPECT_FALSE(CornerOf(setting));
+  EXPECT_EQ(PlaceWithoutCorner(kScreen, kWidth).left, Twips{1500});
+  EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15000}).left, Twips{360}) << "the close button stays on the screen";
+  EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15360}).left, Twips{0});
+}
+
+TEST(PopupLayout, SizeFollowsTextAndPicture) {
+  const auto size = [](Twips text) { return PopupSize({LabelWidth(text), Twips{405}}, kPicture.height); };
+  EXPECT_EQ(size(Twips{300}).width, Twips{2000}) << "one word";
+  EXPECT_EQ(size(Twips{4000}).width, Twips{4100});
+  EXPECT_EQ(size(Twips{4000}).height, Twips{240 + 405 + 300});
+}
+
+// Whatever is sent, the close button can be reached.
+TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
+  for (const int alertHeight : {0, 2, 10}) {
+    const Size largest = LargestLabel(kScreen, kPicture.height, RestOf(Corner::BottomLeft, alertHeight));
+    const Size popup = PopupSize(largest, kPicture.height);
+    EXPECT_EQ(popup.width, kScreen.width);
+    EXPECT_EQ(popup.height + Twips{450 * alertHeight} + kStep, kScreen.height);
+  }
+  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, Twips{450000}).height, Twips{1200});
+  EXPECT_EQ(LargestLabel(kScreen, kPicture.height, Twips{-450000}).height, Twips{11520 - 590});
+  const Twips top = PlaceWithoutCorner(kScreen, kScreen.width).top;
+  const Size without = LargestLabel(kScreen, kPicture.height, RestOf(std::nullopt, 0));
+  EXPECT_LE(top + PopupSize(without, kPicture.height).height, kScreen.height);
+}
+
+TEST(PopupLayout, PartsStandInsideAndApart) {
+  const Size label{LabelWidth(Twips{300}), Twips{405}}, popup = PopupSize(label, kPicture.height);
+  const PopupParts parts = PartsOf(popup, label, kPicture);
+  EXPECT_LE(parts.close.left + parts.close.width, popup.width);
+  EXPECT_EQ(parts.drop.left + parts.drop.width, parts.close.left);
+  EXPECT_LE(parts.sender.left + parts.sender.width, parts.drop.left);
+  EXPECT_LE(parts.picture.left + parts.picture.width, parts.sender.left);
+  for (const Box& box : {parts.picture, parts.sender, parts.drop, parts.close}) {
+    EXPECT_GE(box.top, Twips{0});
+    EXPECT_LE(box.top + box.height, parts.label.top);
+  }
+  EXPECT_LE(parts.label.top + parts.label.height, popup.height);
+  EXPECT_LE(parts.label.left + parts.label.width, popup.width);
+}
+
+}  // namespace
+}  // namespace conversation

@@ -1,0 +1,169 @@
+// Menus before they are drawn: captions, the letters that choose them, and the pictures that belong to them.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/support/program_folder.h"
+#include "ui/main/main_menu.h"
+#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/menu_items.h"
+#include "ui/toolkit/menu_mnemonic.h"
+#include "ui/toolkit/menu_table.h"
+
+namespace toolkit {
+namespace {
+
+CMyItemData Captioned(const char* caption) {
+  CMyItemData data;
+  data.sMenuText = caption;
+  return data;
+}
+
+struct Case {
+  const char *authored, *help, *caption;
+  char mark;  // '#', '*', '-' or none
+};
+
+constexpr Case kCases[] = {
+    {"&Reply", "", "&Reply", 0},
+    {"|Close this window|&Close", "Close this window", "&Close", 0},
+    {"#|Add the time to each msg|&Add Time", "Add the time to each msg", "&Add Time", '#'},
+    {"*|Receive nothing|Do Not Disturb", "Receive nothing", "Do Not Disturb", '*'},
+    {"#Plain check", "", "Plain check", '#'},
+    {"*Plain option", "", "Plain option", '*'},
+    {"-Export", "", "Export", '-'},
+    {"-|Where texts go|Export", "Where texts go", "Export", '-'},
+    {"-", "", "", '-'},
+    {"", "", "", 0},
+    {"|only one bar", "", "|only one bar", 0},
+    {"a|b|c", "", "a|b|c", 0},
+    {"|help|a|b", "help", "a|b", 0},
+    {"#-Export", "", "-Export", '#'},  // only the first character counts
+    {"#|-help|*caption", "-help", "*caption", '#'},
+};
+
+TEST(MenuCaption, SaysWhatItMeansAndComesBackTheSame) {
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.authored);
+    const CMyItemData data = ParseCaption(c.authored);
+    EXPECT_EQ(data.sMenuHelp, c.help);
+    EXPECT_EQ(data.sMenuText, c.caption);
+    EXPECT_EQ(data.bAsMark, c.mark == '#' || c.mark == '*');
+    EXPECT_EQ(data.bAsCheck, c.mark == '#');
+    EXPECT_EQ(IsSeparator(data), c.mark == '-');
+    EXPECT_EQ(RestoreCaption(data), c.authored);
+  }
+}
+
+TEST(MenuCaption, EmptyHelpIsNoHelpAndSafeModeShowsBareNames) {
+  const CMyItemData data = ParseCaption("||Show &Main Window");
+  EXPECT_EQ(data.sMenuHelp, "");
+  EXPECT_EQ(RestoreCaption(data), "Show &Main Window");
+  EXPECT_EQ(PlainCaption("||Show &Main Window"), "Show &Main Window");
+  EXPECT_EQ(PlainCaption("*|Receive nothing|Do Not Disturb"), "Do Not Disturb");
+  EXPECT_EQ(PlainCaption("-Configuration"), "");
+}
+
+TEST(MenuCaption, NamesOfUsersAreShownAsTheyStand) {
+  for (const char* name : {"anna", "-anna", "#1", "*", "|a|b", "||", ""})
+    EXPECT_EQ(ParseCaption(LiteralCaption(name)), Captioned(name)) << name;
+  EXPECT_EQ(LiteralCaption("R&D"), "R&&D");
+}
+
+TEST(MenuItems, StrangeKeysFindNothing) {
+  CMyItemDatas mine, theirs;
+  const auto first = mine.Add(Captioned("a")), second = mine.Add(Captioned("b"));
+  const auto foreign = theirs.Add(Captioned("c"));
+  EXPECT_EQ(mine.Item(second)->sMenuText, "b");
+  EXPECT_EQ(mine.Item(foreign), nullptr);
+  EXPECT_EQ(mine.Item(0), nullptr);
+  mine.Remove(first);
+  EXPECT_EQ(mine.Item(first), nullptr);
+  EXPECT_EQ(mine.Count(), 1u);
+  EXPECT_NE(mine.Add({}), first) << "a stale key must never come to mean another item";
+}
+
+TEST(MenuMnemonic, LetterOfACaption) {
+  EXPECT_EQ(MnemonicLetter("Top &Left"), 'l');
+  EXPECT_EQ(MnemonicLetter("R&&D &Lab"), 'l');
+  EXPECT_EQ(MnemonicLetter("Status Bar"), '\0');
+  EXPECT_EQ(MnemonicLetter("ends in &"), '\0');
+  EXPECT_EQ(MnemonicLetter("\xC0 &\xC9"), '\xE9') << "accented letters fold by the code page";
+}
+
+TEST(MenuMnemonic, OneMatchExecutesSeveralTakeTurns) {
+  std::vector<MnemonicItem> items{{"Exit", false}, {"E&xit"}, {"Te&xt"}, {"&Off", true, false}, {"Xylophone"}};
+  EXPECT_EQ(ChooseByMnemonic(items, 'X'), (MnemonicChoice{1, false}));
+  items[1].highlighted = true;
+  EXPECT_EQ(ChooseByMnemonic(items, 'x'), (MnemonicChoice{2, false}));
+  items[1].highlighted = false;
+  items[2].highlighted = true;
+  EXPECT_EQ(ChooseByMnemonic(items, 'x'), (MnemonicChoice{1, false}));
+  items[1].selectable = false;
+  EXPECT_EQ(ChooseByMnemonic(items, 'x'), (MnemonicChoice{2, true}));
+  EXPECT_EQ(ChooseByMnemonic(items, 'o'), (MnemonicChoice{3, false})) << "a disabled item is only shown";
+}
+
+TEST(MenuMnemonic, FirstLettersServeWhereNoMnemonicDoes) {
+  const std::vector<MnemonicItem> items{{"Export", false}, {"Status Bar"}, {"&Move to"}, {"", true}};
+  EXPECT_EQ(ChooseByMnemonic(items, 's'), (MnemonicChoice{1, true}));
+  EXPECT_EQ(ChooseByMnemonic(items, 't').position, -1);
+  EXPECT_EQ(ChooseByMnemonic(items, 'e').position, -1) << "heads are not chosen";
+  EXPECT_EQ(ChooseByMnemonic(items, '\0').position, -1);
+  EXPECT_EQ(ChooseByMnemonic({}, 's').position, -1);
+}
+
+TEST(MenuTable, SoundTablesOnly) {
+  constexpr MenuRow good[] = {{0, 1, 0, "a"}, {1, 2, 0, "b"}, {2, 3, 0, "c"}, {0, 4, 0, "d"}};
+  constexpr MenuRow twice[] = {{0, 1, 0, "a"}, {0, 1, 0, "b"}};
+  constexpr MenuRow gap[] = {{0, 1, 0, "a"}, {2, 2, 0, "b"}};
+  constexpr MenuRow noId[] = {{0, 0, 0, "a"}};
+  static_assert(IsSound(good) && !IsSound(twice) && !IsSound(gap) && !IsSound(noId));
+  static_assert(OpensSubMenu(good, 0) && OpensSubMenu(good, 1) && !OpensSubMenu(good, 2) && !OpensSubMenu(good, 3));
+}
+
+// Pictures follow the captions, so in every language, and built in, each must reach its own items and no others.
+TEST(MenuTable, PicturesFollowEveryLanguage) {
+  support::ProgramFolder folder;
+  std::ifstream file(QUILLON_LANGUAGE_FILE, std::ios::binary);
+  folder.Put("Lang.con", std::string(std::istreambuf_iterator<char>(file), {}));
+  for (const char* language : {"English", "Fran\xE7\x61is", "Deutsch", "Espa\xF1ol", "built in"}) {
+    core::gLanguage = language;
+    core::gLangError = language == std::string("built in") ? -1 : 0;
+    if (core::gLangError == 0) core::LoadLang();
+    ASSERT_EQ(core::gLanguage, language);
+    ImageTags tags;
+    TagPictures(mainwindow::kMainMenu, tags);
+    for (const MenuRow& row : mainwindow::kMainMenu) {
+      const CMyItemData data = ParseCaption(AuthoredCaption(row));
+      const bool unseen = IsSeparator(data) && core::gLangError == 0;
+      EXPECT_TRUE(unseen || tags.Find(data.sMenuText, 24) == row.picture) << data.sMenuText;
+      EXPECT_EQ(data.bAsMark, ParseCaption(row.caption).bAsMark) << row.caption;
+      EXPECT_FALSE(data.sMenuText.empty()) << row.caption;
+      EXPECT_TRUE(language != std::string("English") || AuthoredCaption(row) == row.caption) << row.textCode;
+    }
+  }
+}
+
+TEST(ImageTags, CaptionsThatBeginWithATagIgnoringCase) {
+  ImageTags tags;
+  tags.Add(5, "&Close");
+  tags.Add(2, "inet");
+  tags.Add(2, "web");
+  tags.Add(7, "");
+  EXPECT_EQ(tags.Find("&CLOSE all", 24), 5);
+  EXPECT_EQ(tags.Find("Website", 24), 2);
+  EXPECT_EQ(tags.Find("&Clos", 24), -1);
+  EXPECT_EQ(tags.Find("", 24), -1);
+  EXPECT_EQ(tags.Find("&Close", 5), -1) << "the list has no such image";
+  tags.Add(1, "&C");
+  EXPECT_EQ(tags.Find("&Close", 24), 1) << "the first image wins, not the longest tag";
+}
+
+}  // namespace
+}  // namespace toolkit
