@@ -23,9 +23,8 @@ namespace conversation {
 class ConversationTest : public testing::Test {
  protected:
   ConversationTest() {
-    core::gLanguage = "English";
     core::gLangError = 0;
-    core::LoadLang();
+    Speak("English");
     core::gCurName = "me";
     core::gSound = "(S)";
     core::gPopPos = 4;
@@ -34,6 +33,30 @@ class ConversationTest : public testing::Test {
     ::DeleteFileA(LogFile().c_str());
   }
   ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
+
+  static void Speak(const char* language) {
+    core::gLanguage = language;
+    core::LoadLang();
+  }
+
+  // Saves under this name, with the type of its extension, in the dialog that comes next.
+  static void SaveAs(const std::string& path, const char* title) {
+    static std::string name, expected;
+    name = path;
+    expected = title;
+    ::SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
+      const auto dialogs = support::WindowsOf("frmSave");
+      if (dialogs.empty()) return;
+      ::KillTimer(nullptr, timer);
+      EXPECT_EQ(support::TextOf(dialogs[0]), expected);
+      const HWND type = support::ChildrenOf(dialogs[0], "ComboBox").back();
+      ::SendMessageA(type, CB_SETCURSEL, name.ends_with("rtf") ? 1 : 0, 0);
+      ::SendMessageA(dialogs[0], WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(type), CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(type));
+      ::SetWindowTextA(support::ChildrenOf(dialogs[0], "Edit").at(0), name.c_str());
+      ::PostMessageA(support::ChildOf(dialogs[0], "Button", "&Save"), BM_CLICK, 0, 0);
+    });
+  }
 
   static std::string LogFile() { return core::InProgramDirectory("Log.txt"); }
 

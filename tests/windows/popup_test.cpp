@@ -4,13 +4,14 @@
 
 #include "core/runtime_error.h"
 #include "tests/windows/conversation_fixture.h"
-#include "tests/windows/object_count.h"
+#include "tests/windows/leftovers.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
 namespace {
 
+using support::ChildOf;
 using support::ChildrenOf;
 using support::PlaceOf;
 using toolkit::Px;
@@ -20,15 +21,6 @@ using Texts = std::vector<std::string>;
 constexpr WPARAM kAniTimer = 1, kTimer = 2;
 
 std::vector<HWND> Popups() { return support::WindowsOf("frmPop"); }
-
-HWND Child(HWND popup, const char* className, const std::string& text) {
-  for (const HWND child : ChildrenOf(popup, className))
-    if (support::TextOf(child) == text) return child;
-  return nullptr;
-}
-
-int Width(const RECT& place) { return static_cast<int>(place.right - place.left); }
-int Height(const RECT& place) { return static_cast<int>(place.bottom - place.top); }
 
 class PopupTest : public ConversationTest {
  protected:
@@ -46,7 +38,7 @@ class PopupTest : public ConversationTest {
     return Show("hello");
   }
 
-  static HWND Label(HWND popup, const std::string& text = "hello") { return Child(popup, "Static", text + "\r\n"); }
+  static HWND Label(HWND popup, const std::string& text = "hello") { return ChildOf(popup, "Static", text + "\r\n"); }
 
   static void Tick(HWND popup, WPARAM timer) { ::SendMessageA(popup, WM_TIMER, timer, 0); }
 
@@ -60,7 +52,7 @@ class PopupTest : public ConversationTest {
     return PlaceOf(popup);
   }
 
-  static void Press(HWND popup, const char* button) { ::SendMessageA(Child(popup, "Button", button), BM_CLICK, 0, 0); }
+  static void Press(HWND popup, const char* button) { ::SendMessageA(ChildOf(popup, "Button", button), BM_CLICK, 0, 0); }
 
   // Opens the menu with these keys waiting for it.
   static void Choose(HWND popup, std::initializer_list<WPARAM> keys) {
@@ -71,24 +63,14 @@ class PopupTest : public ConversationTest {
   const int screenWidth = ::GetSystemMetrics(SM_CXSCREEN), screenHeight = ::GetSystemMetrics(SM_CYSCREEN);
 };
 
-TEST_F(PopupTest, SizeFollowsTextAndPicture) {
-  const std::string lines = "one line that is surely wider than the narrowest of popups\r\nand another";
-  for (const std::string& text : {std::string("x"), lines}) {
-    const HWND popup = Show(text), label = Label(popup, text);
-    ASSERT_NE(label, nullptr);
-    const RECT window = PlaceOf(popup), label_ = PlaceOf(label);
-    const RECT picture = PlaceOf(ChildrenOf(popup, "Static").at(0));
-    EXPECT_NEAR(Width(window), std::max(Width(label_) + Px(Twips{100}), Px(Twips{2000})), 1) << text;
-    EXPECT_NEAR(Height(window), Height(label_) + Height(picture) + Px(Twips{300}), 1) << text;
-  }
-  EXPECT_EQ(Width(PlaceOf(Popups().back())), Px(Twips{2000})) << "one letter";
-}
-
 TEST_F(PopupTest, TheLabelHoldsTheTextAsItCame) {
-  EXPECT_NE(Label(Show("R&D && \"more\""), "R&D && \"more\""), nullptr);
-  EXPECT_NE(Child(Show(std::string("seen\0hidden", 11)), "Static", "seen"), nullptr);
-  const HWND popup = Show("x");
-  EXPECT_EQ(support::TextOf(popup), "Quillon");
+  const std::string lines = "R&D && \"more\"\r\nand a line that is surely wider than the narrowest of popups";
+  const HWND popup = Show(lines), label = Label(popup, lines);
+  ASSERT_NE(label, nullptr);
+  const RECT inside = PlaceOf(label), whole = PlaceOf(popup);
+  EXPECT_GT(inside.right - inside.left, Px(Twips{2000}));
+  EXPECT_TRUE(inside.left >= whole.left && inside.right <= whole.right && inside.bottom <= whole.bottom);
+  EXPECT_NE(ChildOf(Show(std::string("seen\0hidden", 11)), "Static", "seen"), nullptr);
 }
 
 TEST_F(PopupTest, TheLongestAlertStaysOnTheScreen) {
@@ -103,27 +85,6 @@ TEST_F(PopupTest, TheLongestAlertStaysOnTheScreen) {
     EXPECT_GE(place.top, -1);
     EXPECT_LE(place.right, screenWidth + 1);
     EXPECT_LE(place.bottom, screenHeight + 1);
-  }
-}
-
-struct Course {
-  std::int16_t position;
-  bool right, bottom;
-};
-
-TEST_F(PopupTest, SlidesInFromItsCornerAndRestsAtTheAlertHeight) {
-  for (const Course& course : {Course{1, false, false}, {2, true, false}, {3, false, true}, {4, true, true}}) {
-    for (const std::int16_t alertHeight : {std::int16_t{0}, std::int16_t{2}}) {
-      const HWND popup = ShowAt(course.position, alertHeight);
-      const RECT start = PlaceOf(popup), rest = Slide(popup);
-      const int edge = Px(Twips{450 * alertHeight}), step = Px(Twips{50}) + 1;
-      EXPECT_NEAR(course.right ? start.right - screenWidth : start.left, 0, 1) << course.position;
-      EXPECT_EQ(rest.left, start.left);
-      EXPECT_NEAR(course.bottom ? start.top - screenHeight : start.bottom, 0, 1) << course.position;
-      const int reached = static_cast<int>(course.bottom ? screenHeight - rest.bottom : rest.top);
-      EXPECT_GE(reached, edge - 1) << course.position << " at " << alertHeight;
-      EXPECT_LE(reached, edge + step) << course.position << " at " << alertHeight;
-    }
   }
 }
 
@@ -182,23 +143,6 @@ TEST_F(PopupTest, ComesToTheTopWithoutTheKeyboard) {
   EXPECT_NE(style & WS_EX_TOOLWINDOW, 0) << "no button on the task bar";
 }
 
-TEST_F(PopupTest, AtMost31AreOpenAndTheOthersWaitTheirTurn) {
-  for (int i = 1; i <= 34; ++i) windows.ShowAlert("alert " + std::to_string(i), "anna", 1);
-  EXPECT_EQ(Popups().size(), 31u);
-  const auto shows = [](const std::string& text) {
-    return std::ranges::any_of(Popups(), [&](HWND popup) { return Label(popup, text) != nullptr; });
-  };
-  EXPECT_TRUE(shows("alert 31"));
-  EXPECT_FALSE(shows("alert 32"));
-  for (int i = 32; i <= 34; ++i) {
-    Press(Popups().front(), "Close");
-    EXPECT_EQ(Popups().size(), 31u);
-    EXPECT_TRUE(shows("alert " + std::to_string(i)));
-  }
-  while (!Popups().empty()) Press(Popups().front(), "Close");
-  EXPECT_NE(Show("next"), nullptr);
-}
-
 TEST_F(PopupTest, BlockingTheSenderLeavesItOpen) {
   const HWND popup = ShowAt(0, 0);
   Choose(popup, {VK_UP, VK_RETURN});
@@ -217,39 +161,23 @@ TEST_F(PopupTest, RepliesGoToTheSenderOrToAll) {
   EXPECT_TRUE(Popups().empty());
 }
 
-std::string ClipboardText() {
-  ::OpenClipboard(nullptr);
-  const HANDLE data = ::GetClipboardData(CF_TEXT);
-  const std::string text = data ? static_cast<const char*>(::GlobalLock(data)) : "(none)";
-  if (data) ::GlobalUnlock(data);
-  ::CloseClipboard();
-  return text;
+TEST_F(PopupTest, ALiveChatBeginsWithTheAlert) {
+  Choose(ShowAt(0, 0), {VK_UP, VK_UP, VK_RETURN});
+  ASSERT_EQ(support::WindowsOf("frmChat").size(), 1u);
+  const HWND conversation = ChildrenOf(support::WindowsOf("frmChat")[0], "RichEdit20A").at(0);
+  EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n");
+  EXPECT_TRUE(Popups().empty());
 }
 
-TEST_F(PopupTest, ExportsItsTextToTheClipboard) {
+TEST_F(PopupTest, ExportsItsTextToTheClipboardAndToAFile) {
   const HWND popup = ShowAt(0, 0);
   Choose(popup, {VK_DOWN, VK_DOWN, VK_RETURN});
-  EXPECT_EQ(ClipboardText(), "hello\r\n");
-  EXPECT_EQ(Popups().size(), 1u);
-}
-
-std::string AlertFile() { return core::InProgramDirectory("alert.txt"); }
-
-// Answers the dialog, which runs a message loop of its own.
-void CALLBACK SaveAsAlertFile(HWND, UINT, UINT_PTR timer, DWORD) {
-  const auto dialogs = support::WindowsOf("frmSave");
-  if (dialogs.empty()) return;
-  ::KillTimer(nullptr, timer);
-  EXPECT_EQ(support::TextOf(dialogs[0]), "Export Alert");
-  ::SetWindowTextA(ChildrenOf(dialogs[0], "Edit").at(0), AlertFile().c_str());
-  ::PostMessageA(Child(dialogs[0], "Button", "&Save"), BM_CLICK, 0, 0);
-}
-
-TEST_F(PopupTest, ExportsItsTextToAFile) {
-  ::SetTimer(nullptr, 0, 20, SaveAsAlertFile);
-  Choose(ShowAt(0, 0), {VK_DOWN, VK_RETURN});
-  EXPECT_EQ(core::ReadFile(AlertFile()), "hello\r\n");
-  ::DeleteFileA(AlertFile().c_str());
+  EXPECT_EQ(support::ClipboardText(), "hello\r\n");
+  const std::string path = core::InProgramDirectory("alert.txt");
+  SaveAs(path, "Export Alert");
+  Choose(popup, {VK_DOWN, VK_RETURN});
+  EXPECT_EQ(core::ReadFile(path), "hello\r\n");
+  ::DeleteFileA(path.c_str());
   EXPECT_EQ(Popups().size(), 1u);
 }
 
@@ -264,33 +192,26 @@ TEST_F(PopupTest, AClipboardHeldByAnotherProgramIsAnError) {
     ::CloseClipboard();
   });
   ::WaitForSingleObject(opened, INFINITE);
-  long number = 0;
   try {
     CopyText(popup, "text");
+    ADD_FAILURE() << "copied";
   } catch (const core::RuntimeError& error) {
-    number = error.number;
+    EXPECT_EQ(error.number, 521);
   }
   ::SetEvent(done);
   other.join();
-  EXPECT_EQ(number, 521);
 }
 
 TEST_F(PopupTest, LeavesNothingBehindWhenItCloses) {
-  const auto once = [this] {
+  support::ExpectNothingLeft(50, [this] {
     const HWND popup = ShowAt(0, 0);
     Choose(popup, {VK_ESCAPE});
     Press(popup, "Close");
-  };
-  once();
-  const toolkit::ObjectCount before = toolkit::CountObjects();
-  for (int i = 0; i < 50; ++i) once();
-  const toolkit::ObjectCount after = toolkit::CountObjects();
-  EXPECT_LT(after.gdi, before.gdi + 25);
-  EXPECT_LT(after.user, before.user + 25);
+  });
 }
 
 TEST_F(PopupTest, KeysOfItsButtons) {
-  const HWND popup = ShowAt(0, 0), close = Child(popup, "Button", "Close"), drop = Child(popup, "Button", "Options");
+  const HWND popup = ShowAt(0, 0), close = ChildOf(popup, "Button", "Close"), drop = ChildOf(popup, "Button", "Options");
   ::SetFocus(popup);
   EXPECT_EQ(::GetFocus(), drop) << "a stray blank must not close it";
   EXPECT_TRUE(support::FilterKey(drop, WM_KEYDOWN, VK_TAB));

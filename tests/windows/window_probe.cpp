@@ -23,7 +23,22 @@ std::vector<HWND> ChildrenOf(HWND parent, const char* className) {
   return found;
 }
 
+HWND ChildOf(HWND parent, const char* className, const std::string& text) {
+  for (const HWND child : ChildrenOf(parent, className))
+    if (TextOf(child) == text) return child;
+  return nullptr;
+}
+
 std::string TextOf(HWND hwnd) { return toolkit::TextOf(hwnd); }
+
+std::string ClipboardText() {
+  ::OpenClipboard(nullptr);
+  const HANDLE data = ::GetClipboardData(CF_TEXT);
+  const std::string text = data ? static_cast<const char*>(::GlobalLock(data)) : "(none)";
+  if (data) ::GlobalUnlock(data);
+  ::CloseClipboard();
+  return text;
+}
 
 int ToolCommand(HWND window, int index) {
   const HWND toolbar = ChildrenOf(window, TOOLBARCLASSNAMEA).at(0);

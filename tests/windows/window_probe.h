@@ -14,7 +14,12 @@ std::vector<HWND> WindowsOf(const char* className);
 // Child windows of a class, in the order of making.
 std::vector<HWND> ChildrenOf(HWND parent, const char* className);
 
+// The one with this text, null when there is none.
+HWND ChildOf(HWND parent, const char* className, const std::string& text);
+
 std::string TextOf(HWND hwnd);
+
+std::string ClipboardText();
 
 // Clicks a toolbar's button, counted from 0, the way the toolbar reports it.
 void ClickToolButton(HWND window, int index);
