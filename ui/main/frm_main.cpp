@@ -31,7 +31,6 @@ constexpr UINT kHideMinimised = WM_APP;
 constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of a busy roster
 
 constexpr int kUName = 0, kStat = 1;
-constexpr toolkit::Twips kUNameWidth{1300};
 constexpr int kStatusHeight = 20, kStatusMargin = 4, kToolMargin = 4;  // pixels at 100 %
 
 constexpr DWORD kRosterStyle =
@@ -78,7 +77,7 @@ void FrmMain::CreateControls() {
   // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
-  lvUsers.AddColumn(kUName, "", Px(kUNameWidth));
+  lvUsers.AddColumn(kUName, "", 0);
   lvUsers.AddColumn(kStat, "", 0);
   users_.lblStat.captionChanged = [this](const std::string&) { statusStale_ = true; };
   lblStat = AddControl("STATIC", "", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS);
@@ -194,9 +193,14 @@ void FrmMain::LayOut() {
   ::MoveWindow(lblStat, Px(kStatusMargin), bands.statusTop, client.right - 2 * Px(kStatusMargin), Px(kStatusHeight),
                TRUE);
   ::ShowWindow(lblStat, statBarVisible_ ? SW_SHOWNA : SW_HIDE);
-  const int first = ListView_GetColumnWidth(lvUsers.hwnd(), kUName);
-  const int width = Px(StatColumnWidth(Tw(client.right), Tw(first)));
-  ListView_SetColumnWidth(lvUsers.hwnd(), kStat, width > 0 ? width : 0);
+  LayOutColumns(Tw(client.right));
+}
+
+void FrmMain::LayOutColumns(toolkit::Twips list) {
+  const toolkit::Twips first = NameColumnWidth(list);
+  const int second = Px(StatColumnWidth(list, first));
+  ListView_SetColumnWidth(lvUsers.hwnd(), kUName, Px(first));
+  ListView_SetColumnWidth(lvUsers.hwnd(), kStat, second > 0 ? second : 0);
 }
 
 LRESULT FrmMain::Notified(LPARAM lParam) {

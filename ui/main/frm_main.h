@@ -14,6 +14,7 @@
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/tray_icon.h"
+#include "ui/toolkit/units.h"
 #include "ui/toolkit/window.h"
 
 namespace mainwindow {
@@ -66,6 +67,7 @@ class FrmMain : public toolkit::Window {
   void SetUpInt();
   void SetUpMenus();
   void LayOut();
+  void LayOutColumns(toolkit::Twips list);
   void Resized(WPARAM kind);
   void LimitSize(MINMAXINFO& limits) const;
   void KeepHidden(WINDOWPOS& change) const;

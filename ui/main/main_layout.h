@@ -14,6 +14,13 @@ constexpr Twips kMinWidth{2000}, kMinHeight{2500};
 // What the second roster column leaves free beside the first: frame and scroll bar.
 constexpr Twips kColumnMargin{250};
 
+// In a window of the first size the states get the more of the two; a wider one shows longer names.
+constexpr Twips kLeastNameColumn{1100};
+
+constexpr Twips NameColumnWidth(Twips list) {
+  return std::max(Twips{(list - kColumnMargin).value / 2}, kLeastNameColumn);
+}
+
 constexpr Twips StatColumnWidth(Twips list, Twips firstColumn) { return list - firstColumn - kColumnMargin; }
 
 // Heights of the client area from top to bottom, pixels.
