@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/runtime_error.h"
+#include "tests/support/error_of.h"
 #include "tests/support/program_folder.h"
 #include "tests/support/recording_desktop.h"
 
@@ -24,16 +24,5 @@ class DesktopTest : public testing::Test {
 
   ProgramFolder folder;
 };
-
-// The number with which an action fails, 0 when it does not.
-template <typename Action>
-long ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const core::RuntimeError& error) {
-    return error.number;
-  }
-  return 0;
-}
 
 }  // namespace support

@@ -398,6 +398,7 @@ TEST_F(ChatTest, GiantsGoAndTheTalkAroundThemStays) {
   Open("anna|");
   ChatText text;
   text.Create(hwnd());
+  text.Place({0, 0, 300, 200});
   const std::string giant(60000, 'x');
   std::string talk;
   for (int i = 0; i < 7; ++i) {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "core/globals.h"
-#include "tests/windows/object_count.h"
+#include "tests/windows/leftovers.h"
 #include "ui/main/main_menu.h"
 #include "ui/toolkit/cool_menu.h"
 #include "ui/toolkit/menu_builder.h"
@@ -209,17 +209,12 @@ TEST_F(CoolMenuTest, HiddenItemsComeBackInTheirPlace) {
   EXPECT_EQ(FindItem(menu, mainwindow::mnuStat)->menu, Info(mainwindow::mnuSetStatus).hSubMenu);
 }
 
-TEST_F(CoolMenuTest, MeasuresCaptionImageAndCheckMark) {
-  const WindowDc dc(host);
-  const Selected selected(dc.get(), cool->MenuFont());
-  RECT text{};
-  ::DrawTextA(dc.get(), "&Hide", -1, &text, DT_CALCRECT | DT_SINGLELINE);
-  const int image = Px(16);
+TEST_F(CoolMenuTest, MeasuresCaptionAndImage) {
   const SIZE size = Measured(mainwindow::mnuHide);
-  EXPECT_EQ(size.cx, text.right + 2 * (image + Px(2)) + Px(5) - (::GetSystemMetrics(SM_CXMENUCHECK) - 1));
-  EXPECT_GE(size.cy, image + 2 * Px(2));
+  EXPECT_GT(size.cx, 2 * Px(16));
+  EXPECT_GT(Measured(mainwindow::mnuShowMe).cx, size.cx) << "a longer caption";
+  EXPECT_GE(size.cy, Px(16) + 2 * Px(2));
   EXPECT_LT(Measured(mainwindow::mnuPopSep1).cy, size.cy);
-
   ::AppendMenuA(Info(mainwindow::mnuWeb).hSubMenu, MF_SEPARATOR, 1, nullptr);
   cool->Convert();
   EXPECT_EQ(Measured(1).cx, 0);
@@ -257,6 +252,8 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_NE(Drawn(mainwindow::mnuStat, ODS_CHECKED).Count(::GetSysColor(COLOR_WINDOWTEXT), 0, left),
             Drawn(mainwindow::mnuStatBar, ODS_CHECKED).Count(::GetSysColor(COLOR_WINDOWTEXT), 0, left));
 
+  const int below = Canvas::kHeight / 2 + Px(20) / 2 - 1;
+  EXPECT_EQ(Drawn(mainwindow::mnuClose, ODS_SELECTED).At(Px(4), below), ::GetSysColor(COLOR_3DSHADOW)) << "raised";
   cool->look.FullSelect = false;
   EXPECT_EQ(Drawn(mainwindow::mnuStat, ODS_SELECTED).At(1, 1), MenuColour());
   EXPECT_EQ(Drawn(mainwindow::mnuStat, ODS_SELECTED).At(right, 0), lit);
@@ -278,13 +275,6 @@ TEST_F(CoolMenuTest, DisabledImagesAreEmbossed) {
   EXPECT_GT(distinct(Drawn(mainwindow::mnuClose, ODS_GRAYED | ODS_DISABLED)), 20);
 }
 
-TEST_F(CoolMenuTest, HighlightedImagesHaveARaisedEdge) {
-  const Canvas plain = Drawn(mainwindow::mnuClose, 0), lit = Drawn(mainwindow::mnuClose, ODS_SELECTED);
-  const int bottom = Canvas::kHeight / 2 + Px(20) / 2 - 1;
-  EXPECT_EQ(plain.At(Px(4), bottom), MenuColour());
-  EXPECT_EQ(lit.At(Px(4), bottom), ::GetSysColor(COLOR_3DSHADOW));
-}
-
 TEST_F(CoolMenuTest, AnswersMnemonics) {
   EXPECT_EQ(Key(mainwindow::mnuPop, 'O'), MAKELRESULT(FindItem(menu, mainwindow::mnuOpts)->position, MNC_EXECUTE));
   EXPECT_EQ(Key(mainwindow::mnuMove, 'e'), MAKELRESULT(2, MNC_EXECUTE));
@@ -296,9 +286,7 @@ TEST_F(CoolMenuTest, AnswersMnemonics) {
   cool->Convert();
   const auto home = FindItem(menu, mainwindow::mnuWp)->position, second = FindItem(menu, 3)->position;
   EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(home, MNC_SELECT));
-  MENUITEMINFOA highlighted{};
-  highlighted.cbSize = sizeof highlighted;
-  highlighted.fMask = MIIM_STATE;
+  MENUITEMINFOA highlighted = Info(mainwindow::mnuWp);
   highlighted.fState = MFS_HILITE;
   ::SetMenuItemInfoA(links, static_cast<UINT>(home), TRUE, &highlighted);
   EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(second, MNC_SELECT));
@@ -374,12 +362,7 @@ TEST_F(CoolMenuTest, NothingGrows) {
     Drawn(mainwindow::mnuPopSep0, 0);
     Measured(mainwindow::mnuHide);
   };
-  round();
-  const ObjectCount before = CountObjects();
-  for (int i = 0; i < 1000; ++i) round();
-  const ObjectCount after = CountObjects();
-  EXPECT_LT(after.gdi, before.gdi + 50) << "one object in twenty rounds would be too many";
-  EXPECT_LT(after.user, before.user + 50);
+  support::ExpectNothingLeft(200, round);
   EXPECT_EQ(cool->Items().Count(), std::size(kMainMenu) - 3);
 }
 

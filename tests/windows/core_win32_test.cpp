@@ -3,28 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
-#include "core/ansi_case.h"
 #include "core/desktop.h"
 #include "core/event_loop_win32.h"
 #include "core/files.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
+#include "tests/support/error_of.h"
 
 namespace core {
 namespace {
 
-template <typename Action>
-long ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return error.number;
-  }
-  return 0;
-}
+using support::ErrorOf;
 
 class FilesWin32 : public testing::Test {
  protected:
@@ -94,50 +85,24 @@ TEST_F(FilesWin32, AFileHeldByAnotherProgram) {
 
 TEST(AnsiCase, FollowsTheCodePage) {
   if (::GetACP() != 1252) GTEST_SKIP() << "the table of code page 1252 is known, this system has another";
-  const CaseTable& lower = LowerCaseTable();
-  const auto expected = [](int i) {
-    switch (i) {
-      case 0x8A:
-      case 0x8C:
-      case 0x8E:
-        return i + 16;
-      case 0x9F:
-        return 0xFF;
-      default:
-        return (i >= 'A' && i <= 'Z') || (i >= 0xC0 && i <= 0xDE && i != 0xD7) ? i + 32 : i;
-    }
-  };
-  for (int i = 0; i < 256; ++i) {
-    EXPECT_EQ(lower[static_cast<std::size_t>(i)], static_cast<char>(expected(i))) << i;
-  }
-}
-
-struct RunValue {
-  LSTATUS result;
-  DWORD type = 0, size = 64;
-  char text[64] = "";
-};
-
-RunValue ReadRunValue() {
-  RunValue value;
-  HKEY key = nullptr;
-  ::RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", 0, KEY_READ, &key);
-  value.result =
-      ::RegQueryValueExA(key, "Quillon", nullptr, &value.type, reinterpret_cast<BYTE*>(value.text), &value.size);
-  ::RegCloseKey(key);
-  return value;
+  EXPECT_EQ(LowerCase("@AZ[az\xBF\xC0\xD6\xD7\xD8\xDE\xDF\xE0\xFF"), "@az[az\xBF\xE0\xF6\xD7\xF8\xFE\xDF\xE0\xFF");
+  EXPECT_EQ(LowerCase("\x80\x8A\x8C\x8E\x9A\x9F"), "\x80\x9A\x9C\x9E\x9A\xFF");
 }
 
 TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
+  char text[64] = "";
+  DWORD size = 0;
+  const auto read = [&] {
+    size = sizeof text;
+    return ::RegGetValueA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillon",
+                          RRF_RT_REG_SZ, nullptr, text, &size);
+  };
   WriteRunValue("C:\\Q\\Quillon");
-  const RunValue value = ReadRunValue();
-  EXPECT_EQ(value.result, ERROR_SUCCESS);
-  EXPECT_EQ(value.type, static_cast<DWORD>(REG_SZ));
-  EXPECT_STREQ(value.text, "C:\\Q\\Quillon");
-  EXPECT_TRUE(value.size == 12 || value.size == 13) << value.size;  // the system may add the zero behind the text
+  EXPECT_EQ(read(), ERROR_SUCCESS);
+  EXPECT_STREQ(text, "C:\\Q\\Quillon");
   DeleteRunValue();
   DeleteRunValue();  // silent when there is nothing to delete
-  EXPECT_EQ(ReadRunValue().result, ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(read(), ERROR_FILE_NOT_FOUND);
 }
 
 TEST(DesktopWin32, KnowsUserClockAndProgram) {
@@ -218,44 +183,6 @@ TEST_F(EventLoop, WaitingEndsWithTheFirstEvent) {
   start = ::GetTickCount();
   WaitForEvent(5000);
   EXPECT_LT(::GetTickCount() - start, 1000u);
-}
-
-struct BoxesSeen {
-  std::vector<std::string> titles;
-  std::size_t mostAtOnce = 0;
-} gSeen;
-
-BOOL CALLBACK AddTitle(HWND window, LPARAM titles) {
-  char className[16], title[32];
-  ::GetClassNameA(window, className, sizeof className);
-  ::GetWindowTextA(window, title, sizeof title);
-  const bool isBox = ::IsWindowVisible(window) && std::string(className) == "#32770";
-  if (isBox) reinterpret_cast<std::vector<std::string>*>(titles)->push_back(title);
-  return TRUE;
-}
-
-// Runs inside the loops of the boxes too: notes what is on the screen, and closes it.
-void CALLBACK CloseBoxes(HWND, UINT, UINT_PTR timer, DWORD) {
-  std::vector<std::string> titles;
-  ::EnumThreadWindows(::GetCurrentThreadId(), AddTitle, reinterpret_cast<LPARAM>(&titles));
-  gSeen.mostAtOnce = std::max(gSeen.mostAtOnce, titles.size());
-  if (titles.empty()) {
-    ::KillTimer(nullptr, timer);
-    ::PostQuitMessage(0);
-    return;
-  }
-  if (gSeen.titles.empty()) PostBox({.text = "late", .title = "third"});
-  gSeen.titles.push_back(titles.front());
-  ::PostMessageA(::FindWindowA("#32770", titles.front().c_str()), WM_COMMAND, IDOK, 0);
-}
-
-TEST_F(EventLoop, PostedBoxesComeOneAtATime) {
-  PostBox({.text = "1", .title = "first", .icon = BoxIcon::Information});
-  PostBox({.text = "2", .title = "second"});
-  ::SetTimer(nullptr, 0, 200, CloseBoxes);
-  RunMessageLoop();
-  EXPECT_EQ(gSeen.titles, (std::vector<std::string>{"first", "second", "third"}));
-  EXPECT_EQ(gSeen.mostAtOnce, 1u);
 }
 
 }  // namespace

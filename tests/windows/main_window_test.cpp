@@ -8,7 +8,7 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "tests/net/recording_network.h"
-#include "tests/windows/object_count.h"
+#include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"
@@ -27,8 +27,12 @@ class MainWindowTest : public testing::Test {
     Speak("English");
     core::gCurName = "me";
     core::gStatus = 0;
-    core::gSafe = 0;
-    Load();
+    main->Load();
+    main->Furnish();
+    main->Move({3000, 3000, 4005, 4995});
+    for (const char* name : {"anna", "bob", "carl"}) users.AddUser(name);
+    users.UpdateStat();
+    Settle();
   }
   ~MainWindowTest() override { ::DestroyWindow(main->hwnd()); }
 
@@ -36,16 +40,6 @@ class MainWindowTest : public testing::Test {
     core::gLanguage = language;
     core::gLangError = 0;
     core::LoadLang();
-  }
-
-  void Load() {
-    main = std::make_shared<FrmMain>(users, messenger, Commands());
-    main->Load();
-    main->Furnish();
-    main->Move({3000, 3000, 4005, 4995});
-    for (const char* name : {"anna", "bob", "carl"}) users.AddUser(name);
-    users.UpdateStat();
-    Settle();
   }
 
   MainCommands Commands() {
@@ -85,11 +79,10 @@ class MainWindowTest : public testing::Test {
 
   int EnabledTools() const {
     int enabled = 0;
-    for (int i = 0; i < 3; ++i)
-      enabled +=
-          ::SendMessageA(Tools(), TB_ISBUTTONENABLED, static_cast<WPARAM>(support::ToolCommand(main->hwnd(), i)), 0)
-              ? 1
-              : 0;
+    for (int i = 0; i < 3; ++i) {
+      const int command = support::ToolCommand(main->hwnd(), i);
+      enabled += ::SendMessageA(Tools(), TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0;
+    }
     return enabled;
   }
 
@@ -100,7 +93,7 @@ class MainWindowTest : public testing::Test {
   support::RecordingPort port;
   net::Messenger messenger{port};
   Texts done;
-  std::shared_ptr<FrmMain> main;
+  std::shared_ptr<FrmMain> main = std::make_shared<FrmMain>(users, messenger, Commands());
 };
 
 TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
@@ -145,9 +138,7 @@ TEST_F(MainWindowTest, SetStatusChecksOneStateAndTellsTheNetwork) {
   Choose(mnuStat + 2);
   EXPECT_EQ(core::gStatus, 2);
   EXPECT_EQ(port.sent, Texts{"me|S/2"});
-  EXPECT_FALSE(Checked(mnuStat));
-  EXPECT_FALSE(Checked(mnuStat + 1));
-  EXPECT_TRUE(Checked(mnuStat + 2));
+  for (const unsigned state : {0u, 1u, 2u}) EXPECT_EQ(Checked(mnuStat + state), state == 2);
 }
 
 TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
@@ -175,36 +166,23 @@ TEST_F(MainWindowTest, IsNeverSmallerThanItsMinimum) {
 }
 
 TEST_F(MainWindowTest, StatusLineShowsCountsAndForAMomentHelp) {
-  EXPECT_EQ(support::TextOf(StatusLine()), " 3 users online (-0)");
-  main->HelpObj_MenuHelp("Close Quillon");
-  Settle();
-  EXPECT_EQ(support::TextOf(StatusLine()), "Close Quillon");
-  main->HelpObj_MenuHelp("");
-  Settle();
-  EXPECT_EQ(support::TextOf(StatusLine()), " 3 users online (-0)");
+  for (const char* help : {"", "Close Quillon", ""}) {
+    main->HelpObj_MenuHelp(help);
+    Settle();
+    EXPECT_EQ(support::TextOf(StatusLine()), *help ? help : " 3 users online (-0)");
+  }
 }
 
 TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
   main->ShowMe();
-  const RECT before = support::PlaceOf(List());
-  Choose(mnuStatBar);
-  EXPECT_FALSE(Checked(mnuStatBar));
-  EXPECT_FALSE(::IsWindowVisible(StatusLine()));
-  EXPECT_GT(support::PlaceOf(List()).bottom, before.bottom);
-  Choose(mnuStatBar);
-  EXPECT_TRUE(Checked(mnuStatBar));
-  EXPECT_TRUE(::IsWindowVisible(StatusLine()));
-  EXPECT_EQ(support::PlaceOf(List()).bottom, before.bottom);
-}
-
-TEST_F(MainWindowTest, MovesFlushIntoTheCorners) {
-  Choose(mnuMoveSub + 3);
-  const RECT area = toolkit::WorkAreaPixels(), place = support::PlaceOf(main->hwnd());
-  EXPECT_EQ(place.right, area.right);
-  EXPECT_EQ(place.bottom, area.bottom);
-  Choose(mnuMoveSub + 0);
-  EXPECT_EQ(support::PlaceOf(main->hwnd()).left, area.left);
-  EXPECT_EQ(support::PlaceOf(main->hwnd()).top, area.top);
+  const LONG before = support::PlaceOf(List()).bottom;
+  for (const bool shown : {false, true}) {
+    Choose(mnuStatBar);
+    EXPECT_EQ(Checked(mnuStatBar), shown);
+    EXPECT_EQ(::IsWindowVisible(StatusLine()) != 0, shown);
+    EXPECT_EQ(support::PlaceOf(List()).bottom > before, !shown);
+  }
+  EXPECT_EQ(support::PlaceOf(List()).bottom, before);
 }
 
 TEST_F(MainWindowTest, AHundredLanguageChangesLeaveNothingBehind) {
@@ -217,14 +195,10 @@ TEST_F(MainWindowTest, AHundredLanguageChangesLeaveNothingBehind) {
   EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
   EXPECT_EQ(core::gStateNames[2], "Nicht st\xF6ren");
   speak("English");
-  const toolkit::ObjectCount before = toolkit::CountObjects();
-  for (int i = 0; i < 50; ++i) {
+  support::ExpectNothingLeft(50, [&] {
     speak("Espa\xF1ol");
     speak("English");
-  }
-  const toolkit::ObjectCount after = toolkit::CountObjects();
-  EXPECT_LT(after.gdi, before.gdi + 25);
-  EXPECT_LT(after.user, before.user + 25);
+  });
 }
 
 TEST_F(MainWindowTest, EnterInTheRosterWritesAnAlert) {
@@ -238,10 +212,7 @@ TEST_F(MainWindowTest, EnterInTheRosterWritesAnAlert) {
 }
 
 TEST_F(MainWindowTest, ButtonsStayInOneLineDownToTheLeastWidth) {
-  for (const char* language : {"English",
-                               "Fran\xE7"
-                               "ais",
-                               "Deutsch", "Espa\xF1ol"}) {
+  for (const char* language : {"English", "Fran\xE7\x61is", "Deutsch", "Espa\xF1ol"}) {
     Speak(language);
     main->SetLan();
     main->Move({3000, 3000, kMinWidth.value, kMinHeight.value});
@@ -266,16 +237,6 @@ TEST(AboutWindow, LeavesTheDialogFontAlone) {
   }
   EXPECT_GE(before, 0);
   EXPECT_EQ(weight(), before);
-}
-
-TEST_F(MainWindowTest, SafeModeHasPlainMenus) {
-  ::DestroyWindow(main->hwnd());
-  core::gSafe = 1;
-  Load();
-  char caption[100] = "";
-  ::GetMenuStringA(::GetMenu(main->hwnd()), mnuSndAll, caption, sizeof caption, MF_BYCOMMAND);
-  EXPECT_STREQ(caption, "Send &Alert To All");
-  EXPECT_FALSE(::GetMenuState(::GetMenu(main->hwnd()), mnuSndAll, 0) & MF_OWNERDRAW);
 }
 
 }  // namespace

@@ -12,13 +12,23 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "tests/support/fake_roster.h"
+#include "tests/support/recording_program.h"
 #include "tests/windows/box_answers.h"
-#include "tests/windows/object_count.h"
+#include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/options/drawn_images.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
 #include "ui/toolkit/modal.h"
+
+namespace {
+
+std::string gEvents;
+
+}  // namespace
+
+// What the dialog does to the network, "; " behind each.
+void support::Record(std::string event) { gEvents += event + "; "; }
 
 namespace options {
 namespace {
@@ -26,29 +36,10 @@ namespace {
 using support::BoxAnswers;
 using Texts = std::vector<std::string>;
 
-// Notes what the dialog does to the network.
-class PlainProgram : public core::Program {
- public:
-  support::FakeRoster users;
-  std::string events;
-
-  void LoadMain() override {}
-  void PlaceMain(const core::WindowPlace&) override {}
-  core::WindowPlace RestoreMain() override { return {0, 0, 2505, 4605}; }
-  core::Roster& Users() override { return users; }
-  void ShowSplash() override {}
-  void HideSplash() override {}
-  core::WindowPlace Screen() override { return {}; }
-  void OpenSocket() override { events += "open " + core::gCurName + "; "; }
-  void CloseSocket() override { events += "close " + core::gCurName + "; "; }
-  void ShowOptionsAtStartUp() override {}
-  void ShowTray() override {}
-  void RemoveTray() override {}
-};
-
 class OptionsDialog : public testing::Test {
  protected:
   OptionsDialog() {
+    gEvents.clear();
     core::gLangError = 0;
     core::gLanguage = "English";
     core::LoadLang();
@@ -58,8 +49,8 @@ class OptionsDialog : public testing::Test {
     core::gSound = "(S)";
     core::gRunAtLogon = 1;
     core::gAlertHeight = 3;
-    program.users.blocked = {"Mallory", "John smith"};
-    program.users.groups = {"Friends|bob|carl|", "Rest|dora|"};
+    users.blocked = {"Mallory", "John smith"};
+    users.groups = {"Friends|bob|carl|", "Rest|dora|"};
   }
   ~OptionsDialog() override {
     if (form->hwnd()) ::DestroyWindow(form->hwnd());
@@ -126,13 +117,10 @@ class OptionsDialog : public testing::Test {
     return text;
   }
 
-  PlainProgram program;
-  int languageChanges = 0, shutDowns = 0;
-  std::shared_ptr<FrmOpt> form = std::make_shared<FrmOpt>(program, OptCommands{[this] {
-                                                                                 ++languageChanges;
-                                                                                 form->SetLan();
-                                                                               },
-                                                                               [this] { ++shutDowns; }});
+  support::FakeRoster users;
+  support::RecordingProgram program{users};
+  int languageChanges = 0;
+  std::shared_ptr<FrmOpt> form = std::make_shared<FrmOpt>(program, OptCommands{[this] { ++languageChanges; }, [] {}});
 };
 
 TEST_F(OptionsDialog, ShowsTheSettings) {
@@ -150,17 +138,6 @@ TEST_F(OptionsDialog, ShowsTheSettings) {
   EXPECT_EQ(support::RowTexts(Blocked()), (Texts{"Mallory", "John smith"}));
   EXPECT_EQ(Tree(), "Friends>bob>carl Rest>dora ");
   EXPECT_EQ(VisiblePage(), 0);
-}
-
-TEST_F(OptionsDialog, TheWindowIsAsHighAsItsPartsAnd400Twips) {
-  Open();
-  const auto heightOf = [](HWND window) {
-    const RECT place = support::PlaceOf(window);
-    return place.bottom - place.top;
-  };
-  const auto bars = support::ChildrenOf(form->hwnd(), TOOLBARCLASSNAMEA);
-  ASSERT_EQ(bars.size(), 2u);
-  EXPECT_EQ(heightOf(form->hwnd()), heightOf(bars[0]) + heightOf(bars[1]) + heightOf(Page(0)) + 27);
 }
 
 TEST_F(OptionsDialog, AnUnknownColourOrSoundSelectsNothingAndStays) {
@@ -181,13 +158,13 @@ TEST_F(OptionsDialog, AnUnknownColourOrSoundSelectsNothingAndStays) {
 
 TEST_F(OptionsDialog, NamesOfAnyLengthComeBackWhole) {
   const std::string longName(10'000, 'x');
-  program.users.blocked = {longName};
-  program.users.groups = {longName + "|" + longName + "|"};
-  const auto blocked = program.users.blocked, groups = program.users.groups;
+  users.blocked = {longName};
+  users.groups = {longName + "|" + longName + "|"};
+  const auto blocked = users.blocked, groups = users.groups;
   Open();
   Press(kFirstCommandButton);
-  EXPECT_EQ(program.users.blocked, blocked);
-  EXPECT_EQ(program.users.groups, groups);
+  EXPECT_EQ(users.blocked, blocked);
+  EXPECT_EQ(users.groups, groups);
 }
 
 TEST_F(OptionsDialog, ClosingLeadsBackToTheWindowBefore) {
@@ -205,16 +182,15 @@ TEST_F(OptionsDialog, ClosingLeadsBackToTheWindowBefore) {
 TEST_F(OptionsDialog, SwatchesAndPositionsLookAsTheySay) {
   const Scratch surface({40, 30});
   const toolkit::ImageList list = surface.NewList(2);
-  const auto pixel = [](HDC dc, int x, int y) { return ::GetPixel(dc, x, y); };
   COLORREF inSwatch = 0, inQuarter = 0, outside = 0;
   surface.Add(list.get(), [&](HDC dc, const RECT& box) {
     DrawSwatch(dc, box, 0x8000FF);
-    inSwatch = pixel(dc, 20, 15);
+    inSwatch = ::GetPixel(dc, 20, 15);
   });
   surface.Add(list.get(), [&](HDC dc, const RECT& box) {
     DrawPosition(dc, box, 3);
-    inQuarter = pixel(dc, 10, 22);
-    outside = pixel(dc, 30, 22);
+    inQuarter = ::GetPixel(dc, 10, 22);
+    outside = ::GetPixel(dc, 30, 22);
   });
   EXPECT_EQ(inSwatch, 0x8000FFu);
   EXPECT_EQ(inQuarter, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
@@ -238,29 +214,29 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
   Pump();
   EXPECT_EQ(support::TextOf(name), "Berta");
   EXPECT_EQ(BoxAnswers::Texts().size(), 1u);
-}
 
-TEST_F(OptionsDialog, AnEmptyNameHoldsThePageToo) {
-  Open();
-  const BoxAnswers answering;
-  Type(Item(0, kNameBox), "");
+  ::SetFocus(name);
+  Type(name, "");
   Press(kFirstPageButton + 2);
   Pump();
-  EXPECT_EQ(BoxAnswers::Texts().size(), 1u);
-  EXPECT_EQ(VisiblePage(), 0);
+  EXPECT_EQ(BoxAnswers::Texts().size(), 2u);
+  EXPECT_EQ(VisiblePage(), 0) << "the page is held too";
 }
 
 TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
-  program.users.rows = {"(All)", "Anna", "Bob"};
+  users.rows = {"(All)", "Anna", "Bob"};
   Open();
   const BoxAnswers answering;
-  for (const std::string& name : {std::string("bob"), std::string("  "), std::string("a|b")}) {
+  ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 1, 0);
+  for (const char* name : {"bob", "  ", "a|b"}) {
     Type(Item(0, kNameBox), name);
     Press(kFirstCommandButton);
     ASSERT_TRUE(form->hwnd()) << name;
   }
-  EXPECT_EQ(BoxAnswers::Texts(), (Texts{core::GetText(2204), core::GetText(2205), core::GetText(2205)}));
-  EXPECT_EQ(program.events, "");
+  EXPECT_EQ(BoxAnswers::Texts(), (Texts{core::GetText(2204), core::GetText(2205), core::GetText(2205)}))
+      << "and no question about the language yet";
+  ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 0, 0);
+  EXPECT_EQ(gEvents, "");
 
   Type(Item(0, kNameBox), " Carla ");
   SelectRow(Swatches(), 9);
@@ -269,26 +245,10 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
   ::SendMessageA(Item(1, kStartUpBox), BM_SETCHECK, BST_UNCHECKED, 0);
   Press(kFirstCommandButton);
   EXPECT_FALSE(form->hwnd());
-  EXPECT_EQ(program.events, "close Anna; open Carla; ");
+  EXPECT_EQ(gEvents, "close Anna; open Carla; restore main; ");
   EXPECT_EQ(core::ReadFile(core::InProgramDirectory("User.ini")),
-            "\"English\"\r\n3\r\n0,0,2505,4605\r\n\"Carla\",16711680,3,\"drop.wav\",0\r\n0,0,0,0\r\n"
+            "\"English\"\r\n3\r\n300,150,2505,4605\r\n\"Carla\",16711680,3,\"drop.wav\",0\r\n0,0,0,0\r\n"
             "2\r\n\"Mallory\"\r\n\"John smith\"\r\n2\r\n\"Friends|bob|carl|\"\r\n\"Rest|dora|\"\r\n");
-}
-
-TEST_F(OptionsDialog, CloseForgetsUnlessItEndsTheProgram) {
-  Open();
-  Type(Item(0, kNameBox), "Carla");
-  Press(kFirstCommandButton + 1);
-  EXPECT_FALSE(form->hwnd());
-  EXPECT_EQ(core::gUserName, "Anna");
-  EXPECT_EQ(program.events, "");
-
-  form = std::make_shared<FrmOpt>(program, OptCommands{[] {}, [this] { ++shutDowns; }});
-  form->atStartUp = true;
-  Open();
-  Press(kFirstCommandButton + 1);
-  ::SendMessageA(form->hwnd(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(shutDowns, 2);
 }
 
 TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
@@ -317,7 +277,7 @@ TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
 }
 
 TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
-  program.users.groups.clear();
+  users.groups.clear();
   Open();
   Press(kFirstPageButton + 3);
   const HWND box = Item(3, kGroupBox), tree = Child(3, WC_TREEVIEWA);
@@ -381,27 +341,6 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   EXPECT_FALSE(form->hwnd());
 }
 
-TEST_F(OptionsDialog, AnotherLanguageComesAtOnceOrLater) {
-  Open();
-  {
-    const BoxAnswers answering(IDYES);
-    ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 1, 0);
-    program.users.rows = {"Anna", "Anna"};  // so that Accept ends before the question
-    Press(kFirstCommandButton);
-    EXPECT_EQ(BoxAnswers::Texts(), (Texts{core::GetText(2204)}));
-    program.users.rows.clear();
-    Press(kFirstCommandButton);
-    EXPECT_EQ(BoxAnswers::Texts().back(),
-              "Voulez-vous changer de langue maintenant\xA0?\r\n\r\n"
-              "Do you want to change the language now?");
-  }
-  EXPECT_EQ(languageChanges, 1);
-  EXPECT_EQ(core::gLanguage,
-            "Fran\xE7"
-            "ais");
-  EXPECT_EQ(core::GetText(2010), "Aper\xE7u");
-}
-
 TEST_F(OptionsDialog, ALanguageFileThatBreaksChangesNothing) {
   const std::string path = core::InProgramDirectory("Lang.con"), whole = core::ReadFile(path);
   Open();
@@ -415,21 +354,15 @@ TEST_F(OptionsDialog, ALanguageFileThatBreaksChangesNothing) {
   EXPECT_EQ(core::gLanguage, "English");
   EXPECT_EQ(core::GetText(2014), "&Run Quillon on StartUp");
   EXPECT_EQ(languageChanges, 0);
-  EXPECT_EQ(program.events, "");
+  EXPECT_EQ(gEvents, "");
 }
 
 TEST_F(OptionsDialog, LeavesNothingBehind) {
-  const auto openAndClose = [this] {
+  support::ExpectNothingLeft(20, [this] {
     form = std::make_shared<FrmOpt>(program, OptCommands{[] {}, [] {}});
     Open();
     ::DestroyWindow(form->hwnd());
-  };
-  openAndClose();
-  const toolkit::ObjectCount before = toolkit::CountObjects();
-  for (int i = 0; i < 10; ++i) openAndClose();
-  const toolkit::ObjectCount after = toolkit::CountObjects();
-  EXPECT_LT(after.gdi, before.gdi + 10);
-  EXPECT_LT(after.user, before.user + 10);
+  });
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <thread>
 
-#include "core/runtime_error.h"
+#include "tests/support/error_of.h"
 #include "tests/windows/conversation_fixture.h"
 #include "tests/windows/leftovers.h"
 #include "ui/conversation/clipboard.h"
@@ -52,7 +52,9 @@ class PopupTest : public ConversationTest {
     return PlaceOf(popup);
   }
 
-  static void Press(HWND popup, const char* button) { ::SendMessageA(ChildOf(popup, "Button", button), BM_CLICK, 0, 0); }
+  static void Press(HWND popup, const char* button) {
+    ::SendMessageA(ChildOf(popup, "Button", button), BM_CLICK, 0, 0);
+  }
 
   // Opens the menu with these keys waiting for it.
   static void Choose(HWND popup, std::initializer_list<WPARAM> keys) {
@@ -192,12 +194,7 @@ TEST_F(PopupTest, AClipboardHeldByAnotherProgramIsAnError) {
     ::CloseClipboard();
   });
   ::WaitForSingleObject(opened, INFINITE);
-  try {
-    CopyText(popup, "text");
-    ADD_FAILURE() << "copied";
-  } catch (const core::RuntimeError& error) {
-    EXPECT_EQ(error.number, 521);
-  }
+  EXPECT_EQ(support::ErrorOf([popup] { CopyText(popup, "text"); }), 521);
   ::SetEvent(done);
   other.join();
 }
@@ -211,7 +208,8 @@ TEST_F(PopupTest, LeavesNothingBehindWhenItCloses) {
 }
 
 TEST_F(PopupTest, KeysOfItsButtons) {
-  const HWND popup = ShowAt(0, 0), close = ChildOf(popup, "Button", "Close"), drop = ChildOf(popup, "Button", "Options");
+  const HWND popup = ShowAt(0, 0), close = ChildOf(popup, "Button", "Close"),
+             drop = ChildOf(popup, "Button", "Options");
   ::SetFocus(popup);
   EXPECT_EQ(::GetFocus(), drop) << "a stray blank must not close it";
   EXPECT_TRUE(support::FilterKey(drop, WM_KEYDOWN, VK_TAB));

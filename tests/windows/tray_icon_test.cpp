@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/windows/box_answers.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/tray_icon.h"
 #include "ui/toolkit/window_helpers.h"
@@ -61,6 +62,8 @@ class TrayIconTest : public testing::Test {
 TEST_F(TrayIconTest, FillsTheRecord) {
   const HICON picture = ::LoadIconA(nullptr, IDI_APPLICATION), other = ::LoadIconA(nullptr, IDI_WARNING);
   icon.SetIcon(picture);
+  icon.SetToolTipText(std::string(200, 'x'));
+  EXPECT_EQ(icon.ToolTipText(), std::string(63, 'x')) << "cut to what the record holds";
   icon.SetToolTipText("Quillon");
   EXPECT_TRUE(shellCalls.empty()) << "inactive: only the record changes";
   icon.Create();
@@ -100,13 +103,6 @@ TEST_F(TrayIconTest, KeepsItsPictureUntilTheShellHasTheNextOne) {
   EXPECT_FALSE(::GetIconInfo(first, &info));
 }
 
-TEST_F(TrayIconTest, LongTipsAreCut) {
-  icon.SetToolTipText(std::string(200, 'x'));
-  EXPECT_EQ(icon.ToolTipText(), std::string(63, 'x'));
-  icon.SetToolTipText("short");
-  EXPECT_EQ(icon.ToolTipText(), "short");
-}
-
 TEST_F(TrayIconTest, ThereIsExactlyOneIcon) {
   EXPECT_TRUE(TrayIcon::HasValidShell());
   icon.Destroy();
@@ -123,19 +119,6 @@ TEST_F(TrayIconTest, ThereIsExactlyOneIcon) {
   EXPECT_EQ(shellCalls.back().message, DWORD{NIM_DELETE}) << "the icon goes with its object";
   icon.Destroy();
   EXPECT_FALSE(icon.Active());
-}
-
-// A new task bar is empty; every icon has to be put there again, and the shell tells so by a broadcast.
-TEST_F(TrayIconTest, ComesBackWhenTheShellRestarts) {
-  const UINT restarted = ::RegisterWindowMessageA("TaskbarCreated");
-  ::SendMessageTimeoutA(HWND_BROADCAST, restarted, 0, 0, SMTO_ABORTIFHUNG, 1000, nullptr);
-  EXPECT_TRUE(shellCalls.empty());
-  icon.Create();
-  shellCalls.clear();
-  ::SendMessageTimeoutA(HWND_BROADCAST, restarted, 0, 0, SMTO_ABORTIFHUNG, 1000, nullptr);
-  ASSERT_FALSE(shellCalls.empty());
-  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_ADD});
-  EXPECT_EQ(shellCalls.back().record.uFlags, 7u);
 }
 
 TEST_F(TrayIconTest, MouseMessagesBecomeEvents) {
@@ -180,24 +163,6 @@ HINSTANCE WINAPI RecordOpen(HWND owner, const char* verb, const char* file, cons
   return reinterpret_cast<HINSTANCE>(shellResult);
 }
 
-// What stands in the box that is on the screen; it is closed by its button.
-struct SeenBox {
-  std::string title, text;
-};
-SeenBox seen;
-
-void CALLBACK ReadBox(HWND, UINT, UINT_PTR timer, DWORD) {
-  const HWND box = ::FindWindowA("#32770", nullptr);
-  if (!box) return;
-  ::KillTimer(nullptr, timer);
-  char text[500] = "";
-  ::GetWindowTextA(box, text, sizeof text);
-  seen.title = text;
-  for (HWND child = nullptr; (child = ::FindWindowExA(box, child, "Static", nullptr)) != nullptr;)
-    if (::GetWindowTextA(child, text, sizeof text) > 0) seen.text = text;
-  ::PostMessageA(box, WM_COMMAND, IDOK, 0);
-}
-
 TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
   const HCURSOR before = ::SetCursor(::LoadCursorA(nullptr, IDC_CROSS));
   for (const INT_PTR result : {1, 2, 11, 31, 32, 33}) {
@@ -207,24 +172,21 @@ TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
   EXPECT_EQ(::SetCursor(before), ::LoadCursorA(nullptr, IDC_CROSS)) << "the pointer is put back";
   EXPECT_EQ(openedWith, (std::vector<std::string>{"", "open", "https://vextant.example/", "", "1", "1"}));
   shellResult = 0;
-  const UINT_PTR timer = ::SetTimer(nullptr, 0, 20, ReadBox);
+  const support::BoxAnswers answering;
   OpenLink("", RecordOpen);
-  ::KillTimer(nullptr, timer);
   EXPECT_EQ(openedWith[2], "") << "the shell is asked for an empty link too";
-  EXPECT_EQ(seen.title, "Quillon");
-  EXPECT_EQ(seen.text, "Error Opening Link to \r\n\r\n0");
+  EXPECT_EQ(answering.Texts(), std::vector<std::string>{"Error Opening Link to \r\n\r\n0"});
 }
 
 TEST(WindowHelpers, ActOnTheWindow) {
   const HWND window =
       ::CreateWindowExA(0, "Static", "", WS_OVERLAPPEDWINDOW, 10, 20, 300, 200, nullptr, nullptr, nullptr, nullptr);
-  const auto topMost = [window] { return (::GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
   RECT before{}, after{};
   ::GetWindowRect(window, &before);
-  SetTopMost(window, true);
-  EXPECT_TRUE(topMost());
-  SetTopMost(window, false);
-  EXPECT_FALSE(topMost());
+  for (const bool on : {true, false}) {
+    SetTopMost(window, on);
+    EXPECT_EQ((::GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0, on);
+  }
   ::GetWindowRect(window, &after);
   EXPECT_TRUE(::EqualRect(&before, &after));
   EXPECT_FALSE(::IsWindowVisible(window));
@@ -235,12 +197,6 @@ TEST(WindowHelpers, ActOnTheWindow) {
   RemoveCloseItem(window);
   EXPECT_EQ(::GetMenuItemCount(system), count - 1);
   EXPECT_NE(::GetMenuItemID(system, count - 2), last);
-
-  const WorkArea area = GetWorkArea(window);
-  RECT pixels{};
-  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &pixels, 0);
-  EXPECT_EQ(area.right.value, ::MulDiv(pixels.right, 1440, ScreenDpi().value));
-  EXPECT_EQ(area.bottom.value, ::MulDiv(pixels.bottom, 1440, ScreenDpi().value));
   ::DestroyWindow(window);
 }
 
