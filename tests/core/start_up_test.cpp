@@ -1,6 +1,7 @@
 #include "core/start_up.h"
 
 #include "core/globals.h"
+#include "core/splash_pulse.h"
 #include "core/ticks.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/fake_roster.h"
@@ -119,15 +120,6 @@ TEST_F(StartUpTest, SafeModeIsAWordAnywhere) {
   for (const char* arguments : {"", "saf e"}) EXPECT_FALSE(AsksForSafeMode(arguments));
 }
 
-TEST_F(StartUpTest, NamesInUse) {
-  roster.rows = {"Bob", "Anna"};
-  gCurName = "Anna";
-  EXPECT_TRUE(NameInUse(roster, "bob"));
-  EXPECT_FALSE(NameInUse(roster, "Anna"));  // the own row
-  EXPECT_TRUE(NameInUse(roster, "anna"));   // the own name in another case is another name
-  EXPECT_FALSE(NameInUse(roster, "cy"));
-}
-
 TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
   gCurName = "Anna";
   gRunAtLogon = 1;
@@ -151,6 +143,19 @@ TEST_F(StartUpTest, ALogThatFailsAtTheEndIsStillTold) {
   ShutDown(program);
   ASSERT_EQ(Desktop().boxes.size(), 1u);
   EXPECT_EQ(Happened().back(), "end");
+}
+
+TEST(SplashPulse, GoesFromRedToGreenAndBack) {
+  const struct {
+    int counter, red, green;
+  } rows[] = {{0, 255, 0}, {5, 243, 13}, {50, 128, 128}, {100, 0, 255}, {150, 128, 128}, {195, 243, 13}, {200, 255, 0}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(PulseColour(row.counter).red, row.red) << row.counter;
+    EXPECT_EQ(PulseColour(row.counter).green, row.green) << row.counter;
+  }
+  int ticks = 1;
+  for (int counter = NextPulse(0); counter != 0; counter = NextPulse(counter)) ++ticks;
+  EXPECT_EQ(ticks, 41);
 }
 
 }  // namespace

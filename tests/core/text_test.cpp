@@ -1,10 +1,18 @@
+// Texts, and the numbers in them.
 #include "core/text.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <utility>
+
+#include "core/numbers.h"
+#include "tests/support/error_of.h"
+
 namespace core {
 namespace {
 
+using support::ErrorOf;
 using Fields = std::vector<std::string_view>;
 
 TEST(Text, TrimTakesBlanksAlone) {
@@ -28,6 +36,58 @@ TEST(Text, FieldsBetweenBars) {
   EXPECT_EQ(BarField("user|users|online", 2), "online");
   EXPECT_EQ(BarField("user|users|online", 3), "");
   EXPECT_EQ(BarField("user", 0), "user");
+}
+
+TEST(Numbers, TolerantReadingTakesWhatItCan) {
+  const auto expect = [](double number, std::initializer_list<std::string_view> texts) {
+    for (const std::string_view text : texts) EXPECT_DOUBLE_EQ(TolerantNumber(text), number) << text;
+  };
+  expect(0, {"", "abc", "--5", ".", "0x10", "inf", "\xA0 1", "0e99999", "1e-9999"});
+  expect(1, {"1x", "1 ", "1\r2", "1,5", {"1\0002", 3}});
+  expect(4, {" 4"});
+  expect(-5, {"-5", "- 5"});
+  expect(123, {"1\t2\n3"});
+  expect(0.5, {".5"});
+  expect(1.2, {"1.2.3"});
+  expect(2000, {"2e3"});
+  expect(0.2, {"2D-1"});
+  expect(2, {"2e"});
+  expect(20, {"2 e 1"});
+  expect(255, {"&HFF"});
+  expect(15, {"&h fg", "&O17"});
+  expect(12345678901234567890123.0, {"12345678901234567890123"});
+  EXPECT_EQ(TolerantNumber("1e99999999999"), std::numeric_limits<double>::infinity());
+}
+
+// A packet can hold this much; the time must not grow with the square of it.
+TEST(Numbers, DigitsWithoutEnd) {
+  EXPECT_EQ(TolerantNumber(std::string(60000, '9')), std::numeric_limits<double>::infinity());
+  EXPECT_DOUBLE_EQ(TolerantNumber("0." + std::string(60000, '0') + "7e60001"), 7);
+}
+
+TEST(Numbers, StrictReadingWantsOneWholeNumber) {
+  EXPECT_EQ(StrictNumber(" 1001 "), 1001);
+  EXPECT_EQ(StrictNumber("-2.5e1"), -25);
+  EXPECT_EQ(StrictNumber("&H10"), 16);
+  for (const char* text : {"", "  ", "English", "1x", "1 2", "1,5", "-", ".", "1e", "&H", "\t1", "1\t"}) {
+    EXPECT_EQ(ErrorOf([&] { StrictNumber(text); }), 13) << '"' << text << '"';
+  }
+}
+
+TEST(Numbers, RoundsHalfToEvenAndRefusesWhatDoesNotFit) {
+  using Doubles = std::numeric_limits<double>;
+  for (const auto& [number, rounded] : {std::pair{0.5, 0}, {1.5, 2}, {-2.5, -2}, {32767.4, 32767}})
+    EXPECT_EQ(ToInt16(number), rounded);
+  for (const double number : {32767.5, -32769.0}) EXPECT_EQ(ErrorOf([=] { ToInt16(number); }), 6);
+  EXPECT_EQ(ToInt32(-2147483648.0), std::numeric_limits<std::int32_t>::min());
+  for (const double number : {2147483648.0, Doubles::infinity(), Doubles::quiet_NaN()})
+    EXPECT_EQ(ErrorOf([=] { ToInt32(number); }), 6);
+}
+
+TEST(Numbers, GeneralTextKeepsThePlaceOfTheSign) {
+  EXPECT_EQ(GeneralText(0), " 0");
+  EXPECT_EQ(GeneralText(255), " 255");
+  EXPECT_EQ(GeneralText(std::numeric_limits<std::int32_t>::min()), "-2147483648");
 }
 
 }  // namespace

@@ -1,13 +1,20 @@
+// What goes over the wire: packets taken apart, and packets as a copy sends them.
 #include "net/packet.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+#include <vector>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "net/messenger.h"
+#include "tests/net/recording_network.h"
+#include "tests/support/desktop_test.h"
 
 namespace net {
 namespace {
 
 using namespace std::string_literals;
+using Lines = std::vector<std::string>;
 
 TEST(Packet, IsTakenApartAtTheFirstBar) {
   const struct {
@@ -15,11 +22,7 @@ TEST(Packet, IsTakenApartAtTheFirstBar) {
   } kRows[] = {
       {"anna|C/ 4", "anna", "C/", " 4"},
       {"anna|M/", "anna", "M/", ""},
-      {"anna|P/\xDF"
-       "a|b|bob",
-       "anna", "P/",
-       "\xDF"
-       "a|b|bob"},
+      {"anna|P/\xDF\x61|b|bob", "anna", "P/", "\xDF\x61|b|bob"},
       {"anna|M", "anna", "M", ""},
       {"anna|", "anna", "", ""},
       {"anna", "anna", "", ""},
@@ -36,13 +39,9 @@ TEST(Packet, IsTakenApartAtTheFirstBar) {
 }
 
 TEST(Packet, PrivateTextEndsAtTheLastBar) {
-  const PrivateText message = SplitPrivate(
-      "\xDF"
-      "a|b|bob");
+  const PrivateText message = SplitPrivate("\xDF\x61|b|bob");
   EXPECT_TRUE(message.found);
-  EXPECT_EQ(message.text,
-            "\xDF"
-            "a|b");
+  EXPECT_EQ(message.text, "\xDF\x61|b");
   EXPECT_EQ(message.recipient, "bob");
   EXPECT_FALSE(SplitPrivate("bob").found);
 }
@@ -60,6 +59,50 @@ TEST(Packet, PrivateCommandTakesTheRecipientUpToTheFirstBlank) {
       {"", "P/|"},
   };
   for (const auto& row : kRows) EXPECT_EQ(PrivateCommand(row.line), row.command) << row.line;
+}
+
+class MessengerTest : public support::DesktopTest {
+ protected:
+  MessengerTest() {
+    folder.Put("Lang.con", "Code,English\r\n10201,is now on the network");
+    core::LoadLang();
+    core::gCurName = "anna";
+  }
+  support::RecordingPort port;
+  Messenger messenger{port};
+};
+
+TEST_F(MessengerTest, PutsTheOwnNameInFront) {
+  messenger.SendCmd("");
+  messenger.SendCmd("S/2");
+  messenger.SendMsg("\xDEhi");
+  messenger.SendPrivate("bob \xDEsee you");
+  messenger.SendPrivate("bob");
+  EXPECT_EQ(port.sent, (Lines{"anna|S/2", "anna|M/\xDEhi", "anna|P/\xDEsee you|bob", "anna|P/|"}));
+}
+
+TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
+  core::gColour = 255;
+  core::gStatus = 2;
+  support::Desktop().onPending = [&] { port.sent.push_back("events"); };
+  messenger.OpenSocket();
+  EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "anna|C/ 255", "anna|S/2", "anna|M/anna is now on the network"}));
+
+  core::gStarting = -1;
+  core::gColour = -5;
+  port.sent.clear();
+  messenger.OpenSocket();
+  EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "anna|C/-5", "anna|S/2"}));
+
+  port.sent.clear();
+  messenger.CloseSocket();
+  EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
+}
+
+TEST_F(MessengerTest, ARefusedPortSendsNothing) {
+  port.refuses = true;
+  EXPECT_EQ(support::ErrorOf([&] { messenger.OpenSocket(); }), 10048);
+  EXPECT_EQ(port.sent, Lines{});
 }
 
 }  // namespace

@@ -58,6 +58,15 @@ TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
   EXPECT_FALSE(FileExists(folder));
 }
 
+TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
+  WriteFileSafely(file, "a longer text than the new one");
+  WriteFileSafely(file, "new");
+  AppendToFile(file, std::string("\0b", 2));
+  EXPECT_EQ(ReadFile(file), std::string("new\0b", 5));
+  WriteFileSafely(file, std::string(kMaxFileSize + 1, 'x'));
+  EXPECT_EQ(ReadFile(file).size(), kMaxFileSize);
+}
+
 TEST_F(FilesWin32, AReadOnlyFileRefusesWriters) {
   WriteFileSafely(file, "old");
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
