@@ -1,5 +1,7 @@
 #include "ui/conversation/chat_text.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <iterator>
 #include <new>
@@ -76,10 +78,28 @@ void StreamIn(HWND box, std::string_view markup) {
   ::SendMessageA(box, EM_STREAMIN, SF_RTF | SFF_SELECTION, reinterpret_cast<LPARAM>(&stream));
 }
 
+// A box of this class has no part in the desktop's theme: it would draw its edge at two sides only, unlike the boxes
+// above and below it.
+void DrawFrame(HWND box) {
+  RECT frame{};
+  ::GetWindowRect(box, &frame);
+  ::OffsetRect(&frame, -frame.left, -frame.top);
+  const HDC dc = ::GetWindowDC(box);
+  ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_3DSHADOW));
+  ::ReleaseDC(box, dc);
+}
+
+LRESULT CALLBACK WithWholeFrame(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+  const LRESULT answer = ::DefSubclassProc(box, message, wParam, lParam);
+  if (message == WM_NCPAINT) DrawFrame(box);
+  return answer;
+}
+
 HWND MakeBox(HWND parent) {
   const HWND box = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                                      ::GetModuleHandleA(nullptr), nullptr);
   if (!box) throw core::RuntimeError(core::Err::OutOfMemory);
+  ::SetWindowSubclass(box, WithWholeFrame, 0, 0);
   ::SendMessageA(box, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SendMessageA(box, EM_EXLIMITTEXT, 0, kTextLimit);
   ::SendMessageA(box, EM_SETUNDOLIMIT, 0, 0);
@@ -122,7 +142,8 @@ void ChatText::Create(HWND parent) { txtMsg = MakeBox(parent); }
 
 void ChatText::Place(const Area& area) {
   area_ = area;
-  ::MoveWindow(txtMsg, area.left, area.top, area.Width(), area.Height(), TRUE);
+  ::SetWindowPos(txtMsg, nullptr, area.left, area.top, area.Width(), area.Height(),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   RECT text{};
   ::GetClientRect(txtMsg, &text);
   ::InflateRect(&text, -Px(kMargin), -Px(1));

@@ -38,8 +38,10 @@ constexpr DWORD kStatStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | 
 
 bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
 
+// Nothing of the old picture is kept: a copied frame would show gaps on some desktops.
 void Place(HWND control, const Area& area) {
-  ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
+  ::SetWindowPos(control, nullptr, area.left, area.top, area.Width(), area.Height(),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 RECT WindowRect(HWND hwnd) {
