@@ -1,5 +1,7 @@
 #include "ui/options/choice_list.h"
 
+#include "ui/toolkit/plain_selection.h"
+
 namespace options {
 namespace {
 
@@ -13,6 +15,12 @@ void ChoiceList::Attach(HWND listView, HIMAGELIST pictures) {
   ListView_SetImageList(hwnd_, pictures, LVSIL_SMALL);
   LVCOLUMNA column{};
   ::SendMessageA(hwnd_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
+}
+
+LRESULT ChoiceList::Paint(NMLVCUSTOMDRAW& draw) {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) toolkit::ShowSelectionPlainly(draw);
+  return CDRF_DODEFAULT;
 }
 
 void ChoiceList::Add(const std::string& text, int picture) {

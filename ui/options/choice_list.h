@@ -18,6 +18,9 @@ class ChoiceList {
 
   HWND hwnd() const { return hwnd_; }
 
+  // The answer to the list view's NM_CUSTOMDRAW.
+  static LRESULT Paint(NMLVCUSTOMDRAW& draw);
+
   void Clear() { ListView_DeleteAllItems(hwnd_); }
   void Add(const std::string& text, int picture);
   void Remove(int index) { ListView_DeleteItem(hwnd_, index); }

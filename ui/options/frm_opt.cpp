@@ -75,6 +75,8 @@ LRESULT FrmOpt::Notified(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   if (header.hwndFrom == tvGroups.hwnd() && header.code == NM_CUSTOMDRAW)
     return GroupTree::Paint(*reinterpret_cast<NMTVCUSTOMDRAW*>(lParam));
+  const bool choices = header.hwndFrom == lvSnd.hwnd() || header.hwndFrom == lvBlock.hwnd();
+  if (choices && header.code == NM_CUSTOMDRAW) return ChoiceList::Paint(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
   if (header.hwndFrom != lvCol) return 0;
   if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(lParam);
   // The frames of our own reach beyond what the list itself draws anew.

@@ -4,6 +4,7 @@
 
 #include "core/text.h"
 #include "ui/toolkit/paint_colour.h"
+#include "ui/toolkit/plain_selection.h"
 
 namespace toolkit {
 namespace {
@@ -120,6 +121,7 @@ LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_->Count()) return CDRF_DODEFAULT;
   draw.clrText = TextColour(rows_->At(draw.nmcd.dwItemSpec).foreColour);
+  ShowSelectionPlainly(draw);
   return CDRF_DODEFAULT;
 }
 
