@@ -9,9 +9,9 @@
 #include <shellapi.h>
 
 #include <cstdio>
-#include <cstdlib>
+#include <iostream>
 #include <map>
-#include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -25,38 +25,24 @@ constexpr UINT kAnswerTime = 5000;  // milliseconds that a window may take to an
 std::string Escaped(const std::string& text) {
   std::string result;
   for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
     char hex[5];
-    std::snprintf(hex, sizeof hex, "\\x%02X", byte);
-    if (byte >= 0x20 && byte <= 0x7E && c != '\\')
-      result += c;
-    else
-      result += hex;
+    std::snprintf(hex, sizeof hex, "\\x%02X", static_cast<unsigned char>(c));
+    result += c >= 0x20 && c <= 0x7E && c != '\\' ? std::string(1, c) : hex;
   }
   return result;
 }
 
 std::string Unescaped(const std::string& text) {
   std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\') {
-      result += text[i];
-      continue;
-    }
-    result += static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16));
-    i += 3;
-  }
+  for (std::size_t i = 0; i < text.size(); i += text[i] == '\\' ? 4u : 1u)
+    result += text[i] == '\\' ? static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16)) : text[i];
   return result;
 }
 
 Fields Split(const std::string& line) {
-  Fields fields{""};
-  for (const char c : line) {
-    if (c == '\t')
-      fields.emplace_back();
-    else
-      fields.back() += c;
-  }
+  Fields fields;
+  std::istringstream rest(line + '\t');
+  for (std::string field; std::getline(rest, field, '\t');) fields.push_back(field);
   return fields;
 }
 
@@ -84,30 +70,26 @@ std::string TextOf(HWND window) {
   return text;
 }
 
-// The text of a window, none if the window went away meanwhile.
-std::optional<std::string> TextIfThere(HWND window) {
-  try {
-    return TextOf(window);
-  } catch (const std::runtime_error&) {
-    if (::IsWindow(window)) throw;
-    return std::nullopt;
-  }
+std::string ClassOf(HWND window) {
+  char name[256] = "";
+  ::GetClassNameA(window, name, sizeof name);
+  return name;
 }
 
-void PrintWindow(HWND window) {
-  char className[256] = "";
-  ::GetClassNameA(window, className, sizeof className);
+// Nothing for a window that goes away meanwhile.
+void PrintWindow(HWND window) try {
+  const std::string text = Escaped(TextOf(window)), className = ClassOf(window);
   DWORD process = 0;
   ::GetWindowThreadProcessId(window, &process);
   RECT place{};
   ::GetWindowRect(window, &place);
   const long style = ::GetWindowLongA(window, GWL_STYLE), extended = ::GetWindowLongA(window, GWL_EXSTYLE);
-  const std::optional<std::string> text = TextIfThere(window);
-  if (!text) return;
-  std::printf("%lu\t%s\t%lu\t%d\t%d\t", static_cast<unsigned long>(HandleToUlong(window)), className, process,
+  std::printf("%lu\t%s\t%lu\t%d\t%d\t", static_cast<unsigned long>(HandleToUlong(window)), className.c_str(), process,
               ::IsWindowVisible(window), ::IsWindowEnabled(window));
   std::printf("%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", style, extended, place.left, place.top, place.right,
-              place.bottom, ::GetDlgCtrlID(window), Escaped(*text).c_str());
+              place.bottom, ::GetDlgCtrlID(window), text.c_str());
+} catch (const std::runtime_error&) {
+  if (::IsWindow(window)) throw;
 }
 
 BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
@@ -118,11 +100,8 @@ BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
 void Windows(const Fields& fields) {
   std::vector<HWND> windows;
   ::EnumWindows(AddWindow, reinterpret_cast<LPARAM>(&windows));
-  for (const HWND window : windows) {
-    char className[256] = "";
-    ::GetClassNameA(window, className, sizeof className);
-    if (fields.size() < 2 || fields[1] == className) PrintWindow(window);
-  }
+  for (const HWND window : windows)
+    if (fields.size() < 2 || fields[1] == ClassOf(window)) PrintWindow(window);
 }
 
 void Children(const Fields& fields) {
@@ -134,11 +113,6 @@ void Children(const Fields& fields) {
 void SetText(const Fields& fields) {
   const std::string text = Unescaped(fields.at(2));
   Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-void Type(const Fields& fields) {
-  const HWND window = Window(fields.at(1));
-  for (const char c : Unescaped(fields.at(2))) ::PostMessageA(window, WM_CHAR, static_cast<unsigned char>(c), 1);
 }
 
 void Post(const Fields& fields) {
@@ -269,19 +243,9 @@ void Process(const Fields& fields) {
 
 void Answer(const std::string& line) {
   static const std::map<std::string, void (*)(const Fields&)> commands{
-      {"windows", Windows},
-      {"children", Children},
-      {"settext", SetText},
-      {"type", Type},
-      {"post", Post},
-      {"send", SendAndPrint},
-      {"rows", Rows},
-      {"select", Select},
-      {"registry", Registry},
-      {"broadcast", Broadcast},
-      {"process", Process},
-      {"show", Show},
-      {"foreground", Foreground},
+      {"windows", Windows},     {"children", Children}, {"settext", SetText}, {"post", Post},
+      {"send", SendAndPrint},   {"rows", Rows},         {"select", Select},   {"registry", Registry},
+      {"broadcast", Broadcast}, {"process", Process},   {"show", Show},       {"foreground", Foreground},
       {"loseicon", LoseIcon},
   };
   try {
@@ -297,14 +261,9 @@ void Answer(const std::string& line) {
 }  // namespace
 
 int main() {
-  std::string line;
-  for (int c = std::getchar(); c != EOF; c = std::getchar()) {
-    if (c == '\n') {
-      Answer(line);
-      line.clear();
-    } else if (c != '\r') {
-      line += static_cast<char>(c);
-    }
+  for (std::string line; std::getline(std::cin, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    Answer(line);
   }
   return 0;
 }

@@ -7,6 +7,7 @@ from dataclasses import dataclass
 
 WM_CLOSE = 0x0010
 WM_KEYDOWN = 0x0100
+WM_CHAR = 0x0102
 WM_COMMAND = 0x0111
 BM_CLICK = 0x00F5
 VK_RETURN = 0x0D
@@ -100,7 +101,8 @@ class Probe:
         self.ask("settext", window.handle, _escape(text))
 
     def type(self, window, text):
-        self.ask("type", window.handle, _escape(text))
+        for character in text.encode("latin-1"):
+            self.post(window, WM_CHAR, character, 1)
 
     def post(self, window, message, wparam=0, lparam=0):
         self.ask("post", window.handle, message, wparam, lparam)
