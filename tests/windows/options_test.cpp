@@ -167,15 +167,35 @@ TEST_F(OptionsDialog, NamesOfAnyLengthComeBackWhole) {
   EXPECT_EQ(users.groups, groups);
 }
 
-TEST_F(OptionsDialog, ClosingLeadsBackToTheWindowBefore) {
-  const HWND before =
-      ::CreateWindowA("EDIT", "", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
-  bool usable = false;
-  form->onDestroyed = [&] { usable = ::IsWindowEnabled(before); };
+// A window that is kept on top, and what was seen of it while the dialog was open.
+struct {
+  HWND before, dialog;
+  bool wasOnTop;
+} kept;
+
+bool IsOnTop(HWND hwnd) { return (::GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
+
+void CALLBACK LookAndClose(HWND, UINT, UINT_PTR timer, DWORD) {
+  ::KillTimer(nullptr, timer);
+  kept.wasOnTop = IsOnTop(kept.before);
+  ::SendMessageA(kept.dialog, WM_COMMAND, kFirstCommandButton + 1, 0);
+}
+
+TEST_F(OptionsDialog, TheWindowsBeforeStepBackMeanwhile) {
+  const HWND before = ::CreateWindowExA(WS_EX_TOPMOST, "EDIT", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 99, 99,
+                                        nullptr, nullptr, nullptr, nullptr);
+  bool usable = false, onTop = false;
+  form->onDestroyed = [&] {
+    usable = ::IsWindowEnabled(before);
+    onTop = IsOnTop(before);
+  };
   form->Load();
-  ::PostMessageA(form->hwnd(), WM_COMMAND, kFirstCommandButton + 1, 0);
+  kept = {before, form->hwnd(), true};
+  ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, LookAndClose);
   toolkit::RunModal(*form);
+  EXPECT_FALSE(kept.wasOnTop);
   EXPECT_TRUE(usable);
+  EXPECT_TRUE(onTop);
   ::DestroyWindow(before);
 }
 

@@ -1,9 +1,12 @@
 #include "ui/toolkit/modal.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 #include "core/event_loop_win32.h"
+#include "ui/toolkit/window_helpers.h"
 
 namespace toolkit {
 namespace {
@@ -14,12 +17,17 @@ BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
   return TRUE;
 }
 
-// Disables the program's windows but for one, and enables the same ones again.
+bool IsOnTop(HWND hwnd) { return (::GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
+
+// Disables the program's windows but for one, and enables the same ones again. Those that are kept on top step down
+// meanwhile: a chat that hid the one window in use could not be moved away.
 class OthersDisabled {
  public:
   explicit OthersDisabled(HWND except) : except_(except) {
     ::EnumThreadWindows(::GetCurrentThreadId(), Collect, reinterpret_cast<LPARAM>(&others_));
     std::erase(others_, except);
+    std::ranges::copy_if(others_, std::back_inserter(onTop_), IsOnTop);
+    for (const HWND other : onTop_) SetTopMost(other, false);
     for (const HWND other : others_) ::EnableWindow(other, FALSE);
     gModal.push_back(this);
   }
@@ -32,6 +40,7 @@ class OthersDisabled {
 
   void Enable() {
     for (const HWND other : std::exchange(others_, {})) ::EnableWindow(other, TRUE);
+    for (const HWND other : std::exchange(onTop_, {})) SetTopMost(other, true);
   }
 
   static void EnableAround(HWND hwnd) {
@@ -43,7 +52,7 @@ class OthersDisabled {
   static inline std::vector<OthersDisabled*> gModal;
 
   HWND except_;
-  std::vector<HWND> others_;
+  std::vector<HWND> others_, onTop_;
 };
 
 }  // namespace
