@@ -231,12 +231,16 @@ void FrmPop::mnuExportT_Click() {
   if (core::LowerCase(path).ends_with("txt")) core::WriteFileSafely(path, text);
 }
 
+// Both hide the popup first: some window managers hand the keyboard of a vanishing window to the one that had it
+// before, and would take it from the new window.
 void FrmPop::Answer(const std::string& recipients) {
+  Show(SW_HIDE);
   commands_.openComposer(recipients);
   Close();
 }
 
 void FrmPop::mnuLive_Click() {
+  Show(SW_HIDE);
   commands_.startLiveChat(alert_);
   Close();
 }
