@@ -52,7 +52,7 @@ TEST(ListRows, CountersMoveOnRealChangesOnly) {
   ListRows rows;
   const ListRow& row = rows.Add({.text = "anna", .icon = 2, .smallIcon = 2, .foreColour = 5});
   const auto changes = [&] { return std::pair(rows.SetChanges(), rows.LookChanges()); };
-  auto before = changes();
+  const auto before = changes();
   rows.SetSubText(row, "");
   rows.SetIcon(row, 2);
   rows.SetForeColour(row, 5);
@@ -60,13 +60,10 @@ TEST(ListRows, CountersMoveOnRealChangesOnly) {
   rows.SetSelected(0, true);
   EXPECT_EQ(changes(), before);
   EXPECT_EQ(rows.SelectedCount(), 1u);
-  for (const auto& change :
-       {+[](ListRows& r) { r.SetSubText(r.At(0), "away"); }, +[](ListRows& r) { r.SetIcon(r.At(0), 3); },
-        +[](ListRows& r) { r.SetForeColour(r.At(0), 6); }}) {
-    before = changes();
-    change(rows);
-    EXPECT_EQ(changes(), std::pair(before.first, before.second + 1));
-  }
+  rows.SetSubText(row, "away");
+  rows.SetIcon(row, 3);
+  rows.SetForeColour(row, 6);
+  EXPECT_EQ(changes(), std::pair(before.first, before.second + 3));
   EXPECT_EQ(row.smallIcon, 3);
   rows.Remove(row);
   EXPECT_EQ(rows.SelectedCount(), 0u);

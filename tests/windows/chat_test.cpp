@@ -256,7 +256,7 @@ TEST_F(ChatTest, ThousandsOfUsersOnlineDoNotFloodTheMenu) {
   EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "user4711", "user4712"}));
 }
 
-TEST_F(ChatTest, ViewOptions) {
+TEST_F(ChatTest, ViewOptionsAndTheirHelp) {
   Open("anna|");
   const auto checked = [this](unsigned id) {
     return (::GetMenuState(::GetMenu(hwnd()), id, MF_BYCOMMAND) & MF_CHECKED) != 0;
@@ -272,15 +272,12 @@ TEST_F(ChatTest, ViewOptions) {
   EXPECT_FALSE(::IsWindowVisible(lblStat()));
   EXPECT_FALSE(checked(mnuViewStat));
   EXPECT_GT(PlaceOf(txtSnd()).bottom, bottom);
-}
 
-TEST_F(ChatTest, HelpTextsReplaceTheCountsForAMoment) {
-  Open("anna|");
-  const auto clear = toolkit::FindItem(::GetMenu(hwnd()), mnuCLS);
-  ::SendMessageA(hwnd(), WM_MENUSELECT, MAKEWPARAM(mnuCLS, MF_HILITE), reinterpret_cast<LPARAM>(clear->menu));
+  const auto view = reinterpret_cast<LPARAM>(toolkit::FindItem(::GetMenu(hwnd()), mnuCLS)->menu);
+  ::SendMessageA(hwnd(), WM_MENUSELECT, MAKEWPARAM(mnuCLS, MF_HILITE), view);
   EXPECT_EQ(support::TextOf(lblStat()), "Clear the chat dialog");
   ::SendMessageA(hwnd(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
-  EXPECT_EQ(support::TextOf(lblStat()), " 1 user in this chat");
+  EXPECT_EQ(support::TextOf(lblStat()), " 1 user in this chat") << "the counts are back";
 }
 
 // As a rich text box does with a turn of the wheel that it cannot use.

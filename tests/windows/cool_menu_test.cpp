@@ -343,17 +343,6 @@ TEST_F(CoolMenuTest, EndsBeforeOrAfterTheWindow) {
   survivor.Convert();
 }
 
-TEST_F(CoolMenuTest, SafeModeLeavesMenusToTheSystem) {
-  const Menu plain = BuildMenu(kMainMenu, MenuKind::PopUp, MenuStyle::Plain);
-  WndCoolMenu idle;
-  idle.AddMenuHead(plain.get());
-  const auto head = FindItem(plain.get(), mainwindow::mnuPopSep1), state = FindItem(plain.get(), mainwindow::mnuStat);
-  EXPECT_NE(::GetMenuState(head->menu, static_cast<UINT>(head->position), MF_BYPOSITION) & MF_SEPARATOR, 0u);
-  char text[100];
-  ::GetMenuStringA(state->menu, static_cast<UINT>(state->position), text, sizeof text, MF_BYPOSITION);
-  EXPECT_STREQ(text, "Available");
-}
-
 TEST_F(CoolMenuTest, NothingGrows) {
   const auto round = [this] {
     cool->ChangeCaptions([this] { SetCaptions(menu, kMainMenu, MenuStyle::OwnerDrawn); });

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <string>
 
-#include "core/event_loop_win32.h"
 #include "core/language.h"
 #include "core/runtime_error.h"
 #include "tests/windows/box_answers.h"
@@ -82,22 +81,16 @@ TEST_F(SaveDialog, ListsFollowPatternAndFolder) {
   EXPECT_EQ(Listed(kFiles), "cake.rtf");
 }
 
-TEST_F(SaveDialog, PickedNameIsTheResult) {
+TEST_F(SaveDialog, PickedNameAndTypeMakeTheResult) {
   Choose(kFiles, 1, LB_SETCURSEL, LBN_SELCHANGE);
   EXPECT_EQ(Name(), "tea.txt");
-  Click(IDOK);
-  EXPECT_EQ(form->Result(), folder + "\\tea.txt");
-  EXPECT_FALSE(form->hwnd());
-}
-
-TEST_F(SaveDialog, AnotherTypeChangesNameAndList) {
-  Type("new.txt");
   Choose(kType, 1, CB_SETCURSEL, CBN_SELCHANGE);
-  EXPECT_EQ(Name(), "new.rtf");
+  EXPECT_EQ(Name(), "tea.rtf");
   EXPECT_EQ(Listed(kFiles), "cake.rtf");
   Type("  new ");
   Click(IDOK);
   EXPECT_EQ(form->Result(), folder + "\\new.rtf");
+  EXPECT_FALSE(form->hwnd());
 }
 
 TEST_F(SaveDialog, FoldersOpenByDoubleClickAndKeepTheName) {
@@ -113,13 +106,6 @@ TEST_F(SaveDialog, AnAncestorOpensToo) {
   Type("new");
   Click(IDOK);
   EXPECT_EQ(form->Result(), folder.substr(0, 3) + "new.txt");
-}
-
-TEST_F(SaveDialog, ClosingGivesNoName) {
-  Type("new");
-  Click(IDCANCEL);
-  EXPECT_EQ(form->Result(), "");
-  EXPECT_FALSE(form->hwnd());
 }
 
 TEST_F(SaveDialog, SetLocationSelectsTheFileAndRefusesWhatIsNotThere) {
@@ -142,21 +128,16 @@ TEST_F(SaveDialog, AFolderThatIsGoneIsTold) {
 }
 
 TEST_F(SaveDialog, EnterSavesAndEscapeCloses) {
-  form->Show();
-  Type("new");
-  MSG key{Item(kName), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
-  ::SetFocus(Item(kName));
-  EXPECT_TRUE(FilterMessage(key));
-  EXPECT_EQ(form->Result(), folder + "\\new.txt");
-
-  form = std::make_shared<FrmSave>();
-  form->Load();
-  form->Show();
-  Type("new");
-  key = {Item(kName), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
-  EXPECT_TRUE(FilterMessage(key));
-  EXPECT_FALSE(form->hwnd());
-  EXPECT_EQ(form->Result(), "");
+  for (const WPARAM key : {WPARAM{VK_RETURN}, WPARAM{VK_ESCAPE}}) {
+    form->Show();
+    Type("new");
+    ::SetFocus(Item(kName));
+    EXPECT_TRUE(support::FilterKey(Item(kName), WM_KEYDOWN, key));
+    EXPECT_FALSE(form->hwnd());
+    EXPECT_EQ(form->Result(), key == VK_RETURN ? folder + "\\new.txt" : "");
+    form = std::make_shared<FrmSave>();
+    form->Load();
+  }
 }
 
 }  // namespace

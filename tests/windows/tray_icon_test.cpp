@@ -181,16 +181,6 @@ TEST(WindowHelpers, OpensLinksAndTellsOnlyOfResultNought) {
 TEST(WindowHelpers, ActOnTheWindow) {
   const HWND window =
       ::CreateWindowExA(0, "Static", "", WS_OVERLAPPEDWINDOW, 10, 20, 300, 200, nullptr, nullptr, nullptr, nullptr);
-  RECT before{}, after{};
-  ::GetWindowRect(window, &before);
-  for (const bool on : {true, false}) {
-    SetTopMost(window, on);
-    EXPECT_EQ((::GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0, on);
-  }
-  ::GetWindowRect(window, &after);
-  EXPECT_TRUE(::EqualRect(&before, &after));
-  EXPECT_FALSE(::IsWindowVisible(window));
-
   const HMENU system = ::GetSystemMenu(window, FALSE);
   const int count = ::GetMenuItemCount(system);
   const UINT last = ::GetMenuItemID(system, count - 1);
