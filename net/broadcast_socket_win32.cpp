@@ -165,11 +165,20 @@ void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
 void BroadcastSocket::Read() {
   const auto start = Clock::now();
   const int most = lastCount_ > 1 || start - lastRead_ < kCrowd ? kMostPerMessage : 1;
+  if (most > 1) ForgetMessages();
   int count = 0;
   while (count < most && ReadOne() && Clock::now() - start < kMostTime) ++count;
   lastCount_ = count;
   lastRead_ = Clock::now();
   LetOthersRun();
+}
+
+// Each datagram read brings a message of its own while there are more. Those that piled up would stand before everything
+// else that was posted, a chosen menu command say, for as long as a flood lasts.
+void BroadcastSocket::ForgetMessages() const {
+  MSG message;
+  while (::PeekMessageA(&message, hwnd_, kReadable, kReadable, PM_REMOVE)) {
+  }
 }
 
 // False when nothing waits. A datagram that cannot be read is lost, and an empty one says nothing.

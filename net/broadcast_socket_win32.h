@@ -38,6 +38,7 @@ class BroadcastSocket : public DatagramPort {
   void CreateMessageWindow();
   void Read();
   bool ReadOne();
+  void ForgetMessages() const;
   void LetOthersRun();
   static void DispatchTimersAndPainting();
   void EndRest();
