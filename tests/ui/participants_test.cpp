@@ -46,7 +46,6 @@ class ParticipantsTest : public support::DesktopTest {
 TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   chat.AddUser("anna");
   chat.AddUser("ANNA");
-  chat.AddUser("");
   chat.AddUsers("|bob||Bob|(all)|gone|");
   EXPECT_EQ(List(), "anna=2 bob=2 (all)=1 gone=3 ") << "everybody does not replace the others";
   chat.RemoveUser("BOB");
@@ -55,6 +54,13 @@ TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   EXPECT_EQ(Log(),
             "anna Added to chat window;bob Added to chat window;(all) Added to chat window;"
             "gone Added to chat window;BOB Removed from chat window;");
+}
+
+TEST_F(ParticipantsTest, AStrangerWithoutANameIsAUserLikeAnyOther) {
+  chat.AddUsers("");
+  EXPECT_EQ(List(), "");
+  chat.AddUsers("|");
+  EXPECT_TRUE(chat.Takes(""));
 }
 
 TEST_F(ParticipantsTest, TakesTheLinesOfItsOwn) {

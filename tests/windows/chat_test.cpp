@@ -196,7 +196,7 @@ TEST_F(ChatTest, SendsByKeyButtonAndToolbar) {
 
 TEST_F(ChatTest, KeysOfTheTextBoxes) {
   Open("anna|");
-  for (const HWND stop : {lvUsers(), txtMsg(), txtSnd()}) {
+  for (const HWND stop : {ChildrenOf(hwnd(), TOOLBARCLASSNAMEA).at(0), lvUsers(), txtMsg(), txtSnd()}) {
     support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB);
     EXPECT_EQ(::GetFocus(), stop);
   }
@@ -214,11 +214,8 @@ TEST_F(ChatTest, KeysOfTheTextBoxes) {
 
 Texts UserCaptions(HMENU menu) {
   Texts captions;
-  for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
-    char text[100] = "";
-    ::GetMenuStringA(menu, static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
-    if (::GetMenuItemID(menu, i) >= mnuUser) captions.emplace_back(text);
-  }
+  for (int i = 0; i < ::GetMenuItemCount(menu); ++i)
+    if (::GetMenuItemID(menu, i) >= mnuUser) captions.push_back(support::MenuText(menu, i));
   return captions;
 }
 

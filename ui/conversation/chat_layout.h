@@ -36,10 +36,10 @@ constexpr ChatParts ChatLayout(const ChatSizes& sizes, toolkit::Dpi dpi) {
   const int margin = toolkit::Scale(4, dpi), barHeight = toolkit::Scale(6, dpi);
   const int left = margin, right = std::max(sizes.width - margin, left);
   const int bottom = std::max(sizes.height - (sizes.status ? toolkit::Scale(20, dpi) : margin), 0);
-  const int typedTop = std::max(bottom - sizes.sendHeight, margin);
   const int sendLeft = std::max(right - sizes.sendWidth, left);
-  const int barTop = std::max(std::min(sizes.barTop, typedTop - barHeight), margin);
+  const int barTop = std::max(std::min(sizes.barTop, bottom - barHeight), margin);
   const int barBottom = barTop + barHeight;
+  const int typedTop = std::max(bottom - sizes.sendHeight, barBottom);  // gives way where the bar stands at its lowest
   return {.users = {left, margin, right, barTop},
           .bar = {0, barTop, sizes.width, barBottom},
           .conversation = {left, barBottom, right, std::max(typedTop - margin, barBottom)},

@@ -25,15 +25,16 @@ void Participants::AddUser(std::string_view name) {
 
 // The icons once, so that a selection of thousands does not refresh each of them thousands of times.
 void Participants::AddUsers(std::string_view list) {
-  std::vector<std::string_view> added;
-  for (const std::string_view name : core::BarFields(list))
-    if (Add(name)) added.push_back(name);
+  std::vector<std::string_view> names = core::BarFields(list), added;
+  if (NamesAnybody(list)) std::erase(names, "");
+  for (const std::string_view name : names)
+    if (!list.empty() && Add(name)) added.push_back(name);
   RefUserList();
   for (const std::string_view name : added) core::WriteLog(std::string(name) + " Added to chat window");
 }
 
 bool Participants::Add(std::string_view name) {
-  if (name.empty() || IsUserPresent(name)) return false;
+  if (IsUserPresent(name)) return false;
   const int icon = IconOf(name);
   rows_.Add({.text = std::string(name), .icon = icon, .smallIcon = icon, .key = core::LowerCase(name)});
   return true;

@@ -19,10 +19,10 @@ class Participants {
   // `online` are the rows of the main window's list.
   Participants(const core::Roster& roster, const toolkit::ListRows& online) : roster_(roster), online_(online) {}
 
-  // At the end, unless present; logged. Nobody is called by the empty name, so it is not added.
+  // At the end, unless present; logged.
   void AddUser(std::string_view name);
 
-  // Every name between bars.
+  // Every name between bars. Empty ones do not count, unless there is nobody else: a stranger may call himself so.
   void AddUsers(std::string_view list);
 
   // Takes a participant out, if present; logged.
