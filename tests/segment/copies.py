@@ -107,6 +107,22 @@ class Copy:
         probe.wait(lambda: self.probe.count(roster) > 0)
         return self.probe.rows(roster)
 
+    def names(self):
+        """The names in the main window's list."""
+        return {row[0] for row in self.roster()}
+
+    def say(self, chat, line):
+        """Types a line of a conversation and Enter."""
+        typed = self.probe.children(chat, "Edit")[0]
+        self.probe.type(typed, line)
+        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == line)
+        self.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
+        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == "")
+
+    def said(self, chat):
+        """What stands in a conversation."""
+        return self.probe.children(chat, "RichEdit20A")[0].text
+
     def show_main(self):
         """Shows the main window by a double click on the icon in the notification area."""
         main = self.probe.wait_for("frmMain", visible=False)

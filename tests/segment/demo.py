@@ -79,7 +79,7 @@ def _play():
     rig.screen.save(f"{_PICTURES}/1-splash.png")
     _start_partners()
     rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network", 30)
-    probe.wait(lambda: {"Berta", "Carl"} <= {row[0] for row in copy.roster()})
+    probe.wait(lambda: {"Berta", "Carl"} <= copy.names())
     copy.show_main()
     composer = copy.open_composer("Berta")
     copy.type_alert(composer, "Shall we have lunch at noon?")
@@ -97,12 +97,8 @@ def _play():
 def _chat(copy):
     """Opens a conversation with everybody, says a line and waits until both partners have answered it."""
     chat = copy.open_chat("(All)")
-    line = "Who has seen the stapler?"
-    typed = copy.probe.children(chat, "Edit")[0]
-    copy.probe.type(typed, line)
-    probe.wait(lambda: copy.probe.children(chat, "Edit")[0].text == line)
-    copy.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
-    probe.wait(lambda: all(f"{name}:" in copy.probe.children(chat, "RichEdit20A")[0].text for name, _ in _PARTNERS))
+    copy.say(chat, "Who has seen the stapler?")
+    probe.wait(lambda: all(f"{name}:" in copy.said(chat) for name, _ in _PARTNERS))
 
 
 def _join():

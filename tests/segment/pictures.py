@@ -145,7 +145,7 @@ class Scene:
 
     def main_window(self):
         names = {name for name, _, _ in _PARTNERS} | {"(Workshop)"}
-        probe.wait(lambda: names <= {row[0] for row in self.anna.roster()})
+        probe.wait(lambda: names <= self.anna.names())
         main = self.probe.wait_for("frmMain")
         self.camera.take("main", main.text)
         self._keys("alt+q")
@@ -173,13 +173,8 @@ class Scene:
     def chat(self):
         chat = self.anna.open_chat("(All)")
         self.camera.resize(chat.text, self._px(300), self._px(340))
-        line = "Who has seen the stapler?"
-        typed = self.probe.children(chat, "Edit")[0]
-        self.probe.type(typed, line)
-        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == line)
-        self.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
-        said = lambda: self.probe.children(chat, "RichEdit20A")[0].text  # noqa: E731
-        probe.wait(lambda: all(f"{name}:" in said() for name in ("Berta", "Carl")))
+        self.anna.say(chat, "Who has seen the stapler?")
+        probe.wait(lambda: all(f"{name}:" in self.anna.said(chat) for name in ("Berta", "Carl")))
         self.camera.take("chat", chat.text)
 
     def save_dialog(self):

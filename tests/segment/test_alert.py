@@ -20,11 +20,7 @@ class DeskToDesk(unittest.TestCase):
             copy.start()
         for copy, name in ((cls.anna, "anna"), (cls.bob, "Bob")):
             cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 40)
-        probe.wait(lambda: cls._names(cls.anna) == {"(All)", "anna", "Bob"} == cls._names(cls.bob))
-
-    @staticmethod
-    def _names(copy):
-        return {row[0] for row in copy.roster()}
+        probe.wait(lambda: cls.anna.names() == {"(All)", "anna", "Bob"} == cls.bob.names())
 
     def _dismiss(self, copy, popup):
         copy.probe.post(popup, probe.WM_CLOSE)

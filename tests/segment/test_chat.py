@@ -5,10 +5,6 @@ import unittest
 from . import copies, network, probe, screen
 from .test_start_up import GREETING
 
-CHAT_TOOL = 101
-WM_KEYDOWN = 0x0100
-VK_RETURN = 0x0D
-
 
 class Conversations(unittest.TestCase):
     @classmethod
@@ -26,7 +22,7 @@ class Conversations(unittest.TestCase):
             cls.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}", 60)
         names = {"(All)", "anna", "bob", "carla"}
         for copy in cls.everybody:
-            probe.wait(lambda copy=copy: {row[0] for row in copy.roster()} == names, 20)
+            probe.wait(lambda copy=copy: copy.names() == names, 20)
 
     def tearDown(self):
         """Every test begins without chat windows."""
@@ -37,29 +33,8 @@ class Conversations(unittest.TestCase):
                     copy.probe.wait_gone(window)
 
     @staticmethod
-    def _open_chat(copy, participant):
-        """Selects a row of the main window and clicks Chat; returns the chat window."""
-        main = copy.show_main()
-        row = [name for name, _ in copy.roster()].index(participant)
-        copy.probe.select_only(copy.probe.children(main, "SysListView32")[0], row)
-        copy.probe.click_tool(main, CHAT_TOOL)
-        return copy.probe.wait_for("frmChat")
-
-    @staticmethod
-    def _say(copy, window, line):
-        """Types a line and Enter."""
-        typed = copy.probe.children(window, "Edit")[0]
-        copy.probe.type(typed, line)
-        probe.wait(lambda: copy.probe.children(window, "Edit")[0].text == line)
-        copy.probe.post(typed, WM_KEYDOWN, VK_RETURN)
-        probe.wait(lambda: copy.probe.children(window, "Edit")[0].text == "")
-
-    @staticmethod
-    def _text(copy, window):
-        return copy.probe.children(window, "RichEdit20A")[0].text
-
-    def _wait_for_text(self, copy, window, text):
-        probe.wait(lambda: self._text(copy, window) == text, 10, f"{copy.user} does not see {text!r}")
+    def _wait_for_text(copy, window, text):
+        probe.wait(lambda: copy.said(window) == text, 10, f"{copy.user} does not see {text!r}")
 
     @staticmethod
     def _participants(copy, window):
@@ -67,8 +42,8 @@ class Conversations(unittest.TestCase):
 
     def test_1_in_public_and_in_private(self):
         start = self.wire.mark()
-        from_anna = self._open_chat(self.anna, "(All)")
-        self._say(self.anna, from_anna, "Who has the keys?")
+        from_anna = self.anna.open_chat("(All)")
+        self.anna.say(from_anna, "Who has the keys?")
         self.wire.wait_for("anna|M/\xdeWho has the keys?", start=start)
         line = "anna:\tWho has the keys?\r\n"
         self._wait_for_text(self.anna, from_anna, line)
@@ -80,12 +55,12 @@ class Conversations(unittest.TestCase):
             self.assertEqual(copy.log()[-2:], ["anna Added to chat window", "New chat window opened"])
 
         # The answer goes to its participant alone, whose window takes everybody's lines.
-        self._say(self.bob, at_bob, "Not I, {\\b sorry}")
+        self.bob.say(at_bob, "Not I, {\\b sorry}")
         self.wire.wait_for("bob|P/\xdeNot I, {\\b sorry}|anna", start=start)
         self._wait_for_text(self.anna, from_anna, line + "bob:\tNot I, {\\b sorry}\r\n")
         self.anna.prefix.screen.save(copies.PICTURES + "/chat.png")
-        self.assertEqual(self._text(self.bob, at_bob), line)
-        self.assertEqual(self._text(self.carla, at_carla), line)
+        self.assertEqual(self.bob.said(at_bob), line)
+        self.assertEqual(self.carla.said(at_carla), line)
         self.assertEqual([len(copy.probe.windows("frmChat")) for copy in self.everybody], [1, 1, 1])
 
     def test_2_twenty_lines_back_to_back(self):
@@ -98,7 +73,7 @@ class Conversations(unittest.TestCase):
             self.assertEqual(len(copy.probe.windows("frmChat")), 1)
 
     def test_3_a_closed_window_opens_anew_where_it_was(self):
-        self._open_chat(self.anna, "bob")
+        self.anna.open_chat("bob")
         window = self.anna.at_rest("frmChat")
         self.anna.probe.post(window, probe.WM_CLOSE)
         self.anna.probe.wait_gone(window)
@@ -109,8 +84,8 @@ class Conversations(unittest.TestCase):
                          (window.left, window.top, window.right, window.bottom))
 
     def test_4_who_leaves_leaves_the_conversation(self):
-        at_anna = self._open_chat(self.anna, "carla")
-        self._say(self.anna, at_anna, "Have a nice evening")
+        at_anna = self.anna.open_chat("carla")
+        self.anna.say(at_anna, "Have a nice evening")
         at_carla = self.carla.probe.wait_for("frmChat")
         self._wait_for_text(self.carla, at_carla, "anna:\tHave a nice evening\r\n")
         self.carla.close()
@@ -118,5 +93,5 @@ class Conversations(unittest.TestCase):
         self.assertEqual(self.anna.log()[-1], "carla Removed from chat window")
         # Nobody is left to say something to.
         start = self.wire.mark()
-        self._say(self.anna, at_anna, "Hello?")
+        self.anna.say(at_anna, "Hello?")
         self.assertEqual(self.wire.texts("anna", start), [])

@@ -65,11 +65,7 @@ class NewSettings(unittest.TestCase):
             copy.start()
         for name in ("Anna", "bob"):
             cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 40)
-        probe.wait(lambda: cls._names(cls.anna) == {"(All)", "Anna", "bob"} == cls._names(cls.bob))
-
-    @staticmethod
-    def _names(copy):
-        return {row[0] for row in copy.roster()}
+        probe.wait(lambda: cls.anna.names() == {"(All)", "Anna", "bob"} == cls.bob.names())
 
     def test_1_names_of_others_are_refused(self):
         dialog = open_options(self.anna)
@@ -92,9 +88,9 @@ class NewSettings(unittest.TestCase):
         self.wire.wait_for(f"Carla|M/Carla {GREETING}", start=start)
         self.assertEqual([p for p in self.wire.texts(start=start) if p.startswith(("Anna|", "Carla|"))][:4],
                          ["Anna|L/", "Carla|C/ 255", "Carla|S/0", f"Carla|M/Carla {GREETING}"])
-        probe.wait(lambda: self._names(self.bob) == {"(All)", "Carla", "bob"})
+        probe.wait(lambda: self.bob.names() == {"(All)", "Carla", "bob"})
         # The groups have their rows now, below the users.
-        probe.wait(lambda: self._names(self.anna) == {"(All)", "Carla", "bob", "(Friends)", "(Rest)"})
+        probe.wait(lambda: self.anna.names() == {"(All)", "Carla", "bob", "(Friends)", "(Rest)"})
         self.assertIn('"Carla",255,4,"(S)",0', self.anna.read("User.ini"))
 
     def test_3_a_language_is_taken_over_by_every_window(self):
@@ -147,7 +143,7 @@ class NewSettings(unittest.TestCase):
         self.anna.probe.set_text(dialog.control(BLOCK_BOX), "BOB")
         dialog.press(BLOCK_ENTER)
         dialog.accept()
-        probe.wait(lambda: "bob" in self._names(self.anna))
+        probe.wait(lambda: "bob" in self.anna.names())
         self.assertIn('1\r\n"Bob"\r\n', self.anna.read("User.ini"))
         start = self.wire.mark()
         self.wire.send("bob|M/\xdfHello?")

@@ -12,6 +12,7 @@
 
 #include "core/globals.h"
 #include "tests/windows/leftovers.h"
+#include "tests/windows/window_probe.h"
 #include "ui/main/main_menu.h"
 #include "ui/toolkit/cool_menu.h"
 #include "ui/toolkit/menu_builder.h"
@@ -96,10 +97,8 @@ class CoolMenuTest : public testing::Test {
   bool OwnerDrawn(unsigned id) const { return (Info(id).fType & MFT_OWNERDRAW) != 0; }
 
   std::string Text(unsigned id) const {
-    char text[300] = "";
-    if (const auto place = FindItem(menu, id))
-      ::GetMenuStringA(place->menu, static_cast<UINT>(place->position), text, sizeof text, MF_BYPOSITION);
-    return text;
+    const auto place = FindItem(menu, id);
+    return place ? support::MenuText(place->menu, place->position) : "";
   }
 
   const CMyItemData& Data(unsigned id) const { return *cool->Items().Item(Info(id).dwItemData); }

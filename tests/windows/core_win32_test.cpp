@@ -49,12 +49,12 @@ TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
   const std::string lost = Path("no\\where.txt"), folder = Path("folder");
   ::CreateDirectoryA(folder.c_str(), nullptr);
   EXPECT_EQ(ErrorOf([&] { ReadFile(file); }), 53);
-  EXPECT_EQ(ErrorOf([&] { ReadFile(lost); }), 76);
-  EXPECT_EQ(ErrorOf([&] { AppendToFile(lost, "x"); }), 76);
-  EXPECT_EQ(ErrorOf([&] { WriteFileSafely(lost, "x"); }), 76);
-  EXPECT_EQ(ErrorOf([&] { ReadFile(folder); }), 75);
-  EXPECT_EQ(ErrorOf([&] { AppendToFile(folder, "x"); }), 75);
-  EXPECT_EQ(ErrorOf([&] { WriteFileSafely(folder, "x"); }), 75);
+  for (const auto& [path, number] : {std::pair{lost, 76}, {folder, 75}}) {
+    const std::string& name = path;
+    EXPECT_EQ(ErrorOf([&] { ReadFile(name); }), number);
+    EXPECT_EQ(ErrorOf([&] { AppendToFile(name, "x"); }), number);
+    EXPECT_EQ(ErrorOf([&] { WriteFileSafely(name, "x"); }), number);
+  }
   EXPECT_FALSE(FileExists(folder));
 }
 

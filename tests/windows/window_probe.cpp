@@ -31,6 +31,12 @@ HWND ChildOf(HWND parent, const char* className, const std::string& text) {
 
 std::string TextOf(HWND hwnd) { return toolkit::TextOf(hwnd); }
 
+std::string MenuText(HMENU menu, int position) {
+  char text[300] = "";
+  ::GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+  return text;
+}
+
 std::string ClipboardText() {
   ::OpenClipboard(nullptr);
   const HANDLE data = ::GetClipboardData(CF_TEXT);

@@ -19,6 +19,9 @@ HWND ChildOf(HWND parent, const char* className, const std::string& text);
 
 std::string TextOf(HWND hwnd);
 
+// What stands at a place of a menu.
+std::string MenuText(HMENU menu, int position);
+
 std::string ClipboardText();
 
 // Clicks a toolbar's button, counted from 0, the way the toolbar reports it.
