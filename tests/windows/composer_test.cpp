@@ -95,10 +95,13 @@ TEST_F(ComposerTest, KeysOfTheTextBox) {
   ::SendMessageA(TxtMsg(), EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
   EXPECT_EQ(first, 0u);
   EXPECT_EQ(end, 9u);
-  EXPECT_TRUE(FilterKey(TxtMsg(), WM_KEYDOWN, VK_TAB));
+  for (const HWND stop : {ChildrenOf(Composer(), TOOLBARCLASSNAMEA).at(0), LvUsers(), TxtMsg()}) {
+    EXPECT_TRUE(FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB));
+    EXPECT_EQ(::GetFocus(), stop);
+  }
+  EXPECT_TRUE(FilterKey(TxtMsg(), WM_KEYDOWN, VK_TAB, VK_SHIFT));
   EXPECT_EQ(::GetFocus(), LvUsers());
-  EXPECT_TRUE(FilterKey(LvUsers(), WM_KEYDOWN, VK_TAB, VK_SHIFT));
-  EXPECT_EQ(::GetFocus(), TxtMsg());
+  ::SetFocus(TxtMsg());
   FilterKey(TxtMsg(), WM_KEYDOWN, VK_ESCAPE);
   core::RunPendingEvents();
   EXPECT_NE(Composer(), nullptr) << "Escape would throw the text away";
