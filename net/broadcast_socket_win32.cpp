@@ -173,8 +173,8 @@ void BroadcastSocket::Read() {
   LetOthersRun();
 }
 
-// Each datagram read brings a message of its own while there are more. Those that piled up would stand before everything
-// else that was posted, a chosen menu command say, for as long as a flood lasts.
+// Each datagram read brings a message of its own while there are more. Those that piled up would stand before
+// everything else that was posted, a chosen menu command say, for as long as a flood lasts.
 void BroadcastSocket::ForgetMessages() const {
   MSG message;
   while (::PeekMessageA(&message, hwnd_, kReadable, kReadable, PM_REMOVE)) {

@@ -3,9 +3,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <iterator>
 #include <new>
-#include <string_view>
+#include <utility>
 
 #include "core/runtime_error.h"
 #include "ui/toolkit/screen.h"
@@ -28,9 +27,11 @@ constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 
 // a hundred windows that strangers fill with lines within what a 32-bit program can hold.
 constexpr std::size_t kMostOfAll = ChatText::kMostOfOne;
 
-// Lines that cost so much are nobody's talk. A few of them may stand in a conversation; then the oldest of them go, and
-// not the talk before them.
-constexpr std::size_t kGiant = 300u << 10, kMostOfGiants = 100u << 20;
+// Lines that cost so much are long. A flood of them must not take the place of all other talk.
+constexpr std::size_t kLong = 300u << 10, kMostOfLong = 100u << 20;
+
+// Lines that stay when the oldest go: as many as a new box takes in within a second.
+constexpr std::size_t kKept = 2000;
 
 // Beyond what those bounds let stand, so that the box never refuses a line.
 constexpr LPARAM kTextLimit = 256 << 20;
@@ -41,8 +42,6 @@ constexpr char kMarkupBegin = '{';
 constexpr int kMargin = 4;  // between text and frame, pixels at 100 %
 
 constexpr int kLeastBesideHead = 40;  // of a line's text, pixels at 100 %
-
-constexpr DWORD kIndents = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
 
 constexpr char kLineEnd[] = "\r\n";
 
@@ -65,19 +64,6 @@ DWORD CALLBACK TakeStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* take
   return 0;
 }
 
-DWORD CALLBACK GiveStream(DWORD_PTR cookie, LPBYTE bytes, LONG room, LONG* given) {
-  auto& rest = *reinterpret_cast<std::string_view*>(cookie);
-  const std::size_t size = rest.copy(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(room));
-  rest.remove_prefix(size);
-  *given = static_cast<LONG>(size);
-  return 0;
-}
-
-void StreamIn(HWND box, std::string_view markup) {
-  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&markup), 0, GiveStream};
-  ::SendMessageA(box, EM_STREAMIN, SF_RTF | SFF_SELECTION, reinterpret_cast<LPARAM>(&stream));
-}
-
 // A box of this class has no part in the desktop's theme: it would draw its edge at two sides only, unlike the boxes
 // above and below it.
 void DrawFrame(HWND box) {
@@ -89,7 +75,8 @@ void DrawFrame(HWND box) {
   ::ReleaseDC(box, dc);
 }
 
-LRESULT CALLBACK WithWholeFrame(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK WithWholeFrame(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, WithWholeFrame, id);
   const LRESULT answer = ::DefSubclassProc(box, message, wParam, lParam);
   if (message == WM_NCPAINT) DrawFrame(box);
   return answer;
@@ -150,22 +137,26 @@ void ChatText::Place(const Area& area) {
   ::SendMessageA(txtMsg, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
 }
 
-// A second paragraph of the same text stands under the first one's text: at the left edge it could pass for a line of
-// somebody else.
 void ChatText::Append(const ChatLine& line, COLORREF colour) {
-  const LONG indent = TwipsOf(IndentOf(line.head));
-  std::string rest;
-  for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
   {
     const WithoutPainting quiet(txtMsg);
     MoveCaretToEnd();
-    Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
-    if (!rest.empty()) Insert(rest, colour, indent, 0);
-    Account(line);
+    Write(line, colour);
     ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
   }
+  Account(line, colour);
   if (TooMuch()) Shed();
-  if (costOfGiants_ > kMostOfGiants) ShedGiants();
+}
+
+// A second paragraph of the same text stands under the first one's text: at the left edge it could pass for a line of
+// somebody else.
+void ChatText::Write(const ChatLine& line, COLORREF colour) {
+  const LONG indent = TwipsOf(IndentOf(line.head));
+  std::string rest;
+  for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
+  Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
+  if (!rest.empty()) Insert(rest, colour, indent, 0);
+  end_ = Selection().cpMax;
 }
 
 void ChatText::SetColour(COLORREF colour) {
@@ -191,7 +182,7 @@ void ChatText::Insert(const std::string& paragraphs, COLORREF colour, LONG start
   SetColour(colour);
   PARAFORMAT format{};
   format.cbSize = sizeof format;
-  format.dwMask = kIndents;
+  format.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
   format.dxStartIndent = start;
   format.dxOffset = offset;
   format.cTabCount = 1;
@@ -223,100 +214,75 @@ void ChatText::MoveCaret(LONG from, LONG to) {
   ::SendMessageA(txtMsg, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
-// The caret stands behind what was inserted. In code pages of two bytes that is not as far as bytes were added.
-void ChatText::Account(const ChatLine& line) {
+void ChatText::Account(const ChatLine& line, COLORREF colour) {
   std::size_t cost = 0;
   for (const std::string& paragraph : line.paragraphs) cost += CostOf(paragraph.size());
-  const LONG end = Selection().cpMax;
-  entries_.push_back({end - end_, cost});
-  end_ = end;
-  cost_ += cost;
-  costOfAll_ += cost;
-  if (cost > kGiant) costOfGiants_ += cost;
+  entries_.push_back({line, colour, cost});
+  Count(entries_.back());
 }
 
-void ChatText::Forget(const Entry& entry) {
-  cost_ -= entry.cost;
-  costOfAll_ -= entry.cost;
-  if (entry.cost > kGiant) costOfGiants_ -= entry.cost;
-}
-
-// The markup of a selection may leave out how its first paragraph is indented.
-ChatText::Excerpt ChatText::Take(const CHARRANGE& part) {
-  Excerpt taken{};
-  taken.indents.cbSize = sizeof taken.indents;
-  MoveCaret(part.cpMin, part.cpMin);
-  ::SendMessageA(txtMsg, EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&taken.indents));
-  taken.indents.dwMask = kIndents;
-  MoveCaret(part.cpMin, part.cpMax);
-  taken.markup = StreamOut(txtMsg, SF_RTF | SFF_SELECTION);
-  return taken;
-}
-
-// A new box takes the place of the old one. To remove paragraphs from a box takes it a walk through all the others for
-// each of them: minutes, where this is a second.
-void ChatText::Renew(const std::vector<CHARRANGE>& kept) {
-  std::vector<Excerpt> parts;
-  for (const CHARRANGE& part : kept) parts.push_back(Take(part));
-  const HWND old = txtMsg;
-  const bool focused = ::GetFocus() == old;
-  txtMsg = MakeBox(::GetParent(old));
-  {
-    const WithoutPainting quiet(txtMsg);
-    ::SetWindowPos(txtMsg, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    Place(area_);
-    for (const Excerpt& part : parts) {
-      ::SendMessageA(txtMsg, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&part.indents));
-      StreamIn(txtMsg, part.markup);
-    }
-    ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
-  }
-  end_ = Selection().cpMax;
-  if (focused) ::SetFocus(txtMsg);
-  ::DestroyWindow(old);
+void ChatText::Count(const Entry& entry) {
+  cost_ += entry.cost;
+  costOfAll_ += entry.cost;
+  if (entry.cost > kLong) costOfLong_ += entry.cost;
 }
 
 // Where all together are too many, those with more than their share give way.
-bool ChatText::TooMuch() const { return cost_ > most_ || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_); }
+bool ChatText::TooMuch() const {
+  return cost_ > most_ || costOfLong_ > kMostOfLong || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_);
+}
 
-// The newest quarter stays: what stays is what it takes time to move.
+// The newest lines stay, up to half of each bound: the next line must not ask for this again.
 void ChatText::Shed() {
-  const std::size_t before = cost_;
-  LONG oldest = 0;
-  while (cost_ > before / 4 && entries_.size() > 1) {
-    oldest += entries_.front().characters;
-    Forget(entries_.front());
-    entries_.pop_front();
+  std::deque<Entry> kept;
+  std::size_t cost = 0, costOfLong = 0;
+  const std::size_t most = std::min(most_, kMostOfAll / open_) / 2;
+  for (auto entry = entries_.rbegin(); entry != entries_.rend() && kept.size() < kKept; ++entry) {
+    const std::size_t ifLong = entry->cost > kLong ? entry->cost : 0;
+    if (ifLong && !kept.empty() && costOfLong + ifLong > kMostOfLong / 2) continue;
+    if (!kept.empty() && cost + entry->cost > most) break;
+    cost += entry->cost;
+    costOfLong += ifLong;
+    kept.push_front(*entry);
   }
-  Renew({{oldest, end_}});
+  Renew(std::move(kept));
 }
 
-// The oldest half of them, so that the next one does not ask for this again; never the one that has just come.
-void ChatText::ShedGiants() {
-  std::vector<CHARRANGE> kept;
-  LONG from = 0, to = 0;
-  for (auto entry = entries_.begin(); entry != entries_.end();) {
-    to += entry->characters;
-    const bool newest = std::next(entry) == entries_.end();
-    if (newest || entry->cost <= kGiant || costOfGiants_ <= kMostOfGiants / 2) {
-      ++entry;
-      continue;
-    }
-    if (const LONG end = to - entry->characters; end > from) kept.push_back({from, end});
-    from = to;
-    Forget(*entry);
-    entry = entries_.erase(entry);
+// A new box takes the place of the old one. To remove paragraphs from a box takes it a walk through all the others for
+// each of them: minutes, where this is a second. A new box that cannot be had leaves everything as it was.
+void ChatText::Renew(std::deque<Entry> kept) {
+  const HWND old = txtMsg;
+  const LONG oldEnd = end_;
+  try {
+    txtMsg = MakeBox(::GetParent(old));
+    Fill(kept, old);
+  } catch (...) {
+    if (txtMsg != old) ::DestroyWindow(txtMsg);
+    txtMsg = old;
+    end_ = oldEnd;
+    throw;
   }
-  if (to > from) kept.push_back({from, to});
-  Renew(kept);
-}
-
-void ChatText::Clear() {
-  Renew({});
-  entries_.clear();
+  if (::GetFocus() == old) ::SetFocus(txtMsg);
+  ::DestroyWindow(old);
+  entries_ = std::move(kept);
   costOfAll_ -= cost_;
-  cost_ = costOfGiants_ = 0;
+  cost_ = costOfLong_ = 0;
+  for (const Entry& entry : entries_) Count(entry);
 }
+
+void ChatText::Fill(const std::deque<Entry>& lines, HWND old) {
+  const WithoutPainting quiet(txtMsg);
+  ::SetWindowPos(txtMsg, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  Place(area_);
+  int numerator = 0, denominator = 0;
+  ::SendMessageA(old, EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator), reinterpret_cast<LPARAM>(&denominator));
+  ::SendMessageA(txtMsg, EM_SETZOOM, static_cast<WPARAM>(numerator), denominator);
+  end_ = 0;
+  for (const Entry& entry : lines) Write(entry.line, entry.colour);
+  ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+}
+
+void ChatText::Clear() { Renew({}); }
 
 std::string ChatText::PlainText() const { return StreamOut(txtMsg, SF_TEXT); }
 

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <deque>
 #include <string>
-#include <vector>
 
 #include "ui/conversation/area.h"
 #include "ui/conversation/chat_line.h"
@@ -50,26 +49,22 @@ class ChatText {
  private:
   // What one call of Append has added, and what it costs.
   struct Entry {
-    LONG characters;
+    ChatLine line;
+    COLORREF colour;
     std::size_t cost;
-  };
-
-  struct Excerpt {
-    PARAFORMAT indents;  // of its first paragraph
-    std::string markup;
   };
 
   int IndentOf(const std::string& head) const;
   void SetColour(COLORREF colour);
   void Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset);
   void InsertPlain(const std::string& text);
-  void Account(const ChatLine& line);
+  void Write(const ChatLine& line, COLORREF colour);
+  void Account(const ChatLine& line, COLORREF colour);
+  void Count(const Entry& entry);
   bool TooMuch() const;
   void Shed();
-  void ShedGiants();
-  void Forget(const Entry& entry);
-  Excerpt Take(const CHARRANGE& part);
-  void Renew(const std::vector<CHARRANGE>& kept);
+  void Renew(std::deque<Entry> kept);
+  void Fill(const std::deque<Entry>& lines, HWND old);
   void MoveCaret(LONG from, LONG to);
   void MoveCaretToEnd();
   CHARRANGE Selection() const;
@@ -81,7 +76,7 @@ class ChatText {
   HWND txtMsg = nullptr;
   Area area_{};
   std::deque<Entry> entries_;
-  std::size_t cost_ = 0, costOfGiants_ = 0;
+  std::size_t cost_ = 0, costOfLong_ = 0;
   LONG end_ = 0;
 };
 

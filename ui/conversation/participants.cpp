@@ -36,7 +36,7 @@ void Participants::AddUsers(std::string_view list) {
 bool Participants::Add(std::string_view name) {
   if (IsUserPresent(name)) return false;
   const int icon = IconOf(name);
-  rows_.Add({.text = std::string(name), .icon = icon, .smallIcon = icon, .key = core::LowerCase(name)});
+  rows_.Add({.text = std::string(name), .icon = icon, .smallIcon = icon});
   return true;
 }
 
@@ -51,14 +51,12 @@ void Participants::RemoveUsers(const std::vector<std::string>& names) {
 }
 
 bool Participants::Remove(std::string_view name) {
-  const toolkit::ListRow* row = rows_.FindKey(core::LowerCase(name));
+  const toolkit::ListRow* row = rows_.FindTextIgnoringCase(name);
   if (row) rows_.Remove(*row);
   return row != nullptr;
 }
 
-bool Participants::IsUserPresent(std::string_view name) const {
-  return rows_.FindKey(core::LowerCase(name)) != nullptr;
-}
+bool Participants::IsUserPresent(std::string_view name) const { return rows_.FindTextIgnoringCase(name) != nullptr; }
 
 bool Participants::Takes(std::string_view sender) const { return IsUserPresent(sender) || IsUserPresent(kEverybody); }
 
