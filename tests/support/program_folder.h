@@ -1,30 +1,51 @@
 // A folder of its own for the program under test, removed at the end.
 #pragma once
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
 #include <string>
 #include <string_view>
+
+#include "core/files_native.h"
 
 namespace support {
 
 class ProgramFolder {
  public:
-  ProgramFolder();
-  ~ProgramFolder();
+  ProgramFolder() : path_((std::filesystem::temp_directory_path() / "quillon-XXXXXX").string()) {
+    if (::mkdtemp(path_.data()) == nullptr) std::abort();
+    core::SetProgramDirectory(path_);
+  }
+  ~ProgramFolder() { std::filesystem::remove_all(path_); }
   ProgramFolder(const ProgramFolder&) = delete;
   ProgramFolder& operator=(const ProgramFolder&) = delete;
 
-  void Put(std::string_view name, std::string_view bytes) const;
+  std::string Path(std::string_view name) const { return path_ + "/" + std::string(name); }
+
+  void Put(std::string_view name, std::string_view bytes) const {
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+  }
 
   // Nothing can write a file of a folder's name, not even root.
-  void PutFolder(std::string_view name) const;
+  void PutFolder(std::string_view name) const { std::filesystem::create_directory(Path(name)); }
 
   // The file's content, empty when there is none.
-  std::string Get(std::string_view name) const;
+  std::string Get(std::string_view name) const {
+    std::ifstream file(Path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
 
   // The names of all files, sorted, one blank between two.
-  std::string Names() const;
-
-  std::string Path(std::string_view name) const;
+  std::string Names() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) names.insert(entry.path().filename().string());
+    std::string text;
+    for (const std::string& name : names) text += (text.empty() ? "" : " ") + name;
+    return text;
+  }
 
  private:
   std::string path_;

@@ -14,32 +14,28 @@ namespace support {
 class BoxAnswers {
  public:
   explicit BoxAnswers(WORD answer = IDOK) {
-    Texts().clear();
-    Answer() = answer;
+    texts_.clear();
+    answer_ = answer;
     timer_ = ::SetTimer(nullptr, 0, 20, Tick);
   }
   BoxAnswers(const BoxAnswers&) = delete;
   BoxAnswers& operator=(const BoxAnswers&) = delete;
   ~BoxAnswers() { ::KillTimer(nullptr, timer_); }
 
-  static std::vector<std::string>& Texts() {
-    static std::vector<std::string> all;
-    return all;
-  }
+  static std::vector<std::string>& Texts() { return texts_; }
 
  private:
-  static WORD& Answer() {
-    static WORD answer = IDOK;
-    return answer;
-  }
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
     for (const HWND box : WindowsOf("#32770")) {
       std::string text;
       for (const HWND label : ChildrenOf(box, "Static")) text += TextOf(label);
-      Texts().push_back(text);
-      ::EndDialog(box, Answer());
+      texts_.push_back(text);
+      ::EndDialog(box, answer_);
     }
   }
+
+  inline static std::vector<std::string> texts_;
+  inline static WORD answer_ = IDOK;
   UINT_PTR timer_;
 };
 

@@ -214,10 +214,6 @@ TEST_F(CoolMenuTest, MeasuresCaptionAndImage) {
   EXPECT_GT(Measured(mainwindow::mnuShowMe).cx, size.cx) << "a longer caption";
   EXPECT_GE(size.cy, Px(16) + 2 * Px(2));
   EXPECT_LT(Measured(mainwindow::mnuPopSep1).cy, size.cy);
-  ::AppendMenuA(Info(mainwindow::mnuWeb).hSubMenu, MF_SEPARATOR, 1, nullptr);
-  cool->Convert();
-  EXPECT_EQ(Measured(1).cx, 0);
-  EXPECT_EQ(Measured(1).cy, ::GetSystemMetrics(SM_CYMENU) / 2);
 }
 
 TEST_F(CoolMenuTest, LeavesForeignItemsToTheWindow) {
