@@ -92,7 +92,7 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_COMMAND:
-      if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) ::DestroyWindow(hwnd());  // or Escape
+      if (LOWORD(wParam) == IDOK) ::DestroyWindow(hwnd());
       return 0;
     case WM_DESTROY:
       // Some link controls free the font that they were given; this one is every window's.
