@@ -143,6 +143,10 @@ TEST_F(PopupTest, ComesToTheTopWithoutTheKeyboard) {
   const LONG_PTR style = ::GetWindowLongPtrA(popup, GWL_EXSTYLE);
   EXPECT_NE(style & WS_EX_TOPMOST, 0);
   EXPECT_NE(style & WS_EX_TOOLWINDOW, 0) << "no button on the task bar";
+  support::FilterKey(focus, WM_KEYDOWN, VK_F6);
+  EXPECT_EQ(::GetActiveWindow(), popup) << "the user may go to it";
+  support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_F6);
+  EXPECT_EQ(::GetFocus(), focus);
 }
 
 TEST_F(PopupTest, BlockingTheSenderLeavesItOpen) {

@@ -111,7 +111,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = ::GetFocus();
       break;
     case WM_SHOWWINDOW:
-      if (wParam) LoadPictures();
+      if (wParam && !(::GetWindowLongPtrA(hwnd_, GWL_STYLE) & WS_CHILD)) LoadPictures();
       break;
     case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
       ::EnumChildWindows(hwnd_, TellColours, 0);
@@ -139,12 +139,29 @@ Window* Window::Of(HWND hwnd) {
   return ours ? ObjectOf(hwnd) : nullptr;
 }
 
+BOOL CALLBACK Window::CollectReachable(HWND hwnd, LPARAM windows) {
+  if (Of(hwnd) && ::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd))
+    reinterpret_cast<std::set<HWND>*>(windows)->insert(hwnd);
+  return TRUE;
+}
+
+// In the order of their handles, which raising them does not change. Without this nobody gets to an alert by the
+// keyboard: it never takes it, and no desktop counts it among the windows to switch to.
+void Window::RaiseNext() const {
+  std::set<HWND> windows;
+  ::EnumThreadWindows(::GetCurrentThreadId(), CollectReachable, reinterpret_cast<LPARAM>(&windows));
+  if (windows.empty()) return;
+  const auto next = windows.upper_bound(hwnd_);
+  Of(next == windows.end() ? *windows.begin() : *next)->Raise();
+}
+
 bool FilterMessage(MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   const HWND root = ::GetAncestor(message.hwnd, GA_ROOT);
   Window* window = Window::Of(root);
   const auto keep = window ? window->weak_from_this().lock() : nullptr;
   if (!keep || !::IsWindowEnabled(root)) return false;
+  if (message.message == WM_KEYDOWN && message.wParam == VK_F6) return window->RaiseNext(), true;
   return window->Translate(message) || ::IsDialogMessageA(root, &message);
 }
 

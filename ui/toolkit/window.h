@@ -54,6 +54,11 @@ class Window : public std::enable_shared_from_this<Window> {
   // activate a hidden window.
   void FocusFirst(HWND control) { lastFocus_ = control; }
 
+  // A control that has taken another one's place gets the keyboard where that one would have.
+  void ControlReplaced(HWND before, HWND now) {
+    if (lastFocus_ == before) lastFocus_ = now;
+  }
+
   // Toolbars whose captions answer Alt+letter.
   void AnswersKeysOf(Toolbar& toolbar) { toolbars_.push_back(&toolbar); }
 
@@ -67,6 +72,8 @@ class Window : public std::enable_shared_from_this<Window> {
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   static void Register(const WindowStyle& style);
   static Window* Of(HWND hwnd);
+  static BOOL CALLBACK CollectReachable(HWND hwnd, LPARAM windows);
+  void RaiseNext() const;
   friend bool FilterMessage(MSG& message);
 
   HWND hwnd_ = nullptr;
@@ -74,7 +81,8 @@ class Window : public std::enable_shared_from_this<Window> {
   std::vector<Toolbar*> toolbars_;
 };
 
-// The filter of the event loop: dialog keys of whichever of our windows the message belongs to.
+// The filter of the event loop: dialog keys of whichever of our windows the message belongs to, and F6, which leads
+// from one of them to the next.
 bool FilterMessage(MSG& message);
 
 // A window's text of any length.
