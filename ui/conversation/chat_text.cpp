@@ -75,18 +75,19 @@ void DrawFrame(HWND box) {
   ::ReleaseDC(box, dc);
 }
 
-LRESULT CALLBACK WithWholeFrame(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, WithWholeFrame, id);
+LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, BoxProcedure, id);
   const LRESULT answer = ::DefSubclassProc(box, message, wParam, lParam);
   if (message == WM_NCPAINT) DrawFrame(box);
-  return answer;
+  // Coming by Tab would select the whole conversation.
+  return message == WM_GETDLGCODE ? answer & ~static_cast<LRESULT>(DLGC_HASSETSEL) : answer;
 }
 
 HWND MakeBox(HWND parent) {
   const HWND box = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                                      ::GetModuleHandleA(nullptr), nullptr);
   if (!box) throw core::RuntimeError(core::Err::OutOfMemory);
-  ::SetWindowSubclass(box, WithWholeFrame, 0, 0);
+  ::SetWindowSubclass(box, BoxProcedure, 0, 0);
   ::SendMessageA(box, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SendMessageA(box, EM_EXLIMITTEXT, 0, kTextLimit);
   ::SendMessageA(box, EM_SETUNDOLIMIT, 0, 0);
