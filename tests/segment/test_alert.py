@@ -68,6 +68,22 @@ class DeskToDesk(unittest.TestCase):
         self.assertEqual(self.wire.texts(start=start), [])
         self.assertTrue(self.anna.probe.windows("frmCom"))
 
+    def test_5_a_sender_blocked_by_his_alert_is_not_shown_again(self):
+        self.wire.send("mallory|C/0")
+        self.wire.send("mallory|P/\xdfBuy now!|Bob")
+        popup, _ = self.bob.popup_at_rest()
+        options = next(button for button in self.bob.probe.children(popup, "Button") if button.text == "Options")
+        self.bob.probe.post(options, probe.BM_CLICK)
+        self.bob.probe.wait_for("#32768")
+        for key in (probe.VK_UP, probe.VK_RETURN):  # the last entry of the menu
+            self.bob.probe.post(popup, probe.WM_KEYDOWN, key)
+        probe.wait(lambda: not [menu for menu in self.bob.probe.windows("#32768") if menu.visible])
+        self._dismiss(self.bob, popup)
+        self.wire.send("mallory|P/\xdfReally!|Bob")
+        self.wire.send("dora|P/\xdfIs it quiet now?|Bob")
+        self.assertEqual(self.bob.popup_at_rest()[1], ["Is it quiet now?\r\n"])
+        self.assertEqual(len(self.bob.probe.windows("frmPop")), 1)
+
 
 class Flood(unittest.TestCase):
     """Whatever comes in, the copy stays usable."""

@@ -92,6 +92,12 @@ class NewSettings(unittest.TestCase):
         # The groups have their rows now, below the users.
         probe.wait(lambda: self.anna.names() == {"(All)", "Carla", "bob", "(Friends)", "(Rest)"})
         self.assertIn('"Carla",255,4,"(S)",0', self.anna.read("User.ini"))
+        # An alert to a group goes to each of its members who is present.
+        self.anna.send_alert("(Friends)", "Who joins?")
+        self.wire.wait_for("Carla|P/\xdfWho joins?|bob", start=start)
+        popup, texts = self.bob.popup_at_rest()
+        self.assertEqual(texts, ["Who joins?\r\n"])
+        self.bob.probe.post(popup, probe.WM_CLOSE)
 
     def test_3_a_language_is_taken_over_by_every_window(self):
         composer = self.anna.open_composer("(All)")
