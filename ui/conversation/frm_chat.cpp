@@ -181,9 +181,15 @@ bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_
   if (!hwnd()) return false;
   const std::string prefix = addTime_ ? core::TimeText() + ' ' : std::string();
   if (!participants_.Takes(sender)) return false;
-  txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::TextColour(colour));
+  ChangeText([&] { txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::TextColour(colour)); });
   Flash();
   return true;
+}
+
+void FrmChat::ChangeText(const std::function<void()>& change) {
+  const HWND before = txtMsg.hwnd();
+  change();
+  ControlReplaced(before, txtMsg.hwnd());
 }
 
 // Once, until the user has looked.

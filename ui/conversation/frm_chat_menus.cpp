@@ -98,7 +98,9 @@ void FrmChat::mnuOnTop_Click() {
   toolkit::SetTopMost(hwnd(), onTop_);
 }
 
-void FrmChat::mnuCLS_Click() { txtMsg.Clear(); }
+void FrmChat::mnuCLS_Click() {
+  ChangeText([this] { txtMsg.Clear(); });
+}
 
 void FrmChat::mnuViewStat_Click() {
   statVisible_ = !statVisible_;

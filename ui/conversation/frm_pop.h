@@ -18,7 +18,7 @@ namespace conversation {
 // What the popup's menu asks of the rest of the program.
 struct PopupCommands {
   std::function<void(const std::string& recipients)> openComposer;
-  // False when no chat window can be opened; the popup then stays.
+  // Throws when no chat window can be opened; the popup then stays.
   std::function<void(const Alert& alert)> startLiveChat;
   std::function<void(const std::string& sender)> blockSender;
 };

@@ -53,6 +53,7 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
 
 void FrmMain::Load() {
   Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200), Px(320)});
+  captioned_ = core::CaptionsFromTable();
   SetLan();
   SetUpInt();
 }
@@ -62,8 +63,8 @@ void FrmMain::Furnish() {
   furnished_ = true;
   toolkit::LoadCommonControls();
   CreateControls();
-  SetLan();
-  SetUpMenus();  // after the first captions were asked for: without any language it keeps the built-in ones
+  if (captioned_) SetCaptions();  // of all controls, also when the first captions have met a missing text
+  SetUpMenus();                   // after the captions were asked for: without any language it keeps the built-in ones
   SetUpTray();
   LayOut();
   tmrMnu.Start(hwnd(), kTmrMnu);
@@ -88,7 +89,10 @@ void FrmMain::SetLan() {
   if (!core::CaptionsFromTable()) return;
   core::LoadLangConsts();
   ::SetWindowTextA(hwnd(), core::GetText(1001).c_str());
-  if (!furnished_) return;
+  if (furnished_) SetCaptions();
+}
+
+void FrmMain::SetCaptions() {
   TB.SetLan();
   SetMenuCaptions();
   users_.UpdateStat();

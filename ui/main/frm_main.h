@@ -64,6 +64,7 @@ class FrmMain : public toolkit::Window {
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   void CreateControls();
+  void SetCaptions();
   void SetUpInt();
   void SetUpMenus();
   void LayOut();
@@ -106,7 +107,7 @@ class FrmMain : public toolkit::Window {
   toolkit::RestingTimer tmrMnu;
   HMENU menu_ = nullptr;           // the window's, and destroyed with it
   toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
-  bool furnished_ = false;
+  bool furnished_ = false, captioned_ = false;
   bool statBarVisible_ = true;
   bool stayHidden_ = false;
   bool statusStale_ = true;

@@ -93,7 +93,7 @@ void FrmMain::TB_ButtonClick(char key) {
 
 // The dialog keys turn Enter into this command before the list could tell of it.
 void FrmMain::AnswerEnter() {
-  if (::GetFocus() == lvUsers.hwnd()) TB_ButtonClick('a');
+  if (furnished_ && ::GetFocus() == lvUsers.hwnd()) TB_ButtonClick('a');
 }
 
 void FrmMain::mnuStat_Click(unsigned state) {

@@ -56,7 +56,8 @@ void FrmSplash::CreateControls() {
   RECT client{};
   ::GetClientRect(hwnd(), &client);
   const int picture = toolkit::PictureSize(res::Strip::Splash), margin = Px(kMargin), dot = Px(kDotSide);
-  const int left = TextLeft(), line = Px(16), top = (client.bottom - Px(44)) / 2;
+  const int left = TextLeft(), top = (client.bottom - Px(44)) / 2;
+  const int line = std::max(Px(16), static_cast<int>(toolkit::MeasureText(toolkit::DialogFont(), kDoing).cy));
   Picture1 = BoxAt(margin, (client.bottom - picture) / 2, picture, picture);
   picDot = BoxAt(left, top + Px(26), dot, dot);
   // Into the margin: the last letter may overhang what was measured.

@@ -26,9 +26,9 @@ class FrmSplash : public toolkit::Window {
   void DrawDot(HDC dc) const;
 
   RECT Picture1{}, picDot{};  // painted, in the client area
-  std::shared_ptr<SplashLabel> label_ = std::make_shared<SplashLabel>(), lblVer = std::make_shared<SplashLabel>();
   toolkit::Icon pictureIcon_;
   toolkit::Font versionFont_;
+  std::shared_ptr<SplashLabel> label_ = std::make_shared<SplashLabel>(), lblVer = std::make_shared<SplashLabel>();
   toolkit::RestingTimer Timer1;
   int pulse_ = 0;
 };
