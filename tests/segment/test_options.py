@@ -106,7 +106,7 @@ class NewSettings(unittest.TestCase):
         self.wire.send("eve|M/\xdfHello!")
         popup, _ = self.anna.popup_at_rest()
         dialog = open_options(self.anna)
-        self.assertEqual([w.enabled for w in self._windows(("frmCom", "frmChat", "frmPop"))], [False] * 3)
+        self.assertEqual([w.enabled for w in self._windows(("frmMain", "frmCom", "frmChat", "frmPop"))], [False] * 4)
         self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 2)
         dialog.press(ACCEPT)
         box, text = self.anna.wait_for_box()

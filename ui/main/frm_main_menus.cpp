@@ -5,6 +5,7 @@
 #include "ui/main/main_layout.h"
 #include "ui/main/web_links.h"
 #include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/window_helpers.h"
@@ -118,12 +119,8 @@ void FrmMain::mnuMoveSub_Click(unsigned corner) {
 
 void FrmMain::SetUpTray() {
   TI.SetToolTipText(core::kProgramName);
-  TI.ShowParent = [this] {
-    if (::IsWindowEnabled(hwnd())) ShowMe();
-  };
-  TI.ShowPopUpMenu = [this] {
-    if (::IsWindowEnabled(hwnd())) mnuPop_PopUp();
-  };
+  TI.ShowParent = [this] { ::IsWindowEnabled(hwnd()) ? ShowMe() : toolkit::RaiseModal(); };
+  TI.ShowPopUpMenu = [this] { ::IsWindowEnabled(hwnd()) ? mnuPop_PopUp() : toolkit::RaiseModal(); };
   ShowStateIcon();
 }
 

@@ -11,8 +11,9 @@
 namespace toolkit {
 namespace {
 
+// Hidden ones of ours too: the icon in the notification area could show the main window.
 BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
-  if (::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd))
+  if (::IsWindowEnabled(hwnd) && (::IsWindowVisible(hwnd) || Window::Of(hwnd)))
     reinterpret_cast<std::vector<HWND>*>(windows)->push_back(hwnd);
   return TRUE;
 }
@@ -43,6 +44,8 @@ class OthersDisabled {
     for (const HWND other : std::exchange(onTop_, {})) SetTopMost(other, true);
   }
 
+  static HWND Innermost() { return gModal.empty() ? nullptr : gModal.back()->except_; }
+
   static void EnableAround(HWND hwnd) {
     for (OthersDisabled* modal : gModal)
       if (modal->except_ == hwnd) modal->Enable();
@@ -68,6 +71,10 @@ void RunModal(Window& window) {
   }
   if (::IsWindow(before)) ::SetActiveWindow(before);
   if (window.hwnd()) ::DestroyWindow(window.hwnd());
+}
+
+void RaiseModal() {
+  if (const HWND hwnd = OthersDisabled::Innermost()) ::SetForegroundWindow(hwnd);
 }
 
 void CloseModal(Window& window) {

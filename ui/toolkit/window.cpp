@@ -20,6 +20,19 @@ BOOL CALLBACK TellColours(HWND control, LPARAM) {
   return TRUE;
 }
 
+constexpr UINT_PTR kSnapBack = 0x5B;
+constexpr UINT kSnapBackTime = 200;  // milliseconds after the last attempt
+
+// By way of another size: the window has its size already, and only a change is told to the desktop.
+void CALLBACK SnapBack(HWND hwnd, UINT, UINT_PTR id, DWORD) {
+  ::KillTimer(hwnd, id);
+  RECT place{};
+  ::GetWindowRect(hwnd, &place);
+  const int width = place.right - place.left, height = place.bottom - place.top;
+  for (const int extra : {1, 0})
+    ::SetWindowPos(hwnd, nullptr, 0, 0, width + extra, height + extra, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void SetObject(HWND hwnd, Window* window) {
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
 }
@@ -113,6 +126,8 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SHOWWINDOW:
       if (wParam && !(::GetWindowLongPtrA(hwnd_, GWL_STYLE) & WS_CHILD)) LoadPictures();
       break;
+    case WM_WINDOWPOSCHANGING:
+      return KeepLeastSize(wParam, lParam);
     case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
       ::EnumChildWindows(hwnd_, TellColours, 0);
       break;
@@ -123,6 +138,17 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
   }
   return ::DefWindowProcA(hwnd_, message, wParam, lParam);
+}
+
+// Windows keeps a window from becoming too small. Desktops other than Windows' own show it too small all the same, cut
+// off, until they are told of a size again.
+LRESULT Window::KeepLeastSize(WPARAM wParam, LPARAM lParam) {
+  const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
+  const int width = change.cx, height = change.cy;
+  const LRESULT result = ::DefWindowProcA(hwnd_, WM_WINDOWPOSCHANGING, wParam, lParam);
+  const bool refused = change.cx > width || change.cy > height;
+  if (refused && !(change.flags & SWP_NOSIZE)) ::SetTimer(hwnd_, kSnapBack, kSnapBackTime, SnapBack);
+  return result;
 }
 
 bool Window::Translate(MSG& message) {

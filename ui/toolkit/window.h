@@ -39,6 +39,9 @@ class Window : public std::enable_shared_from_this<Window> {
   // Out of a minimised state, visible and in front.
   void Raise();
 
+  // The object of a window of ours, null for all others.
+  static Window* Of(HWND hwnd);
+
   std::string Text() const;
 
  protected:
@@ -71,7 +74,7 @@ class Window : public std::enable_shared_from_this<Window> {
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   static void Register(const WindowStyle& style);
-  static Window* Of(HWND hwnd);
+  LRESULT KeepLeastSize(WPARAM wParam, LPARAM lParam);
   static BOOL CALLBACK CollectReachable(HWND hwnd, LPARAM windows);
   void RaiseNext() const;
   friend bool FilterMessage(MSG& message);
