@@ -143,7 +143,7 @@ def _measure(table):
     bare = Subject(rig, _BARE, "bare|M/")
     size = os.path.getsize(f"{copies.PROGRAM_FOLDER}/Quillon.exe")
     table.row("program file", "< 1.5 MB", f"{size / _MEGABYTE:.2f} MB", size < 1.5 * _MEGABYTE)
-    table.beside("start to the first packet, median", "ms", *(1e3 * seconds for seconds in _start_times((quillon, bare))))
+    table.beside("start to the first packet, median", "ms", *(1e3 * took for took in _start_times((quillon, bare))))
     _measure_running(table, rig, quillon, bare)
 
 
@@ -226,7 +226,8 @@ def _measure_chat_flood(table, rig, eyes):
             pass
         worst = max(worst, time.monotonic() - begin)
     flood.join()
-    table.row(f"chat flood of {count} lines, slowest of {letters} letters", "<= 100 ms", f"{1e3 * worst:.0f} ms", worst <= 0.1)
+    table.row(f"chat flood of {count} lines, slowest of {letters} letters", "<= 100 ms", f"{1e3 * worst:.0f} ms",
+              worst <= 0.1)
 
 
 def main():

@@ -36,11 +36,13 @@ CountCTest() {
 }
 
 CountGoogleTest() {
-  local all good
+  local all good left_out
   all=$(sed -n 's/^\[=*\] Running \([0-9]*\) tests\? from.*/\1/p' <<<"$2" | tail -n 1)
   good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' <<<"$2" | tail -n 1)
+  left_out=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) tests\?, listed below.*/\1/p' <<<"$2" | tail -n 1)
   # Tests that never came to their end, because the program died before, have failed.
-  CountOrFail "$1" "$2" "${all:+${good:-0}}" "$((${all:-0} - ${good:-0}))"
+  CountOrFail "$1" "$2" "${all:+${good:-0}}" "$((${all:-0} - ${good:-0} - ${left_out:-0}))"
+  ((${left_out:-0} == 0)) || Skip "$1" "$left_out" "$(grep -m 1 -A 1 ': Skipped$' <<<"$2" | tail -n 1)"
 }
 
 CountPlain() {
