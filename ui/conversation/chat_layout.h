@@ -11,7 +11,7 @@ namespace conversation {
 
 using toolkit::Twips;
 
-inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{2500};
+inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{3200};
 
 // The bar leaves two rows of the participants above it and the line being typed below it.
 inline constexpr Twips kLeastAboveBar{400}, kLeastBelowBar{1700}, kFirstBarTop{700};
