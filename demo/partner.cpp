@@ -18,10 +18,11 @@
 namespace {
 
 constexpr char kUsage[] =
-    "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--verbose]\n"
+    "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--public] [--verbose]\n"
     "               [--alert-after SECONDS TEXT TO] [--for SECONDS]\n"
     "  --delay        between hearing an alert or a chat line and answering it (1.5)\n"
     "  --chat         answer chat lines too\n"
+    "  --public       answer them so that everybody reads it\n"
     "  --verbose      show every packet\n"
     "  --alert-after  send an alert to one user, or to (All)\n"
     "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n";
@@ -77,6 +78,8 @@ Options Parse(Arguments arguments) {
       options.manners.delay = arguments.Seconds();
     } else if (word == "--chat") {
       options.manners.answersChats = true;
+    } else if (word == "--public") {
+      options.manners.toEverybody = true;
     } else if (word == "--verbose") {
       demo::ShowPackets(true);
     } else if (word == "--alert-after") {

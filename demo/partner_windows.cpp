@@ -26,7 +26,7 @@ class PartnerChat : public net::ChatWindow {
   bool AddMsg(std::string_view text, std::string_view sender, std::int32_t) override {
     if (!core::EqualIgnoringCase(sender, user_)) return false;
     Show("chat", std::string(sender).append(": ").append(text));
-    if (windows_.manners_.answersChats) windows_.Answer(net::kChatMark, text, sender);
+    if (windows_.manners_.answersChats) windows_.AnswerLine(text, sender);
     return true;
   }
   void RemoveUser(std::string_view) override {}
@@ -45,16 +45,20 @@ std::shared_ptr<net::ChatWindow> PartnerWindows::OpenChat(std::string_view parti
 
 void PartnerWindows::ShowAlert(std::string_view text, std::string_view sender, int iconKind) {
   Show(iconKind == 0 ? "alert to all from" : "alert from", std::string(sender).append(": ").append(text));
-  Answer(net::kAlertMark, text, sender);
+  Answer(net::kAlertMark, text, sender, sender);
 }
 
 void PartnerWindows::SendAlertLater(std::chrono::milliseconds delay, std::string_view text, std::string_view to) {
   SendLater(delay, std::string(1, net::kAlertMark).append(text), to);
 }
 
-void PartnerWindows::Answer(char mark, std::string_view text, std::string_view sender) {
+void PartnerWindows::AnswerLine(std::string_view text, std::string_view sender) {
+  Answer(net::kChatMark, text, sender, manners_.toEverybody ? kEverybody : sender);
+}
+
+void PartnerWindows::Answer(char mark, std::string_view text, std::string_view sender, std::string_view to) {
   if (text.starts_with(kAnswer) || core::EqualIgnoringCase(sender, core::gCurName)) return;
-  SendLater(manners_.delay, std::string(1, mark).append(kAnswer).append(text), sender);
+  SendLater(manners_.delay, std::string(1, mark).append(kAnswer).append(text), to);
 }
 
 void PartnerWindows::SendLater(std::chrono::milliseconds delay, std::string message, std::string_view to) {

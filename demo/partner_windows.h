@@ -17,6 +17,7 @@ using Clock = std::chrono::steady_clock;
 
 struct Manners {
   bool answersChats = false;
+  bool toEverybody = false;               // answers chat lines so that everybody reads it
   std::chrono::milliseconds delay{1500};  // between hearing and answering
 };
 
@@ -36,7 +37,8 @@ class PartnerWindows : public net::Conversations {
 
  private:
   friend class PartnerChat;
-  void Answer(char mark, std::string_view text, std::string_view sender);
+  void AnswerLine(std::string_view text, std::string_view sender);
+  void Answer(char mark, std::string_view text, std::string_view sender, std::string_view to);
   void SendLater(std::chrono::milliseconds delay, std::string message, std::string_view to);
 
   struct Outgoing {

@@ -11,14 +11,14 @@ import sys
 import threading
 import time
 
-_ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT / "tests"))
 
 from segment import copies, network, private_machine, probe, screen, wine, wire  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PICTURES = f"{_ROOT}/build/demo"
-_PARTNERS = (("Berta", 0x208020), ("Carl", 0xC04000))  # names and colours
+_PARTNERS = (("Berta", 0x208020, ()), ("Carl", 0xC04000, ("--public",)))  # names, colours, manners
 
 
 class _UsersScreen:
@@ -32,8 +32,8 @@ def _user():
 
 
 def _start_partners():
-    for name, colour in _PARTNERS:
-        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour), "--chat"),
+    for name, colour, manners in _PARTNERS:
+        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour), "--chat", *manners),
                          stdout=subprocess.DEVNULL)
 
 
@@ -87,18 +87,23 @@ def _play():
     copy.probe.click_tool(composer, copies.SEND_TOOL)
     copy.popup_at_rest()
     rig.screen.save(f"{_PICTURES}/3-answer.png")
-    _chat(copy)
-    rig.screen.save(f"{_PICTURES}/4-chat.png")
+    _chat(copy, "(All)", "Who has seen the stapler?", ("Berta", "Carl"))
+    rig.screen.save(f"{_PICTURES}/4-chat-with-all.png")
+    with_all = copy.probe.wait_for("frmChat")
+    copy.probe.post(with_all, probe.WM_CLOSE)
+    copy.probe.wait_gone(with_all)
+    _chat(copy, "Berta", "Just between us: I have it", ("Berta",))
+    rig.screen.save(f"{_PICTURES}/5-private-chat.png")
     copy.close()
     time.sleep(0.3)
     print(f"Pictures of the windows: {_PICTURES}")
 
 
-def _chat(copy):
-    """Opens a conversation with everybody, says a line and waits until both partners have answered it."""
-    chat = copy.open_chat("(All)")
-    copy.say(chat, "Who has seen the stapler?")
-    probe.wait(lambda: all(f"{name}:" in copy.said(chat) for name, _ in _PARTNERS))
+def _chat(copy, participant, line, partners):
+    """Opens a conversation, says a line and waits until these partners have answered it."""
+    chat = copy.open_chat(participant)
+    copy.say(chat, line)
+    probe.wait(lambda: all(f"{name}:" in copy.said(chat) for name in partners))
 
 
 def _join():
