@@ -30,6 +30,8 @@ constexpr int kCaptionCode = 3001;
 // Leaves room in the datagram for the names and marks around the text.
 constexpr WPARAM kMaxText = 60000;
 
+constexpr Twips kBarStep{240};  // about a row, for each press of Ctrl and an arrow
+
 constexpr ULONGLONG kQuietTime = 500;  // milliseconds
 
 constexpr DWORD kListStyle =
@@ -91,10 +93,7 @@ void FrmChat::CreateControls() {
   status_.captionChanged = [this](const std::string& caption) { ::SetWindowTextA(lblStat, caption.c_str()); };
   imgSep.Create(hwnd());
   imgSep.within = [this](Twips top) { return BarTop(top); };
-  imgSep.moved = [this](Twips top) {
-    barTop_ = top;
-    LayOut();
-  };
+  imgSep.moved = [this](Twips top) { MoveBar(top - BarTop(barTop_)); };
 }
 
 void FrmChat::SetLan() {
@@ -131,6 +130,11 @@ void FrmChat::SavePos() const {
 Twips FrmChat::BarTop(Twips wanted) const {
   const RECT window = WindowRect(hwnd());
   return BarTopWithin(wanted, Tw(window.bottom - window.top));
+}
+
+void FrmChat::MoveBar(Twips way) {
+  barTop_ = BarTop(BarTop(barTop_) + way);
+  LayOut();
 }
 
 void FrmChat::LayOut() {
@@ -291,6 +295,11 @@ bool FrmChat::TranslateInText(const MSG& key) {
     case VK_NEXT:
       if (key.hwnd != txtSnd) return false;
       txtMsg.ScrollPage(key.wParam == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
+      return true;
+    case VK_UP:
+    case VK_DOWN:
+      if (!KeyDown(VK_CONTROL)) return false;
+      MoveBar(key.wParam == VK_UP ? Twips{} - kBarStep : kBarStep);
       return true;
     case 'A':
       if (!KeyDown(VK_CONTROL) || KeyDown(VK_MENU)) return false;

@@ -66,6 +66,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void CreateControls();
   void MoveToSharedPlace();
   void LayOut();
+  void MoveBar(toolkit::Twips way);
   void LimitSize(MINMAXINFO& limits) const;
   toolkit::Twips BarTop(toolkit::Twips wanted) const;
   void UsersChanged();
