@@ -10,7 +10,7 @@ import subprocess
 import sys
 import time
 
-_ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT / "tests"))
 
 from segment import copies, network, private_machine, probe, screen  # noqa: E402
