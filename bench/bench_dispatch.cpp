@@ -148,7 +148,8 @@ class Judge : public benchmark::ConsoleReporter {
 
   void ReportRuns(const std::vector<Run>& runs) override {
     if (runs.front().run_type != Run::RT_Iteration) return;  // means of what comes here by itself
-    const Run& best = *std::ranges::min_element(runs, {}, &Run::GetAdjustedRealTime);
+    Run best = *std::ranges::min_element(runs, {}, &Run::GetAdjustedRealTime);
+    best.counters.at(kOfBare).flags = benchmark::Counter::kDefaults;  // a share has no unit
     ConsoleReporter::ReportRuns({best});
     Look(best);
   }

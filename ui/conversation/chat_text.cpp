@@ -1,7 +1,5 @@
 #include "ui/conversation/chat_text.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -75,9 +73,12 @@ void DrawFrame(HWND box) {
   ::ReleaseDC(box, dc);
 }
 
-LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, BoxProcedure, id);
-  const LRESULT answer = ::DefSubclassProc(box, message, wParam, lParam);
+// The class's own procedure. A subclass of the common controls' kind would look it up anew for each of the dozen
+// messages that a line takes, which can take as long as everything else that they do.
+WNDPROC gClassProcedure = nullptr;
+
+LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
+  const LRESULT answer = ::CallWindowProcA(gClassProcedure, box, message, wParam, lParam);
   if (message == WM_NCPAINT) DrawFrame(box);
   // Coming by Tab would select the whole conversation.
   return message == WM_GETDLGCODE ? answer & ~static_cast<LRESULT>(DLGC_HASSETSEL) : answer;
@@ -87,7 +88,8 @@ HWND MakeBox(HWND parent) {
   const HWND box = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                                      ::GetModuleHandleA(nullptr), nullptr);
   if (!box) throw core::RuntimeError(core::Err::OutOfMemory);
-  ::SetWindowSubclass(box, BoxProcedure, 0, 0);
+  gClassProcedure =
+      reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
   ::SendMessageA(box, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SendMessageA(box, EM_EXLIMITTEXT, 0, kTextLimit);
   ::SendMessageA(box, EM_SETUNDOLIMIT, 0, 0);
