@@ -23,8 +23,8 @@ std::size_t NameHash::operator()(std::string_view name) const {
   for (const char byte : name) {
     const auto folded = static_cast<unsigned char>(lower[static_cast<unsigned char>(byte)]);
     hash = (hash ^ folded) * kGoldenRatio;
-    hash ^=
-        hash >> 32;  // or the low byte would depend on a few bits of the seed only, and collisions could be computed
+    // Or the low byte would depend on a few bits of the seed only, and collisions could be computed.
+    hash ^= hash >> 32;
   }
   return static_cast<std::size_t>(hash);
 }

@@ -2,10 +2,13 @@
 #include <algorithm>
 #include <thread>
 
+#include "core/runtime_error.h"
 #include "tests/support/error_of.h"
+#include "tests/windows/box_answers.h"
 #include "tests/windows/conversation_fixture.h"
 #include "tests/windows/leftovers.h"
 #include "ui/conversation/clipboard.h"
+#include "ui/conversation/frm_pop.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -173,6 +176,17 @@ TEST_F(PopupTest, ALiveChatBeginsWithTheAlert) {
   const HWND conversation = ChildrenOf(support::WindowsOf("frmChat")[0], "RichEdit20A").at(0);
   EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n");
   EXPECT_TRUE(Popups().empty());
+}
+
+TEST_F(PopupTest, AChatThatCannotBeOpenedLeavesTheAlert) {
+  const support::BoxAnswers answers;
+  PopupCommands commands;
+  commands.startLiveChat = [](const Alert&) { throw core::RuntimeError(core::Err::OutOfMemory); };
+  const auto popup = std::make_shared<FrmPop>(Alert{"hello", "anna", 1}, 0, commands);
+  popup->Open();
+  Choose(popup->hwnd(), {VK_UP, VK_UP, VK_RETURN});
+  EXPECT_EQ(answers.Texts().size(), 1u);
+  EXPECT_TRUE(::IsWindowVisible(popup->hwnd()));
 }
 
 TEST_F(PopupTest, ExportsItsTextToTheClipboardAndToAFile) {

@@ -231,18 +231,25 @@ void FrmPop::mnuExportT_Click() {
   if (core::LowerCase(path).ends_with("txt")) core::WriteFileSafely(path, text);
 }
 
-// Both hide the popup first: some window managers hand the keyboard of a vanishing window to the one that had it
-// before, and would take it from the new window.
-void FrmPop::Answer(const std::string& recipients) {
+// The popup is hidden first: some window managers hand the keyboard of a vanishing window to the one that had it
+// before, and would take it from the new window. An alert that nothing could take the place of is shown again.
+void FrmPop::GiveWayTo(const std::function<void()>& open) {
   Show(SW_HIDE);
-  commands_.openComposer(recipients);
+  try {
+    open();
+  } catch (...) {
+    Show(SW_SHOWNOACTIVATE);
+    throw;
+  }
   Close();
 }
 
+void FrmPop::Answer(const std::string& recipients) {
+  GiveWayTo([&] { commands_.openComposer(recipients); });
+}
+
 void FrmPop::mnuLive_Click() {
-  Show(SW_HIDE);
-  commands_.startLiveChat(alert_);
-  Close();
+  GiveWayTo([this] { commands_.startLiveChat(alert_); });
 }
 
 }  // namespace conversation

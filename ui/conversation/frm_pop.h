@@ -49,6 +49,7 @@ class FrmPop : public toolkit::Window {
   void lblDrop_Click();
   void Chosen(unsigned command);
   void mnuExportT_Click();
+  void GiveWayTo(const std::function<void()>& open);
   void Answer(const std::string& recipients);
   void mnuLive_Click();
   void Close() { ::DestroyWindow(hwnd()); }
