@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -66,8 +67,9 @@ class Dispatcher {
   std::deque<std::string> waiting_;
   std::size_t waitingBytes_ = 0;
 
-  // Hidden senders answered since the opening of that number.
-  std::unordered_set<std::string, core::NameHash, core::NameEqual> answered_;
+  // Hidden senders answered since the opening of that number, told apart exactly, as every sender is that is looked up:
+  // _Bob and _bob are two copies that wait for an answer.
+  std::unordered_set<std::string, core::NameHash, std::equal_to<>> answered_;
   std::size_t answeredBytes_ = 0;
   unsigned answeredSince_ = 0;
 };

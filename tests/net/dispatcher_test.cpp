@@ -92,7 +92,7 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   messenger.OpenSocket();
   EXPECT_EQ(SentOn("_bob|C/ 1").size(), 3u);
   EXPECT_EQ(SentOn("_bob|S/0"), Lines{});
-  EXPECT_EQ(SentOn("_carl|M/").size(), 3u);
+  EXPECT_EQ(SentOn("_Bob|M/").size(), 3u) << "told apart exactly";
   EXPECT_EQ(SentOn("_ANNA|M/").size(), 3u);  // the own echo is listed and answered once, like anybody
   EXPECT_EQ(SentOn("_ANNA|M/"), Lines{});
   EXPECT_TRUE(roster.HasRow("_ANNA"));
