@@ -15,7 +15,7 @@
 #include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/user_roster.h"
 #include "ui/toolkit/window_helpers.h"

@@ -18,8 +18,8 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "net/dispatcher.h"
-#include "tests/support/program_folder.h"
-#include "tests/support/recording_desktop.h"
+#include "support/program_folder.h"
+#include "support/recording_desktop.h"
 #include "ui/main/user_roster.h"
 
 namespace {

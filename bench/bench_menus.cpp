@@ -13,7 +13,7 @@
 #include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "tests/windows/object_count.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_main.h"

@@ -11,11 +11,11 @@ import threading
 import time
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(_ROOT / "tests"))
+sys.path.insert(0, str(_ROOT))
 
-from segment import copies, network, private_machine, probe, wine, wire  # noqa: E402
+from rig import copies, network, private_machine, probe, wine, wire  # noqa: E402
 
-_BARE = copies.PROBE.replace("probe.exe", "bare_receiver.exe")
+_BARE = copies.WINDOWS_BUILD + "/bench/bare_receiver.exe"
 _MEGABYTE = 1 << 20
 _HIDE = 1009  # command id of the main window's menu
 _EM_GETLINECOUNT, _WM_GETTEXTLENGTH = 0xBA, 0x0E

@@ -11,9 +11,9 @@ import sys
 import time
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(_ROOT / "tests"))
+sys.path.insert(0, str(_ROOT))
 
-from segment import copies, network, private_machine, probe, screen  # noqa: E402
+from rig import copies, network, private_machine, probe, screen  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PARTNERS = (("Berta", 0x208020, 0), ("Carl", 0xC04000, 0), ("Dora", 0x800080, 1))  # names, colours, states

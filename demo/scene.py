@@ -12,9 +12,9 @@ import threading
 import time
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(_ROOT / "tests"))
+sys.path.insert(0, str(_ROOT))
 
-from segment import copies, network, private_machine, probe, screen, wine, wire  # noqa: E402
+from rig import copies, network, private_machine, probe, screen, wine, wire  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PICTURES = f"{_ROOT}/build/demo"

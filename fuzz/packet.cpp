@@ -9,8 +9,8 @@
 #include "core/text.h"
 #include "fuzz/fuzz_target.h"
 #include "net/dispatcher.h"
-#include "tests/support/program_folder.h"
-#include "tests/support/recording_desktop.h"
+#include "support/program_folder.h"
+#include "support/recording_desktop.h"
 #include "ui/main/user_roster.h"
 
 namespace {

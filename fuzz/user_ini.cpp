@@ -4,9 +4,9 @@
 #include "core/runtime_error.h"
 #include "core/settings.h"
 #include "fuzz/fuzz_target.h"
-#include "tests/support/fake_roster.h"
-#include "tests/support/program_folder.h"
-#include "tests/support/recording_program.h"
+#include "support/fake_roster.h"
+#include "support/program_folder.h"
+#include "support/recording_program.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 # A Wine that runs 32-bit programs, without touching the machine: where the machine's own wine cannot, a small
-# i386 system in a folder of the cache. Sourced by script/bootstrap; tests/segment/wine.py uses what it makes.
+# i386 system in a folder of the cache. Sourced by script/bootstrap; rig/wine.py uses what it makes.
 
 wineSystem=$cache/i386-system
 winePrefix=$cache/wine-prefix
@@ -31,6 +31,6 @@ MakeWinePrefix() {
   Say "Making the Wine prefix in $winePrefix"
   rm -rf "$making"
   mkdir -p "$making"
-  Quietly /usr/bin/python3 "$root/tests/segment/make_prefix.py" "$making"
+  Quietly /usr/bin/python3 "$root/rig/make_prefix.py" "$making"
   mv -T "$making" "$winePrefix"
 }

@@ -11,8 +11,8 @@
 #include "core/logon_entry.h"
 #include "core/record_io.h"
 #include "tests/support/desktop_test.h"
-#include "tests/support/fake_roster.h"
-#include "tests/support/recording_program.h"
+#include "support/fake_roster.h"
+#include "support/recording_program.h"
 
 namespace core {
 namespace {

@@ -4,8 +4,8 @@
 #include "core/splash_pulse.h"
 #include "core/ticks.h"
 #include "tests/support/desktop_test.h"
-#include "tests/support/fake_roster.h"
-#include "tests/support/recording_program.h"
+#include "support/fake_roster.h"
+#include "support/recording_program.h"
 
 namespace core {
 namespace {

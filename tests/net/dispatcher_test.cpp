@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/globals.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
 #include "ui/main/user_roster.h"
 

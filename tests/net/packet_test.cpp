@@ -7,7 +7,7 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "net/messenger.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
 
 namespace net {

@@ -15,9 +15,9 @@ import time
 import unittest
 
 _HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(_HERE.parent))
+sys.path[:0] = [str(_HERE.parent), str(_HERE.parent.parent)]
 
-from segment import private_machine  # noqa: E402
+from rig import private_machine  # noqa: E402
 
 _AT_ONCE = 5
 

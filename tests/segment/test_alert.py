@@ -4,7 +4,7 @@ import os
 import time
 import unittest
 
-from . import copies, network, probe, screen
+from rig import copies, network, probe, screen
 from .test_start_up import GREETING
 
 

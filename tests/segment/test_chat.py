@@ -2,7 +2,7 @@
 
 import unittest
 
-from . import copies, network, probe, screen
+from rig import copies, network, probe, screen
 from .test_start_up import GREETING
 
 

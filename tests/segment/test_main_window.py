@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from . import copies, probe
+from rig import copies, probe
 from .test_start_up import GREETING
 
 WM_SYSCOMMAND = 0x0112

@@ -4,7 +4,7 @@ at start-up."""
 import os
 import unittest
 
-from . import copies, network, probe, screen
+from rig import copies, network, probe, screen
 from .test_start_up import GREETING
 
 OPTIONS_COMMAND, CHAT_WITH_ALL_COMMAND = 1006, 1002

@@ -4,7 +4,7 @@ import os
 import time
 import unittest
 
-from . import copies, probe
+from rig import copies, probe
 
 GREETING = "is now on the network"
 DEFAULT_SETTINGS = '"English"\r\n0\r\n0,0,2505,4605\r\n"{0}","0","4","(B)","0"\r\n0,0,0,0\r\n"0"\r\n""\r\n"0"\r\n""\r\n'

@@ -3,7 +3,7 @@
 import os
 import unittest
 
-from . import copies, network, probe, wire
+from rig import copies, network, probe, wire
 from .test_start_up import DEFAULT_SETTINGS, GREETING
 
 PLAIN = "Quillon"

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/error_of.h"
-#include "tests/support/program_folder.h"
-#include "tests/support/recording_desktop.h"
+#include "support/program_folder.h"
+#include "support/recording_desktop.h"
 
 namespace support {
 

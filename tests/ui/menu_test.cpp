@@ -8,7 +8,7 @@
 
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/support/program_folder.h"
+#include "support/program_folder.h"
 #include "ui/main/main_menu.h"
 #include "ui/toolkit/menu_caption.h"
 #include "ui/toolkit/menu_items.h"

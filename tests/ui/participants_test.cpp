@@ -3,9 +3,9 @@
 
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
-#include "tests/support/fake_roster.h"
+#include "support/fake_roster.h"
 #include "ui/conversation/recipients.h"
 #include "ui/conversation/users_online.h"
 

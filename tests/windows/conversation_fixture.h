@@ -13,8 +13,8 @@
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/net/recording_network.h"
-#include "tests/support/fake_roster.h"
+#include "support/recording_network.h"
+#include "support/fake_roster.h"
 #include "tests/windows/window_probe.h"
 #include "ui/conversation/open_windows.h"
 

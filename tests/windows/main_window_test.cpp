@@ -7,7 +7,7 @@
 #include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/net/recording_network.h"
+#include "support/recording_network.h"
 #include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/main/frm_about.h"

@@ -4,13 +4,13 @@ A mistake in it shows late (the reader stops the program at its start, or a wron
 everything a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption language and the
 mnemonics of every window in every language.
 
-Run: /usr/bin/python3 -m unittest tests/language/check_lang.py
+Run: /usr/bin/python3 -m unittest res/check_lang.py
 """
 
 import pathlib
 import unittest
 
-LANG_FILE = pathlib.Path(__file__).resolve().parents[2] / "res" / "Lang.con"
+LANG_FILE = pathlib.Path(__file__).resolve().parent / "Lang.con"
 LANGUAGES = ["English", "Fran\xe7ais", "Deutsch", "Espa\xf1ol"]
 
 # Every text the program asks for.

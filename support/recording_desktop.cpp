@@ -1,4 +1,4 @@
-#include "tests/support/recording_desktop.h"
+#include "support/recording_desktop.h"
 
 #include <utility>
 

@@ -6,7 +6,7 @@
 
 #include "core/globals.h"
 #include "core/program.h"
-#include "tests/support/recording_desktop.h"
+#include "support/recording_desktop.h"
 
 namespace support {
 

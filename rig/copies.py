@@ -6,10 +6,10 @@ import time
 
 from . import network, probe, screen, wine, wire
 
-_ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-_WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
-PROGRAM_FOLDER = _WINDOWS_BUILD + "/Quillon"
-PROBE = _WINDOWS_BUILD + "/tests/segment/probe.exe"
+_ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
+PROGRAM_FOLDER = WINDOWS_BUILD + "/Quillon"
+PROBE = WINDOWS_BUILD + "/rig/probe.exe"
 PICTURES = _ROOT + "/build/pictures"
 
 # Seconds for which a starting copy listens.

@@ -8,7 +8,7 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 
-from segment import network, private_machine, screen, wine  # noqa: E402
+from rig import network, private_machine, screen, wine  # noqa: E402
 
 
 def parse():

@@ -8,7 +8,7 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 
-from segment import network, private_machine, screen, wine  # noqa: E402
+from rig import network, private_machine, screen, wine  # noqa: E402
 
 
 def make(directory):
