@@ -3,18 +3,17 @@
 #include <windows.h>
 #include <mmsystem.h>
 
+#include "core/system_library_win32.h"
+
 namespace core {
 namespace {
 
 using SoundPlayer = BOOL(WINAPI*)(LPCSTR, UINT);
 
 // The multimedia library costs more than a megabyte and a tenth of the start, and most users hear the system beep all
-// their life: it is loaded with the first wave. By its full path, so that no file beside the program can take its
-// place.
+// their life: it is loaded with the first wave.
 SoundPlayer LoadSoundPlayer() {
-  char folder[MAX_PATH];
-  const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);
-  const HMODULE library = ::LoadLibraryA(std::string(folder, length).append("\\winmm.dll").c_str());
+  const HMODULE library = LoadSystemLibrary("winmm.dll");
   if (library == nullptr) return nullptr;
   return reinterpret_cast<SoundPlayer>(reinterpret_cast<void (*)()>(::GetProcAddress(library, "sndPlaySoundA")));
 }

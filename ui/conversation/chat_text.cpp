@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/runtime_error.h"
+#include "core/system_library_win32.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -47,7 +48,7 @@ LONG TwipsOf(int pixels) { return Tw(pixels).value; }
 
 // Loaded with the first conversation and kept: the class lives in the library.
 const char* RichEditClass() {
-  static const HMODULE library = ::LoadLibraryA("riched20.dll");
+  static const HMODULE library = core::LoadSystemLibrary("riched20.dll");
   return library ? "RichEdit20A" : "";
 }
 

@@ -4,6 +4,7 @@
 #include "core/desktop.h"
 #include "core/event_loop_win32.h"
 #include "core/start_up.h"
+#include "core/system_library_win32.h"
 #include "ui/main/application.h"
 #include "ui/toolkit/window.h"
 
@@ -26,6 +27,7 @@ bool HasWindows() {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
+  core::SearchSystemLibrariesOnly();
   core::SetMessageFilter(toolkit::FilterMessage);
   mainwindow::Application application;
   core::Main(application, arguments);
