@@ -11,7 +11,7 @@
 #include "ui/conversation/chat_menu.h"
 #include "ui/conversation/chat_text.h"
 #include "ui/conversation/frm_chat.h"
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

@@ -14,8 +14,8 @@
 #include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/main/main_menu.h"
-#include "ui/toolkit/cool_menu.h"
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu/cool_menu.h"
+#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 

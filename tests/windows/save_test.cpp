@@ -1,5 +1,5 @@
 // The save dialog as a real window over a folder made for it.
-#include "ui/toolkit/frm_save.h"
+#include "ui/toolkit/save/frm_save.h"
 
 #include <gtest/gtest.h>
 

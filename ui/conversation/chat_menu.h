@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "res/pictures.h"
-#include "ui/toolkit/menu_table.h"
+#include "ui/toolkit/menu/menu_table.h"
 
 namespace conversation {
 

@@ -14,7 +14,7 @@
 #include "ui/conversation/participants.h"
 #include "ui/conversation/splitter_bar.h"
 #include "ui/conversation/users_online.h"
-#include "ui/toolkit/cool_menu.h"
+#include "ui/toolkit/menu/cool_menu.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/status_line.h"
 #include "ui/toolkit/toolbar.h"

@@ -7,8 +7,8 @@
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_chat.h"
 #include "ui/conversation/users_menu.h"
-#include "ui/toolkit/frm_save.h"
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/save/frm_save.h"
+#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/window_helpers.h"
 

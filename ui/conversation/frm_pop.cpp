@@ -12,7 +12,7 @@
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/popup_menu.h"
 #include "ui/conversation/recipients.h"
-#include "ui/toolkit/frm_save.h"
+#include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "ui/toolkit/frm_save.h"
+#include "ui/toolkit/save/frm_save.h"
 
 namespace conversation {
 

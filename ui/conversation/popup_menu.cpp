@@ -2,8 +2,8 @@
 
 #include "core/globals.h"
 #include "res/pictures.h"
-#include "ui/toolkit/cool_menu.h"
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu/cool_menu.h"
+#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/pictures.h"
 
 namespace conversation {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "ui/conversation/chat_menu.h"
-#include "ui/toolkit/menu_builder.h"
-#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/menu/menu_builder.h"
+#include "ui/toolkit/menu/menu_caption.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

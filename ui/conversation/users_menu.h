@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/menu_table.h"
+#include "ui/toolkit/menu/menu_table.h"
 
 namespace conversation {
 

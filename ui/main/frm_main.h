@@ -9,7 +9,7 @@
 #include "net/messenger.h"
 #include "ui/main/main_menu.h"
 #include "ui/main/user_roster.h"
-#include "ui/toolkit/cool_menu.h"
+#include "ui/toolkit/menu/cool_menu.h"
 #include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"

@@ -4,7 +4,7 @@
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
 #include "ui/main/web_links.h"
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

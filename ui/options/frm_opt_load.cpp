@@ -9,9 +9,9 @@
 #include "ui/options/frm_opt.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
-#include "ui/toolkit/disk_folder.h"
+#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/pictures.h"
-#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/save/save_name.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/toolbar_keys.h"
 

@@ -1,8 +1,8 @@
-#include "ui/toolkit/menu_builder.h"
+#include "ui/toolkit/menu/menu_builder.h"
 
 #include <string>
 
-#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/menu/menu_caption.h"
 
 namespace toolkit {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <vector>
 
-#include "ui/toolkit/image_tags.h"
-#include "ui/toolkit/menu_items.h"
+#include "ui/toolkit/menu/image_tags.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 

@@ -1,4 +1,4 @@
-#include "ui/toolkit/icon_list.h"
+#include "ui/toolkit/save/icon_list.h"
 
 #include <commctrl.h>
 #include <shellapi.h>

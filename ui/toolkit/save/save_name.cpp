@@ -1,4 +1,4 @@
-#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/save/save_name.h"
 
 #include <algorithm>
 

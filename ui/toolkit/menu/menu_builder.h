@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "ui/toolkit/handles.h"
-#include "ui/toolkit/menu_table.h"
+#include "ui/toolkit/menu/menu_table.h"
 
 namespace toolkit {
 

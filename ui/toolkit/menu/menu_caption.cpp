@@ -1,4 +1,4 @@
-#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/menu/menu_caption.h"
 
 namespace toolkit {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/toolkit/menu_items.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "ui/toolkit/menu_look.h"
+#include "ui/toolkit/menu/menu_look.h"
 
 #include <cstring>
 

@@ -1,4 +1,4 @@
-#include "ui/toolkit/cool_menu_convert.h"
+#include "ui/toolkit/menu/cool_menu_convert.h"
 
 #include <array>
 #include <string>

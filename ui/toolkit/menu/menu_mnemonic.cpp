@@ -1,4 +1,4 @@
-#include "ui/toolkit/menu_mnemonic.h"
+#include "ui/toolkit/menu/menu_mnemonic.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <map>
 
-#include "ui/toolkit/menu_caption.h"
+#include "ui/toolkit/menu/menu_caption.h"
 
 namespace toolkit {
 

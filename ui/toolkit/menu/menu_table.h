@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/toolkit/image_tags.h"
+#include "ui/toolkit/menu/image_tags.h"
 
 namespace toolkit {
 

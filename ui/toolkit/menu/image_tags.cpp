@@ -1,4 +1,4 @@
-#include "ui/toolkit/image_tags.h"
+#include "ui/toolkit/menu/image_tags.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,9 +1,9 @@
-#include "ui/toolkit/cool_menu_draw.h"
+#include "ui/toolkit/menu/cool_menu_draw.h"
 
 #include <algorithm>
 
-#include "ui/toolkit/embossed_image.h"
-#include "ui/toolkit/menu_marks.h"
+#include "ui/toolkit/menu/embossed_image.h"
+#include "ui/toolkit/menu/menu_marks.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 

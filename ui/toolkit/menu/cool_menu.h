@@ -11,10 +11,10 @@
 #include <functional>
 #include <vector>
 
-#include "ui/toolkit/help_callback.h"
-#include "ui/toolkit/image_tags.h"
-#include "ui/toolkit/menu_items.h"
-#include "ui/toolkit/menu_look.h"
+#include "ui/toolkit/menu/help_callback.h"
+#include "ui/toolkit/menu/image_tags.h"
+#include "ui/toolkit/menu/menu_items.h"
+#include "ui/toolkit/menu/menu_look.h"
 
 namespace toolkit {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/icon_list.h"
+#include "ui/toolkit/save/icon_list.h"
 #include "ui/toolkit/window.h"
 
 namespace toolkit {

@@ -1,4 +1,4 @@
-#include "ui/toolkit/embossed_image.h"
+#include "ui/toolkit/menu/embossed_image.h"
 
 #include <cstdint>
 #include <span>

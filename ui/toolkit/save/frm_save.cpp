@@ -1,4 +1,4 @@
-#include "ui/toolkit/frm_save.h"
+#include "ui/toolkit/save/frm_save.h"
 
 #include <algorithm>
 
@@ -6,9 +6,9 @@
 #include "core/language.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
-#include "ui/toolkit/disk_folder.h"
+#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/modal.h"
-#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/save/save_name.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {

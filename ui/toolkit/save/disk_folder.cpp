@@ -1,4 +1,4 @@
-#include "ui/toolkit/disk_folder.h"
+#include "ui/toolkit/save/disk_folder.h"
 
 #include <windows.h>
 #include <shlobj.h>
@@ -8,7 +8,7 @@
 
 #include "core/files.h"
 #include "core/runtime_error.h"
-#include "ui/toolkit/save_name.h"
+#include "ui/toolkit/save/save_name.h"
 
 namespace toolkit {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-#include "ui/toolkit/menu_caption.h"
-#include "ui/toolkit/menu_look.h"
+#include "ui/toolkit/menu/menu_caption.h"
+#include "ui/toolkit/menu/menu_look.h"
 
 namespace toolkit {
 

@@ -1,4 +1,4 @@
-#include "ui/toolkit/menu_marks.h"
+#include "ui/toolkit/menu/menu_marks.h"
 
 #include <algorithm>
 #include <array>

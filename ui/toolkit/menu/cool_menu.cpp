@@ -1,11 +1,11 @@
-#include "ui/toolkit/cool_menu.h"
+#include "ui/toolkit/menu/cool_menu.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "ui/toolkit/cool_menu_convert.h"
-#include "ui/toolkit/cool_menu_draw.h"
-#include "ui/toolkit/menu_mnemonic.h"
+#include "ui/toolkit/menu/cool_menu_convert.h"
+#include "ui/toolkit/menu/cool_menu_draw.h"
+#include "ui/toolkit/menu/menu_mnemonic.h"
 
 namespace toolkit {
 namespace {
