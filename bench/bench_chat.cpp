@@ -18,7 +18,7 @@
 #include "support/recording_network.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/user_roster.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/window.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include "tests/windows/object_count.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_main.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/window.h"
 
 namespace {
 

@@ -10,7 +10,6 @@
 #include "core/language.h"
 #include "support/program_folder.h"
 #include "ui/main/main_menu.h"
-#include "ui/toolkit/menu/menu_caption.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/menu_mnemonic.h"
 #include "ui/toolkit/menu/menu_table.h"

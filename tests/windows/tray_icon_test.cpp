@@ -11,7 +11,8 @@
 #include "tests/windows/box_answers.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/tray_icon.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/links.h"
+#include "ui/toolkit/window.h"
 
 namespace toolkit {
 namespace {

@@ -12,7 +12,7 @@
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/toolbar_keys.h"
+#include "ui/toolkit/toolbar.h"
 
 namespace conversation {
 namespace {
@@ -86,7 +86,7 @@ void FrmChat::CreateControls() {
   ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
   tbSnd.Create(hwnd(), kFirstButton, kButtons);
   AnswersKeysOf(tbSnd);
-  toolkit::GiveKeys(tbSnd.hwnd());
+  toolkit::EnableKeyboardNavigation(tbSnd.hwnd());
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
   ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10), Px(10), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);

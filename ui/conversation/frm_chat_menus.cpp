@@ -10,7 +10,6 @@
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/pictures.h"
-#include "ui/toolkit/window_helpers.h"
 
 namespace conversation {
 namespace {

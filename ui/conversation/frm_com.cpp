@@ -11,8 +11,7 @@
 #include "ui/conversation/composer_layout.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/toolbar_keys.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/toolbar.h"
 
 namespace conversation {
 namespace {
@@ -65,7 +64,7 @@ void FrmCom::Load() {
 void FrmCom::CreateControls() {
   TB.Create(hwnd(), kFirstButton, kButtons);
   AnswersKeysOf(TB);
-  toolkit::GiveKeys(TB.hwnd());
+  toolkit::EnableKeyboardNavigation(TB.hwnd());
   lblCap[0] = AddControl("STATIC", kLabels[0].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   const HWND list = AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE);
   lvUsers.Attach(list, recipients_.Rows(), toolkit::SharedPictures(res::Strip::Roster));

@@ -16,7 +16,6 @@
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/window_helpers.h"
 
 namespace conversation {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "ui/conversation/chat_menu.h"
 #include "ui/toolkit/menu/menu_builder.h"
-#include "ui/toolkit/menu/menu_caption.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

@@ -4,7 +4,6 @@
 #include "core/start_up.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/window_helpers.h"
 
 namespace mainwindow {
 

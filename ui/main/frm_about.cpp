@@ -8,7 +8,7 @@
 #include "ui/main/web_links.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/links.h"
 
 namespace mainwindow {
 namespace {

@@ -9,8 +9,7 @@
 #include "ui/main/main_layout.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/toolbar_keys.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/toolbar.h"
 
 namespace mainwindow {
 namespace {
@@ -74,7 +73,7 @@ void FrmMain::CreateControls() {
   TB.Create(hwnd(), kFirstToolId, kToolButtons);
   TB.Indent(Px(kToolMargin));
   AnswersKeysOf(TB);
-  toolkit::GiveKeys(TB.hwnd());
+  toolkit::EnableKeyboardNavigation(TB.hwnd());
   // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));

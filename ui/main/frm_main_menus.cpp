@@ -8,7 +8,7 @@
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/window_helpers.h"
+#include "ui/toolkit/links.h"
 
 namespace mainwindow {
 namespace {

@@ -6,7 +6,6 @@
 #include "core/splash_pulse.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/window_helpers.h"
 
 namespace mainwindow {
 namespace {

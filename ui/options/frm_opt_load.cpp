@@ -13,7 +13,7 @@
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/save_name.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/toolbar_keys.h"
+#include "ui/toolkit/toolbar.h"
 
 namespace options {
 namespace {
@@ -103,7 +103,7 @@ void FrmOpt::Load() {
   TB.Create(hwnd(), kFirstCommandButton, kCommandButtons);
   for (const toolkit::Toolbar* toolbar : {&tbOpt, &TB, &tbSnd, &tbSec, &tbGroups}) {
     KeepInOneLine(toolbar->hwnd());
-    toolkit::GiveKeys(toolbar->hwnd());
+    toolkit::EnableKeyboardNavigation(toolbar->hwnd());
   }
   SetLan();
   PlaceWindow();
@@ -161,7 +161,7 @@ void FrmOpt::CreateInterfacePage() {
   tbPos = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPosStyle, 0, 0, 0, 0, page.hwnd(), nullptr,
                             ::GetModuleHandleA(nullptr), nullptr);
   ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  toolkit::GiveKeys(tbPos);
+  toolkit::EnableKeyboardNavigation(tbPos);
   AddLabel(kInterface, kHeightLabel);
   lblHeight = page.AddControl("STATIC", "", kLabelStyle);
   AddLabel(kInterface, kLanguageLabel);

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/event_loop_win32.h"
-#include "ui/toolkit/window_helpers.h"
 
 namespace toolkit {
 namespace {

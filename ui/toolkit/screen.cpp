@@ -56,4 +56,11 @@ SIZE MeasureText(HFONT font, const char* text, int length) {
   return size;
 }
 
+WorkArea GetWorkArea(HWND window) {
+  const RECT area = WorkAreaPixels();
+  const WindowDc dc(window);
+  const Dpi across{::GetDeviceCaps(dc.get(), LOGPIXELSX)}, down{::GetDeviceCaps(dc.get(), LOGPIXELSY)};
+  return {ToTwips(area.left, across), ToTwips(area.top, down), ToTwips(area.right, across), ToTwips(area.bottom, down)};
+}
+
 }  // namespace toolkit

@@ -24,6 +24,9 @@ ScreenSize WholeScreen();
 // The desktop without the task bar, pixels; the whole screen when the system does not tell it.
 RECT WorkAreaPixels();
 
+// The same in twips of the window's screen.
+WorkArea GetWorkArea(HWND window);
+
 // The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
 HFONT DialogFont();
 HFONT BoldDialogFont();

@@ -24,6 +24,95 @@ int ContentWidth(const std::string& caption) {
   return std::max(static_cast<int>(MeasureText(DialogFont(), shown.c_str()).cx), PictureSize(res::Strip::Toolbar));
 }
 
+constexpr UINT_PTR kSubclassId = 1;
+
+int HotItem(HWND toolbar) { return static_cast<int>(::SendMessageA(toolbar, TB_GETHOTITEM, 0, 0)); }
+
+void SetHotItem(HWND toolbar, int index) { ::SendMessageA(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(index), 0); }
+
+// The pressed button, or the first that can be used.
+int FirstItem(HWND toolbar) {
+  const int count = static_cast<int>(::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0));
+  int first = -1;
+  for (int i = count - 1; i >= 0; --i) {
+    TBBUTTON button{};
+    ::SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+    if (button.fsState & TBSTATE_CHECKED) return i;
+    if (button.fsState & TBSTATE_ENABLED) first = i;
+  }
+  return first;
+}
+
+void MoveHotItem(HWND toolbar, int step) {
+  const int count = static_cast<int>(::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0));
+  int index = HotItem(toolbar);
+  for (int tried = 0; tried < count; ++tried) {
+    index = (index + step + count) % count;
+    TBBUTTON button{};
+    ::SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+    if (button.fsState & TBSTATE_ENABLED) return SetHotItem(toolbar, index);
+  }
+}
+
+void ClickHotItem(HWND toolbar) {
+  TBBUTTON button{};
+  const int index = HotItem(toolbar);
+  if (index < 0) return;
+  ::SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+  if (!(button.fsState & TBSTATE_ENABLED)) return;
+  if (button.fsStyle & BTNS_CHECK) ::SendMessageA(toolbar, TB_CHECKBUTTON, static_cast<WPARAM>(button.idCommand), TRUE);
+  ::SendMessageA(::GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button.idCommand),
+                 reinterpret_cast<LPARAM>(toolbar));
+}
+
+bool KeyPressed(HWND toolbar, WPARAM key) {
+  switch (key) {
+    case VK_LEFT:
+    case VK_UP:
+      MoveHotItem(toolbar, -1);
+      return true;
+    case VK_RIGHT:
+    case VK_DOWN:
+      MoveHotItem(toolbar, 1);
+      return true;
+    case VK_SPACE:
+    case VK_RETURN:
+      ClickHotItem(toolbar);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsReturn(LPARAM message) {
+  const auto* key = reinterpret_cast<const MSG*>(message);
+  return key && key->wParam == VK_RETURN;
+}
+
+LRESULT CALLBACK KeyProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+  switch (message) {
+    case WM_GETDLGCODE:
+      return DLGC_WANTARROWS | (IsReturn(lParam) ? DLGC_WANTMESSAGE : 0);
+    case WM_KEYDOWN:
+      if (KeyPressed(toolbar, wParam)) return 0;
+      break;
+    case WM_SETFOCUS: {
+      const LRESULT result = ::DefSubclassProc(toolbar, message, wParam, lParam);  // which goes to the first button
+      SetHotItem(toolbar, FirstItem(toolbar));
+      return result;
+    }
+    case WM_KILLFOCUS:
+      SetHotItem(toolbar, -1);
+      break;
+    case WM_NCDESTROY:
+      ::RemoveWindowSubclass(toolbar, KeyProcedure, id);
+      break;
+    default:
+      break;
+  }
+  return ::DefSubclassProc(toolbar, message, wParam, lParam);
+}
+
 }  // namespace
 
 void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> buttons) {
@@ -112,6 +201,11 @@ int Toolbar::Place(int width) {
   const int height = static_cast<int>(last.bottom) + Px(2);
   ::SetWindowPos(hwnd_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
   return height;
+}
+
+void EnableKeyboardNavigation(HWND toolbar) {
+  ::SetWindowLongPtrA(toolbar, GWL_STYLE, ::GetWindowLongPtrA(toolbar, GWL_STYLE) | WS_TABSTOP);
+  ::SetWindowSubclass(toolbar, KeyProcedure, kSubclassId, 0);
 }
 
 }  // namespace toolkit

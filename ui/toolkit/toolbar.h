@@ -54,4 +54,8 @@ class Toolbar {
   std::vector<std::string> captions_;
 };
 
+// The keyboard in a toolbar: it takes part in the Tab order, the arrows go from button to button, Space and Enter
+// click. The toolbar's window reports the clicks to its parent as it does those of the mouse.
+void EnableKeyboardNavigation(HWND toolbar);
+
 }  // namespace toolkit

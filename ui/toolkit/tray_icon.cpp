@@ -1,6 +1,7 @@
 #include "ui/toolkit/tray_icon.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -24,6 +25,35 @@ constexpr UINT kCallback = WM_MOUSEMOVE;
 UINT TaskbarCreated() {
   static const UINT message = ::RegisterWindowMessageA("TaskbarCreated");
   return message;
+}
+
+// Which events a mouse message raises. The shell posts the message number in the place of a coordinate; everything
+// about the order of events is in this one table.
+struct TrayRoute {
+  MouseButton button;
+  std::array<TrayEvent, 2> events;  // in the order in which they are raised
+  std::size_t count;
+};
+
+// Row n serves message 0x201 + n: down, up and double click of the left, right and middle button.
+constexpr std::array<TrayRoute, 9> kTrayRoutes{{
+    {MouseButton::Left, {TrayEvent::MouseDown}, 1},
+    {MouseButton::Left, {TrayEvent::MouseUp}, 1},
+    {MouseButton::Left, {TrayEvent::MouseDblClk, TrayEvent::ShowParent}, 2},
+    {MouseButton::Right, {TrayEvent::MouseDown}, 1},
+    {MouseButton::Right, {TrayEvent::MouseUp, TrayEvent::ShowPopUpMenu}, 2},
+    {MouseButton::Right, {TrayEvent::MouseDblClk}, 1},
+    {MouseButton::Middle, {TrayEvent::MouseDown}, 1},
+    {MouseButton::Middle, {TrayEvent::MouseUp}, 1},
+    {MouseButton::Middle, {TrayEvent::MouseDblClk}, 1},
+}};
+
+constexpr std::uint32_t kFirstTrayMessage = 0x201;
+
+// Null for a plain move or an unknown number.
+constexpr const TrayRoute* RouteOf(std::uint32_t message) {
+  const std::uint32_t row = message - kFirstTrayMessage;  // wraps for smaller numbers, out of the table's range
+  return row < kTrayRoutes.size() ? &kTrayRoutes[row] : nullptr;
 }
 
 }  // namespace

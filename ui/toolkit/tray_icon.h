@@ -5,14 +5,17 @@
 #include <windows.h>
 #include <shellapi.h>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
 
 #include "ui/toolkit/handles.h"
-#include "ui/toolkit/tray_routing.h"
 
 namespace toolkit {
+
+enum class TrayEvent : std::uint8_t { MouseDown, MouseUp, MouseDblClk, ShowParent, ShowPopUpMenu };
+enum class MouseButton : std::uint8_t { Left = 1, Right = 2, Middle = 4 };
 
 class TrayIcon {
  public:

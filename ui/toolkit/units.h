@@ -14,6 +14,11 @@ struct Twips {
   friend constexpr Twips operator-(Twips a, Twips b) { return {a.value - b.value}; }
 };
 
+// The part of the screen that the task bar leaves free.
+struct WorkArea {
+  Twips left, top, right, bottom;
+};
+
 // Dots per inch of the screen that a window stands on: 96 at 100 %, 192 at 200 %.
 struct Dpi {
   std::int32_t value = 96;

@@ -1,5 +1,7 @@
 #include "ui/toolkit/window.h"
 
+#include <commctrl.h>
+
 #include <new>
 #include <set>
 
@@ -32,6 +34,13 @@ void CALLBACK SnapBack(HWND hwnd, UINT, UINT_PTR id, DWORD) {
   for (const int extra : {1, 0})
     ::SetWindowPos(hwnd, nullptr, 0, 0, width + extra, height + extra, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
+
+constexpr UINT kTopMostFlags = SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE;
+static_assert(kTopMostFlags == 0x13);
+
+// The second flag means nothing to ::RemoveMenu, so it does no harm.
+constexpr UINT kRemoveFlags = MF_BYPOSITION | MF_DISABLED;
+static_assert(kRemoveFlags == 1026);
 
 void SetObject(HWND hwnd, Window* window) {
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
@@ -195,6 +204,22 @@ std::string TextOf(HWND hwnd) {
   std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(hwnd)) + 1, '\0');
   text.resize(static_cast<std::size_t>(::GetWindowTextA(hwnd, text.data(), static_cast<int>(text.size()))));
   return text;
+}
+
+void LoadCommonControls() {
+  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS |
+                                                     ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES};
+  ::InitCommonControlsEx(&controls);
+}
+
+void SetTopMost(HWND window, bool onTop) {
+  ::SetWindowPos(window, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kTopMostFlags);
+}
+
+void RemoveCloseItem(HWND window) {
+  const HMENU menu = ::GetSystemMenu(window, FALSE);
+  ::RemoveMenu(menu, static_cast<UINT>(::GetMenuItemCount(menu) - 1), kRemoveFlags);
+  ::DrawMenuBar(window);
 }
 
 }  // namespace toolkit

@@ -91,4 +91,12 @@ bool FilterMessage(MSG& message);
 // A window's text of any length.
 std::string TextOf(HWND hwnd);
 
+// Loads the system's lists, trees, toolbars and links: before the first of them is created.
+void LoadCommonControls();
+
+void SetTopMost(HWND window, bool onTop);
+
+// Takes the last item, Close, off the window's system menu.
+void RemoveCloseItem(HWND window);
+
 }  // namespace toolkit

@@ -9,14 +9,20 @@
 #include <windows.h>
 
 #include <functional>
+#include <string>
 #include <vector>
 
-#include "ui/toolkit/menu/help_callback.h"
 #include "ui/toolkit/menu/image_tags.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/menu_look.h"
 
 namespace toolkit {
+
+// How an owner-drawn menu tells its window which help text belongs to the highlighted item.
+struct HelpCallBack {
+  // The help text, empty when the item has none or the menu has closed.
+  std::function<void(const std::string& text)> MenuHelp;
+};
 
 class WndCoolMenu {
  public:

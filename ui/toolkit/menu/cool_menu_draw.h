@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "ui/toolkit/menu/menu_caption.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/menu_look.h"
 
 namespace toolkit {

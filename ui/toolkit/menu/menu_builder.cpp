@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/toolkit/menu/menu_caption.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 namespace {

@@ -5,10 +5,55 @@
 namespace toolkit {
 namespace {
 
+std::string Prefix(const CMyItemData& data) {
+  if (data.bAsMark) return data.bAsCheck ? "#" : "*";
+  return IsSeparator(data) ? "-" : "";
+}
+
+std::string Joined(const CMyItemData& data) {
+  if (data.sMenuHelp.empty()) return Prefix(data) + data.sMenuText;
+  return Prefix(data) + "|" + data.sMenuHelp + "|" + data.sMenuText;
+}
+
 // Far from the small numbers and the addresses that others put into their item data.
 CMyItemDatas::Key nextKey = 0x51000001u;
 
 }  // namespace
+
+CMyItemData ParseCaption(std::string_view authored) {
+  const char first = authored.empty() ? '\0' : authored.front();
+  CMyItemData data;
+  data.bAsMark = first == '#' || first == '*';
+  data.bAsCheck = first == '#';
+  if (first == '-') data.fType = kSeparatorType;
+
+  const bool prefixed = data.bAsMark || first == '-';
+  const std::string_view rest = authored.substr(prefixed ? 1 : 0);
+  const std::size_t secondBar = rest.starts_with('|') ? rest.find('|', 1) : std::string_view::npos;
+  if (secondBar == std::string_view::npos) {
+    data.sMenuText = rest;
+  } else {
+    data.sMenuHelp = rest.substr(1, secondBar - 1);
+    data.sMenuText = rest.substr(secondBar + 1);
+  }
+  return data;
+}
+
+std::string RestoreCaption(const CMyItemData& data) {
+  std::string text = Joined(data);
+  // A caption that itself begins like a caption form needs the empty help text before it.
+  if (ParseCaption(text).sMenuText != data.sMenuText) text = Prefix(data) + "||" + data.sMenuText;
+  return text;
+}
+
+std::string LiteralCaption(std::string_view text) {
+  CMyItemData data;
+  for (const char c : text) {
+    data.sMenuText += c;
+    if (c == '&') data.sMenuText += '&';
+  }
+  return RestoreCaption(data);
+}
 
 CMyItemDatas::Key CMyItemDatas::Add(CMyItemData data) {
   const Key key = nextKey++;

@@ -1,7 +1,7 @@
 #include "ui/toolkit/menu/menu_table.h"
 
 #include "core/language.h"
-#include "ui/toolkit/menu/menu_caption.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 
