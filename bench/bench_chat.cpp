@@ -12,7 +12,7 @@
 #include <functional>
 #include <string>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "support/recording_network.h"

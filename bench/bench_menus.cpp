@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "support/recording_network.h"

@@ -4,7 +4,7 @@
 #include <deque>
 #include <functional>
 
-#include "core/desktop.h"
+#include "core/message_box.h"
 
 namespace core {
 

@@ -1,6 +1,7 @@
 #include "core/event_loop_win32.h"
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
+#include "core/message_box.h"
 
 namespace core {
 namespace {

@@ -1,10 +1,10 @@
 #include "core/language.h"
 
-#include "core/desktop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language_table.h"
 #include "core/log.h"
+#include "core/message_box.h"
 #include "core/runtime_error.h"
 
 namespace core {

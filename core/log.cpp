@@ -2,8 +2,9 @@
 
 #include <string>
 
-#include "core/desktop.h"
+#include "core/clock.h"
 #include "core/files.h"
+#include "core/message_box.h"
 #include "core/record_io.h"
 #include "core/runtime_error.h"
 

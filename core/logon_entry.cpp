@@ -1,7 +1,7 @@
 #include "core/logon_entry.h"
 
-#include "core/desktop.h"
 #include "core/files.h"
+#include "core/process.h"
 
 namespace core {
 

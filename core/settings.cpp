@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "core/desktop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/numbers.h"
+#include "core/process.h"
 #include "core/record_io.h"
 #include "core/runtime_error.h"
 #include "core/text.h"

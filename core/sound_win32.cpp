@@ -1,8 +1,9 @@
-#include "core/sound_win32.h"
+#include "core/sound.h"
 
 #include <windows.h>
 #include <mmsystem.h>
 
+#include "core/files.h"
 #include "core/system_library_win32.h"
 
 namespace core {
@@ -20,9 +21,20 @@ SoundPlayer LoadSoundPlayer() {
 
 }  // namespace
 
+void Beep() { ::MessageBeep(MB_OK); }
+
 void PlaySnd(const std::string& waveFile) {
   static const SoundPlayer play = LoadSoundPlayer();
   if (play != nullptr) play(waveFile.c_str(), SND_ASYNC | SND_NODEFAULT);
+}
+
+void PlayAlertSound(const std::string& key) {
+  if (key == "(S)") return;
+  if (key == "(B)") {
+    Beep();
+  } else {
+    PlaySnd(InProgramDirectory(key));
+  }
 }
 
 }  // namespace core

@@ -2,17 +2,18 @@
 
 #include <string>
 
-#include "core/desktop.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/log.h"
 #include "core/logon_entry.h"
+#include "core/message_box.h"
 #include "core/numbers.h"
+#include "core/process.h"
 #include "core/runtime_error.h"
 #include "core/settings.h"
 #include "core/text.h"
-#include "core/ticks.h"
-#include "core/unhandled_error.h"
 #include "core/version.h"
 
 namespace core {

@@ -7,9 +7,10 @@
 #include <ctime>
 #include <string>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/language.h"
 #include "core/log.h"
+#include "core/message_box.h"
 
 namespace demo {
 namespace {

@@ -4,8 +4,8 @@
 #include <new>
 #include <utility>
 
+#include "core/message_box.h"
 #include "core/runtime_error.h"
-#include "core/unhandled_error.h"
 
 namespace net {
 namespace {

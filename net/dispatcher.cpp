@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/log.h"
+#include "core/message_box.h"
 #include "core/numbers.h"
 #include "core/runtime_error.h"
 #include "core/text.h"

@@ -1,6 +1,6 @@
 #include "net/messenger.h"
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/numbers.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/box_queue.h"
-#include "core/desktop.h"
+#include "core/message_box.h"
 
 namespace support {
 

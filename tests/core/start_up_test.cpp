@@ -1,8 +1,9 @@
 #include "core/start_up.h"
 
+#include "core/clock.h"
 #include "core/globals.h"
+#include "core/message_box.h"
 #include "core/splash_pulse.h"
-#include "core/ticks.h"
 #include "tests/support/desktop_test.h"
 #include "support/fake_roster.h"
 #include "support/recording_program.h"

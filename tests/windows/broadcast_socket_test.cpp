@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/runtime_error.h"
 #include "net/packet.h"
 

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-#include "core/desktop.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
 #include "tests/windows/conversation_fixture.h"
 #include "tests/windows/leftovers.h"
 #include "ui/conversation/chat_menu.h"

@@ -1,4 +1,5 @@
 // The composer as a real window.
+#include "core/event_loop.h"
 #include "tests/windows/conversation_fixture.h"
 #include "ui/conversation/composer_layout.h"
 #include "ui/toolkit/pictures.h"

@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/desktop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"

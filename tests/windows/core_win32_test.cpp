@@ -5,10 +5,14 @@
 
 #include <string>
 
-#include "core/desktop.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
 #include "core/event_loop_win32.h"
 #include "core/files.h"
+#include "core/logon_entry.h"
+#include "core/process.h"
 #include "core/runtime_error.h"
+#include "core/sound.h"
 #include "core/text.h"
 #include "tests/support/error_of.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "core/runtime_error.h"
+#include "core/event_loop.h"
 #include "tests/support/error_of.h"
 #include "tests/windows/box_answers.h"
 #include "tests/windows/conversation_fixture.h"

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "core/desktop.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/runtime_error.h"

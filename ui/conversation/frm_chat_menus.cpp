@@ -1,8 +1,8 @@
 // The chat window's menus: what each command does, and the list of the users online.
-#include "core/desktop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/sound.h"
 #include "core/text.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_chat.h"

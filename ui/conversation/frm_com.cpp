@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/desktop.h"
+#include "core/event_loop.h"
 #include "core/language.h"
 #include "core/log.h"
 #include "core/text.h"

@@ -2,11 +2,12 @@
 
 #include <utility>
 
-#include "core/desktop.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/process.h"
 #include "core/runtime_error.h"
+#include "core/sound.h"
 #include "core/text.h"
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"

@@ -1,6 +1,5 @@
 #include "ui/main/application.h"
 
-#include "core/desktop.h"
 #include "core/start_up.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/screen.h"

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/process.h"
 #include "ui/main/web_links.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

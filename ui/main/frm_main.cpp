@@ -3,9 +3,9 @@
 #include <array>
 #include <utility>
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/process.h"
 #include "ui/main/main_layout.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

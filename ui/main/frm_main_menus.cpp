@@ -1,6 +1,6 @@
 // The main window's menus, toolbar and notification icon: what each command does.
-#include "core/desktop.h"
 #include "core/globals.h"
+#include "core/process.h"
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
 #include "ui/main/web_links.h"

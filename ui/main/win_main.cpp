@@ -1,8 +1,9 @@
 // The process: the program, the event loop.
 #include <windows.h>
 
-#include "core/desktop.h"
 #include "core/event_loop_win32.h"
+#include "core/message_box.h"
+#include "core/process.h"
 #include "core/start_up.h"
 #include "core/system_library_win32.h"
 #include "ui/main/application.h"

@@ -1,8 +1,8 @@
 #include "ui/options/choices.h"
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/message_box.h"
 #include "core/runtime_error.h"
 #include "core/settings.h"
 

@@ -3,11 +3,12 @@
 
 #include <algorithm>
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/message_box.h"
 #include "core/numbers.h"
 #include "core/runtime_error.h"
+#include "core/sound.h"
 #include "core/text.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/names.h"

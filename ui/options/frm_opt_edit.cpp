@@ -1,7 +1,7 @@
 // The options dialog: editing the lists of blocked users and of groups.
 #include <algorithm>
 
-#include "core/desktop.h"
+#include "core/sound.h"
 #include "core/text.h"
 #include "res/pictures.h"
 #include "ui/options/frm_opt.h"

@@ -1,6 +1,6 @@
 #include "ui/toolkit/links.h"
 
-#include "core/desktop.h"
+#include "core/message_box.h"
 #include "core/numbers.h"
 
 namespace toolkit {

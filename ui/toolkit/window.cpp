@@ -5,8 +5,8 @@
 #include <new>
 #include <set>
 
+#include "core/message_box.h"
 #include "core/runtime_error.h"
-#include "core/unhandled_error.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/desktop.h"
 #include "core/language.h"
+#include "core/message_box.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
 #include "ui/toolkit/save/disk_folder.h"

@@ -1,9 +1,19 @@
-// The millisecond clock that start-up waits by.
+// The time of day as the user reads it, and the millisecond clock that start-up waits by.
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace core {
+
+// Short date, one blank, long time, in the form the user's locale gives them, trimmed.
+std::string ClockText();
+
+// The long time text of the user's locale.
+std::string TimeText();
+
+// Milliseconds since the system started, wrapping as a signed 32-bit number.
+std::int32_t TickCount();
 
 // Stores the current tick count in gTicks.
 void StartTicks();

@@ -1,8 +1,7 @@
-#include "core/ticks.h"
+#include "core/clock.h"
 
 #include <limits>
 
-#include "core/desktop.h"
 #include "core/globals.h"
 #include "core/runtime_error.h"
 

@@ -1,6 +1,4 @@
-#include "core/unhandled_error.h"
-
-#include "core/desktop.h"
+#include "core/message_box.h"
 
 namespace core {
 

@@ -1,0 +1,15 @@
+// What code that cannot see Windows asks of the message loop.
+#pragma once
+
+#include <cstdint>
+
+namespace core {
+
+// Let pending window events run once: until the queue is empty, but for at most 50 ms, so that the fast timers of the
+// program cannot keep it going for ever.
+void RunPendingEvents();
+
+// Sleeps until an event arrives or the time (milliseconds) is over.
+void WaitForEvent(std::int32_t milliseconds);
+
+}  // namespace core
