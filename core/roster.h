@@ -46,7 +46,6 @@ class Roster {
   // Blocked names in the order of blocking; each change ends in RefBlock.
   virtual bool IsBlocked(std::string_view name) const = 0;
   virtual void AddBlocked(std::string_view name) = 0;
-  virtual void RemoveBlock(std::string_view name) = 0;
   virtual const std::vector<std::string>& BlockedNames() const = 0;
   virtual void ClearBlockedNames() = 0;  // the list alone: no RefBlock
 

@@ -4,7 +4,6 @@
 #include "core/runtime_error.h"
 #include "core/settings.h"
 #include "fuzz/fuzz_target.h"
-#include "support/fake_roster.h"
 #include "support/program_folder.h"
 #include "support/recording_program.h"
 
@@ -39,14 +38,13 @@ bool HasQuote(const std::vector<std::string>& lines) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const support::ProgramFolder& folder = Folder();
   support::ResetDesktop();
-  support::FakeRoster roster;
-  support::RecordingProgram program(roster);
+  support::RecordingProgram program;
   const long failure = Read(fuzz::TextOf(data, size), program);
   fuzz::Require(failure == 0 || failure == 6 || failure == 13 || failure == 62);
   if (failure != 0) return 0;
 
   // A quote inside a text is the one thing that the format does not carry.
-  std::vector<std::string> texts = roster.groups;
+  std::vector<std::string> texts = program.users.GroupLines();
   texts.insert(texts.end(), {core::gUserName, core::gSound});
   if (HasQuote(texts)) return 0;
   core::gCurName = core::gUserName;

@@ -1,4 +1,5 @@
-// The windows and the network as tests see them: every call becomes an event of the recording desktop.
+// The windows and the network as tests see them: every call becomes an event of the recording desktop. The roster is
+// the real one.
 #pragma once
 
 #include <functional>
@@ -7,14 +8,13 @@
 #include "core/globals.h"
 #include "core/program.h"
 #include "support/recording_desktop.h"
+#include "ui/main/user_roster.h"
 
 namespace support {
 
 class RecordingProgram : public core::Program {
  public:
-  explicit RecordingProgram(core::Roster& roster) : users(roster) {}
-
-  core::Roster& users;
+  mainwindow::UserRoster users;
   core::WindowPlace place{300, 150, 2505, 4605};
   core::WindowPlace screen{0, 0, 15360, 11520};  // 1024 x 768 at 96 dpi
   std::function<void()> onOpenSocket, onOptions;

@@ -11,7 +11,6 @@
 #include "core/logon_entry.h"
 #include "core/record_io.h"
 #include "tests/support/desktop_test.h"
-#include "support/fake_roster.h"
 #include "support/recording_program.h"
 
 namespace core {
@@ -20,7 +19,7 @@ namespace {
 using support::Desktop;
 using support::ErrorOf;
 
-constexpr char kLang[] = "Code,English,Deutsch\r\n1001,one,eins\r\n";
+constexpr char kLang[] = "Code,English,Deutsch\r\n1001,one,eins\r\n1201,a|b|c,a|b|c\r\n";
 
 std::string DefaultFile(const std::string& chatPlace = "0,0,0,0") {
   return "\"English\"\r\n0\r\n0,0,2505,4605\r\n\"anna\",\"0\",\"4\",\"(B)\",\"0\"\r\n" + chatPlace +
@@ -34,8 +33,8 @@ constexpr char kFull[] =
 class SettingsTest : public support::DesktopTest {
  protected:
   SettingsTest() { folder.Put("Lang.con", kLang); }
-  support::FakeRoster roster;
-  support::RecordingProgram program{roster};
+  support::RecordingProgram program;
+  mainwindow::UserRoster& roster = program.users;
 };
 
 TEST_F(SettingsTest, AFirstStartWritesTheDefaultFileAndReadsIt) {
@@ -43,23 +42,22 @@ TEST_F(SettingsTest, AFirstStartWritesTheDefaultFileAndReadsIt) {
   EXPECT_EQ(folder.Get("User.ini"), DefaultFile());
   EXPECT_EQ(gUserName, "anna");
   EXPECT_EQ(program.place, (WindowPlace{0, 0, 2505, 4605}));
-  EXPECT_EQ(roster.calls, "FG");
-  EXPECT_TRUE(roster.groups.empty());
+  EXPECT_TRUE(roster.GroupLines().empty());
 }
 
 TEST_F(SettingsTest, ReadsEveryRecordAndWritesWhatItReads) {
   folder.Put("User.ini", kFull);
-  roster.groups = {"stale|x|"};
+  roster.SetGroupLines({"stale|x|"});
   ReadSets(program);
   EXPECT_EQ(folder.Get("User.ini"), kFull);
   EXPECT_EQ(GetText(1001), "eins");
   EXPECT_EQ(program.place, (WindowPlace{-30, 15, 3000, 6000}));
   EXPECT_EQ((WindowPlace{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowPlace{1, 2, 3, 70000}));
-  EXPECT_EQ(roster.calls, "BFG");  // blocked names do not outlive the run that blocked them
-  EXPECT_TRUE(roster.blocked.empty());
-  EXPECT_EQ(roster.groups, (std::vector<std::string>{"F|anna|", "G|bob|cy|"}));
+  EXPECT_TRUE(roster.BlockedNames().empty()) << "blocked names do not outlive the run that blocked them";
+  EXPECT_EQ(roster.GroupLines(), (std::vector<std::string>{"F|anna|", "G|bob|cy|"}));
+  EXPECT_TRUE(roster.HasRow("(G)"));
   gCurName = std::exchange(gUserName, "not the name in use");
-  roster.blocked = {" bob "};
+  roster.AddBlocked(" bob ");
   SaveSets(program);
   EXPECT_EQ(folder.Get("User.ini"), kFull);
   EXPECT_EQ(Desktop().events.back(), "restore main");
@@ -93,14 +91,13 @@ TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
     support::ResetDesktop();
-    roster = {};
-    roster.groups = {"stale|x|"};
+    roster.SetGroupLines({"stale|x|"});
     folder.Put("User.ini", row.file);
     ReadSets(program);
     EXPECT_EQ(folder.Get("User.ini"), DefaultFile(row.chatPlace));
     EXPECT_EQ(gLanguage, row.language);
     EXPECT_EQ(gUserName, row.name);
-    EXPECT_EQ(roster.groups.size(), row.groups);
+    EXPECT_EQ(roster.GroupLines().size(), row.groups);
     EXPECT_TRUE(Desktop().boxes.empty() && Desktop().posted.empty() && folder.Get("Log.txt").empty());
   }
 }

@@ -5,7 +5,6 @@
 #include "core/message_box.h"
 #include "core/splash_pulse.h"
 #include "tests/support/desktop_test.h"
-#include "support/fake_roster.h"
 #include "support/recording_program.h"
 
 namespace core {
@@ -20,7 +19,7 @@ constexpr char kUser[] = "\"English\"\r\n0\r\n0,0,2505,4605\r\n\"Anna\",0,4,\"(B
 class StartUpTest : public support::DesktopTest {
  protected:
   StartUpTest() {
-    folder.Put("Lang.con", "Code,English\r\n8202,In use\r\n8209,Not loaded\r\n");
+    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n8202,In use\r\n8209,Not loaded\r\n");
     folder.Put("User.ini", kUser);
   }
 
@@ -33,13 +32,13 @@ class StartUpTest : public support::DesktopTest {
     return events;
   }
 
-  support::FakeRoster roster;
-  support::RecordingProgram program{roster};
+  support::RecordingProgram program;
+  mainwindow::UserRoster& roster = program.users;
 };
 
 TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
   Desktop().onPending = [this] {
-    if (roster.rows.empty()) roster.rows = {"bob"};
+    if (!roster.HasRow("bob")) roster.AddUser("bob");
   };
   Desktop().ticks = 500;
   gStatus = 2;
@@ -49,7 +48,7 @@ TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;");
   EXPECT_GE(Desktop().ticks, 500 + kListenTime);
   EXPECT_LT(Desktop().ticks, 500 + kListenTime + 100);
-  EXPECT_EQ(roster.calls, "FGC");
+  EXPECT_FALSE(roster.HasRow("bob")) << "it joins with a fresh roster";
   EXPECT_EQ(gVersion, "1.0.0");
   EXPECT_EQ(gStatus, 0);
   EXPECT_EQ(gSafe, 0);
@@ -65,7 +64,7 @@ TEST_F(StartUpTest, ASecondCopyLeavesNoTrace) {
 }
 
 TEST_F(StartUpTest, ANameInUseOpensTheOptions) {
-  program.onOpenSocket = [this] { roster.rows = {"ANNA"}; };
+  program.onOpenSocket = [this] { roster.AddUser("ANNA"); };
   program.onOptions = [] {
     EXPECT_EQ(gCurName, "Anna");
     EXPECT_EQ(gStarting, -1);

@@ -4,7 +4,6 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "tests/support/desktop_test.h"
-#include "support/fake_roster.h"
 #include "support/recording_program.h"
 #include "ui/options/choices.h"
 #include "ui/options/names.h"
@@ -16,17 +15,18 @@ namespace {
 class Options : public support::DesktopTest {
  protected:
   Options() {
-    folder.Put("Lang.con", "Code,English\r\n1208,No network");
+    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n1208,No network");
     core::LoadLang();
     core::gCurName = core::gUserName = "Anna";
+    users.ClearlvUsers();
   }
   int Refusal(std::string_view name, bool ownNameIsTaken = false) { return RefusalOf(name, users, ownNameIsTaken); }
-  support::FakeRoster users;
-  support::RecordingProgram program{users};
+  support::RecordingProgram program;
+  mainwindow::UserRoster& users = program.users;
 };
 
 TEST_F(Options, NamesInUseAreRefused) {
-  users.rows = {"(All)", "Anna", "Bob", "(Friends)"};
+  for (const char* name : {"Anna", "Bob", "(Friends)"}) users.AddUser(name);
   EXPECT_EQ(Refusal("bob"), kNameInUse);
   EXPECT_EQ(Refusal("(all)"), kNameInUse);
   EXPECT_EQ(Refusal("(Friends)"), kNameInUse);
@@ -34,7 +34,7 @@ TEST_F(Options, NamesInUseAreRefused) {
   EXPECT_EQ(Refusal("anna"), kNameInUse);  // another name as far as this copy knows
   EXPECT_EQ(Refusal("Anna", true), kNameInUse);
   EXPECT_EQ(Refusal("Carla", true), 0);
-  users.rows.push_back("anna");
+  users.lvUsers.Add({.text = "anna"});
   EXPECT_EQ(Refusal("Anna"), kNameInUse);
 }
 
@@ -63,7 +63,7 @@ TEST_F(Options, SoundsHaveKeysThatEndInWav) {
 }
 
 TEST_F(Options, ChoicesAreAppliedInOrder) {
-  users.blocked = {"Old"};
+  users.AddBlocked("Old");
   program.onOpenSocket = [] {
     EXPECT_EQ(core::gUserName, "Carla");
     EXPECT_EQ(core::gColour, 255);
@@ -80,7 +80,7 @@ TEST_F(Options, ChoicesAreAppliedInOrder) {
          .groups = {{"F", {"anna"}}, {"G", {}}}},
         program);
   EXPECT_EQ(support::Desktop().events, (std::vector<std::string>{"close Anna", "open Carla", "restore main"}));
-  EXPECT_EQ(users.calls, "CFBBG");
+  EXPECT_TRUE(users.HasRow("(F)"));
   EXPECT_EQ(folder.Get("User.ini"),
             "\"Deutsch\"\r\n0\r\n300,150,2505,4605\r\n\"Carla\",255,2,\"chime.wav\",1\r\n0,0,0,0\r\n"
             "2\r\n\"Bob\"\r\n\"Mallory\"\r\n1\r\n\"F|anna|\"\r\n");
@@ -92,7 +92,7 @@ TEST_F(Options, ANetworkThatFailsStopsNothingElse) {
   ASSERT_EQ(support::Desktop().boxes.size(), 1u);
   EXPECT_EQ(support::Desktop().boxes[0].text, "No network: 10048: Address already in use");
   EXPECT_EQ(core::gPopPos, 1);
-  EXPECT_EQ(users.blocked, (std::vector<std::string>{"Bob"}));
+  EXPECT_EQ(users.BlockedNames(), (std::vector<std::string>{"Bob"}));
   EXPECT_NE(folder.Get("User.ini"), "");
 }
 

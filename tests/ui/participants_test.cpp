@@ -5,9 +5,10 @@
 #include "core/language.h"
 #include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
-#include "support/fake_roster.h"
+#include "tests/support/rows.h"
 #include "ui/conversation/recipients.h"
 #include "ui/conversation/users_online.h"
+#include "ui/main/user_roster.h"
 
 namespace conversation {
 namespace {
@@ -18,17 +19,12 @@ class ParticipantsTest : public support::DesktopTest {
  protected:
   ParticipantsTest() {
     core::gCurName = "me";
-    for (const char* name : {"(All)", "Anna", "bob", "(Friends)", "me"}) Online(name);
+    core::gLangError = -1;
+    roster.ClearlvUsers();
+    for (const char* name : {"Anna", "bob", "(Friends)", "me"}) roster.AddUser(name);
   }
 
-  void Online(const char* name) { online.Add({.text = name, .key = name}); }
-
-  std::string List() const {
-    std::string list;
-    for (std::size_t i = 0; i < chat.Rows().Count(); ++i)
-      list += chat.Rows().At(i).text + '=' + std::to_string(chat.Rows().At(i).icon) + ' ';
-    return list;
-  }
+  std::string List() const { return support::RowsAndIcons(chat.Rows()); }
 
   const Texts& Sent(std::string_view line) {
     port.sent.clear();
@@ -36,16 +32,18 @@ class ParticipantsTest : public support::DesktopTest {
     return port.sent;
   }
 
-  support::FakeRoster roster;
-  toolkit::ListRows online;
-  Participants chat{roster, online};
+  mainwindow::UserRoster roster;
+  Participants chat{roster, roster.lvUsers};
   support::RecordingPort port;
   net::Messenger messenger{port};
 };
 
 TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
+  chat.AddUsers("");
+  EXPECT_EQ(List(), "");
   chat.AddUser("anna");
   chat.AddUser("ANNA");
+  EXPECT_FALSE(chat.Takes("bob"));
   chat.AddUsers("|bob||Bob|(all)|gone|");
   EXPECT_EQ(List(), "anna=2 bob=2 (all)=1 gone=3 ") << "everybody does not replace the others";
   chat.RemoveUser("BOB");
@@ -54,37 +52,23 @@ TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   EXPECT_EQ(Log(),
             "anna Added to chat window;bob Added to chat window;(all) Added to chat window;"
             "gone Added to chat window;BOB Removed from chat window;");
-}
-
-TEST_F(ParticipantsTest, AStrangerWithoutANameIsAUserLikeAnyOther) {
-  chat.AddUsers("");
-  EXPECT_EQ(List(), "");
-  chat.AddUsers("|");
-  EXPECT_TRUE(chat.Takes(""));
-}
-
-TEST_F(ParticipantsTest, TakesTheLinesOfItsOwn) {
-  EXPECT_FALSE(chat.Takes("anna"));
-  chat.AddUser("anna");
+  chat.RemoveUser("(all)");
   EXPECT_TRUE(chat.Takes("ANNA"));
-  EXPECT_FALSE(chat.Takes("bob"));
-  chat.AddUser("(All)");
-  EXPECT_TRUE(chat.Takes("bob"));
+  EXPECT_FALSE(chat.Takes(""));
+  chat.AddUsers("|");
+  EXPECT_TRUE(chat.Takes("")) << "a stranger without a name is a user like any other";
 }
 
 TEST_F(ParticipantsTest, IconsFollowPresenceAndBlocking) {
   chat.AddUsers("anna|bob|zoe|");
   EXPECT_EQ(List(), "anna=2 bob=2 zoe=3 ");
-  Online("Zoe");
-  roster.blocked = {"bob"};
+  roster.AddUser("Zoe");
+  roster.AddBlocked("bob");
   chat.RefUserList();
   EXPECT_EQ(List(), "anna=2 bob=3 zoe=2 ");
-  online.Remove(*online.FindText("Anna"));
+  roster.RemoveRow("Anna");
   chat.RefUserList();
   EXPECT_EQ(List(), "anna=3 bob=3 zoe=2 ");
-  const int before = roster.asked;
-  for (int packet = 0; packet < 100; ++packet) chat.RefUserList();
-  EXPECT_EQ(roster.asked, before) << "nothing has changed";
 }
 
 TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
@@ -93,64 +77,58 @@ TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
   EXPECT_EQ(Sent("  hi  "), (Texts{"me|P/\xDE  hi|anna", "me|P/\xDE  hi|bob"}));
   chat.AddUser("(All)");
   EXPECT_EQ(Sent("  hi  "), Texts{"me|M/\xDE  hi  "});
+  EXPECT_TRUE(chat.Takes("anybody"));
 }
 
 TEST_F(ParticipantsTest, CountsInTheLanguagesWords) {
-  folder.Put("Lang.con", "x,English\r\n3201,user|users|in this chat\r\n");
-  core::LoadLang();
+  const auto speak = [this](const std::string& words) {
+    core::gLangError = 0;
+    folder.Put("Lang.con", "x,English\r\n3201," + words + "\r\n");
+    core::LoadLang();
+  };
+  speak("user|users|in this chat");
   EXPECT_EQ(chat.CountsText(), " 0 users in this chat");
   chat.AddUser("anna");
   EXPECT_EQ(chat.CountsText(), " 1 user in this chat");
-  folder.Put("Lang.con", "x,English\r\n3201,user\r\n");
-  core::LoadLang();
+  speak("user");
   EXPECT_EQ(chat.CountsText(), " 1 user ");
 }
 
 TEST_F(ParticipantsTest, UsersOnlineAreAllButGroups) {
   UsersOnline offered;
-  EXPECT_TRUE(offered.Take(online));
+  EXPECT_TRUE(offered.Take(roster.lvUsers));
   EXPECT_EQ(offered.Names(), (Texts{"(All)", "Anna", "bob", "me"}));
-  EXPECT_FALSE(offered.Take(online));
-  online.Remove(*online.FindText("(Friends)"));
-  EXPECT_FALSE(offered.Take(online)) << "the same names";
-  online.Remove(*online.FindText("Anna"));
-  Online("Anna");
-  EXPECT_TRUE(offered.Take(online)) << "in another order";
+  EXPECT_FALSE(offered.Take(roster.lvUsers));
+  roster.RemoveRow("(Friends)");
+  EXPECT_FALSE(offered.Take(roster.lvUsers)) << "the same names";
+  roster.RemoveRow("Anna");
+  roster.AddUser("Anna");
+  EXPECT_TRUE(offered.Take(roster.lvUsers)) << "in another order";
   EXPECT_EQ(offered.Names(), (Texts{"(All)", "bob", "me", "Anna"}));
 }
 
-class RecipientsTest : public testing::Test {
+class RecipientsTest : public ParticipantsTest {
  protected:
-  // "text:icon" of each row.
-  std::string Rows() const {
-    std::string rows;
-    for (std::size_t i = 0; i < recipients.Rows().Count(); ++i) {
-      const toolkit::ListRow& row = recipients.Rows().At(i);
-      EXPECT_EQ(row.icon, row.smallIcon);
-      rows += row.text + ":" + std::to_string(row.icon) + " ";
-    }
-    return rows;
+  // The rows after the recipients were chosen one list after the other.
+  std::string Chosen(std::initializer_list<const char*> lists) {
+    for (const char* list : lists) recipients.AddRecipients(list);
+    return support::RowsAndIcons(recipients.Rows());
   }
-
-  support::FakeRoster roster;
   Recipients recipients{roster};
 };
 
 TEST_F(RecipientsTest, EachNameOnceWhateverItsCaseAndHowOftenItWasChosen) {
-  recipients.AddRecipients("bob|Carla|bob|CARLA|");
-  recipients.AddRecipient("BOB");
-  EXPECT_EQ(Rows(), "bob:2 Carla:2 ");
+  for (const char* list : {"", "|", "|||"}) EXPECT_FALSE(NamesAnybody(list)) << list;
+  EXPECT_TRUE(NamesAnybody("|anna"));
+  EXPECT_EQ(Chosen({"||bob|Carla|bob|CARLA||", "BOB"}), "bob=2 Carla=2 ");
   EXPECT_TRUE(recipients.IsRecipient("cARLA"));
   EXPECT_FALSE(recipients.IsRecipient("carl"));
 }
 
 // A sender may call himself so; an answer to him goes to everybody, and then to nobody twice.
 TEST_F(RecipientsTest, EverybodyStandsAloneInAnySpelling) {
-  recipients.AddRecipients("bob|anna|");
-  recipients.AddRecipients("(All)|");
-  EXPECT_EQ(Rows(), "(All):1 ");
-  recipients.AddRecipients("dora|(All)|");
-  EXPECT_EQ(Rows(), "(All):1 ");
+  EXPECT_EQ(Chosen({"bob|anna|", "(All)|"}), "(All)=1 ");
+  EXPECT_EQ(Chosen({"dora|(All)|"}), "(All)=1 ");
   Recipients shouted{roster};
   shouted.AddRecipients("bob|(ALL)|anna|");
   ASSERT_EQ(shouted.Rows().Count(), 1u);
@@ -158,19 +136,11 @@ TEST_F(RecipientsTest, EverybodyStandsAloneInAnySpelling) {
 }
 
 TEST_F(RecipientsTest, RowsShowWhatTheRosterKnows) {
-  roster.blocked = {"anna"};
-  roster.colours = {{"Anna", 255}};
-  recipients.AddRecipients("Anna|bob|");
-  EXPECT_EQ(Rows(), "Anna:3 bob:2 ");
+  roster.AddBlocked("anna");
+  roster.SetColour("Anna", 255);
+  EXPECT_EQ(Chosen({"Anna|bob|"}), "Anna=3 bob=2 ");
   EXPECT_EQ(recipients.Rows().At(0).foreColour, 255);
   EXPECT_EQ(recipients.Rows().At(1).foreColour, 0);
-}
-
-TEST_F(RecipientsTest, EmptyFieldsNameNobody) {
-  for (const char* list : {"", "|", "|||"}) EXPECT_FALSE(NamesAnybody(list)) << list;
-  EXPECT_TRUE(NamesAnybody("|anna"));
-  recipients.AddRecipients("||bob||");
-  EXPECT_EQ(Rows(), "bob:2 ");
 }
 
 }  // namespace

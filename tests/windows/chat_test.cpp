@@ -39,8 +39,7 @@ class ChatTest : public ConversationTest {
     core::gChatTop = 750;
     core::gChatWidth = 4500;
     core::gChatHeight = 6000;
-    for (const char* name : {"(All)", "anna", "-bob", "#x", "a&b", "(Friends)"})
-      mainList.Add({.text = name, .icon = 2, .key = name});
+    for (const char* name : {"-bob", "#x", "a&b", "(Friends)"}) roster.AddUser(name);
   }
 
   void Open(const char* participants) {
@@ -234,7 +233,7 @@ TEST_F(ChatTest, UsersOnlineStandBetweenTheirHeadAndRemove) {
 TEST_F(ChatTest, AnOpenUsersMenuKeepsItsEntries) {
   Open("anna|");
   const HMENU menu = UsersMenu();
-  mainList.Remove(*mainList.FindText("anna"));
+  roster.RemoveRow("anna");
   chat->RefListOfUsers();
   EXPECT_EQ(UserCaptions(menu).size(), 5u);
   Choose(mnuUser + 2);
@@ -243,8 +242,8 @@ TEST_F(ChatTest, AnOpenUsersMenuKeepsItsEntries) {
 }
 
 TEST_F(ChatTest, ThousandsOfUsersOnlineDoNotFloodTheMenu) {
-  for (int i = 0; i < 5000; ++i) mainList.Add({.text = "user" + std::to_string(i)});
-  mainList.Add({.text = std::string(60000, 'n')});
+  for (int i = 0; i < 5000; ++i) roster.AddUser("user" + std::to_string(i));
+  roster.AddUser(std::string(60000, 'n'));
   Open("anna|");
   const HMENU menu = UsersMenu();
   EXPECT_EQ(UserCaptions(menu).size(), kMostOffered);

@@ -13,9 +13,9 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "support/recording_network.h"
-#include "support/fake_roster.h"
 #include "tests/windows/window_probe.h"
 #include "ui/conversation/open_windows.h"
+#include "ui/main/user_roster.h"
 
 namespace conversation {
 
@@ -28,7 +28,9 @@ class ConversationTest : public testing::Test {
     core::gSound = "(S)";
     core::gPopPos = 4;
     core::gAlertHeight = 0;
-    roster.colours = {{"anna", 0x0000FF}};
+    roster.ClearlvUsers();
+    roster.AddUser("anna");
+    roster.SetColour("anna", 0x0000FF);
     ::DeleteFileA(LogFile().c_str());
   }
   ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
@@ -70,12 +72,11 @@ class ConversationTest : public testing::Test {
     return texts;
   }
 
-  support::FakeRoster roster;
+  mainwindow::UserRoster roster;
   support::RecordingPort port;
   net::Messenger messenger{port};
-  toolkit::ListRows mainList;
   std::string selected;  // in the main window, as recipients
-  OpenWindows windows{roster, {mainList, [this] { return selected; }}, messenger};
+  OpenWindows windows{roster, {roster.lvUsers, [this] { return selected; }}, messenger};
 };
 
 }  // namespace conversation

@@ -1,4 +1,4 @@
-// The options dialog as a real window, over a roster of plain lists.
+// The options dialog as a real window.
 #include "ui/options/frm_opt.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,6 @@
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
-#include "support/fake_roster.h"
 #include "support/recording_program.h"
 #include "tests/windows/box_answers.h"
 #include "tests/windows/leftovers.h"
@@ -49,8 +48,8 @@ class OptionsDialog : public testing::Test {
     core::gSound = "(S)";
     core::gRunAtLogon = 1;
     core::gAlertHeight = 3;
-    users.blocked = {"Mallory", "John smith"};
-    users.groups = {"Friends|bob|carl|", "Rest|dora|"};
+    for (const char* name : {"Mallory", "John smith"}) users.AddBlocked(name);
+    users.SetGroupLines({"Friends|bob|carl|", "Rest|dora|"});
   }
   ~OptionsDialog() override {
     if (form->hwnd()) ::DestroyWindow(form->hwnd());
@@ -117,8 +116,8 @@ class OptionsDialog : public testing::Test {
     return text;
   }
 
-  support::FakeRoster users;
-  support::RecordingProgram program{users};
+  support::RecordingProgram program;
+  mainwindow::UserRoster& users = program.users;
   int languageChanges = 0;
   std::shared_ptr<FrmOpt> form = std::make_shared<FrmOpt>(program, OptCommands{[this] { ++languageChanges; }, [] {}});
 };
@@ -158,13 +157,13 @@ TEST_F(OptionsDialog, AnUnknownColourOrSoundSelectsNothingAndStays) {
 
 TEST_F(OptionsDialog, NamesOfAnyLengthComeBackWhole) {
   const std::string longName(10'000, 'x');
-  users.blocked = {longName};
-  users.groups = {longName + "|" + longName + "|"};
-  const auto blocked = users.blocked, groups = users.groups;
+  users.AddBlocked(longName);
+  users.SetGroupLines({longName + "|" + longName + "|"});
+  const auto blocked = users.BlockedNames(), groups = users.GroupLines();
   Open();
   Press(kFirstCommandButton);
-  EXPECT_EQ(users.blocked, blocked);
-  EXPECT_EQ(users.groups, groups);
+  EXPECT_EQ(users.BlockedNames(), blocked);
+  EXPECT_EQ(users.GroupLines(), groups);
 }
 
 // A window that is kept on top, and what was seen of it while the dialog was open.
@@ -244,7 +243,7 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
 }
 
 TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
-  users.rows = {"(All)", "Anna", "Bob"};
+  for (const char* name : {"Anna", "Bob"}) users.AddUser(name);
   Open();
   const BoxAnswers answering;
   ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 1, 0);
@@ -297,7 +296,7 @@ TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
 }
 
 TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
-  users.groups.clear();
+  users.SetGroupLines({});
   Open();
   Press(kFirstPageButton + 3);
   const HWND box = Item(3, kGroupBox), tree = Child(3, WC_TREEVIEWA);

@@ -156,7 +156,7 @@ TEST_F(PopupTest, ComesToTheTopWithoutTheKeyboard) {
 TEST_F(PopupTest, BlockingTheSenderLeavesItOpen) {
   const HWND popup = ShowAt(0, 0);
   Choose(popup, {VK_UP, VK_RETURN});
-  EXPECT_EQ(roster.blocked, Texts{"anna"});
+  EXPECT_EQ(roster.BlockedNames(), Texts{"anna"});
   EXPECT_EQ(Popups().size(), 1u);
 }
 

@@ -53,7 +53,6 @@ class UserRoster : public core::Roster {
 
   bool IsBlocked(std::string_view name) const override { return blocked_.contains(name); }
   void AddBlocked(std::string_view name) override;
-  void RemoveBlock(std::string_view name) override;
   const std::vector<std::string>& BlockedNames() const override { return lstBlock; }
   void ClearBlockedNames() override;
 
@@ -67,6 +66,8 @@ class UserRoster : public core::Roster {
 
   // The selected rows as a recipient list: names, each followed by a bar; a group row stands for its present members.
   std::string SelectedRecipients() const;
+
+  void RemoveBlock(std::string_view name);
 
   // Blocks every selected user who is not blocked, and unblocks the others.
   void ToggleBlock();
