@@ -24,6 +24,7 @@ using support::PlaceOf;
 using toolkit::Px;
 using toolkit::Tw;
 using toolkit::Twips;
+using toolkit::operator""_dp;
 using Texts = std::vector<std::string>;
 using namespace chatmenu;
 
@@ -144,7 +145,7 @@ TEST_F(ChatTest, ALongNameLeavesRoomForTheText) {
   chat->AddMsg("hi", "christopher.robin", 0);
   EXPECT_EQ(ParagraphAt(0).dxOffset, usual);
   chat->AddMsg("hi", std::string(500, 'W'), 0);
-  EXPECT_LE(ParagraphAt(22).dxOffset, width - Tw(Px(40)).value);
+  EXPECT_LE(ParagraphAt(22).dxOffset, width - Tw(Px(40_dp)).value);
 }
 
 // The box reads texts that begin like a rich text file as one.
@@ -333,7 +334,8 @@ TEST_F(ChatTest, TheBarIsDraggedWithinItsBounds) {
   EXPECT_EQ(drag(40), before + 40);
   EXPECT_EQ(drag(-1000), Px(Twips{400}));
   const RECT window = PlaceOf(hwnd());
-  EXPECT_NEAR(drag(1000), Px(Tw(window.bottom - window.top) - Twips{1700}), Px(60)) << "or just above the typed line";
+  EXPECT_NEAR(drag(1000), Px(Tw(window.bottom - window.top) - Twips{1700}), Px(60_dp))
+      << "or just above the typed line";
   EXPECT_GT(PlaceOf(txtSnd()).top, PlaceOf(lvUsers()).bottom);
 }
 

@@ -210,9 +210,9 @@ TEST_F(CoolMenuTest, HiddenItemsComeBackInTheirPlace) {
 
 TEST_F(CoolMenuTest, MeasuresCaptionAndImage) {
   const SIZE size = Measured(mainwindow::mnuHide);
-  EXPECT_GT(size.cx, 2 * Px(16));
+  EXPECT_GT(size.cx, 2 * Px(16_dp));
   EXPECT_GT(Measured(mainwindow::mnuShowMe).cx, size.cx) << "a longer caption";
-  EXPECT_GE(size.cy, Px(16) + 2 * Px(2));
+  EXPECT_GE(size.cy, Px(16_dp) + 2 * Px(2_dp));
   EXPECT_LT(Measured(mainwindow::mnuPopSep1).cy, size.cy);
 }
 
@@ -236,7 +236,7 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_EQ(Drawn(mainwindow::mnuHide, ODS_SELECTED).At(right, 0), lit);
   EXPECT_EQ(Drawn(mainwindow::mnuPopSep1, ODS_SELECTED).At(right, 0), MenuColour()) << "a head is never highlighted";
 
-  const int left = Px(22);  // the column of images and marks
+  const int left = Px(22_dp);  // the column of images and marks
   const int all = left * Canvas::kHeight;
   EXPECT_EQ(Drawn(mainwindow::mnuStat, 0).Count(MenuColour(), 0, left), all);
   for (const bool complex : {true, false}) {
@@ -247,15 +247,15 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_NE(Drawn(mainwindow::mnuStat, ODS_CHECKED).Count(::GetSysColor(COLOR_WINDOWTEXT), 0, left),
             Drawn(mainwindow::mnuStatBar, ODS_CHECKED).Count(::GetSysColor(COLOR_WINDOWTEXT), 0, left));
 
-  const int below = Canvas::kHeight / 2 + Px(20) / 2 - 1;
-  EXPECT_EQ(Drawn(mainwindow::mnuClose, ODS_SELECTED).At(Px(4), below), ::GetSysColor(COLOR_3DSHADOW)) << "raised";
+  const int below = Canvas::kHeight / 2 + Px(20_dp) / 2 - 1;
+  EXPECT_EQ(Drawn(mainwindow::mnuClose, ODS_SELECTED).At(Px(4_dp), below), ::GetSysColor(COLOR_3DSHADOW)) << "raised";
   cool->look.FullSelect = false;
   EXPECT_EQ(Drawn(mainwindow::mnuStat, ODS_SELECTED).At(1, 1), MenuColour());
   EXPECT_EQ(Drawn(mainwindow::mnuStat, ODS_SELECTED).At(right, 0), lit);
 }
 
 TEST_F(CoolMenuTest, DisabledImagesAreEmbossed) {
-  const int left = Px(22);
+  const int left = Px(22_dp);
   const auto distinct = [left](const Canvas& canvas) {
     const std::set<COLORREF> plain{MenuColour(), ::GetSysColor(COLOR_3DSHADOW), ::GetSysColor(COLOR_3DHIGHLIGHT)};
     int count = left * Canvas::kHeight;

@@ -10,6 +10,7 @@
 namespace conversation {
 
 using toolkit::Twips;
+using toolkit::operator""_dp;
 
 inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{3200};
 
@@ -33,9 +34,9 @@ struct ChatParts {
 };
 
 constexpr ChatParts ChatLayout(const ChatSizes& sizes, toolkit::Dpi dpi) {
-  const int margin = toolkit::Scale(4, dpi), barHeight = toolkit::Scale(6, dpi);
+  const int margin = toolkit::ToPixels(4_dp, dpi), barHeight = toolkit::ToPixels(6_dp, dpi);
   const int left = margin, right = std::max(sizes.width - margin, left);
-  const int bottom = std::max(sizes.height - (sizes.status ? toolkit::Scale(20, dpi) : margin), 0);
+  const int bottom = std::max(sizes.height - (sizes.status ? toolkit::ToPixels(20_dp, dpi) : margin), 0);
   const int sendLeft = std::max(right - sizes.sendWidth, left);
   const int barTop = std::max(std::min(sizes.barTop, bottom - barHeight), margin);
   const int barBottom = barTop + barHeight;

@@ -13,6 +13,7 @@ namespace {
 
 using toolkit::Px;
 using toolkit::Tw;
+using toolkit::operator""_dp;
 
 constexpr DWORD kStyle =
     WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
@@ -38,9 +39,9 @@ constexpr LPARAM kTextLimit = 256 << 20;
 // The box reads text that begins like this as markup, wherever it comes from.
 constexpr char kMarkupBegin = '{';
 
-constexpr int kMargin = 4;  // between text and frame, pixels at 100 %
+constexpr toolkit::Twips kMargin = 4_dp;  // between text and frame
 
-constexpr int kLeastBesideHead = 40;  // of a line's text, pixels at 100 %
+constexpr toolkit::Twips kLeastBesideHead = 40_dp;  // of a line's text
 
 constexpr char kLineEnd[] = "\r\n";
 
@@ -137,7 +138,7 @@ void ChatText::Place(const Area& area) {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   RECT text{};
   ::GetClientRect(txtMsg, &text);
-  ::InflateRect(&text, -Px(kMargin), -Px(1));
+  ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
   ::SendMessageA(txtMsg, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
 }
 
@@ -176,7 +177,7 @@ void ChatText::SetColour(COLORREF colour) {
 int ChatText::IndentOf(const std::string& head) const {
   RECT client{};
   ::GetClientRect(txtMsg, &client);
-  const int most = std::max(static_cast<int>(client.right) - 2 * Px(kMargin) - Px(kLeastBesideHead), Px(40));
+  const int most = std::max(static_cast<int>(client.right) - 2 * Px(kMargin) - Px(kLeastBesideHead), Px(40_dp));
   const int width = toolkit::MeasureText(toolkit::DialogFont(), head.c_str()).cx;
   return std::min(width, most);
 }

@@ -9,9 +9,10 @@
 
 namespace conversation {
 
-// Design pixels.
-inline constexpr int kComposerWidth = 460, kComposerHeight = 320;
-inline constexpr int kComposerMinWidth = 300, kComposerMinHeight = 230;
+using toolkit::operator""_dp;
+
+inline constexpr toolkit::Twips kComposerWidth = 460_dp, kComposerHeight = 320_dp;
+inline constexpr toolkit::Twips kComposerMinWidth = 300_dp, kComposerMinHeight = 230_dp;
 
 struct ComposerParts {
   Area toLabel, messageLabel, recipients, text;
@@ -19,8 +20,8 @@ struct ComposerParts {
 
 // `top` is the toolbar's lower edge, `line` the height of one line of text.
 constexpr ComposerParts ComposerLayout(int width, int height, int top, int line, toolkit::Dpi dpi) {
-  const int margin = toolkit::Scale(8, dpi), gap = toolkit::Scale(3, dpi);
-  const int share = std::clamp(width * 3 / 10, toolkit::Scale(100, dpi), toolkit::Scale(220, dpi));
+  const int margin = toolkit::ToPixels(8_dp, dpi), gap = toolkit::ToPixels(3_dp, dpi);
+  const int share = std::clamp(width * 3 / 10, toolkit::ToPixels(100_dp, dpi), toolkit::ToPixels(220_dp, dpi));
   const int labelTop = top + margin / 2, fieldTop = labelTop + line + gap;
   const int bottom = std::max(height - margin, fieldTop);
   const int textLeft = margin + share + margin, right = std::max(width - margin, textLeft);

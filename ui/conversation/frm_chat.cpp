@@ -21,6 +21,7 @@ namespace {
 using toolkit::Px;
 using toolkit::Tw;
 using toolkit::Twips;
+using toolkit::operator""_dp;
 
 constexpr int kFirstButton = 101;
 constexpr toolkit::ToolButton kButtons[] = {{'s', 3002, "&Send", res::kToolbarSend}};
@@ -89,7 +90,7 @@ void FrmChat::CreateControls() {
   AnswersKeysOf(tbSnd);
   toolkit::EnableKeyboardNavigation(tbSnd.hwnd());
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
-  ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10), Px(10), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10_dp), Px(10_dp), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
   status_.captionChanged = [this](const std::string& caption) { ::SetWindowTextA(lblStat, caption.c_str()); };
   imgSep.Create(hwnd());

@@ -10,9 +10,10 @@ namespace conversation {
 namespace {
 
 using toolkit::Px;
+using toolkit::operator""_dp;
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kGlyphHeight = 13;  // design pixels
+constexpr toolkit::Twips kGlyphHeight = 13_dp;
 
 HFONT SymbolFont() {
   static const toolkit::Font font = [] {

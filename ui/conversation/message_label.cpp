@@ -13,9 +13,10 @@ namespace conversation {
 namespace {
 
 using toolkit::Px;
+using toolkit::operator""_dp;
 
 constexpr UINT_PTR kSubclass = 1;
-constexpr int kMargin = 7;  // design pixels around the text
+constexpr toolkit::Twips kMargin = 7_dp;  // around the text
 constexpr int kWheelLines = 3;
 
 // A text control draws a tab as a box.

@@ -11,12 +11,13 @@ namespace conversation {
 namespace {
 
 using namespace chatmenu;
+using toolkit::operator""_dp;
 
 constexpr std::size_t kShownOfName = 40;
 constexpr char kMore[] = "...";
 
-// About the height of an entry, pixels at 100 %; as many entries as fit the screen make a column.
-constexpr int kEntryHeight = 24;
+// About the height of an entry; as many entries as fit the screen make a column.
+constexpr toolkit::Twips kEntryHeight = 24_dp;
 
 std::size_t EntriesInColumn() {
   const RECT work = toolkit::WorkAreaPixels();

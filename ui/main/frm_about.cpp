@@ -14,10 +14,11 @@ namespace mainwindow {
 namespace {
 
 using toolkit::Px;
+using toolkit::operator""_dp;
 
 constexpr char kLinkClass[] = "SysLink";  // the headers name it in wide characters only
 constexpr int kIconId = 10, kLinkId = 11;
-constexpr int kWidth = 340, kHeight = 200, kMargin = 16, kIconSide = 48;  // pixels of the client area at 100 %
+constexpr toolkit::Twips kWidth = 340_dp, kHeight = 200_dp, kMargin = 16_dp, kIconSide = 48_dp;  // of the client area
 
 toolkit::Font NameFont() {
   LOGFONTA font{};
@@ -60,10 +61,11 @@ void FrmAbout::Load() {
 void FrmAbout::Place() {
   const int left = Px(kMargin + kIconSide + kMargin), width = Px(kWidth - kMargin) - left;
   ::MoveWindow(picIcon_, Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide), FALSE);
-  const std::array<std::pair<HWND, int>, 5> lines{
-      {{lblName_, 14}, {lblVersion_, 42}, {lblMaker_, 66}, {lblRights_, 86}, {lnkWeb_, 116}}};
-  for (const auto& [line, top] : lines) ::MoveWindow(line, left, Px(top), width, Px(line == lblName_ ? 26 : 18), FALSE);
-  ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90), Px(kHeight - kMargin - 25), Px(90), Px(25), FALSE);
+  const std::array<std::pair<HWND, toolkit::Twips>, 5> lines{
+      {{lblName_, 14_dp}, {lblVersion_, 42_dp}, {lblMaker_, 66_dp}, {lblRights_, 86_dp}, {lnkWeb_, 116_dp}}};
+  for (const auto& [line, top] : lines)
+    ::MoveWindow(line, left, Px(top), width, Px(line == lblName_ ? 26_dp : 18_dp), FALSE);
+  ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp), FALSE);
 }
 
 void FrmAbout::SetLan() {

@@ -17,6 +17,7 @@ namespace {
 using toolkit::Px;
 using toolkit::ToolButton;
 using toolkit::Tw;
+using toolkit::operator""_dp;
 
 constexpr int kFirstToolId = 100;
 constexpr std::array<ToolButton, 3> kToolButtons{{
@@ -30,7 +31,7 @@ constexpr UINT kHideMinimised = WM_APP;
 constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of a busy roster
 
 constexpr int kUName = 0, kStat = 1;
-constexpr int kStatusHeight = 20, kStatusMargin = 4, kToolMargin = 4;  // pixels at 100 %
+constexpr toolkit::Twips kStatusHeight = 20_dp, kStatusMargin = 4_dp, kToolMargin = 4_dp;
 
 constexpr DWORD kRosterStyle =
     WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
@@ -51,7 +52,7 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
     : users_(users), messenger_(messenger), commands_(std::move(commands)) {}
 
 void FrmMain::Load() {
-  Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200), Px(320)});
+  Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200_dp), Px(320_dp)});
   captioned_ = core::CaptionsFromTable();
   SetLan();
   SetUpInt();

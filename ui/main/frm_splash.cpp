@@ -12,6 +12,7 @@ namespace {
 
 using toolkit::Px;
 using toolkit::Twips;
+using toolkit::operator""_dp;
 
 constexpr UINT_PTR kTimer1 = 1;
 
@@ -21,7 +22,7 @@ constexpr Twips kWidth{3450}, kHeight{1050}, kDotSide{255}, kMargin{150};
 
 toolkit::Font VersionFont() {
   LOGFONTA font{};
-  font.lfHeight = -Px(11);
+  font.lfHeight = -Px(11_dp);
   lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
   return toolkit::Font(::CreateFontIndirectA(&font));
 }
@@ -55,15 +56,15 @@ void FrmSplash::CreateControls() {
   RECT client{};
   ::GetClientRect(hwnd(), &client);
   const int picture = toolkit::PictureSize(res::Strip::Splash), margin = Px(kMargin), dot = Px(kDotSide);
-  const int left = TextLeft(), top = (client.bottom - Px(44)) / 2;
-  const int line = std::max(Px(16), static_cast<int>(toolkit::MeasureText(toolkit::DialogFont(), kDoing).cy));
+  const int left = TextLeft(), top = (client.bottom - Px(44_dp)) / 2;
+  const int line = std::max(Px(16_dp), static_cast<int>(toolkit::MeasureText(toolkit::DialogFont(), kDoing).cy));
   Picture1 = BoxAt(margin, (client.bottom - picture) / 2, picture, picture);
-  picDot = BoxAt(left, top + Px(26), dot, dot);
+  picDot = BoxAt(left, top + Px(26_dp), dot, dot);
   // Into the margin: the last letter may overhang what was measured.
   label_->Load(hwnd(), kDoing, BoxAt(left, top, client.right - left, line), toolkit::DialogFont(),
                ::GetSysColor(COLOR_WINDOWTEXT));
   const int version = left + dot + margin / 2;
-  lblVer->Load(hwnd(), core::gVersion.c_str(), BoxAt(version, top + Px(28), client.right - margin - version, line),
+  lblVer->Load(hwnd(), core::gVersion.c_str(), BoxAt(version, top + Px(28_dp), client.right - margin - version, line),
                versionFont_.get(), kVersionColour);
 }
 

@@ -5,6 +5,8 @@
 namespace options {
 namespace {
 
+using toolkit::operator""_dp;
+
 void Fill(HDC dc, const RECT& place, int systemColour) { ::FillRect(dc, &place, ::GetSysColorBrush(systemColour)); }
 
 }  // namespace
@@ -35,7 +37,7 @@ void DrawSwatch(HDC dc, const RECT& box, COLORREF colour) {
 void DrawPosition(HDC dc, const RECT& screen, int position) {
   Fill(dc, screen, COLOR_WINDOWTEXT);
   RECT inside = screen;
-  const int frame = toolkit::Px(1);
+  const int frame = toolkit::Px(1_dp);
   ::InflateRect(&inside, -frame, -frame);
   Fill(dc, inside, COLOR_HIGHLIGHT);
   Fill(dc, QuarterOf(inside, position), COLOR_HIGHLIGHTTEXT);

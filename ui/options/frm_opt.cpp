@@ -20,6 +20,8 @@
 namespace options {
 namespace {
 
+using toolkit::operator""_dp;
+
 constexpr UINT kNameLeft = WM_APP;  // posted, since no box may open while the focus is on its way
 constexpr int kEmptyNameText = 2206, kFirstQuestion = 10300, kQuestionTitle = 9201;
 constexpr char kFirstLanguage[] = "English";
@@ -104,14 +106,14 @@ LRESULT FrmOpt::DrawSwatchItem(LPARAM lParam) const {
   ::OffsetRect(&swatch, (place.left + place.right - width) / 2, (place.top + place.bottom - height) / 2);
   ::ImageList_Draw(imlCol.get(), index, draw.nmcd.hdc, swatch.left, swatch.top, ILD_NORMAL);
   if (ListView_GetItemState(lvCol, index, LVIS_SELECTED)) {
-    for (int i = toolkit::Px(1); i <= toolkit::Px(3); ++i) {
+    for (int i = toolkit::Px(1_dp); i <= toolkit::Px(3_dp); ++i) {
       RECT frame = swatch;
       ::InflateRect(&frame, i, i);
       ::FrameRect(draw.nmcd.hdc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
     }
   }
   if (::GetFocus() == lvCol && ListView_GetItemState(lvCol, index, LVIS_FOCUSED)) {
-    ::InflateRect(&swatch, toolkit::Px(5), toolkit::Px(5));
+    ::InflateRect(&swatch, toolkit::Px(5_dp), toolkit::Px(5_dp));
     ::DrawFocusRect(draw.nmcd.hdc, &swatch);
   }
   return CDRF_SKIPDEFAULT;

@@ -10,16 +10,16 @@ namespace options {
 namespace {
 
 using toolkit::Px;
+using toolkit::operator""_dp;
 
-// Pixels at 100 %.
-constexpr int kPageWidth = 450, kPageHeight = 260, kMargin = 12, kGap = 4, kFieldHeight = 22;
-constexpr int kDropHeight = 200, kPreviewHeight = 84;
+constexpr toolkit::Twips kPageWidth = 450_dp, kPageHeight = 260_dp, kMargin = 12_dp, kGap = 4_dp, kFieldHeight = 22_dp;
+constexpr toolkit::Twips kDropHeight = 200_dp, kPreviewHeight = 84_dp;
 
 // What the window is higher than its toolbars and a page together: its caption and frame.
 constexpr toolkit::Twips kExtraHeight{400};
 
 int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
-int FieldHeight() { return std::max(Px(kFieldHeight), LineHeight() + Px(6)); }
+int FieldHeight() { return std::max(Px(kFieldHeight), LineHeight() + Px(6_dp)); }
 int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label).c_str()).cx; }
 
 void Place(HWND control, int left, int top, int width, int height) {
@@ -37,11 +37,11 @@ SIZE NaturalSize(HWND toolbar) {
   const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
   RECT last{};
   ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
-  return {last.right, last.bottom + Px(2)};
+  return {last.right, last.bottom + Px(2_dp)};
 }
 
 SIZE NaturalSize(toolkit::Toolbar& toolbar) {
-  toolbar.Place(Px(2000));
+  toolbar.Place(Px(2000_dp));
   return NaturalSize(toolbar.hwnd());
 }
 
@@ -69,7 +69,7 @@ void FrmOpt::LayOut() {
   const int commands = TB.Place(client.cx);
   ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.cy - commands, client.cx, commands, SWP_NOACTIVATE);
   Place(lines_[0], 0, selector, client.cx, 2);
-  Place(lines_[1], 0, client.cy - commands - Px(3), client.cx, 2);
+  Place(lines_[1], 0, client.cy - commands - Px(3_dp), client.cx, 2);
   for (const HWND line : lines_) ::SetWindowPos(line, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   LayOutUser();
   LayOutInterface();
@@ -86,15 +86,15 @@ void FrmOpt::LayOutUser() {
   Place(lblcap[kNameLabel], margin, margin, nameWidth, line);
   Place(txtName, margin, fieldTop, nameWidth, FieldHeight());
   Place(Frame1, previewLeft, margin, preview, frameHeight);
-  const int inner = Px(10), previewHeight = frameHeight - line - 2 * inner + Px(6);
-  Place(picPrevew->hwnd(), previewLeft + inner, margin + line + Px(4), preview - 2 * inner, previewHeight);
+  const int inner = Px(10_dp), previewHeight = frameHeight - line - 2 * inner + Px(6_dp);
+  Place(picPrevew->hwnd(), previewLeft + inner, margin + line + Px(4_dp), preview - 2 * inner, previewHeight);
   ::SetWindowPos(picPrevew->hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Place(lblPrevew, Px(4), (previewHeight - line) / 2, preview - 2 * inner - 2 * Px(4), line);
-  const int colourTop = margin + frameHeight + Px(6), listTop = colourTop + line + Px(kGap);
+  Place(lblPrevew, Px(4_dp), (previewHeight - line) / 2, preview - 2 * inner - 2 * Px(4_dp), line);
+  const int colourTop = margin + frameHeight + Px(6_dp), listTop = colourTop + line + Px(kGap);
   Place(lblcap[kColourLabel], margin, colourTop, page.cx - 2 * margin, line);
   Place(lvCol, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
   const SIZE list = ClientOf(lvCol);
-  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4)) / 2);
+  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4_dp)) / 2);
   ListView_Arrange(lvCol, LVA_DEFAULT);
 }
 
@@ -106,12 +106,12 @@ void FrmOpt::LayOutInterface() {
   const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
   Place(lblcap[kPositionLabel], margin, next(line, gap), column, line);
   const SIZE positions = NaturalSize(tbPos);
-  Place(tbPos, margin, next(positions.cy, Px(8)), column, positions.cy);
+  Place(tbPos, margin, next(positions.cy, Px(8_dp)), column, positions.cy);
   const int height = WidthOf(lblcap[kHeightLabel]);
   Place(lblcap[kHeightLabel], margin, top, height, line);
-  Place(lblHeight, margin + height + Px(6), next(line, Px(14)), column - height - Px(6), line);
+  Place(lblHeight, margin + height + Px(6_dp), next(line, Px(14_dp)), column - height - Px(6_dp), line);
   Place(lblcap[kLanguageLabel], margin, next(line, gap), column, line);
-  Place(CMBlang, margin, next(FieldHeight(), Px(14)), column, Px(kDropHeight));
+  Place(CMBlang, margin, next(FieldHeight(), Px(14_dp)), column, Px(kDropHeight));
   Place(chkStartUp, margin, next(FieldHeight(), 0), column, FieldHeight());
 
   const SIZE test = NaturalSize(tbSnd);
@@ -131,7 +131,7 @@ void FrmOpt::LayOutList(std::size_t index, HWND label, HWND box, toolkit::Toolba
   Place(label, margin, boxTop - gap - line, left - 2 * margin, line);
   Place(box, margin, boxTop, left - 2 * margin, field);
   Place(toolbar.hwnd(), left, margin + rowHeight - tools.cy, tools.cx, tools.cy);
-  const int listTop = margin + rowHeight + Px(8);
+  const int listTop = margin + rowHeight + Px(8_dp);
   Place(list, margin, listTop, page.cx - 2 * margin, Px(kPageHeight) - 2 * margin - listTop);
 }
 

@@ -19,9 +19,9 @@ namespace options {
 namespace {
 
 using toolkit::Px;
+using toolkit::operator""_dp;
 
-// Pixels at 100 %.
-constexpr SIZE kSwatch{38, 30}, kPosition{36, 27};
+constexpr struct { toolkit::Twips width, height; } kSwatch{38_dp, 30_dp}, kPosition{36_dp, 27_dp};
 
 constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
 constexpr DWORD kSwatchListStyle =
@@ -219,7 +219,7 @@ void FrmOpt::SetLan() {
 }
 
 void FrmOpt::AddCols() {
-  const SIZE size{Px(kSwatch.cx), Px(kSwatch.cy)};
+  const SIZE size{Px(kSwatch.width), Px(kSwatch.height)};
   const Scratch picBuf(size);
   imlCol = picBuf.NewList(static_cast<int>(kPalette.size()));
   ListView_SetImageList(lvCol, imlCol.get(), LVSIL_NORMAL);
@@ -237,7 +237,7 @@ void FrmOpt::AddCols() {
 
 void FrmOpt::AddPos() {
   while (::SendMessageA(tbPos, TB_DELETEBUTTON, 0, 0)) continue;
-  const Scratch picPos({Px(kPosition.cx), Px(kPosition.cy)});
+  const Scratch picPos({Px(kPosition.width), Px(kPosition.height)});
   toolkit::ImageList images = picPos.NewList(4);
   for (int position = 1; position <= 4; ++position)
     picPos.Add(images.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });

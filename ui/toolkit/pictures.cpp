@@ -42,7 +42,7 @@ void Load(res::Strip strip, StripPictures& pictures) {
 
 }  // namespace
 
-int PictureSize(res::Strip strip) { return Px(res::InfoOf(strip).size); }
+int PictureSize(res::Strip strip) { return Px(DesignPixels(res::InfoOf(strip).size)); }
 
 Icon LoadPicture(res::Strip strip, int picture, int side) {
   return Icon(LoadIconResource(res::InfoOf(strip).firstIcon + picture, side, 0));

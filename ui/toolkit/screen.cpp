@@ -12,7 +12,7 @@ LOGFONTA MessageFont() {
   metrics.cbSize = sizeof metrics;
   if (::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return metrics.lfMessageFont;
   LOGFONTA fallback{};
-  fallback.lfHeight = -Px(11);
+  fallback.lfHeight = -Px(11_dp);
   std::strcpy(fallback.lfFaceName, "MS Shell Dlg");
   return fallback;
 }

@@ -10,7 +10,7 @@ namespace toolkit {
 // The program is system DPI aware: one resolution for the whole run, the one that was set at logon.
 Dpi ScreenDpi();
 
-inline int Px(int designPixels) { return Scale(designPixels, ScreenDpi()); }
+// Twips to pixels of the screen, and back.
 inline int Px(Twips length) { return ToPixels(length, ScreenDpi()); }
 inline Twips Tw(int pixels) { return ToTwips(pixels, ScreenDpi()); }
 

@@ -14,9 +14,9 @@ namespace {
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
                          CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
-// What a button is wider than its caption, pixels at 100 %: the control's own widths do not follow the scaling. In
+// What a button is wider than its caption: the control's own widths do not follow the scaling. In
 // a narrow window the buttons move together before they take a second line.
-constexpr int kSpare = 12, kLeastSpare = 0;
+constexpr Twips kSpare = 12_dp, kLeastSpare = 0_dp;
 
 int ContentWidth(const std::string& caption) {
   std::string shown = caption;
@@ -194,11 +194,11 @@ int Toolbar::Place(int width) {
   int free = width - indent_;
   for (const std::string& caption : captions_) free -= ContentWidth(caption);
   SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kLeastSpare), Px(kSpare)));
-  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000), SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000_dp), SWP_NOZORDER | SWP_NOACTIVATE);
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
   RECT last{};
   ::SendMessageA(hwnd_, TB_GETITEMRECT, buttons_.size() - 1, reinterpret_cast<LPARAM>(&last));
-  const int height = static_cast<int>(last.bottom) + Px(2);
+  const int height = static_cast<int>(last.bottom) + Px(2_dp);
   ::SetWindowPos(hwnd_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
   return height;
 }

@@ -1,9 +1,10 @@
-// Lengths. Everything that is stored, compared or documented is in twips (1/1440 inch); a pixel exists only at
-// the call that places something on a screen of a known resolution.
+// Lengths. What is stored or designed is in twips (1/1440 inch). Pixels of the screen are plain numbers, as Windows
+// takes them: no number passes for twips, so nothing is converted twice.
 #pragma once
 
 #include <compare>
 #include <cstdint>
+#include <type_traits>
 
 namespace toolkit {
 
@@ -12,7 +13,10 @@ struct Twips {
   friend constexpr auto operator<=>(Twips, Twips) = default;
   friend constexpr Twips operator+(Twips a, Twips b) { return {a.value + b.value}; }
   friend constexpr Twips operator-(Twips a, Twips b) { return {a.value - b.value}; }
+  friend constexpr Twips operator*(std::int32_t count, Twips length) { return {count * length.value}; }
 };
+
+static_assert(!std::is_convertible_v<int, Twips>);
 
 // The part of the screen that the task bar leaves free.
 struct WorkArea {
@@ -24,7 +28,11 @@ struct Dpi {
   std::int32_t value = 96;
 };
 
-constexpr int kTwipsPerInch = 1440;
+constexpr int kTwipsPerInch = 1440, kDesignDpi = 96;
+
+// A length that was designed in the pixels of a 96 dpi screen.
+constexpr Twips DesignPixels(std::int32_t pixels) { return {pixels * (kTwipsPerInch / kDesignDpi)}; }
+constexpr Twips operator""_dp(unsigned long long pixels) { return DesignPixels(static_cast<std::int32_t>(pixels)); }
 
 // Rounds half away from zero, as ::MulDiv does, so that both give the same pixel.
 // Convert the edges of a rectangle, never its width: neighbours then meet without a gap.
@@ -40,8 +48,5 @@ constexpr Twips ToTwips(int pixels, Dpi dpi) {
   const std::int64_t half = scaled < 0 ? -dpi.value / 2 : dpi.value / 2;
   return {static_cast<std::int32_t>((scaled + half) / dpi.value)};
 }
-
-// A design length, given in pixels of a 96 dpi screen, on a screen of another resolution.
-constexpr int Scale(int designPixels, Dpi dpi) { return ToPixels({designPixels * 15}, dpi); }
 
 }  // namespace toolkit

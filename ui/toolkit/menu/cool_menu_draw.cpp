@@ -11,15 +11,14 @@ namespace toolkit {
 namespace {
 
 // Room for an image in a menu without an image list, where marks still need it.
-constexpr int kDesignImage = 16;
+constexpr Twips kDesignImage = 16_dp;
 
-// Design pixels.
-constexpr int kImageGap = 2;    // between an image and the edge that is drawn round it when it is highlighted
-constexpr int kSpare = 5;       // before the image box and between it and the caption
-constexpr int kRowMargin = 6;   // height of an item beyond its caption or image
-constexpr int kHeadMargin = 5;  // height of a head beyond its text
-constexpr int kMark = 14;       // side of a check or option mark
-constexpr int kHeadIndent = 6, kHeadGap = 4;
+constexpr Twips kImageGap = 2_dp;    // between an image and the edge that is drawn round it when it is highlighted
+constexpr Twips kSpare = 5_dp;       // before the image box and between it and the caption
+constexpr Twips kRowMargin = 6_dp;   // height of an item beyond its caption or image
+constexpr Twips kHeadMargin = 5_dp;  // height of a head beyond its text
+constexpr Twips kMark = 14_dp;       // side of a check or option mark
+constexpr Twips kHeadIndent = 6_dp, kHeadGap = 4_dp;
 
 class SavedDc {
  public:
@@ -60,9 +59,9 @@ struct RowParts {
 
 RowParts PartsOf(const RECT& row, SIZE image) {
   const LONG boxWidth = image.cx + 2 * Px(kImageGap), boxHeight = image.cy + 2 * Px(kImageGap);
-  const LONG left = row.left + Px(1);
+  const LONG left = row.left + Px(1_dp);
   RECT box = Centred({left, row.top, left + boxWidth, row.bottom}, boxWidth, boxHeight);
-  return {box, {box.right + Px(kSpare - 1), row.top, row.right, row.bottom}};
+  return {box, {box.right + Px(kSpare - 1_dp), row.top, row.right, row.bottom}};
 }
 
 void Fill(HDC dc, const RECT& area, COLORREF colour) {
@@ -78,11 +77,11 @@ void EtchedLine(HDC dc, LONG left, LONG right, LONG y) {
 // A line across the row that breaks off for the text of the head.
 void DrawHead(HDC dc, const RECT& row, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data) {
   const LONG middle = (row.top + row.bottom) / 2 - 1;
-  if (data.sMenuText.empty()) return EtchedLine(dc, row.left + Px(1), row.right - Px(1), middle);
+  if (data.sMenuText.empty()) return EtchedLine(dc, row.left + Px(1_dp), row.right - Px(1_dp), middle);
   const LONG textLeft = row.left + Px(kHeadIndent + kHeadGap);
   const LONG textWidth = TextSize(dc, fonts.MenuFontSep.get(), data.sMenuText).cx;
-  EtchedLine(dc, row.left + Px(1), textLeft - Px(kHeadGap), middle);
-  EtchedLine(dc, textLeft + textWidth + Px(kHeadGap), row.right - Px(1), middle);
+  EtchedLine(dc, row.left + Px(1_dp), textLeft - Px(kHeadGap), middle);
+  EtchedLine(dc, textLeft + textWidth + Px(kHeadGap), row.right - Px(1_dp), middle);
   const Selected selected(dc, fonts.MenuFontSep.get());
   RECT text{textLeft, row.top, row.right, row.bottom};
   ::SetTextColor(dc, PaintColour(look.ForeColor));
@@ -191,7 +190,7 @@ void DrawRow(HDC dc, const RECT& row, const MenuLook& look, const CMyItemData& d
   const bool hasImage = data.iButton >= 0 && look.ilHandle;
   if (state.selected) {
     RECT lit = look.FullSelect ? row : parts.caption;
-    if (!look.FullSelect) lit.left -= Px(kSpare - 2);
+    if (!look.FullSelect) lit.left -= Px(kSpare - 2_dp);
     Fill(dc, lit, PaintColour(look.SelectColor));
   }
   if (hasImage) {

@@ -20,9 +20,9 @@ constexpr int kFirstLabelCode = 6002, kSaveCode = 6005, kCloseCode = 6006, kCann
 constexpr const char* kLabels[] = {"File Type:", "File Name:", "Look in:"};
 enum Label { kTypeLabel, kNameLabel, kFolderLabel };
 
-// Pixels at 100 %.
-constexpr int kWidth = 480, kHeight = 360, kMinWidth = 380, kMinHeight = 260;
-constexpr int kMargin = 10, kGap = 8, kButtonWidth = 90, kButtonHeight = 25, kFieldHeight = 22, kDropHeight = 200;
+constexpr Twips kWidth = 480_dp, kHeight = 360_dp, kMinWidth = 380_dp, kMinHeight = 260_dp;
+constexpr Twips kMargin = 10_dp, kGap = 8_dp, kButtonWidth = 90_dp, kButtonHeight = 25_dp, kFieldHeight = 22_dp,
+                kDropHeight = 200_dp;
 
 constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE;
 constexpr DWORD kDropDown = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
@@ -34,7 +34,7 @@ void MoveTo(HWND control, int left, int top, int width, int height) {
 int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)); }
 
 // A caption from the language file may be wider than the room that the design gives it.
-int WidthOf(HWND control, int least, int padding) {
+int WidthOf(HWND control, Twips least, Twips padding) {
   return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control).c_str()).cx) + Px(padding));
 }
 
@@ -113,12 +113,12 @@ void FrmSave::LayOut() {
   RECT client{};
   ::GetClientRect(hwnd(), &client);
   const int line = static_cast<int>(MeasureText(DialogFont(), "X").cy);
-  const int margin = Px(kMargin), gap = Px(kGap), field = std::max(Px(kFieldHeight), line + Px(6));
+  const int margin = Px(kMargin), gap = Px(kGap), field = std::max(Px(kFieldHeight), line + Px(6_dp));
   const int row = std::max(Px(kButtonHeight), field), inRow = (row - field) / 2;
   const int right = client.right - margin;
-  const int button = std::max(WidthOf(cmdSave, kButtonWidth, 16), WidthOf(cmdClose, kButtonWidth, 16));
+  const int button = std::max(WidthOf(cmdSave, kButtonWidth, 16_dp), WidthOf(cmdClose, kButtonWidth, 16_dp));
   int label = 0;
-  for (const HWND text : Label1) label = std::max(label, WidthOf(text, 0, 0));
+  for (const HWND text : Label1) label = std::max(label, WidthOf(text, {}, {}));
   const int fieldLeft = margin + label + gap, fieldWidth = right - button - gap - fieldLeft;
   const int typeTop = client.bottom - margin - row, nameTop = typeTop - gap - row;
   const int listTop = margin + field + gap, listHeight = nameTop - gap - listTop;

@@ -12,8 +12,8 @@
 namespace toolkit {
 namespace {
 
-constexpr int kGap = 4, kIndent = 12;  // pixels at 100 %
-constexpr int kIndentShift = 24;       // where the level stands in an entry's number, above its picture
+constexpr Twips kGap = 4_dp, kIndent = 12_dp;
+constexpr int kIndentShift = 24;  // where the level stands in an entry's number, above its picture
 
 int IconSide() { return ::GetSystemMetrics(SM_CXSMICON); }
 
@@ -64,7 +64,7 @@ int FileIcon(const std::string& name) {
 void IconList::Attach(HWND listBox) {
   hwnd_ = listBox;
   const int line = MeasureText(DialogFont(), "X").cy;
-  ::SendMessageA(hwnd_, LB_SETITEMHEIGHT, 0, std::max(line, IconSide()) + Px(2));
+  ::SendMessageA(hwnd_, LB_SETITEMHEIGHT, 0, std::max(line, IconSide()) + Px(2_dp));
 }
 
 void IconList::Fill(const std::vector<Entry>& entries) {
