@@ -84,12 +84,9 @@ class Copy:
         with open(f"{self.folder}/{name}", "rb") as file:
             return file.read().decode("latin-1")
 
-    def exists(self, name):
-        return os.path.exists(f"{self.folder}/{name}")
-
     def log(self):
         """The texts of the log, without their dates and quotes."""
-        if not self.exists("Log.txt"):
+        if not os.path.exists(f"{self.folder}/Log.txt"):
             return []
         records = self.read("Log.txt").split("\r\n")[:-1]
         # The date is the short date, a blank and the long time: 11/21/2026 12:00:00 PM in Wine's English.
@@ -173,10 +170,6 @@ class Copy:
         """The popup that came in, once it has stopped sliding, and its texts."""
         popup = self.at_rest("frmPop")
         return popup, [child.text for child in self.probe.children(popup, "Static") if child.text.endswith("\r\n")]
-
-    def run_value(self):
-        """Type, size and text of the entry that starts the program at logon; None when there is none."""
-        return self.probe.registry("Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillon")
 
     def close(self):
         """Closes the main window as its X does, and waits until the process has ended."""

@@ -5,7 +5,6 @@
 // Fields are parted by tabs. In texts the bytes outside 0x20..0x7E and the backslash are written as \xNN, both ways.
 #include <windows.h>
 #include <commctrl.h>
-#include <psapi.h>
 #include <shellapi.h>
 
 #include <cstdio>
@@ -83,11 +82,10 @@ void PrintWindow(HWND window) try {
   ::GetWindowThreadProcessId(window, &process);
   RECT place{};
   ::GetWindowRect(window, &place);
-  const long style = ::GetWindowLongA(window, GWL_STYLE), extended = ::GetWindowLongA(window, GWL_EXSTYLE);
   std::printf("%lu\t%s\t%lu\t%d\t%d\t", static_cast<unsigned long>(HandleToUlong(window)), className.c_str(), process,
               ::IsWindowVisible(window), ::IsWindowEnabled(window));
-  std::printf("%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", style, extended, place.left, place.top, place.right,
-              place.bottom, ::GetDlgCtrlID(window), text.c_str());
+  std::printf("%ld\t%ld\t%ld\t%ld\t%d\t%s\n", place.left, place.top, place.right, place.bottom, ::GetDlgCtrlID(window),
+              text.c_str());
 } catch (const std::runtime_error&) {
   if (::IsWindow(window)) throw;
 }
@@ -195,19 +193,6 @@ void Select(const Fields& fields) {
   Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(Number(fields.at(2))), memory.Put(item));
 }
 
-// A value of the current user's registry: type, number of bytes, data. No line when it does not exist.
-void Registry(const Fields& fields) {
-  HKEY key = nullptr;
-  if (::RegOpenKeyExA(HKEY_CURRENT_USER, fields.at(1).c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-  BYTE data[1024];
-  DWORD type = 0, size = sizeof data;
-  if (::RegQueryValueExA(key, fields.at(2).c_str(), nullptr, &type, data, &size) == ERROR_SUCCESS) {
-    const std::string text(reinterpret_cast<const char*>(data), size);
-    std::printf("%lu\t%lu\t%s\n", type, size, Escaped(text).c_str());
-  }
-  ::RegCloseKey(key);
-}
-
 void Broadcast(const Fields& fields) {
   ::PostMessageA(HWND_BROADCAST, ::RegisterWindowMessageA(fields.at(1).c_str()), 0, 0);
 }
@@ -221,31 +206,13 @@ void LoseIcon(const Fields& fields) {
   if (!::Shell_NotifyIconA(NIM_DELETE, &icon)) throw std::runtime_error("no such icon");
 }
 
-double Seconds(FILETIME time) {
-  ULARGE_INTEGER units;
-  units.LowPart = time.dwLowDateTime;
-  units.HighPart = time.dwHighDateTime;
-  return static_cast<double>(units.QuadPart) / 1e7;
-}
-
-// Private bytes and processor seconds of a process.
-void Process(const Fields& fields) {
-  const HANDLE process =
-      ::OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, static_cast<DWORD>(Number(fields.at(1))));
-  if (!process) throw std::runtime_error("no such process");
-  PROCESS_MEMORY_COUNTERS_EX memory{};
-  ::GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-  FILETIME created{}, ended{}, kernel{}, user{};
-  ::GetProcessTimes(process, &created, &ended, &kernel, &user);
-  std::printf("%lu\t%.3f\n", static_cast<unsigned long>(memory.PrivateUsage), Seconds(kernel) + Seconds(user));
-  ::CloseHandle(process);
-}
-
 void Answer(const std::string& line) {
   static const std::map<std::string, void (*)(const Fields&)> commands{
-      {"windows", Windows},     {"children", Children}, {"settext", SetText}, {"post", Post},
-      {"send", SendAndPrint},   {"rows", Rows},         {"select", Select},   {"registry", Registry},
-      {"broadcast", Broadcast}, {"process", Process},   {"show", Show},       {"foreground", Foreground},
+      {"windows", Windows},   {"children", Children},
+      {"settext", SetText},   {"post", Post},
+      {"send", SendAndPrint}, {"rows", Rows},
+      {"select", Select},     {"broadcast", Broadcast},
+      {"show", Show},         {"foreground", Foreground},
       {"loseicon", LoseIcon},
   };
   try {

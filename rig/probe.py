@@ -29,8 +29,6 @@ class Window:
     process: int
     visible: bool
     enabled: bool
-    style: int
-    extended_style: int
     left: int
     top: int
     right: int
@@ -48,10 +46,10 @@ class Window:
 
 
 def _window(line):
-    fields = line.split("\t", 12)
-    numbers = [int(field) for field in fields[2:12]]
+    fields = line.split("\t", 10)
+    numbers = [int(field) for field in fields[2:10]]
     numbers[1:3] = [numbers[1] != 0, numbers[2] != 0]
-    return Window(int(fields[0]), fields[1], *numbers, _unescape(fields[12]))
+    return Window(int(fields[0]), fields[1], *numbers, _unescape(fields[10]))
 
 
 class Probe:
@@ -131,13 +129,6 @@ class Probe:
         self.ask("select", list_view.handle, -1, 0)
         self.ask("select", list_view.handle, row, 1)
 
-    def registry(self, key, value):
-        """Type, size and text of a value of the current user; None when there is none."""
-        for line in self.ask("registry", key, value):
-            kind, size, text = line.split("\t")
-            return int(kind), int(size), _unescape(text)
-        return None
-
     def broadcast(self, message_name):
         """Posts a registered message (TaskbarCreated, say) to all windows."""
         self.ask("broadcast", message_name)
@@ -145,11 +136,6 @@ class Probe:
     def lose_icon(self, owner):
         """Takes the icon of a window out of the notification area, as a shell that breaks down does."""
         self.ask("loseicon", owner.handle)
-
-    def process(self, number):
-        """Private bytes and processor seconds of a process."""
-        memory, seconds = self.ask("process", number)[0].split("\t")
-        return int(memory), float(seconds)
 
     def wait_for_box(self, seconds=10):
         """The message box that is up, as soon as there is one."""

@@ -155,13 +155,5 @@ class Prefix:
 
     def settle(self):
         """Waits until the last program of this installation has ended and its registry is on disk."""
-        self._wineserver("-w")
-
-    def end(self):
-        """Ends every program of this installation."""
-        self._wineserver("-k")
-        self._wineserver("-w")
-
-    def _wineserver(self, option):
-        subprocess.run(self._system.command("/", self._environment, ["wineserver", option]),
+        subprocess.run(self._system.command("/", self._environment, ["wineserver", "-w"]),
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)

@@ -1,13 +1,10 @@
-"""Runs the tests of whole copies, every test class in a private machine of its own and several at once: they mostly
-wait for the ten seconds in which a starting copy listens.
+"""Runs the tests of whole copies, every file in a private machine of its own and all at once: they mostly wait for the
+ten seconds in which a starting copy listens.
 
-usage: run.py [NAME ...]    only classes whose name contains one of the NAMEs
+usage: run.py [NAME ...]    only files whose name contains one of the NAMEs
 The last line is "N passed, N failed".
 """
 
-import concurrent.futures
-import importlib
-import os
 import pathlib
 import subprocess
 import sys
@@ -19,60 +16,46 @@ sys.path[:0] = [str(_HERE.parent), str(_HERE.parent.parent)]
 
 from rig import private_machine  # noqa: E402
 
-_AT_ONCE = 5
+_TIME_LIMIT = 240  # seconds for one file
 
 
-def _classes(names):
-    for path in sorted(_HERE.glob("test_*.py")):
-        module = importlib.import_module(f"segment.{path.stem}")
-        for name, value in vars(module).items():
-            if isinstance(value, type) and issubclass(value, unittest.TestCase) and value.__module__ == module.__name__:
-                if not names or any(wanted in name for wanted in names):
-                    yield f"{module.__name__}.{name}"
-
-
-def _run_class(name):
-    """Runs the tests of one class here; prints its counts and returns the exit status."""
-    suite = unittest.defaultTestLoader.loadTestsFromName(name)
+def _run(name):
+    """Runs the tests of a file here; the last line printed is its counts."""
+    suite = unittest.defaultTestLoader.loadTestsFromName("segment." + name)
     result = unittest.TextTestRunner(stream=sys.stdout, verbosity=2).run(suite)
     failed = len(result.failures) + len(result.errors)
+    passed = max(result.testsRun - failed, 0)
     # A class that cannot even be set up counts all its tests as failed.
-    passed = result.testsRun - failed if result.testsRun else 0
-    if not result.testsRun:
-        failed = max(failed, suite.countTestCases())
-    print(f"COUNTS {passed} {failed}")
-    return 1 if failed else 0
+    print(passed, failed if result.testsRun else suite.countTestCases())
+    return failed
 
 
-def _run_apart(name):
-    began = time.monotonic()
+def _output(job):
     # A test that hangs ends its machine, and with it all that it started.
     try:
-        done = subprocess.run([sys.executable, __file__, "--alone", name], text=True, timeout=240,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, errors="replace")
-        output = done.stdout
-    except subprocess.TimeoutExpired as late:
-        output = (late.stdout or b"").decode("utf-8", "replace") + "\nended after 240 seconds\n"
-    lines = output.splitlines()
-    counts = next((line for line in reversed(lines) if line.startswith("COUNTS ")), "COUNTS 0 1")
-    passed, failed = (int(number) for number in counts.split()[1:])
-    return name, passed, failed, time.monotonic() - began, "\n".join(line for line in lines if line != counts)
+        return job.communicate(timeout=_TIME_LIMIT)[0]
+    except subprocess.TimeoutExpired:
+        job.kill()
+        return job.communicate()[0] + f"\nended after {_TIME_LIMIT} seconds\n0 1"
 
 
 def main(arguments):
     if arguments[:1] == ["--alone"]:
-        return private_machine.run(lambda: _run_class(arguments[1]))
-    passed = failed = 0
-    with concurrent.futures.ThreadPoolExecutor(_AT_ONCE) as pool:
-        jobs = [pool.submit(_run_apart, name) for name in _classes(arguments)]
-        for job in concurrent.futures.as_completed(jobs):
-            name, ok, bad, seconds, output = job.result()
-            passed, failed = passed + ok, failed + bad
-            print(f"{name.removeprefix('segment.')}: {ok} passed, {bad} failed, {seconds:.0f} s", flush=True)
-            if bad:
-                print(output, flush=True)
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+        return private_machine.run(lambda: _run(arguments[1]))
+    began, total = time.monotonic(), [0, 0]
+    names = [path.stem for path in sorted(_HERE.glob("test_*.py"))
+             if not arguments or any(wanted in path.stem for wanted in arguments)]
+    jobs = [subprocess.Popen([sys.executable, __file__, "--alone", name], text=True, errors="replace",
+                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT) for name in names]
+    for name, job in zip(names, jobs):
+        output, _, last = _output(job).rstrip().rpartition("\n")
+        counts = [int(word) for word in last.split()] if last.replace(" ", "").isdigit() else [0, 1]
+        total = [total[0] + counts[0], total[1] + counts[1]]
+        print(f"{name}: {counts[0]} passed, {counts[1]} failed, {time.monotonic() - began:.0f} s", flush=True)
+        if counts[1]:
+            print(output, last, sep="\n", flush=True)
+    print(f"{total[0]} passed, {total[1]} failed")
+    return 1 if total[1] else 0
 
 
 if __name__ == "__main__":

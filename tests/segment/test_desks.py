@@ -1,0 +1,211 @@
+"""Three copies on three hosts that are joined by a bridge: alerts, conversations, and new settings."""
+
+import unittest
+
+from rig import copies, network, probe, screen
+from .test_one_copy import GREETING
+
+OPTIONS_COMMAND = 1006
+ACCEPT, CLOSE = 110, 111
+NAME_BOX, LANGUAGE_BOX = 160, 165
+CB_SETCURSEL = 0x014E
+RED = 12
+
+
+class Dialog:
+    """The options dialog of a copy."""
+
+    def __init__(self, copy):
+        self.copy = copy
+        self.probe = copy.probe
+        self.window = self.probe.wait_for("frmOpt")
+
+    def control(self, number):
+        return next(c for c in self.probe.children(self.window) if c.id == number)
+
+    def name(self, text):
+        self.probe.set_text(self.control(NAME_BOX), text)
+
+    def press(self, command):
+        self.probe.post(self.window, probe.WM_COMMAND, command)
+
+    def asked(self):
+        """Presses Accept and returns the message box that follows, and its text."""
+        self.press(ACCEPT)
+        return self.copy.wait_for_box()
+
+    def accept(self):
+        self.press(ACCEPT)
+        self.probe.wait_gone(self.window)
+
+
+class Desks(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.rig = copies.Rig()
+        cls.wire = cls.rig.wire
+        cls.anna = cls.rig.copy("anna", network.Host())
+        cls.bob = cls.rig.copy("bob", network.Host(), on_screen=screen.Screen())
+        cls.carla = cls.rig.copy("carla", network.Host(), on_screen=screen.Screen())
+        cls.everybody = (cls.anna, cls.bob, cls.carla)
+        cls.anna.write_settings("Anna", groups=["Friends|bob|", "Rest|dora|"])
+        cls.bob.write_settings("Bob", position=2, colour=255)
+        for copy in cls.everybody:
+            copy.start()
+        names = ("Anna", "Bob", "carla")
+        for name in names:
+            cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 60)
+        for copy in cls.everybody:
+            probe.wait(lambda copy=copy: copy.names() == {"(All)", *names}, 20)
+
+    def tearDown(self):
+        """Every test begins without popups and chat windows."""
+        for copy in self.everybody:
+            for window in copy.probe.windows("frmPop") + copy.probe.windows("frmChat") if copy.runs() else ():
+                self._close(copy, window)
+
+    @staticmethod
+    def _close(copy, window):
+        copy.probe.post(window, probe.WM_CLOSE)
+        copy.probe.wait_gone(window)
+
+    @staticmethod
+    def _wait_said(copy, window, text):
+        probe.wait(lambda: copy.said(window) == text, 10, f"{copy.user} does not see {text!r}")
+
+    @staticmethod
+    def _participants(copy, window):
+        return [name for name, _ in copy.probe.rows(copy.probe.children(window, "SysListView32")[0])]
+
+    def _open_options(self):
+        self.anna.probe.post(self.anna.probe.wait_for("frmMain", visible=False), probe.WM_COMMAND, OPTIONS_COMMAND)
+        return Dialog(self.anna)
+
+    def test_1_private_alert(self):
+        start = self.wire.mark()
+        self.anna.send_alert("Bob", "Tea is \xe0 point")
+        self.wire.wait_for("Anna|P/\xdfTea is \xe0 point|Bob", start=start)
+        popup, texts = self.bob.popup_at_rest()
+        self.bob.prefix.screen.save(copies.PICTURES + "/alert.png")
+        self.assertEqual((popup.text, texts), ("Quillon", ["Tea is \xe0 point\r\n"]))
+        # At rest at the top right; 2000 twips are the least width.
+        self.assertEqual((popup.right, popup.width), (1024, round(2000 / 15)))
+        self.assertIn(popup.top, range(0, 4))
+        self.assertEqual(self.anna.probe.windows("frmPop") + self.carla.probe.windows("frmPop"), [])
+        self.assertEqual(self.anna.log()[-1], "Private alert sent to Bob")
+
+    def test_2_alert_to_all(self):
+        start = self.wire.mark()
+        self.bob.send_alert("(All)", "Fire drill at ten\r\nMind the stairs")
+        self.wire.wait_for("Bob|M/\xdfFire drill at ten\r\nMind the stairs", start=start)
+        for copy in (self.anna, self.carla):
+            popup, texts = copy.popup_at_rest()
+            self.assertEqual(texts, ["Fire drill at ten\r\nMind the stairs\r\n"])
+            # At rest at the bottom right.
+            self.assertEqual(popup.right, 1024)
+            self.assertIn(popup.bottom, range(768 - 4, 768 + 1))
+        self.assertEqual(self.bob.probe.windows("frmPop"), [])
+        self.assertEqual(self.bob.log()[-1], "alert sent to all")
+
+    def test_3_a_sender_blocked_by_his_alert_is_not_shown_again(self):
+        self.wire.send("mallory|C/0")
+        self.wire.send("mallory|P/\xdfBuy now!|Bob")
+        popup, _ = self.bob.popup_at_rest()
+        options = next(button for button in self.bob.probe.children(popup, "Button") if button.text == "Options")
+        self.bob.probe.post(options, probe.BM_CLICK)
+        self.bob.probe.wait_for("#32768")
+        for key in (probe.VK_UP, probe.VK_RETURN):  # the last entry of the menu
+            self.bob.probe.post(popup, probe.WM_KEYDOWN, key)
+        probe.wait(lambda: not [menu for menu in self.bob.probe.windows("#32768") if menu.visible])
+        self._close(self.bob, popup)
+        self.wire.send("mallory|P/\xdfReally!|Bob")
+        self.wire.send("dora|P/\xdfIs it quiet now?|Bob")
+        self.assertEqual(self.bob.popup_at_rest()[1], ["Is it quiet now?\r\n"])
+        self.assertEqual(len(self.bob.probe.windows("frmPop")), 1)
+
+    def test_4_a_conversation_in_public_and_in_private(self):
+        start = self.wire.mark()
+        at_anna = self.anna.open_chat("(All)")
+        self.anna.say(at_anna, "Who has the keys?")
+        self.wire.wait_for("Anna|M/\xdeWho has the keys?", start=start)
+        line = "Anna:\tWho has the keys?\r\n"
+        self._wait_said(self.anna, at_anna, line)
+        at_bob, at_carla = (copy.probe.wait_for("frmChat") for copy in (self.bob, self.carla))
+        for copy, window in ((self.bob, at_bob), (self.carla, at_carla)):
+            self._wait_said(copy, window, line)
+            self.assertEqual((window.text, self._participants(copy, window)), ("Chating - Quillon", ["Anna"]))
+            self.assertEqual(copy.log()[-2:], ["Anna Added to chat window", "New chat window opened"])
+
+        # The answer goes to its participant alone, whose window takes everybody's lines.
+        self.bob.say(at_bob, "Not I, {\\b sorry}")
+        self.wire.wait_for("Bob|P/\xdeNot I, {\\b sorry}|Anna", start=start)
+        self._wait_said(self.anna, at_anna, line + "Bob:\tNot I, {\\b sorry}\r\n")
+        self.anna.prefix.screen.save(copies.PICTURES + "/chat.png")
+        self.assertEqual((self.bob.said(at_bob), self.carla.said(at_carla)), (line, line))
+        self.assertEqual([len(copy.probe.windows("frmChat")) for copy in self.everybody], [1, 1, 1])
+
+    def test_5_twenty_lines_back_to_back(self):
+        for number in range(20):
+            self.wire.send(f"dora|M/\xdeline {number}")
+        expected = "".join(f"dora:\tline {number}\r\n" for number in range(20))
+        for copy in self.everybody:
+            self._wait_said(copy, copy.probe.wait_for("frmChat"), expected)
+            self.assertEqual(len(copy.probe.windows("frmChat")), 1)
+
+    def test_6_name_and_colour_reach_the_others(self):
+        start = self.wire.mark()
+        dialog = self._open_options()
+        dialog.name("  Berta ")
+        self.anna.probe.select_only(self.anna.probe.children(dialog.window, "SysListView32")[0], RED)
+        self.anna.prefix.screen.save(copies.PICTURES + "/options.png")
+        dialog.accept()
+        self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
+        self.assertEqual([p for p in self.wire.texts(start=start) if p.startswith(("Anna|", "Berta|"))][:4],
+                         ["Anna|L/", "Berta|C/ 255", "Berta|S/0", f"Berta|M/Berta {GREETING}"])
+        probe.wait(lambda: {"Berta", "Anna"} & self.bob.names() == {"Berta"})
+        self.assertIn('"Berta",255,4,"(S)",0', self.anna.read("User.ini"))
+        # An alert to a group goes to each of its members who is present.
+        self.anna.send_alert("(Friends)", "Who joins?")
+        self.wire.wait_for("Berta|P/\xdfWho joins?|Bob", start=start)
+        self.assertEqual(self.bob.popup_at_rest()[1], ["Who joins?\r\n"])
+
+    def test_7_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
+        composer, _ = self.anna.open_composer("(All)"), self.anna.open_chat("(All)")
+        self.wire.send("eve|M/\xdfHello!")
+        self.anna.popup_at_rest()
+
+        def windows(*names):
+            return [self.anna.probe.windows(name)[0] for name in names]
+
+        dialog = self._open_options()
+        self.assertEqual([w.enabled for w in windows("frmMain", "frmCom", "frmChat", "frmPop")], [False] * 4)
+        self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 2)
+        box, text = dialog.asked()
+        self.assertEqual((box.text, text), ("Language", "M\xf6chten Sie die Sprache jetzt \xe4ndern?\r\n\r\n"
+                                                        "Do you want to change the language now?"))
+        self.anna.probe.answer(box, "Yes")
+        self.anna.probe.wait_gone(dialog.window)
+        self.assertEqual([(w.text, w.enabled) for w in windows("frmCom", "frmChat", "frmPop")],
+                         [("Nachricht senden - Quillon", True), ("Chat - Quillon", True), ("Quillon", True)])
+        self.assertTrue(self.anna.read("User.ini").startswith('"Deutsch"\r\n'))
+        self._close(self.anna, composer)
+
+        dialog = self._open_options()
+        self.assertEqual(dialog.window.text, "Optionen - Quillon")
+        self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 0)
+        box, text = dialog.asked()
+        self.assertEqual(text, "Do you want to change the language now?")
+        self.anna.probe.answer(box, "No")
+        self.anna.probe.wait_gone(dialog.window)
+        self.assertTrue(self.anna.read("User.ini").startswith('"English"\r\n'))
+        dialog = self._open_options()
+        self.assertEqual(dialog.window.text, "Optionen - Quillon")
+        dialog.press(CLOSE)
+
+    def test_8_who_leaves_leaves_the_conversation(self):
+        at_bob = self.bob.open_chat("carla")
+        self.bob.say(at_bob, "Have a nice evening")
+        self._wait_said(self.carla, self.carla.probe.wait_for("frmChat"), "Bob:\tHave a nice evening\r\n")
+        self.carla.close()
+        probe.wait(lambda: self._participants(self.bob, at_bob) == [])
+        self.assertEqual(self.bob.log()[-1], "carla Removed from chat window")

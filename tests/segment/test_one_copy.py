@@ -1,0 +1,206 @@
+"""One copy, from its first start in a fresh folder to its end, and started once more: the wire, files, windows, icon,
+and floods. The tests run in the order of their numbers."""
+
+import os
+import time
+import unittest
+
+from rig import copies, probe
+
+GREETING = "is now on the network"
+DEFAULT_SETTINGS = '"English"\r\n0\r\n0,0,2505,4605\r\n"{0}","0","4","(B)","0"\r\n0,0,0,0\r\n"0"\r\n""\r\n"0"\r\n""\r\n'
+
+# Command ids of the main window's menus.
+HIDE, STATUS, MOVE = 1009, 1100, 1110
+
+COUNTS = " 2 users online (-0)"
+
+
+class OneCopy(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.rig = copies.Rig()
+        cls.wire = cls.rig.wire
+        cls.copy = cls.rig.copy("anna").start()
+        cls.probe = cls.copy.probe
+        cls.greeting = cls.wire.wait_for(f"anna|M/anna {GREETING}", 30)
+        cls.wire.wait_for("anna|S/0", start=cls.wire.texts().index(cls.greeting.text))
+        time.sleep(0.5)
+
+    def _main(self):
+        return self.probe.windows("frmMain")[0]
+
+    def _command(self, command):
+        self.probe.post(self._main(), probe.WM_COMMAND, command)
+
+    def _wait_hidden(self):
+        probe.wait(lambda: not self._main().visible, complaint="the main window stays")
+
+    def _wait_status_line(self, text):
+        probe.wait(lambda: self.probe.children(self._main(), "Static")[0].text == text, complaint=f"no {text!r}")
+
+    def _keys(self, *keys):
+        for key in keys:
+            self.rig.screen.xdotool("key", key)
+            time.sleep(0.15)
+
+    def _wait_menu(self, count):
+        probe.wait(lambda: sum(menu.visible for menu in self.probe.windows("#32768")) == count,
+                   complaint=f"there are not {count} menus open")
+
+    def _wait_popups(self, count):
+        probe.wait(lambda: len(self.probe.windows("frmPop")) == count, 30, f"there are not {count} popups")
+        return self.probe.windows("frmPop")
+
+    def _wait_answer(self, stranger):
+        """A newcomer is answered within a few seconds, whatever came before."""
+        start = self.wire.mark()
+        self.wire.send(stranger + "|C/0")
+        self.wire.wait_for("Anna|S/0", 15, start)
+
+    def test_01_joins_under_a_temporary_name_then_under_its_own(self):
+        # Its own first packets come back to it, so it answers itself once under either name.
+        quiet = ["_anna|C/ 0", "_anna|S/0", "_anna|M/", "_anna|C/ 0", "_anna|S/0", "_anna|L/"]
+        joined = ["anna|C/ 0", "anna|S/0", self.greeting.text, "anna|M/", "anna|C/ 0", "anna|S/0"]
+        self.assertEqual(self.wire.texts(), quiet + joined)
+        first, leave = self.wire.packets("_anna")[0], self.wire.packets("_anna")[-1]
+        self.assertAlmostEqual(leave.time - first.time, 10.0, delta=1)
+        self.assertLess(self.greeting.time - leave.time, 3)  # at once, but for a machine that is busy
+
+    def test_02_writes_default_settings_and_waits_in_the_notification_area(self):
+        self.assertEqual(self.copy.read("User.ini"), DEFAULT_SETTINGS.format("anna"))
+        self.assertEqual(self.copy.log(), ["Quillon loaded", "  > Settings and language loaded"])
+        for class_name in ("frmMain", "frmSplash"):
+            self.assertEqual([window.visible for window in self.probe.windows(class_name)], [False])
+
+    def test_03_answers_a_newcomer_once(self):
+        start = self.wire.mark()
+        self.wire.send("bob|C/255")
+        self.wire.wait_for("anna|S/0", start=start)
+        self.wire.send("bob|S/1")
+        self.wire.send("bob|S/7")
+        self.wire.send("_carl|M/")
+        probe.wait(lambda: self.wire.texts("anna", start).count("anna|S/0") == 2)
+        time.sleep(0.3)
+        self.assertEqual(self.wire.texts("anna", start), ["anna|M/", "anna|C/ 0", "anna|S/0"] * 2)
+        self.assertEqual(self.copy.roster(), [("(All)", ""), ("anna", "Available"), ("bob", "Alerts Only")])
+        self.assertEqual(self.copy.log()[-1], "Unknow Data Receved (bob: 7)")
+
+    def test_04_the_icon_shows_it_and_hide_hides_it(self):
+        before = self.copy.show_main()
+        self.rig.screen.save(copies.PICTURES + "/main.png")
+        self._command(HIDE)
+        self._wait_hidden()
+        after = self.copy.show_main()
+        self.assertEqual((after.left, after.top, after.width, after.height),
+                         (before.left, before.top, before.width, before.height))
+
+    def test_05_menus_tell_their_help_texts(self):
+        self._keys("alt+q", "Down")
+        self._wait_menu(1)
+        self._wait_status_line("Send an alert to every one")
+        self._keys("Escape", "Escape")
+        self._wait_menu(0)
+        self._wait_status_line(COUNTS)
+
+    def test_06_a_state_is_set_from_the_icons_menu(self):
+        start = self.wire.mark()
+        self.rig.screen.click_tray(button=3)
+        self._wait_menu(1)
+        self._keys("s")
+        self._wait_menu(2)
+        self._keys("Down", "Return")
+        self.wire.wait_for("anna|S/1", start=start)
+        self._wait_menu(0)
+        self._command(STATUS)
+        self.wire.wait_for("anna|S/0", start=start)
+
+    def test_07_moves_into_the_corners_and_forgets_who_leaves(self):
+        self._command(MOVE + 3)
+        probe.wait(lambda: (self._main().right, self._main().bottom) == (1024, 768))
+        self._command(MOVE)
+        probe.wait(lambda: (self._main().left, self._main().top) == (0, 0))
+        self.wire.send("bob|L/")
+        probe.wait(lambda: self.copy.names() == {"(All)", "anna"})
+
+    def test_08_the_icon_comes_back_when_the_shell_starts_anew(self):
+        self._command(HIDE)
+        self._wait_hidden()
+        self.probe.lose_icon(self.probe.windows("TrayIcon")[0])
+        time.sleep(0.5)
+        self.rig.screen.double_click_tray()
+        time.sleep(0.5)
+        self.assertFalse(self._main().visible, "the icon is still there")
+        self.probe.broadcast("TaskbarCreated")
+        time.sleep(0.5)
+        self.assertTrue(self.copy.show_main().visible)
+
+    def test_09_refuses_a_second_copy(self):
+        start, log = self.wire.mark(), self.copy.read("Log.txt")
+        second = self.copy.start_another()
+        box, text = self.copy.wait_for_box()
+        self.assertEqual((box.text, text), ("Quillon", "Previous Instance"))
+        self.probe.answer(box)
+        second.wait(10)
+        self.assertTrue(self.copy.runs())
+        self.assertEqual((self.wire.texts(start=start), self.copy.read("Log.txt")), ([], log))
+
+    def test_10_leaves_in_order(self):
+        start = self.wire.mark()
+        self.copy.close()
+        leave = self.wire.wait_for("anna|L/", start=start)
+        self.assertEqual(self.wire.texts(start=start), ["anna|L/"])
+        self.assertEqual(self.copy.log()[-1], "Quillon unloaded")
+        saved, logged = (os.stat(f"{self.copy.folder}/{name}").st_mtime for name in ("User.ini", "Log.txt"))
+        tolerance = 0.02  # the file system's clock is a coarse one
+        self.assertLess(saved, leave.time + tolerance)
+        self.assertGreater(logged, leave.time - tolerance)
+
+    def test_11_starts_again_with_its_settings_and_plain_menus(self):
+        self.copy.write_settings("Anna", colour=255)
+        start = self.wire.mark()
+        self.copy.start("SaFe")
+        self.wire.wait_for(f"Anna|M/Anna {GREETING}", 30, start)
+        self.assertIn("Anna|C/ 255", self.wire.texts(start=start))
+        time.sleep(0.5)
+        self.copy.show_main()
+        self._keys("alt+q", "Down")
+        self._wait_menu(1)
+        self.rig.screen.save(copies.PICTURES + "/safe-mode.png")
+        self._wait_status_line(" 1 user online (-0)")
+        self._keys("s", "Down", "Down", "Return")
+        self.wire.wait_for("Anna|S/2", start=start)
+        self._wait_menu(0)
+        self._command(STATUS)
+        self.wire.wait_for("Anna|S/0", start=self.wire.texts().index("Anna|S/2"))
+
+    def test_12_noise(self):
+        for size in (0, 1, 2, 3, 100, 1400, 9000, 60000, 65507):
+            for _ in range(4):
+                self.wire.send(os.urandom(size))
+        for text in ("|M/", "||", "noise", "noise|", "noise|X", "noise|C/9e99", "noise|S/1e400", "noise|P/",
+                     "noise|P/|", "noise|M/\0\xdf", "Noise|C/1", "(All)|S/2"):
+            self.wire.send(text)
+        self._wait_answer("after noise")
+
+    def test_13_alerts_by_the_thousand(self):
+        for number in range(3000):
+            self.wire.send(f"crier|M/\xdfAlert {number}")
+        self._wait_answer("after alerts")
+        # Never more than this, and the next one comes in when one goes.
+        popups = self._wait_popups(31)
+        time.sleep(1)
+        self.assertEqual(len(self._wait_popups(31)), 31)
+        self.probe.post(popups[0], probe.WM_CLOSE)
+        self.probe.wait_gone(popups[0])
+        self._wait_popups(31)
+
+    def test_14_notices_come_one_at_a_time(self):
+        for number in range(500):
+            self.wire.send(f"crier|B/Notice {number}")
+        self._wait_answer("after notices")
+        for text in ("Notice 0", "Notice 1"):
+            box, shown = self.copy.wait_for_box()
+            self.assertEqual((box.text, shown), ("crier", text))
+            self.assertEqual(len(self.probe.windows("#32770")), 1)
+            self.probe.answer(box)
