@@ -65,8 +65,7 @@ class Bench {
     });
     Watch("100 language changes", kLanguages, [this](int round) {
       Speak(round % 2 ? "English" : "Deutsch");
-      main_->SetLan();
-      windows_.SetLan();
+      toolkit::Window::SetLanOfAll();
     });
   }
 

@@ -118,10 +118,10 @@ TEST(MenuMnemonic, FirstLettersServeWhereNoMnemonicDoes) {
 }
 
 TEST(MenuTable, SoundTablesOnly) {
-  constexpr MenuRow good[] = {{0, 1, 0, "a"}, {1, 2, 0, "b"}, {2, 3, 0, "c"}, {0, 4, 0, "d"}};
-  constexpr MenuRow twice[] = {{0, 1, 0, "a"}, {0, 1, 0, "b"}};
-  constexpr MenuRow gap[] = {{0, 1, 0, "a"}, {2, 2, 0, "b"}};
-  constexpr MenuRow noId[] = {{0, 0, 0, "a"}};
+  constexpr MenuRow good[] = {{0, 1, "a"}, {1, 2, "b"}, {2, 3, "c"}, {0, 4, "d"}};
+  constexpr MenuRow twice[] = {{0, 1, "a"}, {0, 1, "b"}};
+  constexpr MenuRow gap[] = {{0, 1, "a"}, {2, 2, "b"}};
+  constexpr MenuRow noId[] = {{0, 0, "a"}};
   static_assert(IsSound(good) && !IsSound(twice) && !IsSound(gap) && !IsSound(noId));
   static_assert(OpensSubMenu(good, 0) && OpensSubMenu(good, 1) && !OpensSubMenu(good, 2) && !OpensSubMenu(good, 3));
 }
@@ -130,23 +130,42 @@ TEST(MenuTable, SoundTablesOnly) {
 TEST(MenuTable, PicturesFollowEveryLanguage) {
   support::ProgramFolder folder;
   std::ifstream file(QUILLON_LANGUAGE_FILE, std::ios::binary);
-  folder.Put("Lang.con", std::string(std::istreambuf_iterator<char>(file), {}));
+  const std::string texts(std::istreambuf_iterator<char>(file), {});
+  folder.Put("Lang.con", texts);
+  const MenuTable table = mainwindow::kMainMenu;
   for (const char* language : {"English", "Fran\xE7\x61is", "Deutsch", "Espa\xF1ol", "built in"}) {
     core::gLanguage = language;
-    core::gLangError = language == std::string("built in") ? -1 : 0;
-    if (core::gLangError == 0) core::LoadLang();
+    const bool fromFile = language != std::string("built in");
+    if (fromFile) core::LoadLang();
     ASSERT_EQ(core::gLanguage, language);
+    const std::vector<std::string> captions = AuthoredCaptions(table, fromFile);
     ImageTags tags;
-    TagPictures(mainwindow::kMainMenu, tags);
-    for (const MenuRow& row : mainwindow::kMainMenu) {
-      const CMyItemData data = ParseCaption(AuthoredCaption(row));
-      const bool unseen = IsSeparator(data) && core::gLangError == 0;
-      EXPECT_TRUE(unseen || tags.Find(data.sMenuText, 24) == row.picture) << data.sMenuText;
-      EXPECT_EQ(data.bAsMark, ParseCaption(row.caption).bAsMark) << row.caption;
-      EXPECT_FALSE(data.sMenuText.empty()) << row.caption;
-      EXPECT_TRUE(language != std::string("English") || AuthoredCaption(row) == row.caption) << row.textCode;
+    TagPictures(table, captions, tags);
+    for (std::size_t row = 0; row < table.size(); ++row) {
+      const CMyItemData data = ParseCaption(captions[row]);
+      const bool unseen = IsSeparator(data) && fromFile;
+      EXPECT_TRUE(unseen || tags.Find(data.sMenuText, 24) == table[row].picture) << data.sMenuText;
+      EXPECT_EQ(data.bAsMark, ParseCaption(table[row].caption.builtIn).bAsMark) << data.sMenuText;
+      EXPECT_FALSE(data.sMenuText.empty()) << table[row].caption.builtIn;
+      EXPECT_TRUE(language != std::string("English") || captions[row] == table[row].caption.builtIn) << captions[row];
     }
   }
+}
+
+// A text that the file lacks: its own row is empty, and keeps its kind, and no other row turns English for it.
+TEST(MenuTable, AMissingTextIsEmptyAndLeavesTheOthers) {
+  support::ProgramFolder folder;
+  folder.Put("Lang.con",
+             "Code,English,Deutsch\r\n1,-Head,-Kopf\r\n3,|h|Mark,|h|Marke\r\n6,Close,Zu\r\n8,Name,Name\r\n");
+  core::gLanguage = "Deutsch";
+  core::LoadLang();
+  constexpr MenuRow table[] = {{0, 1, {1, "-Head"}},    {0, 2, {2, "-Head"}},    {0, 3, {4, "#|h|Mark"}},
+                               {0, 4, {5, "|h|Plain"}}, {0, 5, {6, "Close"}, 7}, {0, 6, {8, "*|Help|Name"}, 1, 9}};
+  const std::vector<std::string> captions = AuthoredCaptions(table, true);
+  EXPECT_EQ(captions, (std::vector<std::string>{"-Kopf", "-", "#", "", "Zu", "*Name"}));
+  ImageTags tags;
+  TagPictures(table, captions, tags);
+  EXPECT_EQ(tags.Find("Zu", 24), 7);
 }
 
 TEST(ImageTags, CaptionsThatBeginWithATagIgnoringCase) {

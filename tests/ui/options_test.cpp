@@ -3,8 +3,8 @@
 
 #include "core/globals.h"
 #include "core/language.h"
-#include "tests/support/desktop_test.h"
 #include "support/recording_program.h"
+#include "tests/support/desktop_test.h"
 #include "ui/options/choices.h"
 #include "ui/options/names.h"
 #include "ui/options/sounds.h"
@@ -57,9 +57,8 @@ TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroupAndEmptyGroupsAreNotKept) {
 }
 
 TEST_F(Options, SoundsHaveKeysThatEndInWav) {
-  EXPECT_EQ(SoundsOf("Quiet", "Beep", {"chime.wav", "ALERT.WAV"}),
-            (std::vector<Sound>{
-                {"(S)", "Quiet"}, {"(B)", "Beep"}, {"chime.wav", "chime.wav"}, {"ALERT.WAV.wav", "ALERT.WAV"}}));
+  EXPECT_EQ(SoundsOf({"chime.wav", "ALERT.WAV"}),
+            (std::vector<Sound>{{"(S)", ""}, {"(B)", ""}, {"chime.wav", "chime.wav"}, {"ALERT.WAV.wav", "ALERT.WAV"}}));
 }
 
 TEST_F(Options, ChoicesAreAppliedInOrder) {

@@ -12,7 +12,7 @@
 #include "ui/conversation/chat_menu.h"
 #include "ui/conversation/chat_text.h"
 #include "ui/conversation/frm_chat.h"
-#include "ui/toolkit/menu/menu_builder.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -364,7 +364,7 @@ TEST_F(ChatTest, TheLanguageChangesInOpenWindows) {
   Open("anna|");
   windows.OpenComposer("bob|");
   Speak("Deutsch");
-  windows.SetLan();
+  toolkit::Window::SetLanOfAll();
   EXPECT_NE(ChildOf(hwnd(), "Button", "&Senden"), nullptr);
   EXPECT_EQ(support::TextOf(lblStat()), " 1 Benutzer in diesem Chat");
   EXPECT_NE(ChildOf(support::WindowsOf("frmCom").at(0), "Static", core::GetText(4003)), nullptr);

@@ -13,7 +13,7 @@
 #include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
-#include "ui/toolkit/menu/menu_builder.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/screen.h"
 
 namespace mainwindow {

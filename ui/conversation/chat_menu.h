@@ -36,22 +36,22 @@ enum Id : unsigned {
 }  // namespace chatmenu
 
 inline constexpr toolkit::MenuRow kChatMenu[] = {
-    {0, chatmenu::mnuView, 3101, "&View"},
-    {1, chatmenu::mnuExportSep, 3102, "-Export"},
-    {1, chatmenu::mnuExportT, 3103, "|Save chat dialog to text file|Export to Text File", res::kMenuExportText},
-    {1, chatmenu::mnuExportC, 3104, "|Copy chat dialog to clipboard|Export To Clipboard", res::kMenuExportClipboard},
-    {1, chatmenu::mnuOptionsSep, 3105, "-View Options"},
-    {1, chatmenu::mnuOnTop, 3106, "#|Make this window stay visible|Keep On Top"},
-    {1, chatmenu::mnuCLS, 3107, "|Clear the chat dialog|&Clear", res::kMenuClear},
-    {1, chatmenu::mnuViewStat, 3108, "#|Show/hide this bar|&Status Bar"},
-    {1, chatmenu::mnuTime, 3109, "#|Add the time to each msg|&Add Time"},
-    {1, chatmenu::mnuExitSep, 3110, "-Exit"},
-    {1, chatmenu::mnuClose, 3111, "|Close this window|&Close", res::kMenuClose},
-    {0, chatmenu::mnuUsers, 3112, "&Users"},
-    {1, chatmenu::mnuUsersSep, 3113, "-User List Options"},
-    {1, chatmenu::mnuAdd, 3114, "|Add user to 'recieve' list|&Add User", res::kMenuAddUser},
-    {1, chatmenu::mnuOnlineSep, 3115, "-Users Online"},
-    {1, chatmenu::mnuRemove, 3116, "|Remove selected user from list|&Remove User", res::kMenuRemoveUser},
+    {0, chatmenu::mnuView, {3101, "&View"}},
+    {1, chatmenu::mnuExportSep, {3102, "-Export"}},
+    {1, chatmenu::mnuExportT, {3103, "|Save chat dialog to text file|Export to Text File"}, res::kMenuExportText},
+    {1, chatmenu::mnuExportC, {3104, "|Copy chat dialog to clipboard|Export To Clipboard"}, res::kMenuExportClipboard},
+    {1, chatmenu::mnuOptionsSep, {3105, "-View Options"}},
+    {1, chatmenu::mnuOnTop, {3106, "#|Make this window stay visible|Keep On Top"}},
+    {1, chatmenu::mnuCLS, {3107, "|Clear the chat dialog|&Clear"}, res::kMenuClear},
+    {1, chatmenu::mnuViewStat, {3108, "#|Show/hide this bar|&Status Bar"}},
+    {1, chatmenu::mnuTime, {3109, "#|Add the time to each msg|&Add Time"}},
+    {1, chatmenu::mnuExitSep, {3110, "-Exit"}},
+    {1, chatmenu::mnuClose, {3111, "|Close this window|&Close"}, res::kMenuClose},
+    {0, chatmenu::mnuUsers, {3112, "&Users"}},
+    {1, chatmenu::mnuUsersSep, {3113, "-User List Options"}},
+    {1, chatmenu::mnuAdd, {3114, "|Add user to 'recieve' list|&Add User"}, res::kMenuAddUser},
+    {1, chatmenu::mnuOnlineSep, {3115, "-Users Online"}},
+    {1, chatmenu::mnuRemove, {3116, "|Remove selected user from list|&Remove User"}, res::kMenuRemoveUser},
 };
 static_assert(toolkit::IsSound(kChatMenu));
 

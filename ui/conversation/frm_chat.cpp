@@ -5,7 +5,6 @@
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
-#include "core/language.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
 #include "ui/conversation/chat_layout.h"
@@ -24,10 +23,7 @@ using toolkit::Twips;
 using toolkit::operator""_dp;
 
 constexpr int kFirstButton = 101;
-constexpr toolkit::ToolButton kButtons[] = {{'s', 3002, "&Send", res::kToolbarSend}};
-
-constexpr char kCaption[] = "Chating - Quillon";
-constexpr int kCaptionCode = 3001;
+constexpr toolkit::ToolButton kButtons[] = {{'s', {3002, "&Send"}, res::kToolbarSend}};
 
 // Leaves room in the datagram for the names and marks around the text.
 constexpr WPARAM kMaxText = 60000;
@@ -61,10 +57,11 @@ FrmChat::FrmChat(const core::Roster& roster, const MainList& mainList, net::Mess
     : mainList_(mainList), messenger_(messenger), participants_(roster, mainList.lvUsers), barTop_(kFirstBarTop) {}
 
 void FrmChat::Make(std::string_view participants) {
-  Create({.className = "frmChat"}, kCaption, {});
+  Create({.className = "frmChat"}, {3001, "Chating - Quillon"}, {});
   if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
   CreateControls();
-  SetUpMenus();
+  AddMenu(menu_);
+  menu_.Check(chatmenu::mnuViewStat, statVisible_);
   participants_.AddUsers(participants);
 }
 
@@ -75,7 +72,8 @@ void FrmChat::Load() {
   MoveToSharedPlace();
   UsersChanged();
   LayOut();
-  PrepareMenus();
+  menu_.menuHelp = [this](const std::string& text) { status_.ShowHelp(text); };
+  menu_.DrawItems();
 }
 
 // In the order in which Tab visits them.
@@ -86,9 +84,7 @@ void FrmChat::CreateControls() {
   txtMsg.Create(hwnd());
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
-  tbSnd.Create(hwnd(), kFirstButton, kButtons);
-  AnswersKeysOf(tbSnd);
-  toolkit::EnableKeyboardNavigation(tbSnd.hwnd());
+  AddToolbar(tbSnd, kFirstButton, kButtons);
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
   ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10_dp), Px(10_dp), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
@@ -99,14 +95,8 @@ void FrmChat::CreateControls() {
 }
 
 void FrmChat::SetLan() {
-  if (core::CaptionsFromTable()) {
-    ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
-    tbSnd.SetLan();
-    ::SetWindowTextA(cmdDSnd, core::GetText(kButtons[0].textCode).c_str());
-    SetMenuCaptions();
-  }
+  Window::SetLan();
   UpdateStat();
-  LayOut();
 }
 
 // Off every screen (one was taken away since) nobody would find it.
@@ -239,7 +229,7 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   if (imgSep.Handle(message, wParam, lParam)) return message == WM_SETCURSOR ? TRUE : 0;
   switch (message) {
     case WM_SIZE:
-      if (menu_ && wParam != SIZE_MINIMIZED) LayOut();
+      if (menu_.handle() && wParam != SIZE_MINIMIZED) LayOut();
       return 0;
     case WM_GETMINMAXINFO:
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));

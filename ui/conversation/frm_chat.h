@@ -14,7 +14,7 @@
 #include "ui/conversation/participants.h"
 #include "ui/conversation/splitter_bar.h"
 #include "ui/conversation/users_online.h"
-#include "ui/toolkit/menu/cool_menu.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/status_line.h"
 #include "ui/toolkit/toolbar.h"
@@ -56,7 +56,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   // Stores the window's place, unless it is minimised, as the place of the next chat window.
   void SavePos() const;
 
-  void SetLan();
+  void SetLan() override;
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -65,7 +65,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   bool TranslateInText(const MSG& key);
   void CreateControls();
   void MoveToSharedPlace();
-  void LayOut();
+  void LayOut() override;
   void MoveBar(toolkit::Twips way);
   void LimitSize(MINMAXINFO& limits) const;
   toolkit::Twips BarTop(toolkit::Twips wanted) const;
@@ -79,12 +79,8 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void Close();
 
   // frm_chat_menus.cpp
-  void SetUpMenus();
-  void PrepareMenus();
-  void SetMenuCaptions();
   void MenuOpens(HMENU menu);
   bool Commanded(int id);
-  void Check(unsigned id, bool checked);
   void mnuExportT_Click();
   void mnuExportC_Click();
   void mnuCLS_Click();
@@ -118,8 +114,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   bool flashing_ = false, wheelTurning_ = false;
   ULONGLONG shownAt_ = 0;  // for reading, milliseconds since the system started; 0 = never
 
-  HMENU menu_ = nullptr;           // the window's, and destroyed with it
-  toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
+  toolkit::WindowMenu menu_{kChatMenu, toolkit::MenuKind::Bar};
 };
 
 }  // namespace conversation

@@ -7,55 +7,27 @@
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_chat.h"
 #include "ui/conversation/users_menu.h"
-#include "ui/toolkit/save/frm_save.h"
-#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/pictures.h"
+#include "ui/toolkit/save/frm_save.h"
 
 namespace conversation {
 namespace {
 
 using namespace chatmenu;
 
-constexpr toolkit::SaveTitle kExportTitle{3202, "Export Chat"};
-
-toolkit::MenuStyle Style() { return core::gSafe ? toolkit::MenuStyle::Plain : toolkit::MenuStyle::OwnerDrawn; }
+constexpr toolkit::Caption kExportTitle{3202, "Export Chat"};
 
 }  // namespace
 
-void FrmChat::SetUpMenus() {
-  menu_ = toolkit::BuildMenu(kChatMenu, toolkit::MenuKind::Bar, Style()).release();
-  ::SetMenu(hwnd(), menu_);
-  Check(mnuViewStat, statVisible_);
-}
-
-void FrmChat::PrepareMenus() {
-  if (core::gSafe) return;
-  coolMenu_.Attach(hwnd());
-  coolMenu_.look.ilHandle = toolkit::SharedPictures(res::Strip::Menu);
-  coolMenu_.help.MenuHelp = [this](const std::string& text) { status_.ShowHelp(text); };
-  toolkit::TagPictures(kChatMenu, coolMenu_.imageTags);
-  coolMenu_.AddMenuBar();
-}
-
-void FrmChat::SetMenuCaptions() {
-  toolkit::TagPictures(kChatMenu, coolMenu_.imageTags);
-  coolMenu_.ChangeCaptions([this] { toolkit::SetCaptions(menu_, kChatMenu, Style()); });
-  ::DrawMenuBar(hwnd());
-}
-
 void FrmChat::MenuOpens(HMENU menu) {
-  const auto remove = toolkit::FindItem(menu_, mnuRemove);
+  const auto remove = menu_.Find(mnuRemove);
   if (!remove || remove->menu != menu) return;
-  const bool selected = participants_.Rows().SelectedCount() > 0;
-  ::EnableMenuItem(menu, mnuRemove, selected ? MF_ENABLED : MF_GRAYED);
+  menu_.Enable(mnuRemove, participants_.Rows().SelectedCount() > 0);
   if (!usersOnlineStale_) return;
   usersOnlineStale_ = false;
   if (!lstUsers.Take(mainList_.lvUsers)) return;
-  FillUsersMenu(menu, lstUsers.Names(), Style());
-  coolMenu_.Convert();
+  FillUsersMenu(menu_, lstUsers.Names());
 }
-
-void FrmChat::Check(unsigned id, bool checked) { ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED); }
 
 const FrmChat::Command FrmChat::kCommands[] = {
     {IDOK, &FrmChat::Send},  // of cmdDSnd
@@ -93,7 +65,7 @@ void FrmChat::mnuExportC_Click() { CopyText(hwnd(), txtMsg.RichText()); }
 
 void FrmChat::mnuOnTop_Click() {
   onTop_ = !onTop_;
-  Check(mnuOnTop, onTop_);
+  menu_.Check(mnuOnTop, onTop_);
   toolkit::SetTopMost(hwnd(), onTop_);
 }
 
@@ -103,13 +75,13 @@ void FrmChat::mnuCLS_Click() {
 
 void FrmChat::mnuViewStat_Click() {
   statVisible_ = !statVisible_;
-  Check(mnuViewStat, statVisible_);
+  menu_.Check(mnuViewStat, statVisible_);
   LayOut();
 }
 
 void FrmChat::mnuTime_Click() {
   addTime_ = !addTime_;
-  Check(mnuTime, addTime_);
+  menu_.Check(mnuTime, addTime_);
 }
 
 // Those whom the user has selected in the main window; groups stand for their present members.

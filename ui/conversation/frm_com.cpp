@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "core/event_loop.h"
-#include "core/language.h"
 #include "core/log.h"
 #include "core/text.h"
 #include "net/packet.h"
@@ -20,16 +19,9 @@ using toolkit::Px;
 
 constexpr int kFirstButton = 101;
 constexpr toolkit::ToolButton kButtons[] = {
-    {'s', 4004, "&Send", res::kToolbarSend},
-    {'c', 4005, "&Close", res::kToolbarClose},
+    {'s', {4004, "&Send"}, res::kToolbarSend},
+    {'c', {4005, "&Close"}, res::kToolbarClose},
 };
-
-constexpr char kCaption[] = "Send Message - Quillon";
-constexpr int kCaptionCode = 4001;
-constexpr struct {
-  const char* text;
-  int textCode;
-} kLabels[] = {{"To", 4002}, {"Message", 4003}};
 
 // Leaves room in the datagram for the names and marks around the text.
 constexpr WPARAM kMaxText = 60000;
@@ -54,7 +46,7 @@ void Place(HWND control, const Area& area) {
 void FrmCom::Load() {
   const RECT work = toolkit::WorkAreaPixels();
   const Area place = CentredIn({work.left, work.top, work.right, work.bottom}, Px(kComposerWidth), Px(kComposerHeight));
-  Create({.className = "frmCom"}, kCaption, {place.left, place.top, place.right, place.bottom});
+  Create({.className = "frmCom"}, {4001, "Send Message - Quillon"}, {place.left, place.top, place.right, place.bottom});
   CreateControls();
   SetLan();
   core::RunPendingEvents();
@@ -62,25 +54,15 @@ void FrmCom::Load() {
 }
 
 void FrmCom::CreateControls() {
-  TB.Create(hwnd(), kFirstButton, kButtons);
-  AnswersKeysOf(TB);
-  toolkit::EnableKeyboardNavigation(TB.hwnd());
-  lblCap[0] = AddControl("STATIC", kLabels[0].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  AddToolbar(TB, kFirstButton, kButtons);
+  lblCap[0] = AddControl("STATIC", {4002, "To"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   const HWND list = AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE);
   lvUsers.Attach(list, recipients_.Rows(), toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(0, "User", 0);
-  lblCap[1] = AddControl("STATIC", kLabels[1].text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+  lblCap[1] = AddControl("STATIC", {4003, "Message"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
   ::SetWindowSubclass(txtMsg, KeepSelection, 0, 0);
-}
-
-void FrmCom::SetLan() {
-  if (!core::CaptionsFromTable()) return;
-  ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
-  for (int i = 0; i < 2; ++i) ::SetWindowTextA(lblCap[i], core::GetText(kLabels[i].textCode).c_str());
-  TB.SetLan();
-  LayOut();
 }
 
 void FrmCom::LayOut() {

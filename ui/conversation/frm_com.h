@@ -29,8 +29,6 @@ class FrmCom : public toolkit::Window {
   // In front, with the keyboard in the text.
   void ShowForTyping();
 
-  void SetLan();
-
   // True from the moment a text is on its way until the window is gone: it takes no more recipients.
   bool Sending() const { return sending_; }
 
@@ -39,7 +37,7 @@ class FrmCom : public toolkit::Window {
   bool Translate(MSG& message) override;
   bool TranslateInText(const MSG& key);
   void CreateControls();
-  void LayOut();
+  void LayOut() override;
   void FitColumn();
   void RowsChanged();
   void LimitSize(MINMAXINFO& limits) const;

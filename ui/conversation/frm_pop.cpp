@@ -4,22 +4,21 @@
 
 #include "core/files.h"
 #include "core/globals.h"
-#include "core/language.h"
-#include "core/process.h"
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "core/text.h"
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
-#include "ui/conversation/popup_menu.h"
 #include "ui/conversation/recipients.h"
-#include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
+#include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
 namespace {
+
+using namespace popupmenu;
 
 using toolkit::Px;
 using toolkit::Tw;
@@ -28,8 +27,7 @@ constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
 constexpr int kCloseId = 101, kDropId = 102, kPictureId = 103;
 constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
-constexpr int kCaptionCode = 5001;
-constexpr toolkit::SaveTitle kExportTitle{5201, "Export Alert"};
+constexpr toolkit::Caption kExportTitle{5201, "Export Alert"};
 
 // The colours of the flashing: the second is the one of selected text, white on most desktops.
 constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
@@ -62,17 +60,13 @@ FrmPop::FrmPop(Alert alert, std::int32_t colour, PopupCommands commands)
       alertHeight_(core::gAlertHeight) {}
 
 void FrmPop::Open() {
-  Create({"frmPop", WS_POPUP | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW}, core::kProgramName, {});
+  Create({"frmPop", WS_POPUP | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW}, {5001, "Quillon"}, {});
   if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
   ::SetTimer(hwnd(), kTimer, kFlashInterval, nullptr);
   CreateControls();
   SetLan();
   Build();
   PlaceAndShow();
-}
-
-void FrmPop::SetLan() {
-  if (core::CaptionsFromTable()) ::SetWindowTextA(hwnd(), core::GetText(kCaptionCode).c_str());
 }
 
 void FrmPop::CreateControls() {
@@ -83,6 +77,8 @@ void FrmPop::CreateControls() {
   lblMsg.SetForeColour(toolkit::TextColour(colour_));
   lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
   lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
+  AddMenu(mnuPop);
+  mnuPop.DrawItems();
 }
 
 void FrmPop::Build() {
@@ -199,10 +195,13 @@ void FrmPop::Clicked(int id) {
   if (id == kDropId) lblDrop_Click();
 }
 
+// Below the button or, at the screen's edge, beside it.
 void FrmPop::lblDrop_Click() {
-  RECT button{};
-  ::GetWindowRect(lblDrop.hwnd(), &button);
-  Chosen(ShowPopupMenu(hwnd(), button));
+  TPMPARAMS around{sizeof around, {}};
+  ::GetWindowRect(lblDrop.hwnd(), &around.rcExclude);
+  constexpr UINT how = TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_RETURNCMD;
+  Chosen(static_cast<unsigned>(
+      ::TrackPopupMenuEx(mnuPop.handle(), how, around.rcExclude.left, around.rcExclude.bottom, hwnd(), &around)));
 }
 
 void FrmPop::Chosen(unsigned command) {

@@ -11,6 +11,8 @@
 #include "ui/conversation/glyph_button.h"
 #include "ui/conversation/message_label.h"
 #include "ui/conversation/popup_layout.h"
+#include "ui/conversation/popup_menu.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/window.h"
 
 namespace conversation {
@@ -30,8 +32,6 @@ class FrmPop : public toolkit::Window {
 
   // Builds, places, shows and starts it. Throws core::Err::OutOfMemory when the desktop has no room for another window.
   void Open();
-
-  void SetLan();
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -58,6 +58,7 @@ class FrmPop : public toolkit::Window {
   const std::int32_t colour_;
   const PopupCommands commands_;
 
+  toolkit::WindowMenu mnuPop{kPopupMenu, toolkit::MenuKind::PopUp};
   MessageLabel lblMsg;
   GlyphButton lblClose, lblDrop;
   HWND picImg = nullptr, lblSender = nullptr;

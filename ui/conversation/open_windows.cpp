@@ -3,8 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "ui/toolkit/save/frm_save.h"
-
 namespace conversation {
 
 OpenWindows::OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger)
@@ -91,13 +89,6 @@ void OpenWindows::BlockSender(const std::string& sender) {
   roster_.AddBlocked(sender);
   alerts_.Forget(sender);
   if (composer_) composer_->RefreshRows();
-}
-
-void OpenWindows::SetLan() {
-  if (composer_) composer_->SetLan();
-  for (const auto& popup : popups_) popup->SetLan();
-  for (const auto& chat : chats_) static_cast<FrmChat&>(*chat).SetLan();
-  toolkit::FrmSave::SetLanOfAll();
 }
 
 }  // namespace conversation

@@ -38,9 +38,6 @@ class OpenWindows : public net::Conversations {
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
-  // The captions of all open windows anew, after a change of the language.
-  void SetLan();
-
  private:
   std::shared_ptr<FrmCom> Composer();
   PopupCommands Commands();

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "ui/conversation/chat_menu.h"
-#include "ui/toolkit/menu/menu_builder.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/screen.h"
 
@@ -50,18 +49,19 @@ void BreakColumn(HMENU menu, int position) {
 
 }  // namespace
 
-void FillUsersMenu(HMENU menu, const std::vector<std::string>& names, toolkit::MenuStyle style) {
-  RemoveEntries(menu);
-  const auto end = toolkit::FindItem(menu, mnuRemove);
-  int position = end ? end->position : ::GetMenuItemCount(menu);
+void FillUsersMenu(toolkit::WindowMenu& menu, const std::vector<std::string>& names) {
+  RemoveEntries(menu.Find(mnuRemove)->menu);
+  auto place = *menu.Find(mnuRemove);
   const std::size_t offered = std::min(names.size(), kMostOffered), column = EntriesInColumn();
-  for (std::size_t i = 0; i < offered; ++i, ++position) {
-    toolkit::InsertCaption(menu, position, mnuUser + static_cast<unsigned>(i), Shown(names[i]), style);
-    if (i > 0 && i % column == 0) BreakColumn(menu, position);
+  for (std::size_t i = 0; i < offered; ++i, ++place.position) {
+    menu.Insert(place, mnuUser + static_cast<unsigned>(i), Shown(names[i]));
+    if (i > 0 && i % column == 0) BreakColumn(place.menu, place.position);
   }
-  if (offered == names.size()) return;
-  toolkit::InsertCaption(menu, position, mnuMore, kMore, style);
-  ::EnableMenuItem(menu, mnuMore, MF_BYCOMMAND | MF_GRAYED);
+  if (offered < names.size()) {
+    menu.Insert(place, mnuMore, kMore);
+    menu.Enable(mnuMore, false);
+  }
+  menu.ItemsChanged();
 }
 
 }  // namespace conversation

@@ -1,17 +1,15 @@
 // mnuUser: the users online as an array of menu entries.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/menu/menu_table.h"
+#include "ui/toolkit/menu/window_menu.h"
 
 namespace conversation {
 
-// Puts the names, the first of them when there are many, in place of those that stood before mnuRemove in a menu. Entry
+// Puts the names, the first of them when there are many, in place of those that stood before mnuRemove. Entry
 // number i has the id mnuUser + i, so that a choice does not depend on what the caption shows of the name.
-void FillUsersMenu(HMENU menu, const std::vector<std::string>& names, toolkit::MenuStyle style);
+void FillUsersMenu(toolkit::WindowMenu& menu, const std::vector<std::string>& names);
 
 }  // namespace conversation

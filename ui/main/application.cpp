@@ -76,21 +76,11 @@ void Application::ShowOptionsAtStartUp() { ShowOptions(true); }
 // The icon in the notification area can ask for the dialog while it is open.
 void Application::ShowOptions(bool atStartUp) {
   if (frmOpt_) return frmOpt_->Raise();
-  frmOpt_ = std::make_shared<options::FrmOpt>(
-      *this,
-      options::OptCommands{.languageChanged = [this] { SetLan(); }, .shutDown = [this] { core::ShutDown(*this); }});
+  frmOpt_ = std::make_shared<options::FrmOpt>(*this, [this] { core::ShutDown(*this); });
   frmOpt_->onDestroyed = [this] { frmOpt_.reset(); };
   frmOpt_->atStartUp = atStartUp;
   frmOpt_->Load();
   toolkit::RunModal(*frmOpt_);
-}
-
-void Application::SetLan() {
-  LoadMain();
-  frmMain_->SetLan();
-  conversations_.SetLan();
-  if (frmAbout_ && frmAbout_->hwnd()) frmAbout_->SetLan();
-  if (frmOpt_) frmOpt_->SetLan();
 }
 
 void Application::ShowTray() { frmMain_->ShowTray(); }

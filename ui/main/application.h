@@ -41,7 +41,6 @@ class Application : public core::Program {
   void DataArrived(std::string_view data);
   void ShowAbout();
   void ShowOptions(bool atStartUp);
-  void SetLan();
 
   UserRoster users_;
   net::BroadcastSocket sktBC_;

@@ -3,12 +3,11 @@
 #include <array>
 
 #include "core/globals.h"
-#include "core/language.h"
 #include "core/process.h"
 #include "ui/main/web_links.h"
+#include "ui/toolkit/links.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/links.h"
 
 namespace mainwindow {
 namespace {
@@ -27,10 +26,6 @@ toolkit::Font NameFont() {
   return toolkit::Font(::CreateFontIndirectA(&font));
 }
 
-std::string VersionLine(const std::string& word) { return word + " " + core::gVersion; }
-
-std::string LinkMarkup(const std::string& caption) { return "<a>" + caption + "</a>"; }
-
 }  // namespace
 
 void FrmAbout::Load() {
@@ -40,7 +35,7 @@ void FrmAbout::Load() {
   const RECT area = toolkit::WorkAreaPixels();
   ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
                (area.top + area.bottom - place.bottom - place.top) / 2);
-  Create({"frmAbout", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, "About Quillon", place);
+  Create({"frmAbout", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, {7001, "About Quillon"}, place);
 
   icon_ = toolkit::LoadProgramIcon(Px(kIconSide));
   nameFont_ = NameFont();
@@ -48,17 +43,21 @@ void FrmAbout::Load() {
   picIcon_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kIconId);
   lblName_ = AddControl("STATIC", core::kProgramName, label);
   ::SendMessageA(lblName_, WM_SETFONT, reinterpret_cast<WPARAM>(nameFont_.get()), FALSE);
-  lblVersion_ = AddControl("STATIC", VersionLine("Version").c_str(), label);
-  lblMaker_ = AddControl("STATIC", "Made by Vextant", label);
-  lblRights_ = AddControl("STATIC", "All rights reserved.", label);
-  lnkWeb_ = AddControl(kLinkClass, LinkMarkup("Visit our web site").c_str(), WS_TABSTOP, 0, kLinkId);
-  cmdClose_ = AddControl("BUTTON", "&Close", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
-  Place();
+  lblVersion_ = AddControl("STATIC", "", label);
+  AddCaption({7002, "Version"},
+             [this](const std::string& word) { ::SetWindowTextA(lblVersion_, (word + " " + core::gVersion).c_str()); });
+  lblMaker_ = AddControl("STATIC", {7003, "Made by Vextant"}, label);
+  lblRights_ = AddControl("STATIC", {7004, "All rights reserved."}, label);
+  lnkWeb_ = AddControl(kLinkClass, "", WS_TABSTOP, 0, kLinkId);
+  AddCaption({7005, "Visit our web site"},
+             [this](const std::string& text) { ::SetWindowTextA(lnkWeb_, ("<a>" + text + "</a>").c_str()); });
+  cmdClose_ = AddControl("BUTTON", {7006, "&Close"}, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
+  LayOut();
   SetLan();
   FocusFirst(cmdClose_);
 }
 
-void FrmAbout::Place() {
+void FrmAbout::LayOut() {
   const int left = Px(kMargin + kIconSide + kMargin), width = Px(kWidth - kMargin) - left;
   ::MoveWindow(picIcon_, Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide), FALSE);
   const std::array<std::pair<HWND, toolkit::Twips>, 5> lines{
@@ -66,17 +65,6 @@ void FrmAbout::Place() {
   for (const auto& [line, top] : lines)
     ::MoveWindow(line, left, Px(top), width, Px(line == lblName_ ? 26_dp : 18_dp), FALSE);
   ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp), FALSE);
-}
-
-void FrmAbout::SetLan() {
-  if (!core::CaptionsFromTable()) return;
-  const std::array<std::pair<HWND, std::string>, 6> captions{{{hwnd(), core::GetText(7001)},
-                                                              {lblVersion_, VersionLine(core::GetText(7002))},
-                                                              {lblMaker_, core::GetText(7003)},
-                                                              {lblRights_, core::GetText(7004)},
-                                                              {lnkWeb_, LinkMarkup(core::GetText(7005))},
-                                                              {cmdClose_, core::GetText(7006)}}};
-  for (const auto& [window, caption] : captions) ::SetWindowTextA(window, caption.c_str());
 }
 
 LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

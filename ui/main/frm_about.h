@@ -11,11 +11,9 @@ class FrmAbout : public toolkit::Window {
   // Creates the window, hidden, in the middle of the work area.
   void Load();
 
-  void SetLan();
-
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void Place();
+  void LayOut() override;
 
   HWND lblName_ = nullptr, lblVersion_ = nullptr, lblMaker_ = nullptr, lblRights_ = nullptr, lnkWeb_ = nullptr,
        cmdClose_ = nullptr;

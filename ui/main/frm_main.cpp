@@ -21,9 +21,9 @@ using toolkit::operator""_dp;
 
 constexpr int kFirstToolId = 100;
 constexpr std::array<ToolButton, 3> kToolButtons{{
-    {'a', 1002, "&Alert", res::kToolbarAlert},
-    {'l', 1003, "&Chat", res::kToolbarChat},
-    {'b', 1004, "&Block", res::kToolbarBlock},
+    {'a', {1002, "&Alert"}, res::kToolbarAlert},
+    {'l', {1003, "&Chat"}, res::kToolbarChat},
+    {'b', {1004, "&Block"}, res::kToolbarBlock},
 }};
 
 constexpr UINT_PTR kTmrMnu = 1;
@@ -52,8 +52,7 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
     : users_(users), messenger_(messenger), commands_(std::move(commands)) {}
 
 void FrmMain::Load() {
-  Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, core::kProgramName, {0, 0, Px(200_dp), Px(320_dp)});
-  captioned_ = core::CaptionsFromTable();
+  Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, {1001, "Quillon"}, {0, 0, Px(200_dp), Px(320_dp)});
   SetLan();
   SetUpInt();
 }
@@ -63,18 +62,16 @@ void FrmMain::Furnish() {
   furnished_ = true;
   toolkit::LoadCommonControls();
   CreateControls();
-  if (captioned_) SetCaptions();  // of all controls, also when the first captions have met a missing text
-  SetUpMenus();                   // after the captions were asked for: without any language it keeps the built-in ones
+  SetUpMenus();
+  users_.UpdateStat();
   SetUpTray();
   LayOut();
   tmrMnu.Start(hwnd(), kTmrMnu);
 }
 
 void FrmMain::CreateControls() {
-  TB.Create(hwnd(), kFirstToolId, kToolButtons);
+  AddToolbar(TB, kFirstToolId, kToolButtons);
   TB.Indent(Px(kToolMargin));
-  AnswersKeysOf(TB);
-  toolkit::EnableKeyboardNavigation(TB.hwnd());
   // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
@@ -86,17 +83,11 @@ void FrmMain::CreateControls() {
 }
 
 void FrmMain::SetLan() {
-  if (!core::CaptionsFromTable()) return;
+  const bool language = core::CaptionsFromTable();
+  Window::SetLan();
+  if (!language) return;
   core::LoadLangConsts();
-  ::SetWindowTextA(hwnd(), core::GetText(1001).c_str());
-  if (furnished_) SetCaptions();
-}
-
-void FrmMain::SetCaptions() {
-  TB.SetLan();
-  SetMenuCaptions();
   users_.UpdateStat();
-  LayOut();
 }
 
 void FrmMain::SetUpInt() {

@@ -9,7 +9,7 @@
 #include "net/messenger.h"
 #include "ui/main/main_menu.h"
 #include "ui/main/user_roster.h"
-#include "ui/toolkit/menu/cool_menu.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/resting_timer.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
@@ -52,7 +52,7 @@ class FrmMain : public toolkit::Window {
   // Shows the window and brings it to the front.
   void ShowMe();
 
-  void SetLan();
+  void SetLan() override;
 
   // Something has changed that the window shows: for the roster's owner, on every packet. A hidden window rests all the
   // same, and follows a few times a second.
@@ -64,10 +64,9 @@ class FrmMain : public toolkit::Window {
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   void CreateControls();
-  void SetCaptions();
   void SetUpInt();
   void SetUpMenus();
-  void LayOut();
+  void LayOut() override;
   void LayOutColumns(toolkit::Twips list);
   void Resized(WPARAM kind);
   void LimitSize(MINMAXINFO& limits) const;
@@ -81,8 +80,6 @@ class FrmMain : public toolkit::Window {
   void mnuPop_PopUp();
   void tmrMnu_Timer();
   void SetUpTray();
-  void SetMenuCaptions();
-  void CheckItem(unsigned id, bool checked);
   void ShowMenuState();
   void ShowStateIcon();
   void ShowStatus();
@@ -105,9 +102,8 @@ class FrmMain : public toolkit::Window {
   toolkit::RowsView lvUsers;
   toolkit::TrayIcon TI;
   toolkit::RestingTimer tmrMnu;
-  HMENU menu_ = nullptr;           // the window's, and destroyed with it
-  toolkit::WndCoolMenu coolMenu_;  // not attached in safe mode
-  bool furnished_ = false, captioned_ = false;
+  toolkit::WindowMenu menu_{kMainMenu, toolkit::MenuKind::Bar};
+  bool furnished_ = false;
   bool statBarVisible_ = true;
   bool stayHidden_ = false;
   bool statusStale_ = true;

@@ -4,54 +4,34 @@
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
 #include "ui/main/web_links.h"
-#include "ui/toolkit/menu/menu_builder.h"
+#include "ui/toolkit/links.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/links.h"
 
 namespace mainwindow {
 namespace {
-
-toolkit::MenuStyle Style() { return core::gSafe ? toolkit::MenuStyle::Plain : toolkit::MenuStyle::OwnerDrawn; }
 
 std::string EverybodyList() { return std::string(kEverybody) + "|"; }
 
 }  // namespace
 
 void FrmMain::SetUpMenus() {
-  menu_ = toolkit::BuildMenu(kMainMenu, toolkit::MenuKind::Bar, Style()).release();
-  ::SetMenu(hwnd(), menu_);
-  if (!core::gSafe) {
-    coolMenu_.Attach(hwnd());
-    coolMenu_.look.ilHandle = toolkit::SharedPictures(res::Strip::Menu);
-    coolMenu_.help.MenuHelp = [this](const std::string& text) { HelpObj_MenuHelp(text); };
-    toolkit::TagPictures(kMainMenu, coolMenu_.imageTags);
-    coolMenu_.AddMenuBar();
-  }
-  CheckItem(mnuStat, true);
-  CheckItem(mnuStatBar, true);
+  AddMenu(menu_);
+  menu_.menuHelp = [this](const std::string& text) { HelpObj_MenuHelp(text); };
+  menu_.DrawItems();
+  menu_.Check(mnuStat, true);
+  menu_.Check(mnuStatBar, true);
   ShowMenuState();
 }
-
-void FrmMain::SetMenuCaptions() {
-  if (!menu_) return;
-  toolkit::TagPictures(kMainMenu, coolMenu_.imageTags);
-  coolMenu_.ChangeCaptions([this] { toolkit::SetCaptions(menu_, kMainMenu, Style()); });
-  ::DrawMenuBar(hwnd());
-}
-
-void FrmMain::CheckItem(unsigned id, bool checked) { ::CheckMenuItem(menu_, id, checked ? MF_CHECKED : MF_UNCHECKED); }
 
 // Of Show Main Window and Hide the menu offers the one that makes sense.
 void FrmMain::ShowMenuState() {
   const bool visible = ::IsWindowVisible(hwnd()) != FALSE;
   if (visible == visibleSeen_) return;
   visibleSeen_ = visible;
-  coolMenu_.ChangeCaptions([this, visible] {
-    toolkit::SetRowShown(menu_, kMainMenu, Style(), mnuShowMe, !visible);
-    toolkit::SetRowShown(menu_, kMainMenu, Style(), mnuHide, visible);
-  });
+  menu_.SetShown(mnuShowMe, !visible);
+  menu_.SetShown(mnuHide, visible);
 }
 
 const FrmMain::Command FrmMain::kCommands[] = {
@@ -98,7 +78,7 @@ void FrmMain::AnswerEnter() {
 }
 
 void FrmMain::mnuStat_Click(unsigned state) {
-  for (unsigned i = 0; i < kStates; ++i) CheckItem(mnuStat + i, i == state);
+  for (unsigned i = 0; i < kStates; ++i) menu_.Check(mnuStat + i, i == state);
   core::gStatus = static_cast<std::int16_t>(state);
   ShowStateIcon();
   messenger_.SendState();
@@ -106,7 +86,7 @@ void FrmMain::mnuStat_Click(unsigned state) {
 
 void FrmMain::mnuStatBar_Click() {
   statBarVisible_ = !statBarVisible_;
-  CheckItem(mnuStatBar, statBarVisible_);
+  menu_.Check(mnuStatBar, statBarVisible_);
   LayOut();
 }
 
@@ -142,7 +122,7 @@ void FrmMain::mnuPop_PopUp() {
   POINT pointer{};
   ::GetCursorPos(&pointer);
   ::SetForegroundWindow(hwnd());
-  ::TrackPopupMenu(::GetSubMenu(menu_, 0), TPM_RIGHTBUTTON, pointer.x, pointer.y, 0, hwnd(), nullptr);
+  ::TrackPopupMenu(::GetSubMenu(menu_.handle(), 0), TPM_RIGHTBUTTON, pointer.x, pointer.y, 0, hwnd(), nullptr);
   ::PostMessageA(hwnd(), WM_NULL, 0, 0);
 }
 

@@ -16,7 +16,7 @@ class FrmSplash : public toolkit::Window {
   void Load();
 
   // Its texts are not translated: it stands while the language file has only just been read.
-  void SetLan() {}
+  void SetLan() override {}
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -302,7 +302,7 @@ void FrmOpt::Accept() {
 
 void FrmOpt::CloseClicked() {
   if (accepting_) return;
-  if (atStartUp) return commands_.shutDown();
+  if (atStartUp) return shutDown_();
   toolkit::CloseModal(*this);
 }
 
@@ -322,7 +322,7 @@ void FrmOpt::ChangeLanguage() {
     core::gLanguage = former;
     throw;
   }
-  commands_.languageChanged();
+  SetLanOfAll();
 }
 
 }  // namespace options

@@ -20,14 +20,10 @@
 
 namespace options {
 
-struct OptCommands {
-  std::function<void()> languageChanged;  // every open window has to caption itself anew, this one too
-  std::function<void()> shutDown;
-};
-
 class FrmOpt : public toolkit::Window {
  public:
-  FrmOpt(core::Program& program, OptCommands commands) : program_(program), commands_(std::move(commands)) {}
+  // `shutDown`: ends the program, when the dialog is closed at start-up.
+  FrmOpt(core::Program& program, std::function<void()> shutDown) : program_(program), shutDown_(std::move(shutDown)) {}
 
   // Set before the dialog is shown: the own name is another user's, and closing the dialog ends the program.
   bool atStartUp = false;
@@ -46,8 +42,6 @@ class FrmOpt : public toolkit::Window {
   void SetPos(int position);         // 1 to 4; any other number presses none
   void SetCol(std::int32_t colour);  // a colour that is not among the sixteen selects none
   void AddCols();                    // the swatches
-
-  void SetLan();
 
  private:
   enum PageIndex : std::size_t { kUser, kInterface, kSecurity, kGroups, kPages };
@@ -71,7 +65,7 @@ class FrmOpt : public toolkit::Window {
   HWND AddLabel(std::size_t page, std::size_t label);
   HWND AddBox(std::size_t page, int id, WPARAM limit);
   void PlaceWindow();
-  void LayOut();
+  void LayOut() override;
   void LayOutUser();
   void LayOutInterface();
   void LayOutList(std::size_t page, HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list);
@@ -100,7 +94,7 @@ class FrmOpt : public toolkit::Window {
   void FillBlocked();
 
   core::Program& program_;
-  OptCommands commands_;
+  const std::function<void()> shutDown_;
 
   toolkit::Toolbar tbOpt, TB, tbSnd, tbSec, tbGroups;
   std::array<std::shared_ptr<Page>, kPages> picOpt;

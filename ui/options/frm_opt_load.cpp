@@ -3,14 +3,13 @@
 
 #include "core/files.h"
 #include "core/globals.h"
-#include "core/language.h"
 #include "core/runtime_error.h"
 #include "ui/options/drawn_images.h"
 #include "ui/options/frm_opt.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
-#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/pictures.h"
+#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/toolbar.h"
@@ -54,10 +53,6 @@ void MakeRadio(HWND toolbar, int firstId, int count) {
   }
 }
 
-std::string TextOr(int code, const char* builtIn) {
-  return core::CaptionsFromTable() ? core::GetText(code) : std::string(builtIn);
-}
-
 void AddIcon(HIMAGELIST list, res::Strip strip, int picture, int side) {
   ::ImageList_ReplaceIcon(list, -1, toolkit::LoadPicture(strip, picture, side).get());
 }
@@ -95,16 +90,13 @@ void PaintPreview(HDC dc, const RECT& client) {
 void FrmOpt::Load() {
   // A window without a visible owner has a button in the task bar.
   const HWND active = ::GetActiveWindow(), owner = ::IsWindowVisible(active) ? active : nullptr;
-  Create({"frmOpt", kOptStyle, kOptExStyle, COLOR_BTNFACE}, "Options - Quillon", {}, owner);
-  tbOpt.Create(hwnd(), kFirstPageButton, kPageButtons);
+  Create({"frmOpt", kOptStyle, kOptExStyle, COLOR_BTNFACE}, {2001, "Options - Quillon"}, {}, owner);
+  AddToolbar(tbOpt, kFirstPageButton, kPageButtons);
   MakeRadio(tbOpt.hwnd(), kFirstPageButton, kPages);
   CreatePages();
   for (HWND& line : lines_) line = AddControl("STATIC", "", SS_ETCHEDHORZ);
-  TB.Create(hwnd(), kFirstCommandButton, kCommandButtons);
-  for (const toolkit::Toolbar* toolbar : {&tbOpt, &TB, &tbSnd, &tbSec, &tbGroups}) {
-    KeepInOneLine(toolbar->hwnd());
-    toolkit::EnableKeyboardNavigation(toolbar->hwnd());
-  }
+  AddToolbar(TB, kFirstCommandButton, kCommandButtons);
+  for (const toolkit::Toolbar* toolbar : {&tbOpt, &TB, &tbSnd, &tbSec, &tbGroups}) KeepInOneLine(toolbar->hwnd());
   SetLan();
   PlaceWindow();
   AddCols();
@@ -130,7 +122,7 @@ void FrmOpt::CreatePages() {
 }
 
 HWND FrmOpt::AddLabel(std::size_t page, std::size_t label) {
-  return lblcap[label] = picOpt[page]->AddControl("STATIC", kLabelTexts[label].text, kLabelStyle);
+  return lblcap[label] = picOpt[page]->AddControl("STATIC", kLabelTexts[label], kLabelStyle);
 }
 
 HWND FrmOpt::AddBox(std::size_t page, int id, WPARAM limit) {
@@ -146,7 +138,7 @@ void FrmOpt::CreateUserPage() {
   AddLabel(kUser, kColourLabel);
   lvCol = page.AddControl(WC_LISTVIEWA, "", kSwatchListStyle, WS_EX_CLIENTEDGE);
   ListView_SetExtendedListViewStyle(lvCol, LVS_EX_DOUBLEBUFFER);
-  Frame1 = page.AddControl("BUTTON", "Prevew", BS_GROUPBOX | WS_CLIPSIBLINGS);
+  Frame1 = page.AddControl("BUTTON", {2010, "Prevew"}, BS_GROUPBOX | WS_CLIPSIBLINGS);
   picPrevew = std::make_shared<Page>();
   picPrevew->Load(page.hwnd(), "picPrevew");
   picPrevew->paint = PaintPreview;
@@ -167,19 +159,20 @@ void FrmOpt::CreateInterfacePage() {
   AddLabel(kInterface, kLanguageLabel);
   CMBlang = page.AddControl("COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0, kLanguageBox);
   for (const char* language : kLanguages) ::SendMessageA(CMBlang, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(language));
-  chkStartUp = page.AddControl("BUTTON", "&Run Quillon on StartUp", BS_AUTOCHECKBOX | WS_TABSTOP, 0, kStartUpBox);
+  chkStartUp =
+      page.AddControl("BUTTON", {2014, "&Run Quillon on StartUp"}, BS_AUTOCHECKBOX | WS_TABSTOP, 0, kStartUpBox);
   AddLabel(kInterface, kSoundLabel);
   imlSnd = SoundPictures();
   lvSnd.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                imlSnd.get());
-  tbSnd.Create(page.hwnd(), kFirstSoundButton, kSoundButtons);
+  page.AddToolbar(tbSnd, kFirstSoundButton, kSoundButtons);
 }
 
 void FrmOpt::CreateSecurityPage() {
   Page& page = *picOpt[kSecurity];
   AddLabel(kSecurity, kBlockLabel);
   txtBlock = AddBox(kSecurity, kBlockBox, kMostOtherName);
-  tbSec.Create(page.hwnd(), kFirstBlockButton, kBlockButtons);
+  page.AddToolbar(tbSec, kFirstBlockButton, kBlockButtons);
   lvBlock.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                  toolkit::SharedPictures(res::Strip::Roster));
   cmdDAdd = page.AddControl("BUTTON", "", 0, 0, kBlockEnter);
@@ -190,32 +183,11 @@ void FrmOpt::CreateGroupsPage() {
   Page& page = *picOpt[kGroups];
   AddLabel(kGroups, kGroupsLabel);
   txtGroups = AddBox(kGroups, kGroupBox, kMostOtherName);
-  tbGroups.Create(page.hwnd(), kFirstGroupButton, kGroupButtons);
+  page.AddToolbar(tbGroups, kFirstGroupButton, kGroupButtons);
   tvGroups.Attach(page.AddControl(WC_TREEVIEWA, "", GroupTree::kStyle, WS_EX_CLIENTEDGE),
                   toolkit::SharedPictures(res::Strip::Roster));
   cmdGroups = page.AddControl("BUTTON", "<Enter Detect>", 0, 0, kGroupEnter);
   ::ShowWindow(cmdGroups, SW_HIDE);
-}
-
-void FrmOpt::SetLan() {
-  if (core::CaptionsFromTable()) {
-    ::SetWindowTextA(hwnd(), core::GetText(2001).c_str());
-    tbOpt.SetLan();
-    TB.SetLan();
-    for (std::size_t i = 0; i < lblcap.size(); ++i)
-      if (const int code = kLabelTexts[i].textCode) ::SetWindowTextA(lblcap[i], core::GetText(code).c_str());
-    ::SetWindowTextA(Frame1, core::GetText(2010).c_str());
-    tbSnd.SetLan();
-    ::SetWindowTextA(chkStartUp, core::GetText(2014).c_str());
-    tbSec.SetLan();
-    tbGroups.SetLan();
-  }
-  tvGroups.SetRootText(TextOr(2201, "Groups"));
-  if (lvSnd.Count() > 1) {
-    lvSnd.SetText(0, TextOr(2202, "(Silent)"));
-    lvSnd.SetText(1, TextOr(2203, "(Beep)"));
-  }
-  LayOut();
 }
 
 void FrmOpt::AddCols() {
@@ -255,12 +227,17 @@ void FrmOpt::AddPos() {
 
 void FrmOpt::AddSnd() {
   const std::vector<std::string> lstWav = WaveFiles();
-  sounds_ = SoundsOf(TextOr(2202, "(Silent)"), TextOr(2203, "(Beep)"), lstWav);
+  sounds_ = SoundsOf(lstWav);
   lvSnd.Clear();
   for (std::size_t i = 0; i < sounds_.size(); ++i)
     lvSnd.Add(sounds_[i].text, static_cast<int>(std::min<std::size_t>(i, kWavePicture)));
+  AddCaption({2202, "(Silent)"}, [this](const std::string& text) { lvSnd.SetText(0, text); });
+  AddCaption({2203, "(Beep)"}, [this](const std::string& text) { lvSnd.SetText(1, text); });
 }
 
-void FrmOpt::AddGroups() { tvGroups.AddRoot(TextOr(2201, "Groups")); }
+void FrmOpt::AddGroups() {
+  tvGroups.AddRoot();
+  AddCaption({2201, "Groups"}, [this](const std::string& text) { tvGroups.SetRootText(text); });
+}
 
 }  // namespace options

@@ -29,24 +29,24 @@ enum ControlId : int {
 };
 
 inline constexpr toolkit::ToolButton kPageButtons[] = {
-    {'u', 2002, "&User", res::kToolbarUser},
-    {'i', 2003, "&Interface", res::kToolbarInterface},
-    {'s', 2004, "&Securety", res::kToolbarSecurity},
-    {'g', 2005, "&Groups", res::kToolbarGroups},
+    {'u', {2002, "&User"}, res::kToolbarUser},
+    {'i', {2003, "&Interface"}, res::kToolbarInterface},
+    {'s', {2004, "&Securety"}, res::kToolbarSecurity},
+    {'g', {2005, "&Groups"}, res::kToolbarGroups},
 };
 inline constexpr toolkit::ToolButton kCommandButtons[] = {
-    {'a', 2006, "&Accept", res::kToolbarAccept},
-    {'c', 2007, "&Close", res::kToolbarClose},
+    {'a', {2006, "&Accept"}, res::kToolbarAccept},
+    {'c', {2007, "&Close"}, res::kToolbarClose},
 };
-inline constexpr toolkit::ToolButton kSoundButtons[] = {{'t', 2013, "&Test", res::kToolbarTest}};
+inline constexpr toolkit::ToolButton kSoundButtons[] = {{'t', {2013, "&Test"}, res::kToolbarTest}};
 inline constexpr toolkit::ToolButton kBlockButtons[] = {
-    {'a', 2016, "&Add", res::kToolbarAdd},
-    {'r', 2017, "&Remove", res::kToolbarRemove},
+    {'a', {2016, "&Add"}, res::kToolbarAdd},
+    {'r', {2017, "&Remove"}, res::kToolbarRemove},
 };
 inline constexpr toolkit::ToolButton kGroupButtons[] = {
-    {'n', 2019, "&New", res::kToolbarNew},
-    {'a', 2020, "&Add", res::kToolbarAdd},
-    {'r', 2021, "&Remove", res::kToolbarRemove},
+    {'n', {2019, "&New"}, res::kToolbarNew},
+    {'a', {2020, "&Add"}, res::kToolbarAdd},
+    {'r', {2021, "&Remove"}, res::kToolbarRemove},
 };
 
 enum Label : std::size_t {
@@ -60,18 +60,15 @@ enum Label : std::size_t {
   kLanguageLabel,
   kLabels
 };
-inline constexpr struct {
-  const char* text;
-  int textCode;  // 0 = the same in every language
-} kLabelTexts[] = {
-    {"Screen Colour", 2008},
-    {"Screen Name", 2009},
-    {"New Message Position", 2011},
-    {"Play sound on new message?", 2012},
-    {"Alert height:", 2022},
-    {"Block Users", 2015},
-    {"Groups", 2018},
-    {"Language/Langage/Sprache/Lenguaje:", 0},
+inline constexpr toolkit::Caption kLabelTexts[] = {
+    {2008, "Screen Colour"},
+    {2009, "Screen Name"},
+    {2011, "New Message Position"},
+    {2012, "Play sound on new message?"},
+    {2022, "Alert height:"},
+    {2015, "Block Users"},
+    {2018, "Groups"},
+    "Language/Langage/Sprache/Lenguaje:",
 };
 static_assert(std::size(kLabelTexts) == kLabels);
 

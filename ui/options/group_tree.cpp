@@ -49,7 +49,7 @@ HTREEITEM GroupTree::Insert(HTREEITEM parent, NodeKind kind, const std::string& 
   return reinterpret_cast<HTREEITEM>(::SendMessageA(hwnd_, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
-void GroupTree::AddRoot(const std::string& text) { root_ = Insert(TVI_ROOT, NodeKind::Root, text); }
+void GroupTree::AddRoot() { root_ = Insert(TVI_ROOT, NodeKind::Root, ""); }
 
 void GroupTree::SetRootText(const std::string& text) {
   TVITEMA item{};

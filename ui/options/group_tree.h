@@ -26,7 +26,7 @@ class GroupTree {
 
   HWND hwnd() const { return hwnd_; }
 
-  void AddRoot(const std::string& text);
+  void AddRoot();
   void SetRootText(const std::string& text);
 
   // Replaces all groups, each unfolded.

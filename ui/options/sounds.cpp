@@ -8,8 +8,8 @@ std::string SoundKey(std::string_view file) {
   return key;
 }
 
-std::vector<Sound> SoundsOf(std::string_view silence, std::string_view beep, const std::vector<std::string>& files) {
-  std::vector<Sound> sounds{{"(S)", std::string(silence)}, {"(B)", std::string(beep)}};
+std::vector<Sound> SoundsOf(const std::vector<std::string>& files) {
+  std::vector<Sound> sounds{{"(S)", ""}, {"(B)", ""}};
   for (const std::string& file : files) sounds.push_back({SoundKey(file), file});
   return sounds;
 }

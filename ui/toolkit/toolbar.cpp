@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/language.h"
 #include "core/text.h"
 #include "ui/toolkit/menu/menu_mnemonic.h"
 #include "ui/toolkit/pictures.h"
@@ -129,19 +128,15 @@ void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> butto
     button.idCommand = firstId + static_cast<int>(i);
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = BTNS_BUTTON;
-    button.iString = reinterpret_cast<INT_PTR>(buttons[i].caption);
+    button.iString = reinterpret_cast<INT_PTR>(buttons[i].caption.builtIn);
     ::SendMessageA(hwnd_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
-    captions_.emplace_back(buttons[i].caption);
+    captions_.emplace_back(buttons[i].caption.builtIn);
   }
 }
 
 void Toolbar::Indent(int pixels) {
   indent_ = pixels;
   ::SendMessageA(hwnd_, TB_SETINDENT, static_cast<WPARAM>(pixels), 0);
-}
-
-void Toolbar::SetLan() {
-  for (std::size_t i = 0; i < buttons_.size(); ++i) SetCaption(i, core::GetText(buttons_[i].textCode));
 }
 
 void Toolbar::SetCaption(std::size_t index, const std::string& caption) {

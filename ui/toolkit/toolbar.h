@@ -9,13 +9,14 @@
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/caption.h"
+
 namespace toolkit {
 
 struct ToolButton {
-  char key;             // lower case; what a click is dispatched by
-  int textCode;         // of its caption in the language file
-  const char* caption;  // built in, with its mnemonic
-  int picture;          // index into the toolbar strip
+  char key;  // lower case; what a click is dispatched by
+  Caption caption;
+  int picture;  // index into the toolbar strip
 };
 
 class Toolbar {
@@ -28,8 +29,8 @@ class Toolbar {
   // Free pixels before the first button.
   void Indent(int pixels);
 
-  // Captions from the language table.
-  void SetLan();
+  // Of the button at this place of the table.
+  void SetCaption(std::size_t index, const std::string& caption);
 
   void Enable(char key, bool enabled);
 
@@ -45,7 +46,6 @@ class Toolbar {
 
  private:
   void SetWidths(int spare);
-  void SetCaption(std::size_t index, const std::string& caption);
 
   HWND hwnd_ = nullptr;
   int firstId_ = 0;

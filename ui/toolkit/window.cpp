@@ -2,11 +2,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <new>
 #include <set>
 
+#include "core/language.h"
 #include "core/message_box.h"
 #include "core/runtime_error.h"
+#include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 
@@ -63,6 +66,7 @@ LRESULT Guarded(Event event) {
 }  // namespace
 
 Window::~Window() {
+  std::erase(open_, this);
   if (hwnd_) ::DestroyWindow(hwnd_);
 }
 
@@ -81,19 +85,56 @@ void Window::Register(const WindowStyle& style) {
   ::RegisterClassExA(&windowClass);
 }
 
-void Window::Create(const WindowStyle& style, const char* caption, RECT place, HWND owner) {
+void Window::Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner) {
   Register(style);
-  ::CreateWindowExA(style.exStyle, style.className, caption, style.style, place.left, place.top,
+  ::CreateWindowExA(style.exStyle, style.className, title.builtIn, style.style, place.left, place.top,
                     place.right - place.left, place.bottom - place.top, owner, nullptr, Instance(), this);
+  AddCaption(title, [this](const std::string& text) { ::SetWindowTextA(hwnd_, text.c_str()); });
 }
 
-HWND Window::AddControl(const char* className, const char* text, DWORD style, DWORD exStyle, int id) {
+HWND Window::AddControl(const char* className, const Caption& text, DWORD style, DWORD exStyle, int id) {
   const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
   const HWND control = ::CreateWindowExA(exStyle, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, hwnd_, menu,
                                          Instance(), nullptr);
-  ::SetWindowTextA(control, text);  // the text of a window in the making is limited to 32 K characters
   ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
+  // The text of a window in the making is limited to 32 K characters.
+  AddCaption(text, [control](const std::string& shown) { ::SetWindowTextA(control, shown.c_str()); });
   return control;
+}
+
+void Window::AddToolbar(Toolbar& toolbar, int firstId, std::span<const ToolButton> buttons) {
+  toolbar.Create(hwnd_, firstId, buttons);
+  EnableKeyboardNavigation(toolbar.hwnd());
+  toolbars_.push_back(&toolbar);
+  for (std::size_t i = 0; i < buttons.size(); ++i)
+    AddCaption(buttons[i].caption, [&toolbar, i](const std::string& text) { toolbar.SetCaption(i, text); });
+}
+
+void Window::AddMenu(WindowMenu& menu) {
+  menu_ = &menu;
+  menu.Create(hwnd_, fromLanguageFile_);
+}
+
+// A child window's captions are those of the window around it, which outlives it.
+void Window::AddCaption(const Caption& caption, std::function<void(const std::string& text)> show) {
+  Window* around = Of(::GetAncestor(hwnd_, GA_ROOT));
+  Window& owner = around ? *around : *this;
+  show(caption.Text(owner.fromLanguageFile_));
+  if (caption.code != 0) owner.captions_.push_back({caption, std::move(show)});
+}
+
+void Window::SetLan() {
+  if (!core::CaptionsFromTable()) return;
+  fromLanguageFile_ = true;
+  for (const ShownCaption& shown : captions_) shown.show(shown.caption.Text(true));
+  if (menu_) menu_->SetCaptions(true);
+  LayOut();
+}
+
+void Window::SetLanOfAll() {
+  const std::vector<Window*> windows = open_;
+  for (Window* window : windows)
+    if (std::ranges::find(open_, window) != open_.end()) window->SetLan();
 }
 
 void Window::Raise() {
@@ -110,6 +151,7 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
     Window* created = static_cast<Window*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
     created->hwnd_ = hwnd;
     SetObject(hwnd, created);
+    open_.push_back(created);
   }
   Window* self = ObjectOf(hwnd);
   // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
@@ -118,6 +160,7 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
   const LRESULT result = Guarded([&] { return self->Handle(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     SetObject(hwnd, nullptr);
+    std::erase(open_, self);
     self->hwnd_ = nullptr;
     Guarded([&] {
       if (self->onDestroyed) self->onDestroyed();

@@ -9,12 +9,16 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/caption.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace toolkit {
+
+class WindowMenu;
 
 struct WindowStyle {
   const char* className;
@@ -44,14 +48,36 @@ class Window : public std::enable_shared_from_this<Window> {
 
   std::string Text() const;
 
+  // Captions the window and everything in it in the language in force. Whether captions come from the language file is
+  // decided here, once for all parts and until the next call: a text that the file lacks is shown empty, and the others
+  // do not turn English beside it. While they do not come from there, the window keeps the captions that it has.
+  virtual void SetLan();
+
+  // After a change of the language: every open window, in the order in which they were made.
+  static void SetLanOfAll();
+
  protected:
   Window() = default;
 
   // Creates the window, hidden, at a place in pixels. Call it after the window has its shared_ptr.
-  void Create(const WindowStyle& style, const char* caption, RECT place, HWND owner = nullptr);
+  void Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner = nullptr);
 
   // A child control in the dialog font. Its place comes from the layout.
-  HWND AddControl(const char* className, const char* text, DWORD style, DWORD exStyle = 0, int id = 0);
+  HWND AddControl(const char* className, const Caption& text, DWORD style, DWORD exStyle = 0, int id = 0);
+
+  // A toolbar that answers Alt+letter and the other keys. The ids of its buttons are firstId, firstId + 1, ... in the
+  // order of the table.
+  void AddToolbar(Toolbar& toolbar, int firstId, std::span<const ToolButton> buttons);
+
+  // The window's menu.
+  void AddMenu(WindowMenu& menu);
+
+  // Hands a text to `show` now and after each change of the language, in the language of the window around this one if
+  // this is a child of it. AddControl and AddToolbar do so with theirs.
+  void AddCaption(const Caption& caption, std::function<void(const std::string& text)> show);
+
+  // Gives all controls their places; called when captions have changed, too.
+  virtual void LayOut() {}
 
   // The control that gets the keyboard when the window is activated for the first time. Giving it at once would
   // activate a hidden window.
@@ -61,9 +87,6 @@ class Window : public std::enable_shared_from_this<Window> {
   void ControlReplaced(HWND before, HWND now) {
     if (lastFocus_ == before) lastFocus_ = now;
   }
-
-  // Toolbars whose captions answer Alt+letter.
-  void AnswersKeysOf(Toolbar& toolbar) { toolbars_.push_back(&toolbar); }
 
   // One message. The base answers what every window answers alike and hands the rest to Windows.
   virtual LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
@@ -79,9 +102,19 @@ class Window : public std::enable_shared_from_this<Window> {
   void RaiseNext() const;
   friend bool FilterMessage(MSG& message);
 
+  struct ShownCaption {
+    Caption caption;
+    std::function<void(const std::string& text)> show;
+  };
+
+  static inline std::vector<Window*> open_;  // in the order of making, children too
+
   HWND hwnd_ = nullptr;
   HWND lastFocus_ = nullptr;  // where the keyboard was when the window lost it
   std::vector<Toolbar*> toolbars_;
+  WindowMenu* menu_ = nullptr;
+  std::vector<ShownCaption> captions_;  // those of child windows too
+  bool fromLanguageFile_ = false;       // whether the captions come from there
 };
 
 // The filter of the event loop: dialog keys of whichever of our windows the message belongs to, and F6, which leads

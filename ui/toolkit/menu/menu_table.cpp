@@ -4,14 +4,23 @@
 #include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
+namespace {
 
-std::string AuthoredCaption(const MenuRow& row) {
-  if (row.textCode == 0 || !core::CaptionsFromTable()) return row.caption;
-  if (row.helpCode == 0) return core::GetText(row.textCode);
-  CMyItemData data = ParseCaption(row.caption);
-  data.sMenuText = core::GetText(row.textCode);
-  data.sMenuHelp = core::GetText(row.helpCode);
+std::string AuthoredCaption(const MenuRow& row, bool fromLanguageFile) {
+  std::string text = row.caption.Text(fromLanguageFile);
+  if (!text.empty() && (row.helpCode == 0 || !fromLanguageFile)) return text;
+  CMyItemData data = ParseCaption(row.caption.builtIn);
+  data.sMenuText = std::move(text);
+  data.sMenuHelp = row.helpCode == 0 ? std::string() : core::GetText(row.helpCode);
   return RestoreCaption(data);
+}
+
+}  // namespace
+
+std::vector<std::string> AuthoredCaptions(MenuTable table, bool fromLanguageFile) {
+  std::vector<std::string> captions;
+  for (const MenuRow& row : table) captions.push_back(AuthoredCaption(row, fromLanguageFile));
+  return captions;
 }
 
 std::string PlainCaption(std::string_view authored) {
@@ -19,10 +28,10 @@ std::string PlainCaption(std::string_view authored) {
   return IsSeparator(data) ? std::string() : data.sMenuText;
 }
 
-void TagPictures(MenuTable table, ImageTags& tags) {
+void TagPictures(MenuTable table, std::span<const std::string> captions, ImageTags& tags) {
   tags.Clear();
-  for (const MenuRow& row : table)
-    if (row.picture != kNoPicture) tags.Add(row.picture, ParseCaption(AuthoredCaption(row)).sMenuText);
+  for (std::size_t row = 0; row < table.size(); ++row)
+    if (table[row].picture != kNoPicture) tags.Add(table[row].picture, ParseCaption(captions[row]).sMenuText);
 }
 
 }  // namespace toolkit

@@ -9,7 +9,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "ui/toolkit/caption.h"
 #include "ui/toolkit/menu/image_tags.h"
 
 namespace toolkit {
@@ -19,17 +21,13 @@ inline constexpr int kNoPicture = -1;
 struct MenuRow {
   int level;  // 0 = the menu itself (a bar or a pop-up); rows of a deeper level fill the row above them
   unsigned id;
-  int textCode;         // caption in the language file, 0 when the built-in one always stays
-  const char* caption;  // built-in, English, in the caption language
+  Caption caption;  // in the caption language
   int picture = kNoPicture;
-  int helpCode = 0;  // where name and help text are texts of their own: the code of the help text, textCode being
-                     // that of the name; the mark is the one of the built-in caption
+  int helpCode = 0;  // where name and help text are texts of their own: the code of the help text, that of the caption
+                     // being the code of the name; the mark is the one of the built-in caption
 };
 
 using MenuTable = std::span<const MenuRow>;
-
-// Plain = safe mode: captions without marks and help texts, heads as plain separators, drawn by the system.
-enum class MenuStyle { OwnerDrawn, Plain };
 
 // A row is a sub-menu when deeper rows follow it.
 constexpr bool OpensSubMenu(MenuTable table, std::size_t row) {
@@ -48,13 +46,15 @@ constexpr bool IsSound(MenuTable table) {
   return true;
 }
 
-// The row's authored caption: from the language file while captions come from there, else the built-in one.
-std::string AuthoredCaption(const MenuRow& row);
+// The captions of all rows, as authored. A row whose text the language file lacks is empty, but stays the kind of item
+// that it is.
+std::vector<std::string> AuthoredCaptions(MenuTable table, bool fromLanguageFile);
 
-// What safe mode shows of an authored caption; empty for a separator.
+// What safe mode shows of an authored caption; empty for a separator. Safe mode has no marks and no help texts, and its
+// heads are plain separators.
 std::string PlainCaption(std::string_view authored);
 
-// Tags every image of the table with the captions of its rows, in the current language, in place of all former tags.
-void TagPictures(MenuTable table, ImageTags& tags);
+// Tags every image of the table with the captions of its rows, in place of all former tags.
+void TagPictures(MenuTable table, std::span<const std::string> captions, ImageTags& tags);
 
 }  // namespace toolkit

@@ -6,8 +6,8 @@
 #include "core/message_box.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
-#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/modal.h"
+#include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
 #include "ui/toolkit/screen.h"
 
@@ -16,8 +16,7 @@ namespace {
 
 enum ControlId : int { kSave = IDOK, kClose = IDCANCEL, kDrive = 101, kFolders, kFiles, kName, kType };
 
-constexpr int kFirstLabelCode = 6002, kSaveCode = 6005, kCloseCode = 6006, kCannotOpenCode = 6201;
-constexpr const char* kLabels[] = {"File Type:", "File Name:", "Look in:"};
+constexpr int kCannotOpenCode = 6201;
 enum Label { kTypeLabel, kNameLabel, kFolderLabel };
 
 constexpr Twips kWidth = 480_dp, kHeight = 360_dp, kMinWidth = 380_dp, kMinHeight = 260_dp;
@@ -49,20 +48,11 @@ std::vector<IconList::Entry> FolderEntries(const std::vector<std::string>& steps
 
 }  // namespace
 
-std::string AskSaveName(const SaveTitle& title) {
+std::string AskSaveName(const Caption& title) {
   const auto dialog = std::make_shared<FrmSave>(title);
   dialog->Load();
   RunModal(*dialog);
   return dialog->Result();
-}
-
-FrmSave::FrmSave(const SaveTitle& title) : title_(title) { open_.push_back(this); }
-
-FrmSave::~FrmSave() { std::erase(open_, this); }
-
-void FrmSave::SetLanOfAll() {
-  for (FrmSave* form : open_)
-    if (form->hwnd()) form->SetLan();
 }
 
 void FrmSave::Load() {
@@ -72,41 +62,32 @@ void FrmSave::Load() {
   const RECT area = WorkAreaPixels();
   ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
                (area.top + area.bottom - place.bottom - place.top) / 2);
-  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, title_.builtIn, place, ::GetActiveWindow());
+  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, title_, place, ::GetActiveWindow());
   CreateControls();
   SetLan();
+  LayOut();
   OrTell([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
   ::SetFocus(txtFileName);
 }
 
 // In the order of the Tab key.
 void FrmSave::CreateControls() {
-  Label1[kFolderLabel] = AddControl("STATIC", kLabels[kFolderLabel], kLabelStyle);
+  Label1[kFolderLabel] = AddControl("STATIC", {6004, "Look in:"}, kLabelStyle);
   Drive1 = AddControl("COMBOBOX", "", kDropDown, 0, kDrive);
   Dir1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFolders));
   List1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFiles));
-  Label1[kNameLabel] = AddControl("STATIC", kLabels[kNameLabel], kLabelStyle);
+  Label1[kNameLabel] = AddControl("STATIC", {6003, "File Name:"}, kLabelStyle);
   txtFileName = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, kName);
-  Label1[kTypeLabel] = AddControl("STATIC", kLabels[kTypeLabel], kLabelStyle);
+  Label1[kTypeLabel] = AddControl("STATIC", {6002, "File Type:"}, kLabelStyle);
   txtFileType = AddControl("COMBOBOX", "", kDropDown, 0, kType);
-  cmdSave = AddControl("BUTTON", "&Save", BS_DEFPUSHBUTTON | WS_TABSTOP, 0, kSave);
-  cmdClose = AddControl("BUTTON", "&Close", WS_TABSTOP, 0, kClose);
+  cmdSave = AddControl("BUTTON", {6005, "&Save"}, BS_DEFPUSHBUTTON | WS_TABSTOP, 0, kSave);
+  cmdClose = AddControl("BUTTON", {6006, "&Close"}, WS_TABSTOP, 0, kClose);
   ::SendMessageA(txtFileName, EM_SETLIMITTEXT, MAX_PATH - 1, 0);
   for (const char* type : kSaveTypes) ::SendMessageA(txtFileType, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(type));
   ::SendMessageA(txtFileType, CB_SETCURSEL, 0, 0);
   drives_ = Drives();
   for (const std::string& root : drives_)
     ::SendMessageA(Drive1, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(DriveCaption(root).c_str()));
-}
-
-void FrmSave::SetLan() {
-  if (core::CaptionsFromTable()) {
-    ::SetWindowTextA(hwnd(), core::GetText(title_.textCode).c_str());
-    for (int i = 0; i < 3; ++i) ::SetWindowTextA(Label1[i], core::GetText(kFirstLabelCode + i).c_str());
-    ::SetWindowTextA(cmdSave, core::GetText(kSaveCode).c_str());
-    ::SetWindowTextA(cmdClose, core::GetText(kCloseCode).c_str());
-  }
-  LayOut();
 }
 
 void FrmSave::LayOut() {

@@ -10,29 +10,17 @@
 
 namespace toolkit {
 
-// What the user is asked for: a text of the language file, or the built-in one without a language.
-struct SaveTitle {
-  int textCode = 6001;
-  const char* builtIn = "Save File";
-};
-
 // Asks for a file name, modally, beginning in the user's documents. Returns the full path with the extension of the
 // chosen type (".txt" or ".rtf"), empty when the user closed the window. Writing the file is the caller's; one that
 // exists may be chosen.
-std::string AskSaveName(const SaveTitle& title);
+std::string AskSaveName(const Caption& title);
 
 class FrmSave : public Window {
  public:
-  explicit FrmSave(const SaveTitle& title = {});
-  ~FrmSave() override;
-
-  // The captions of those that are open.
-  static void SetLanOfAll();
+  explicit FrmSave(const Caption& title = {6001, "Save File"}) : title_(title) {}
 
   // Creates the window, hidden, in the middle of the work area.
   void Load();
-
-  void SetLan();
 
   // Goes to a path: its drive, its folder (all up to the last "\"), its name. Throws what Windows says when the folder
   // cannot be opened; the window then stays where it was.
@@ -47,7 +35,7 @@ class FrmSave : public Window {
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   void CreateControls();
-  void LayOut();
+  void LayOut() override;
   void LimitSize(MINMAXINFO& limits) const;
   void Commanded(int id, int code);
   void Entered();
@@ -63,9 +51,7 @@ class FrmSave : public Window {
   void ShowFiles();
   void ShowName(const std::string& name);
 
-  static inline std::vector<FrmSave*> open_;
-
-  const SaveTitle title_;
+  const Caption title_;
   HWND Label1[3] = {};
   HWND Drive1 = nullptr, txtFileType = nullptr, txtFileName = nullptr, cmdSave = nullptr, cmdClose = nullptr;
   IconList Dir1, List1;
