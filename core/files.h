@@ -24,9 +24,10 @@ std::string ReadFile(const std::string& path);
 // Opens for appending (made when missing), writes, closes.
 void AppendToFile(const std::string& path, std::string_view bytes);
 
-// Replaces the file whole: writes a temporary file in the same folder and moves it over the old one, so that neither a
-// crash nor a full disk leaves a torn file. On failure the old file stands as it was. Where the folder takes no new
-// file, or someone keeps the old one open for reading, but the file itself may be written, it is overwritten in place.
+// Replaces the file whole: writes a temporary file, of a name that no other has, in the same folder and moves it over
+// the old one, so that neither a crash nor a full disk leaves a torn file. On failure the old file stands as it was.
+// Where the folder takes no temporary file, or someone keeps the old one open for reading, but the file itself may be
+// written, it is written in place.
 void WriteFileSafely(const std::string& path, std::string_view bytes);
 
 }  // namespace core

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "core/files.h"
@@ -105,9 +106,12 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
 
 void WriteFileSafely(const std::string& path, std::string_view bytes) {
   if (IsKind(path, S_IFDIR)) throw RuntimeError(Err::PathFileAccess);
-  const std::string temporary = path + ".new";
+  std::string temporary = FolderOf(path) + "/QuiXXXXXX";
+  const int made = ::mkstemp(temporary.data());
+  if (made < 0) Fail(path);
+  ::close(made);
   try {
-    File(temporary, O_WRONLY | O_TRUNC | O_CREAT).Write(bytes);
+    File(temporary, O_WRONLY).Write(bytes);
     if (::rename(temporary.c_str(), path.c_str()) != 0) Fail(path);
   } catch (const RuntimeError&) {
     ::unlink(temporary.c_str());

@@ -90,34 +90,47 @@ bool MayOverwrite(const std::string& path) {
   return false;
 }
 
-void Overwrite(const std::string& path, std::string_view bytes) {
+void WriteWhole(const std::string& path, std::string_view bytes) {
   const File file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
   if (!file.IsOpen()) Fail();
   file.Write(bytes);
-}
-
-// False, with the system's error code set, when the folder does not take the file.
-bool WriteTemporary(const std::string& path, std::string_view bytes) {
-  const File file(path, GENERIC_WRITE, CREATE_ALWAYS);
-  if (!file.IsOpen()) return false;
-  file.Write(bytes);
   file.Flush();
-  return true;
 }
 
-bool Replace(const std::string& path, std::string_view bytes) {
-  const std::string temporary = path + ".new";
+// A new, empty file beside another one. The system finds it a name that is free and short; empty when the folder takes
+// no file or its path leaves no room for the name.
+std::string MakeTemporaryBeside(const std::string& path) {
+  char folder[MAX_PATH], temporary[MAX_PATH];
+  char* name = nullptr;
+  const DWORD length = ::GetFullPathNameA(path.c_str(), MAX_PATH, folder, &name);
+  if (length == 0 || length >= MAX_PATH || !name) return {};
+  *name = '\0';
+  return ::GetTempFileNameA(folder, "Qui", 0, temporary) ? temporary : std::string();
+}
+
+// Into a file that was made for these bytes.
+void WriteOrRemove(const std::string& path, std::string_view bytes) {
   try {
-    if (!WriteTemporary(temporary, bytes)) return false;
+    WriteWhole(path, bytes);
   } catch (const RuntimeError&) {
-    ::DeleteFileA(temporary.c_str());
+    ::DeleteFileA(path.c_str());
     throw;
   }
+}
+
+// False when the folder does not let a file take another one's place.
+bool Replace(const std::string& path, std::string_view bytes) {
+  const std::string temporary = MakeTemporaryBeside(path);
+  if (temporary.empty()) return false;
+  WriteOrRemove(temporary, bytes);
   if (::MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
-  const DWORD code = ::GetLastError();
   ::DeleteFileA(temporary.c_str());
-  ::SetLastError(code);
   return false;
+}
+
+void WriteNew(const std::string& path, std::string_view bytes) {
+  if (!File(path, GENERIC_WRITE, CREATE_NEW).IsOpen()) Fail();
+  WriteOrRemove(path, bytes);
 }
 
 std::string ModuleFileName() {
@@ -159,8 +172,8 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
 void WriteFileSafely(const std::string& path, std::string_view bytes) {
   const bool exists = MayOverwrite(path);
   if (Replace(path, bytes)) return;
-  if (!exists) Fail();
-  Overwrite(path, bytes);
+  if (!exists) return WriteNew(path, bytes);
+  WriteWhole(path, bytes);
 }
 
 }  // namespace core

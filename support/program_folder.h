@@ -29,8 +29,11 @@ class ProgramFolder {
     std::ofstream(Path(name), std::ios::binary) << bytes;
   }
 
-  // Nothing can write a file of a folder's name, not even root.
-  void PutFolder(std::string_view name) const { std::filesystem::create_directory(Path(name)); }
+  // In place of a file. Nothing can write a file of a folder's name, not even root.
+  void PutFolder(std::string_view name) const {
+    std::filesystem::remove(Path(name));
+    std::filesystem::create_directory(Path(name));
+  }
 
   // The file's content, empty when there is none.
   std::string Get(std::string_view name) const {

