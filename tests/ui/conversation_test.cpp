@@ -1,0 +1,149 @@
+// What was said in a chat: its lines as data, and what is written of them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "ui/conversation/chat_export.h"
+
+namespace conversation {
+namespace {
+
+using namespace std::string_literals;
+using toolkit::Twips;
+
+void Say(Conversation& said, std::string_view text, std::string_view sender = "anna", std::int32_t colour = 0) {
+  said.Add({.prefix = {}, .sender = sender, .text = text, .colour = colour, .indent = Twips{500}});
+}
+
+std::string PlainText(const Conversation& said) {
+  std::string text;
+  WritePlainText(said, [&](std::string_view piece) { text += piece; });
+  return text;
+}
+
+std::string PlainText(std::string_view text, std::string_view sender = "anna") {
+  Conversation said;
+  Say(said, text, sender);
+  return PlainText(said);
+}
+
+TEST(Conversation, KeepsEveryLineAsItCame) {
+  Conversation said;
+  const std::string texts[] = {"", std::string(60000, 'x'), "a\r\nb\0c"s, std::string(70000, '\xFF')};
+  for (std::size_t i = 0; i < 1000; ++i)
+    said.Add({"12:00 ", "bob" + std::to_string(i), texts[i % 4], static_cast<std::int32_t>(0x80000000u + i), {1000}});
+  for (std::size_t i = 1000; i-- > 0;) {
+    const ChatLine line = said.At(i);
+    EXPECT_EQ(line.prefix, "12:00 ");
+    EXPECT_EQ(line.sender, "bob" + std::to_string(i));
+    EXPECT_EQ(line.text, texts[i % 4]);
+    EXPECT_EQ(line.colour, static_cast<std::int32_t>(0x80000000u + i));
+    EXPECT_EQ(line.indent.value, 1000);
+  }
+}
+
+TEST(Conversation, TheOldestOfTheLargestGoes) {
+  constexpr std::size_t kMegabyte = 1 << 20;
+  Conversation small(2 * kMegabyte, 3 * kMegabyte), large(2 * kMegabyte, 3 * kMegabyte);
+  const std::string text(1000, 'x');
+  for (int i = 0; i < 1000; ++i) Say(small, text);
+  for (int i = 0; i < 5000; ++i) Say(large, text + std::to_string(i));
+  EXPECT_EQ(small.First(), 0u);
+  const std::size_t left = large.End() - large.First();
+  EXPECT_GT(left, (2 * kMegabyte - 65536) / 1012);
+  EXPECT_LE(left, 2 * kMegabyte / 1012);
+  EXPECT_EQ(large.At(large.First()).text, text + std::to_string(large.First()));
+  EXPECT_TRUE(PlainText(large).starts_with("... " + std::to_string(large.First()) + "\r\nanna:\tx"));
+  for (int i = 0; i < 500; ++i) Say(small, text);
+  EXPECT_EQ(small.First(), 0u);
+  EXPECT_LT(large.End() - large.First(), left);
+  large.Clear();
+  Say(large, "hi");
+  EXPECT_EQ(PlainText(large), "anna:\thi\r\n");
+}
+
+TEST(PlainText, IsNameColonTabTextAndEveryLineBreak) {
+  EXPECT_EQ(PlainText("hi"), "anna:\thi\r\n");
+  EXPECT_EQ(PlainText("a\r\nb\rc\nd\n\re\r\r\n"), "anna:\ta\r\nb\r\nc\r\nd\r\n\r\ne\r\n\r\n\r\n");
+  Conversation timed;
+  timed.Add({"18:46:02 ", "anna", "", 0, {}});
+  EXPECT_EQ(PlainText(timed), "18:46:02 anna:\t\r\n");
+}
+
+// What comes from the network may hold anything.
+TEST(PlainText, BytesThatAreNoText) {
+  EXPECT_EQ(PlainText("a\tb\x01\x07\x0B\x0C\x1F\x7F\0\xE0"s), "anna:\ta\tb       \xE0\r\n");
+  EXPECT_EQ(PlainText("yes", "eve\r\nanna:\tno\0!"s), "eve  anna: no !:\tyes\r\n") << "a name of two lines";
+}
+
+// From the beginning and from the end the same paragraphs are found.
+TEST(Paragraphs, AreTheSameBothWays) {
+  Conversation said;
+  for (const char* text : {"a\r\n\nb\r", "", "\n", "\r\r\n\n\r", "end"}) Say(said, text);
+  std::vector<Place> places;
+  for (Place at = BeginOf(said); at < EndOf(said); at = ParagraphAt(said, at).next) places.push_back(at);
+  EXPECT_EQ(places.size(), 4u + 1 + 2 + 5 + 1);
+  Place at = EndOf(said);
+  for (; !places.empty(); places.pop_back()) EXPECT_EQ(at = PlaceBefore(said, at), places.back());
+  const Place part = PlaceBehind(said, at, 300);
+  EXPECT_GT(part, at);
+  EXPECT_LE(PlaceAhead(said, part, 300), at);
+  EXPECT_EQ(PlaceBehind(said, at, 100000), EndOf(said));
+}
+
+std::string MarkupOf(const Conversation& said, MarkupStyle style = {}) {
+  style.font = "Tahoma";
+  style.maxIndent = {2000};
+  style.paint = [](std::int32_t colour) {
+    return colour == 0 ? std::nullopt : std::optional(static_cast<std::uint32_t>(colour));
+  };
+  std::string text;
+  WriteMarkup(said, BeginOf(said), EndOf(said), style, [&](std::string_view piece) { text += piece; });
+  return text;
+}
+
+constexpr char kHead[] = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Tahoma;}}{\\colortbl ;";
+constexpr char kFirst[] = "\\pard\\fi-500\\li500\\tx500";
+
+TEST(Markup, HasColoursAndHangingIndents) {
+  Conversation said;
+  Say(said, "hi");
+  Say(said, "x\r\ny", "bob", 0x0302FF);
+  Say(said, "z", "bob", 0x0302FF);
+  Say(said, "w");
+  EXPECT_EQ(MarkupOf(said), kHead + "\\red255\\green2\\blue3;}\n\\f0\\fs17"s + kFirst +
+                                "\\cf0 anna:\\'09hi\\par\n\\cf1 bob:\\'09x\\par\n\\pard\\li500\\tx500 y\\par\n" +
+                                kFirst + " bob:\\'09z\\par\n\\cf0 anna:\\'09w\\par\n}\n");
+}
+
+TEST(Markup, KeepsTextFromBeingTakenForMarkup) {
+  Conversation said;
+  Say(said, "{\\rtf1 \\b x}\t  caf\xE9 ");
+  EXPECT_EQ(MarkupOf(said),
+            kHead + "}\n\\f0\\fs17"s + kFirst + "\\cf0 anna:\\'09\\{\\\\rtf1 \\\\b x\\}\\'09 \\'20caf\\'e9 \\par\n}\n");
+}
+
+TEST(Markup, NamesTheCodePageAndLimitsTheIndent) {
+  Conversation said;
+  said.Add({"", "x", "", 0, {99999}});
+  const std::string text = MarkupOf(said, {.codePage = 1251});
+  EXPECT_NE(text.find("\\ansicpg1251"), std::string::npos);
+  EXPECT_NE(text.find("\\fcharset204 Tahoma"), std::string::npos);
+  EXPECT_NE(text.find("\\fi-2000\\li2000"), std::string::npos);
+}
+
+TEST(Markup, CutsLongParagraphsIntoShortRuns) {
+  Conversation said;
+  Say(said, std::string(1000, 'x'));
+  std::string text = MarkupOf(said, {.shortRuns = true});
+  EXPECT_LT(text.size(), 1500u);
+  std::size_t longest = 0;
+  for (std::size_t at = text.find("'09"), next; (next = text.find("\\", at + 1)) != std::string::npos; at = next)
+    longest = std::max(longest, next - at);
+  EXPECT_LE(longest, 60u);
+  EXPECT_EQ(std::ranges::count(text, 'x'), 1000 + 1) << "one is in \\tx";
+}
+
+}  // namespace
+}  // namespace conversation

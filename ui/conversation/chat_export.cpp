@@ -1,0 +1,180 @@
+#include "ui/conversation/chat_export.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace conversation {
+namespace {
+
+using toolkit::Twips;
+
+constexpr char kLineEnd[] = "\r\n";
+constexpr char kLost[] = "... ";  // and how many lines are lost
+constexpr std::size_t kPieceSize = 64u << 10;
+constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
+
+// What a font is told of the letters that it is used for, by code page.
+constexpr std::pair<unsigned, int> kCharsets[] = {{874, 222},  {932, 128},  {936, 134},  {949, 129},  {950, 136},
+                                                  {1250, 238}, {1251, 204}, {1253, 161}, {1254, 162}, {1255, 177},
+                                                  {1256, 178}, {1257, 186}, {1258, 163}};
+
+int CharsetOf(unsigned codePage) {
+  const auto* const row = std::ranges::find(kCharsets, codePage, &std::pair<unsigned, int>::first);
+  return row == std::end(kCharsets) ? 0 : row->second;
+}
+
+// Bytes of the letter that a text begins with.
+std::size_t LetterSize(std::string_view) { return 1; }
+
+// Collects what is written into large pieces.
+class Output {
+ public:
+  explicit Output(const Sink& sink) : sink_(sink) {}
+
+  Output& operator<<(std::string_view text) {
+    piece_ += text;
+    if (piece_.size() >= kPieceSize) Flush();
+    return *this;
+  }
+  Output& operator<<(int number) { return *this << std::string_view(std::to_string(number)); }
+  void Flush() {
+    if (!piece_.empty()) sink_(std::exchange(piece_, {}));
+  }
+
+ private:
+  const Sink& sink_;
+  std::string piece_;
+};
+
+std::string LostText(const Conversation& said) { return kLost + std::to_string(said.First()); }
+
+class Markup {
+ public:
+  Markup(const MarkupStyle& style, const Sink& sink) : style_(style), out_(sink) {}
+
+  void Write(const Conversation& said, Place from, Place to) {
+    Head(said, from, to);
+    if (from == BeginOf(said) && said.First() > 0) {
+      SetFormat({}, true, 0);
+      Text(LostText(said));
+      out_ << "\\par\n";
+    }
+    while (from < to) {
+      const Paragraph paragraph = ParagraphAt(said, from);
+      Write(paragraph);
+      from = paragraph.next;
+    }
+    out_ << "}\n";
+    out_.Flush();
+  }
+
+ private:
+  void Head(const Conversation& said, Place from, Place to) {
+    const int charset = CharsetOf(style_.codePage);
+    out_ << "{\\rtf1\\ansi\\ansicpg" << static_cast<int>(style_.codePage) << "\\deff0{\\fonttbl";
+    Font(0, "nil", charset);
+    if (style_.shortRuns) Font(1, "swiss", charset);
+    out_ << "}{\\colortbl ;";
+    const std::size_t last = to.offset == 0 ? to.line : to.line + 1;
+    for (std::size_t line = from.line; line < last; ++line) AddColour(said.At(line).colour);
+    out_ << "}\n\\f0\\fs" << style_.halfPoints;
+  }
+
+  void Font(int number, std::string_view family, int charset) {
+    out_ << "{\\f" << number << "\\f" << family << "\\fcharset" << charset << " " << style_.font << ";}";
+  }
+
+  void AddColour(std::int32_t colour) {
+    const auto [entry, isNew] = colours_.try_emplace(colour, 0);
+    if (!isNew) return;
+    const auto rgb = style_.paint(colour);
+    if (!rgb) return;
+    entry->second = ++colourCount_;
+    const auto part = [&](unsigned shift) { return static_cast<int>(*rgb >> shift & 0xFF); };
+    out_ << "\\red" << part(0) << "\\green" << part(8) << "\\blue" << part(16) << ";";
+  }
+
+  void Write(const Paragraph& paragraph) {
+    SetFormat(std::min(paragraph.line.indent, style_.maxIndent), paragraph.first, colours_.at(paragraph.line.colour));
+    if (paragraph.first) {
+      Text(HeadOf(paragraph.line));
+      Text("\t");
+    }
+    Text(Shown(paragraph.text));
+    out_ << "\\par\n";
+  }
+
+  // A second paragraph of the same line stands under the first one's text: at the left edge it could pass for a line of
+  // somebody else.
+  void SetFormat(Twips indent, bool first, int colour) {
+    if (std::exchange(format_, {indent, first}) != std::pair{indent, first} || !begun_) {
+      out_ << "\\pard";
+      if (first) out_ << "\\fi" << -indent.value;
+      out_ << "\\li" << indent.value << "\\tx" << indent.value;
+    }
+    if (std::exchange(colour_, colour) != colour || !begun_) out_ << "\\cf" << colour;
+    begun_ = true;
+    out_ << " ";
+  }
+
+  void Text(std::string_view text) {
+    const bool inRuns = style_.shortRuns && text.size() > kLongParagraph;
+    char before = ' ';
+    for (std::size_t inRun = 0; !text.empty();) {
+      if (inRuns && inRun >= kRunLength) {
+        out_ << (std::exchange(otherFont_, !otherFont_) ? "\\f0 " : "\\f1 ");
+        inRun = 0;
+      }
+      const std::size_t size = LetterSize(text);
+      Letter(text.substr(0, size), before);
+      before = text[0];
+      text.remove_prefix(size);
+      inRun += size;
+    }
+  }
+
+  // Blanks beside blanks, and tabs, are written as numbers: not every reader keeps them otherwise.
+  void Letter(std::string_view letter, char before) {
+    const char c = letter[0];
+    if (letter.size() > 1 || static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
+      for (const char byte : letter) Number(static_cast<unsigned char>(byte));
+    else if (c == '\\' || c == '{' || c == '}')
+      out_ << "\\" << letter;
+    else
+      out_ << letter;
+  }
+
+  void Number(unsigned char byte) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    const char text[] = {'\\', '\'', kDigits[byte >> 4], kDigits[byte & 0xF]};
+    out_ << std::string_view(text, sizeof text);
+  }
+
+  const MarkupStyle& style_;
+  Output out_;
+  std::map<std::int32_t, int> colours_;  // their places in the table, 0 = the reader's own
+  int colourCount_ = 0, colour_ = 0;
+  std::pair<Twips, bool> format_;
+  bool begun_ = false, otherFont_ = false;
+};
+
+}  // namespace
+
+void WritePlainText(const Conversation& said, const Sink& sink) {
+  Output out(sink);
+  if (said.First() > 0) out << LostText(said) << kLineEnd;
+  for (Place at = BeginOf(said); at < EndOf(said);) {
+    const Paragraph paragraph = ParagraphAt(said, at);
+    if (paragraph.first) out << HeadOf(paragraph.line) << "\t";
+    out << Shown(paragraph.text) << kLineEnd;
+    at = paragraph.next;
+  }
+  out.Flush();
+}
+
+void WriteMarkup(const Conversation& said, Place from, Place to, const MarkupStyle& style, const Sink& sink) {
+  Markup(style, sink).Write(said, from, to);
+}
+
+}  // namespace conversation

@@ -1,0 +1,62 @@
+// What was said in a chat window: its lines as they came. The text box, the exports and the clipboard are views of it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/toolkit/units.h"
+
+namespace conversation {
+
+struct ChatLine {
+  std::string_view prefix;  // the time and a blank, or nothing
+  std::string_view sender;
+  std::string_view text;    // as received
+  std::int32_t colour = 0;  // as toolkit::PaintColour takes it
+  toolkit::Twips indent;    // width of prefix, sender, ":" and a blank in the font of the conversation
+};
+
+// Kept whole until it is cleared, up to a limit of bytes for each conversation and another one for all of the program
+// together. Beyond them the oldest lines go, of the largest conversation first; lines have numbers, so that everybody
+// can tell how many.
+class Conversation {
+ public:
+  static constexpr std::size_t kMaxOfOne = 64u << 20, kMaxOfAll = 256u << 20;
+
+  explicit Conversation(std::size_t maxOfOne = kMaxOfOne, std::size_t maxOfAll = kMaxOfAll);
+  ~Conversation();
+  Conversation(const Conversation&) = delete;
+  Conversation& operator=(const Conversation&) = delete;
+
+  void Add(const ChatLine& line);
+
+  // Numbers start at 0 again.
+  void Clear();
+
+  // The number of the oldest line that is left, which is how many are lost, and the one behind the newest.
+  std::size_t First() const { return blocks_.empty() ? end_ : blocks_.front().first; }
+  std::size_t End() const { return end_; }
+
+  // First() <= number < End(). The views hold until the next change of any conversation.
+  ChatLine At(std::size_t number) const;
+
+ private:
+  // Lines one behind the other: thousands of small lines would otherwise need several times their size.
+  struct Block {
+    std::size_t first;  // line
+    std::string bytes;
+    std::vector<std::uint16_t> starts;  // of the lines in it
+  };
+
+  void DropOldest();
+
+  const std::size_t maxOfOne_, maxOfAll_;
+  std::deque<Block> blocks_;
+  std::size_t size_ = 0, end_ = 0;
+};
+
+}  // namespace conversation

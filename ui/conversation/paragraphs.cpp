@@ -1,0 +1,74 @@
+#include "ui/conversation/paragraphs.h"
+
+#include <algorithm>
+
+namespace conversation {
+namespace {
+
+constexpr std::string_view kBreaks = "\r\n";
+constexpr std::size_t kWeightOfParagraph = 100;
+
+bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+
+// Bytes of the line break at, or that ends before, this place.
+std::size_t BreakAt(std::string_view text, std::size_t at) { return text.substr(at).starts_with(kBreaks) ? 2 : 1; }
+std::size_t BreakBefore(std::string_view text, std::size_t at) { return text.substr(0, at).ends_with(kBreaks) ? 2 : 1; }
+
+}  // namespace
+
+Paragraph ParagraphAt(const Conversation& said, Place at) {
+  const ChatLine line = said.At(at.line);
+  const std::size_t end = line.text.find_first_of(kBreaks, at.offset);
+  const bool last = end == std::string_view::npos;
+  return {.line = line,
+          .text = line.text.substr(at.offset, last ? end : end - at.offset),
+          .first = at.offset == 0,
+          .next = last ? Place{at.line + 1, 0} : Place{at.line, end + BreakAt(line.text, end)}};
+}
+
+Place PlaceBefore(const Conversation& said, Place at) {
+  const std::size_t line = at.offset == 0 ? at.line - 1 : at.line;
+  std::string_view text = said.At(line).text;
+  if (at.offset != 0) text = text.substr(0, at.offset - BreakBefore(text, at.offset));
+  const std::size_t end = text.find_last_of(kBreaks);
+  return {line, end == std::string_view::npos ? 0 : end + 1};
+}
+
+std::size_t WeightOf(const Paragraph& paragraph) {
+  const std::size_t head = paragraph.first ? paragraph.line.prefix.size() + paragraph.line.sender.size() : 0;
+  return kWeightOfParagraph + head + paragraph.text.size();
+}
+
+Place PlaceBehind(const Conversation& said, Place from, std::size_t weight) {
+  std::size_t passed = 0;
+  do {
+    const Paragraph paragraph = ParagraphAt(said, from);
+    passed += WeightOf(paragraph);
+    from = paragraph.next;
+  } while (passed < weight && from < EndOf(said));
+  return from;
+}
+
+Place PlaceAhead(const Conversation& said, Place from, std::size_t weight) {
+  std::size_t passed = 0;
+  do {
+    from = PlaceBefore(said, from);
+    passed += WeightOf(ParagraphAt(said, from));
+  } while (passed < weight && from > BeginOf(said));
+  return from;
+}
+
+std::string Shown(std::string_view text) {
+  std::string shown(text);
+  std::ranges::replace_if(
+      shown, [](char c) { return IsControl(c) && c != '\t'; }, ' ');
+  return shown;
+}
+
+std::string HeadOf(const ChatLine& line) {
+  std::string head = std::string(line.prefix).append(line.sender);
+  std::ranges::replace_if(head, IsControl, ' ');
+  return head += ':';
+}
+
+}  // namespace conversation
