@@ -1,8 +1,5 @@
 #include "core/record_io.h"
 
-#include <cmath>
-#include <cstdio>
-
 #include "core/numbers.h"
 #include "core/runtime_error.h"
 
@@ -19,32 +16,15 @@ std::string Quoted(std::string_view text) {
   return quoted.append(1, '"').append(text).append(1, '"');
 }
 
-std::string BareSingle(float value) {
-  if (value == 0) return "0";  // not "-0"
-  char buffer[64];
-  const int digits = std::nearbyint(value) == value ? 0 : 7;
-  std::snprintf(buffer, sizeof buffer, digits == 0 ? "%.0f" : "%.7g", static_cast<double>(value));
-  std::string text = buffer;
-  const std::size_t first = text.front() == '-' ? 1 : 0;
-  if (text.compare(first, 2, "0.") == 0) text.erase(first, 1);
-  return text;
-}
-
 RecordWriter& RecordWriter::Text(std::string_view text) {
   Separate();
   bytes_ += Quoted(text);
   return *this;
 }
 
-RecordWriter& RecordWriter::Number(std::int32_t value) {
+RecordWriter& RecordWriter::Bare(std::string_view number) {
   Separate();
-  bytes_ += PlainText(value);
-  return *this;
-}
-
-RecordWriter& RecordWriter::Single(float value) {
-  Separate();
-  bytes_ += BareSingle(value);
+  bytes_ += number;
   return *this;
 }
 
@@ -71,9 +51,12 @@ std::string RecordReader::Text() {
   return field;
 }
 
-std::int16_t RecordReader::Int16() { return ToInt16(TolerantNumber(Text())); }
-
 std::int32_t RecordReader::Int32() { return ToInt32(TolerantNumber(Text())); }
+
+void RecordReader::SkipEmptyRecord() {
+  constexpr std::string_view kEmpty = "\"\"\r\n";
+  if (rest_.starts_with(kEmpty)) rest_.remove_prefix(kEmpty.size());
+}
 
 void RecordReader::SkipBlanks() {
   while (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);

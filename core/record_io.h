@@ -11,15 +11,11 @@ namespace core {
 // A text field: quote, bytes as they are, quote.
 std::string Quoted(std::string_view text);
 
-// A bare number field of single precision: "2505", "-30", ".5"; "." as decimal point in every locale.
-std::string BareSingle(float value);
-
 // Collects the fields of records; EndRecord ends the line with CR LF.
 class RecordWriter {
  public:
   RecordWriter& Text(std::string_view text);
-  RecordWriter& Number(std::int32_t value);
-  RecordWriter& Single(float value);
+  RecordWriter& Bare(std::string_view number);
   RecordWriter& EndRecord();
   const std::string& Bytes() const { return bytes_; }
 
@@ -39,8 +35,10 @@ class RecordReader {
   std::string Text();
 
   // A number, bare or quoted; a non-number is 0. Throws Err::InputPastEnd, and Err::Overflow when it does not fit.
-  std::int16_t Int16();
   std::int32_t Int32();
+
+  void SkipEmptyRecord();
+  bool AtEnd() const { return rest_.empty(); }
 
  private:
   void SkipBlanks();

@@ -1,7 +1,9 @@
 #include "core/settings.h"
 
+#include <cstdint>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "core/files.h"
@@ -18,34 +20,132 @@ namespace {
 
 constexpr char kFileName[] = "User.ini";
 
-constexpr WindowPlace kDefaultPlace{0, 0, 2505, 4605};
-
 std::string FilePath() { return InProgramDirectory(kFileName); }
 
-RecordWriter& WritePlace(RecordWriter& writer, const WindowPlace& place) {
-  for (const std::int32_t length : {place.left, place.top, place.width, place.height}) {
-    writer.Single(static_cast<float>(length));
-  }
-  return writer.EndRecord();
+using Global = std::variant<std::string*, std::int16_t*, std::int32_t*>;
+
+// How a field is read and written.
+enum class Form {
+  Text,        // quoted
+  Number,      // a text that is no number is read as 0
+  LateNumber,  // read as text, and converted when its whole record is read; fails for a text that is no number
+  Place,       // of the main window: read as a 16-bit number
+};
+
+// What the default file has in place of the global's present value.
+enum class Default { Initial, QuotedInitial, Present, LogonName };
+
+std::string TextOf(Global global) {
+  if (const auto text = std::get_if<std::string*>(&global)) return **text;
+  if (const auto number = std::get_if<std::int16_t*>(&global)) return PlainText(**number);
+  return PlainText(*std::get<std::int32_t*>(global));
 }
 
-RecordWriter& WriteChatPlace(RecordWriter& writer) {
-  for (const std::int32_t length : {gChatLeft, gChatTop, gChatWidth, gChatHeight}) writer.Number(length);
-  return writer.EndRecord();
+struct Field {
+  Global read;
+  Form form;
+  Default inDefaultFile = Default::Initial;
+  Global written = read;
+  std::string initial = TextOf(read);
+};
+
+// One line of the file.
+struct Record {
+  std::vector<Field> fields;
+  void (*onRead)(Program&) = [](Program&) {};
+};
+
+WindowPlace gMainPlace{0, 0, 2505, 4605};
+
+// One row for each setting, in the order of the file. The table is made before main() starts, when every global still
+// has its initial value.
+const std::vector<Record> kRecords = {
+    {{{&gLanguage, Form::Text, Default::QuotedInitial}}, [](Program&) { LoadLang(); }},
+    {{{&gAlertHeight, Form::Number}}},
+    {{{&gMainPlace.left, Form::Place},
+      {&gMainPlace.top, Form::Place},
+      {&gMainPlace.width, Form::Place},
+      {&gMainPlace.height, Form::Place}},
+     [](Program& program) { program.PlaceMain(gMainPlace); }},
+    {{{&gUserName, Form::Text, Default::LogonName, &gCurName},
+      {&gColour, Form::LateNumber, Default::QuotedInitial},
+      {&gPopPos, Form::LateNumber, Default::QuotedInitial},
+      {&gSound, Form::Text, Default::QuotedInitial},
+      {&gRunAtLogon, Form::Number, Default::QuotedInitial}}},
+    {{{&gChatLeft, Form::Number, Default::Present},
+      {&gChatTop, Form::Number, Default::Present},
+      {&gChatWidth, Form::Number, Default::Present},
+      {&gChatHeight, Form::Number, Default::Present}}},
+};
+
+// Records that a later version added behind the lists. A file of an earlier version ends before them; such a setting
+// keeps its initial value. The first field of each must not be an empty text.
+const std::vector<Record> kLaterRecords = {};
+
+double NumberOf(const std::string& text, Form form) {
+  return form == Form::LateNumber ? StrictNumber(text) : TolerantNumber(text);
+}
+
+void Store(const Field& field, const std::string& text) {
+  if (const auto global = std::get_if<std::string*>(&field.read)) {
+    **global = text;
+    return;
+  }
+  const double number = NumberOf(text, field.form);
+  if (const auto global = std::get_if<std::int16_t*>(&field.read)) {
+    **global = ToInt16(number);
+  } else {
+    *std::get<std::int32_t*>(field.read) = field.form == Form::Place ? ToInt16(number) : ToInt32(number);
+  }
+}
+
+void ReadRecord(const Record& record, RecordReader& reader, Program& program) {
+  std::vector<std::pair<const Field*, std::string>> late;
+  for (const Field& field : record.fields) {
+    std::string text = reader.Text();
+    if (field.form == Form::LateNumber) {
+      late.emplace_back(&field, std::move(text));
+    } else {
+      Store(field, text);
+    }
+  }
+  for (const auto& [field, text] : late) Store(*field, text);
+  record.onRead(program);
+}
+
+void WriteField(const Field& field, RecordWriter& writer) {
+  const std::string text = TextOf(field.written);
+  field.form == Form::Text ? writer.Text(text) : writer.Bare(text);
+}
+
+void WriteDefault(const Field& field, RecordWriter& writer) {
+  switch (field.inDefaultFile) {
+    case Default::Initial:
+      writer.Bare(field.initial);
+      break;
+    case Default::QuotedInitial:
+      writer.Text(field.initial);
+      break;
+    case Default::Present:
+      WriteField(field, writer);
+      break;
+    case Default::LogonName:
+      writer.Text(LogonName());
+      break;
+  }
+}
+
+void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&, RecordWriter&),
+                  RecordWriter& writer) {
+  for (const Record& record : records) {
+    for (const Field& field : record.fields) write(field, writer);
+    writer.EndRecord();
+  }
 }
 
 void WriteList(RecordWriter& writer, const std::vector<std::string>& lines) {
-  writer.Number(static_cast<std::int32_t>(lines.size())).EndRecord();
+  writer.Bare(PlainText(static_cast<std::int64_t>(lines.size()))).EndRecord();
   for (const std::string& line : lines) writer.Text(Trim(line)).EndRecord();
-}
-
-void ReadUser(RecordReader& reader) {
-  gUserName = reader.Text();
-  const std::string colour = reader.Text(), position = reader.Text();
-  gSound = reader.Text();
-  gRunAtLogon = reader.Int16();
-  gColour = ToInt32(StrictNumber(colour));
-  gPopPos = ToInt16(StrictNumber(position));
 }
 
 // The names are read and then forgotten: blocking lasts for one run of the program.
@@ -58,7 +158,7 @@ void ReadBlocked(RecordReader& reader, Roster& users) {
   users.SetGroupLines({});
 }
 
-// The default file has an empty record before each count, hence the second reading.
+// In the default file an empty record follows each count, hence the second reading, and the skipping below.
 std::int32_t ReadGroupCount(RecordReader& reader) {
   std::string count = reader.Text();
   if (count.empty()) count = reader.Text();
@@ -76,6 +176,7 @@ void ReadGroups(RecordReader& reader, Roster& users) {
     users.SetGroupLines(std::move(lines));  // what was read stays, as with every other setting
     throw;
   }
+  if (lines.empty()) reader.SkipEmptyRecord();
   users.SetGroupLines(std::move(lines));
   users.RefGroups();
 }
@@ -84,16 +185,11 @@ void ReadGroups(RecordReader& reader, Roster& users) {
 
 void ReadSetsFrom(std::string_view bytes, Program& program) {
   RecordReader reader(bytes);
-  gLanguage = reader.Text();
-  LoadLang();
-  gAlertHeight = reader.Int16();
-  WindowPlace place;
-  for (std::int32_t* length : {&place.left, &place.top, &place.width, &place.height}) *length = reader.Int16();
-  program.PlaceMain(place);
-  ReadUser(reader);
-  for (std::int32_t* length : {&gChatLeft, &gChatTop, &gChatWidth, &gChatHeight}) *length = reader.Int32();
+  for (const Record& record : kRecords) ReadRecord(record, reader, program);
   ReadBlocked(reader, program.Users());
   ReadGroups(reader, program.Users());
+  for (const Record& record : kLaterRecords)
+    if (!reader.AtEnd()) ReadRecord(record, reader, program);
 }
 
 void ReadSets(Program& program) {
@@ -106,27 +202,20 @@ void ReadSets(Program& program) {
 }
 
 void SaveSets(Program& program) {
-  const WindowPlace place = program.RestoreMain();
-  const Roster& users = program.Users();
+  gMainPlace = program.RestoreMain();
   RecordWriter writer;
-  writer.Text(gLanguage).EndRecord();
-  writer.Number(gAlertHeight).EndRecord();
-  WritePlace(writer, place);
-  writer.Text(gCurName).Number(gColour).Number(gPopPos).Text(gSound).Number(gRunAtLogon).EndRecord();
-  WriteChatPlace(writer);
-  WriteList(writer, users.BlockedNames());
-  WriteList(writer, users.GroupLines());
+  WriteRecords(kRecords, WriteField, writer);
+  WriteList(writer, program.Users().BlockedNames());
+  WriteList(writer, program.Users().GroupLines());
+  WriteRecords(kLaterRecords, WriteField, writer);
   WriteFileSafely(FilePath(), writer.Bytes());
 }
 
 void WriteDefSets() {
   RecordWriter writer;
-  writer.Text("English").EndRecord();
-  writer.Number(0).EndRecord();
-  WritePlace(writer, kDefaultPlace);
-  writer.Text(LogonName()).Text("0").Text("4").Text("(B)").Text("0").EndRecord();
-  WriteChatPlace(writer);
+  WriteRecords(kRecords, WriteDefault, writer);
   for (int list = 0; list < 2; ++list) writer.Text("0").EndRecord().Text("").EndRecord();  // blocked names, groups
+  WriteRecords(kLaterRecords, WriteDefault, writer);
   WriteFileSafely(FilePath(), writer.Bytes());
 }
 
