@@ -5,6 +5,7 @@
 
 #include "core/files.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
 
 namespace core {
 namespace {
@@ -143,7 +144,7 @@ std::string ModuleFileName() {
 
 std::string ProgramDirectory() {
   std::string path = ModuleFileName();
-  const std::size_t slash = path.rfind('\\');
+  const std::size_t slash = FindLast(path, "\\");
   const bool root = slash == 2 && path[1] == ':';
   path.resize(root ? slash + 1 : slash);
   return path;

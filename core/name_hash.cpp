@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstdint>
 
-#include "core/ansi_case.h"
+#include "core/code_page.h"
 
 namespace core {
 namespace {
@@ -18,13 +18,17 @@ const std::uint64_t kSeed = (static_cast<std::uint64_t>(std::chrono::steady_cloc
 }  // namespace
 
 std::size_t NameHash::operator()(std::string_view name) const {
-  const CaseTable& lower = LowerCaseTable();
+  const CodePage& page = SystemCodePage();
   std::uint64_t hash = kSeed;
-  for (const char byte : name) {
-    const auto folded = static_cast<unsigned char>(lower[static_cast<unsigned char>(byte)]);
+  const auto add = [&hash](Letter folded) {
     hash = (hash ^ folded) * kGoldenRatio;
     // Or the low byte would depend on a few bits of the seed only, and collisions could be computed.
     hash ^= hash >> 32;
+  };
+  if (page.HasPairs()) {
+    while (!name.empty()) add(page.TakeLower(name));
+  } else {
+    for (const char byte : name) add(page.lower[ByteOf(byte)]);
   }
   return static_cast<std::size_t>(hash);
 }

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "core/text.h"
+
 namespace core {
 namespace {
 
@@ -27,7 +29,7 @@ std::string ProgramFileTitle() {
   char path[MAX_PATH];
   const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
   std::string title(path, length);
-  title.erase(0, title.rfind('\\') + 1);
+  title.erase(0, FindLast(title, "\\") + 1);
   return title.substr(0, title.rfind('.'));
 }
 

@@ -1,5 +1,6 @@
 // The comma-separated record format of User.ini and Log.txt. It escapes nothing: a quote inside a text is written as
-// it stands and shifts every field after it when the file is read again, which the reader reports as a failure.
+// it stands and shifts every field after it when the file is read again, which the reader reports as a failure. Commas
+// and quotes are no part of any other letter (core/code_page.h).
 #pragma once
 
 #include <cstdint>

@@ -144,6 +144,6 @@ bool NameInUse(const Roster& roster, std::string_view name) {
   return roster.CountRows(name) > ownRows;
 }
 
-bool AsksForSafeMode(std::string_view arguments) { return LowerCase(arguments).find("safe") != std::string::npos; }
+bool AsksForSafeMode(std::string_view arguments) { return Find(LowerCase(arguments), "safe") != std::string::npos; }
 
 }  // namespace core

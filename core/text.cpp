@@ -2,56 +2,105 @@
 
 #include <algorithm>
 
-#include "core/ansi_case.h"
+#include "core/code_page.h"
 
 namespace core {
 namespace {
 
-char Lower(char c) { return LowerCaseTable()[static_cast<unsigned char>(c)]; }
+constexpr auto kNone = std::string_view::npos;
+
+void Append(std::string& text, Letter letter) {
+  if (letter > 0xFF) text += static_cast<char>(letter >> 8);
+  text += static_cast<char>(letter);
+}
 
 }  // namespace
 
 std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
+  if (first == kNone) return {};
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
+  const CodePage& page = SystemCodePage();
+  std::string lower;
+  lower.reserve(text.size());
+  while (!text.empty()) Append(lower, page.TakeLower(text));
   return lower;
 }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
+  if (a.size() != b.size()) return false;
+  const CodePage& page = SystemCodePage();
+  const auto equal = [&page](char x, char y) { return page.lower[ByteOf(x)] == page.lower[ByteOf(y)]; };
+  if (!page.HasPairs()) return std::equal(a.begin(), a.end(), b.begin(), equal);
+  while (!a.empty())
+    if (page.TakeLower(a) != page.TakeLower(b)) return false;
+  return true;
 }
 
-std::string AsciiUpper(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+// The code page tells lower forms only: the capital is the other letter with the same one.
+std::string UpperCase(std::string_view letter) {
+  const CodePage& page = SystemCodePage();
+  std::string_view rest = letter;
+  const Letter lower = page.TakeLower(rest);
+  const int least = lower > 0xFF ? 0x100 : 0, most = lower > 0xFF ? 0xFFFF : 0xFF;
+  std::string upper;
+  for (int number = least; number <= most && upper.empty(); ++number) {
+    const auto other = static_cast<Letter>(number);
+    if (other != lower && page.Lower(other) == lower) Append(upper, other);
   }
-  return upper;
+  return upper.empty() ? std::string(letter) : upper;
+}
+
+std::string_view FirstLetter(std::string_view text) {
+  return text.empty() ? text : text.substr(0, SystemCodePage().LetterSize(text));
+}
+
+std::string_view LeadingLetters(std::string_view text, std::size_t bytes) {
+  const CodePage& page = SystemCodePage();
+  if (!page.HasPairs() || text.size() <= bytes) return text.substr(0, bytes);
+  std::size_t size = 0;
+  for (std::size_t next = 0; next <= bytes; next += page.LetterSize(text.substr(next))) size = next;
+  return text.substr(0, size);
+}
+
+std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start) {
+  const CodePage& page = SystemCodePage();
+  std::size_t found = text.find(ascii, start);
+  if (!page.HasPairs()) return found;
+  for (std::size_t letter = start; found != kNone; found = text.find(ascii, found + 1)) {
+    while (letter < found) letter += page.LetterSize(text.substr(letter));
+    if (letter == found) break;
+  }
+  return found;
+}
+
+std::size_t FindLast(std::string_view text, std::string_view ascii) {
+  if (!SystemCodePage().HasPairs()) return text.rfind(ascii);
+  std::size_t last = Find(text, ascii);
+  for (std::size_t found = last; found != kNone; found = Find(text, ascii, found + ascii.size())) last = found;
+  return last;
 }
 
 std::vector<std::string_view> BarFields(std::string_view text) {
   std::vector<std::string_view> fields;
   while (!text.empty()) {
-    const std::size_t bar = text.find('|');
+    const std::size_t bar = Find(text, "|");
     fields.push_back(text.substr(0, bar));
-    text = bar == std::string_view::npos ? std::string_view() : text.substr(bar + 1);
+    text = bar == kNone ? std::string_view() : text.substr(bar + 1);
   }
   return fields;
 }
 
 std::string_view BarField(std::string_view text, std::size_t index) {
   for (; index > 0; --index) {
-    const std::size_t bar = text.find('|');
-    if (bar == std::string_view::npos) return {};
+    const std::size_t bar = Find(text, "|");
+    if (bar == kNone) return {};
     text.remove_prefix(bar + 1);
   }
-  return text.substr(0, text.find('|'));
+  return text.substr(0, Find(text, "|"));
 }
 
 }  // namespace core

@@ -1,5 +1,5 @@
-// Small operations on ANSI text. Text is bytes of the system's code page from the wire to the control; nothing here
-// looks at characters except through the 256-byte table of lower-case forms.
+// Small operations on ANSI text. Text is bytes of the system's code page from the wire to the control, and a letter of
+// it has one byte or two (core/code_page.h).
 #pragma once
 
 #include <string>
@@ -11,12 +11,23 @@ namespace core {
 // Without the blanks (0x20 only) at both ends: tabs and line ends are content.
 std::string_view Trim(std::string_view text);
 
-// Every byte through the system's lower-case table (core/ansi_case.h), so that accented letters fold too.
+// By the code page, so that accented letters fold too. Bytes that are no letters stay as they are.
 std::string LowerCase(std::string_view text);
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
-// A-Z only: packet kinds are plain ASCII whatever the code page.
-std::string AsciiUpper(std::string_view text);
+// The capital of a letter; the letter itself when it has none or is one.
+std::string UpperCase(std::string_view letter);
+
+// The letter that a text begins with, empty for the empty text.
+std::string_view FirstLetter(std::string_view text);
+
+// As many of a text's first letters as stand in so many bytes.
+std::string_view LeadingLetters(std::string_view text, std::size_t bytes);
+
+// Where a text of plain ASCII stands in another, by letters: a "|" that is the second byte of one is none. `start` is
+// the beginning of a letter. npos when it does not.
+std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start = 0);
+std::size_t FindLast(std::string_view text, std::string_view ascii);
 
 // The pieces between vertical bars. An empty last piece does not count, so "F|anna|bob" and "F|anna|bob|" both give
 // three; the empty text gives none.

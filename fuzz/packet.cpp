@@ -1,11 +1,14 @@
 // Any bytes as a session of datagrams, one a line, through the dispatcher into the real roster. The first byte chooses
-// the own state and whether the own name is a hidden one. A chat window that opens hears the next datagram from inside.
+// the code page, the own state and whether the own name is a hidden one. A chat window that opens hears the next
+// datagram from inside.
 #include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "core/code_page_native.h"
 #include "core/globals.h"
+#include "core/name_hash.h"
 #include "core/text.h"
 #include "fuzz/fuzz_target.h"
 #include "net/dispatcher.h"
@@ -16,6 +19,27 @@
 namespace {
 
 constexpr std::string_view kBlocked = "eve";
+constexpr int kCodePages[] = {932, 936, 949, 1252, 950};
+
+// What holds for the letters of any text, whatever else is made of it.
+void CheckLetters(std::string_view text) {
+  const std::string lower = core::LowerCase(text);
+  fuzz::Require(lower.size() == text.size() && core::LowerCase(lower) == lower);
+  fuzz::Require(core::EqualIgnoringCase(lower, text) && core::NameHash()(lower) == core::NameHash()(text));
+  std::string fields;
+  for (const std::string_view field : core::BarFields(text)) {
+    fuzz::Require(core::Find(field, "|") == std::string_view::npos);
+    fields.append(field).append(1, '|');
+  }
+  fuzz::Require(fields.starts_with(text) && fields.size() - text.size() <= 1);
+  std::size_t letters = 0, bar = std::string_view::npos;
+  while (letters < text.size()) {
+    if (text[letters] == '|') bar = letters;
+    letters += core::FirstLetter(text.substr(letters)).size();
+    fuzz::Require(core::LeadingLetters(text, letters).size() == letters);
+  }
+  fuzz::Require(letters == text.size() && core::FindLast(text, "|") == bar);
+}
 
 struct Session : net::DatagramPort, net::Conversations {
   Session(std::string_view text, const std::string& ownName) : rest(text) {
@@ -31,6 +55,7 @@ struct Session : net::DatagramPort, net::Conversations {
     const std::string datagram(rest.substr(0, end));
     rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
     ++heard;
+    CheckLetters(datagram);
     dispatcher.DataArrived(datagram);
   }
 
@@ -93,6 +118,7 @@ void CheckRoster(const Session& session) {
     const toolkit::ListRow& row = rows.At(i);
     fuzz::Require(rows.IndexOf(row) == i && rows.FindText(row.text) != nullptr);
     fuzz::Require(row.key.empty() || rows.FindKey(row.key) == &row);
+    fuzz::Require(i == 0 || row.key == core::LowerCase(row.text));
     fuzz::Require(!row.text.starts_with('_') || core::EqualIgnoringCase(row.text, core::gCurName));
     bytes += row.text.size() + row.key.size();
   }
@@ -108,6 +134,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (text.empty()) return 0;
   const auto choice = static_cast<unsigned char>(text.front());
   text.remove_prefix(1);
+  core::SetSystemCodePage(kCodePages[choice / 16 % 5]);  // a digit stands for 1252
   Session session(text, choice & 4 ? "_anna" : "anna");
   core::gStatus = static_cast<std::int16_t>(choice % 4 % 3);
   while (!session.rest.empty()) session.HearNext();

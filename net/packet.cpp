@@ -5,7 +5,7 @@
 namespace net {
 
 Packet TakeApart(std::string_view packet) {
-  const std::size_t bar = packet.find('|');
+  const std::size_t bar = core::Find(packet, "|");
   if (bar == std::string_view::npos) return {.sender = packet, .kind = {}, .argument = {}};
   const std::string_view command = packet.substr(bar + 1);
   const std::string_view kind = command.substr(0, 2);
@@ -13,8 +13,11 @@ Packet TakeApart(std::string_view packet) {
 }
 
 PrivateText SplitPrivate(std::string_view argument) {
-  const std::size_t bar = argument.rfind('|');
+  const bool marked = argument.starts_with(kChatMark) || argument.starts_with(kAlertMark);
+  const std::size_t text = marked ? 1 : 0;  // the mark is a byte, though elsewhere it may begin a letter
+  std::size_t bar = core::FindLast(argument.substr(text), "|");
   if (bar == std::string_view::npos) return {};
+  bar += text;
   return {.text = argument.substr(0, bar), .recipient = argument.substr(bar + 1), .found = true};
 }
 

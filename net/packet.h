@@ -22,7 +22,8 @@ inline constexpr char kHiddenMark = '_';
 inline constexpr std::string_view kPresence = "M/", kColour = "C/", kState = "S/", kLeave = "L/", kPrivate = "P/",
                                   kNotice = "B/";
 
-// Views into the packet's text.
+// Views into the packet's text. A bar is a letter here, as everywhere: one that is the second byte of another parts
+// nothing. A copy knows the letters of its own code page only.
 struct Packet {
   std::string_view sender;    // up to the first bar, or everything when there is none
   std::string_view kind;      // the two characters after it, as received; fewer at the packet's end

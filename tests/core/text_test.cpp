@@ -6,8 +6,10 @@
 #include <limits>
 #include <utility>
 
+#include "core/name_hash.h"
 #include "core/numbers.h"
 #include "tests/support/error_of.h"
+#include "tests/support/in_code_page.h"
 
 namespace core {
 namespace {
@@ -25,7 +27,8 @@ TEST(Text, LowerCaseFollowsTheCodePage) {
   EXPECT_EQ(LowerCase("AZ[\xC9\xDE\xD7\x8A\x9F"), "az[\xE9\xFE\xD7\x9A\xFF");
   EXPECT_TRUE(EqualIgnoringCase("Ren\xC9", "rEN\xE9"));
   EXPECT_FALSE(EqualIgnoringCase("anna", "ann"));
-  EXPECT_EQ(AsciiUpper("m/\xE9"), "M/\xE9");
+  EXPECT_EQ(UpperCase("\xFF"), "\x9F");
+  EXPECT_EQ(UpperCase("1"), "1");
 }
 
 TEST(Text, FieldsBetweenBars) {
@@ -36,6 +39,48 @@ TEST(Text, FieldsBetweenBars) {
   EXPECT_EQ(BarField("user|users|online", 2), "online");
   EXPECT_EQ(BarField("user|users|online", 3), "");
   EXPECT_EQ(BarField("user", 0), "user");
+}
+
+// Of each code page a capital and its small letter, a letter with "|" or the like as its second byte, and two letters
+// whose second bytes are one Latin letter in two cases.
+const struct TwoBytes {
+  int codePage;
+  std::string capital, small, other, upperByte, lowerByte;
+} kTwoBytes[] = {
+    {932, "\x82\x60", "\x82\x81", "\x83|", "\x83\x41", "\x83\x61"},
+    {936, "\xA3\xC1", "\xA3\xE1", "\x81|", "\x81\x41", "\x81\x61"},
+    {949, "\xA3\xC1", "\xA3\xE1", "\xB0\xA1", "\x81\x41", "\x81\x61"},
+    {950, "\xA2\xE8", "\xA3\x43", "\xA5|", "\xA4\x41", "\xA4\x61"},
+};
+
+TEST(Text, LettersOfTwoBytesStayWhole) {
+  for (const TwoBytes& page : kTwoBytes) {
+    const support::InCodePage in(page.codePage);
+    SCOPED_TRACE(page.codePage);
+    EXPECT_EQ(LowerCase("A" + page.capital + page.upperByte), "a" + page.small + page.upperByte);
+    EXPECT_EQ(UpperCase(page.small), page.capital);
+    EXPECT_TRUE(EqualIgnoringCase(page.capital + "x", page.small + "X"));
+    EXPECT_EQ(NameHash()(page.capital + "x"), NameHash()(page.small + "X"));
+    EXPECT_FALSE(EqualIgnoringCase(page.upperByte, page.lowerByte));
+    const std::string group = page.other + "|" + page.upperByte + "|";
+    EXPECT_EQ(BarFields(group), (Fields{page.other, page.upperByte}));
+    EXPECT_EQ(BarField(group, 1), page.upperByte);
+    EXPECT_EQ(FindLast(page.other + "|" + page.other, "|"), 2u);
+    EXPECT_EQ(Find("a" + page.upperByte + "A", "A"), 3u);
+    EXPECT_EQ(LeadingLetters("a" + page.other + "b", 2), "a");
+    EXPECT_EQ(LeadingLetters("a" + page.other + "b", 3), "a" + page.other);
+    EXPECT_EQ(FirstLetter(page.other + "b"), page.other);
+  }
+}
+
+// Bytes from the network need not be letters.
+TEST(Text, BytesThatAreNoLettersStayAsTheyAre) {
+  const support::InCodePage korean(949);
+  EXPECT_EQ(BarFields("Ren\xE9|A"), (Fields{"Ren\xE9", "A"})) << "no letter of this code page ends in a bar";
+  EXPECT_EQ(LowerCase("A\xE9 \xE9"), "a\xE9 \xE9");
+  EXPECT_EQ(FirstLetter("\xE9"), "\xE9");
+  const support::InCodePage japanese(932);
+  EXPECT_EQ(LowerCase("\x82\xFFZ\xA0\x82"), "\x82\xFFz\xA0\x82");
 }
 
 TEST(Numbers, TolerantReadingTakesWhatItCan) {

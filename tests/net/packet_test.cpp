@@ -9,6 +9,7 @@
 #include "net/messenger.h"
 #include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/in_code_page.h"
 
 namespace net {
 namespace {
@@ -44,6 +45,21 @@ TEST(Packet, PrivateTextEndsAtTheLastBar) {
   EXPECT_EQ(message.text, "\xDF\x61|b");
   EXPECT_EQ(message.recipient, "bob");
   EXPECT_FALSE(SplitPrivate("bob").found);
+}
+
+// The marks are bytes, though in three of these code pages they begin letters.
+TEST(Packet, PartsOfLettersArePartsOfNoPacket) {
+  const std::string name = "\x83|\x83\x60", text = "\xDE\x83|", packet = name + "|P/" + text + "|" + name;
+  for (const int codePage : {932, 936, 950}) {
+    const support::InCodePage in(codePage);
+    const Packet taken = TakeApart(packet);
+    EXPECT_EQ(taken.sender, name) << codePage;
+    EXPECT_EQ(taken.kind, kPrivate) << codePage;
+    const PrivateText message = SplitPrivate(taken.argument);
+    EXPECT_EQ(message.text, text) << codePage;
+    EXPECT_EQ(message.recipient, name) << codePage;
+    EXPECT_EQ(SplitPrivate("\xDE|bob").recipient, "bob") << codePage;
+  }
 }
 
 TEST(Packet, PrivateCommandTakesTheRecipientUpToTheFirstBlank) {

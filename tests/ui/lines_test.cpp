@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/text.h"
+#include "tests/support/in_code_page.h"
 #include "ui/conversation/alert_line.h"
 #include "ui/conversation/chat_line.h"
 #include "ui/conversation/text_lines.h"
@@ -58,7 +60,7 @@ TEST(TextLines, EndAtEveryKindOfBreakAndNowhereElse) {
 }
 
 Lines InTen(std::string_view text) {
-  return BreakLines(text, [](std::string_view line) { return std::min<std::size_t>(line.size(), 10); });
+  return BreakLines(text, [](std::string_view line) { return core::LeadingLetters(line, 10).size(); });
 }
 
 TEST(TextLines, WrapAtBlanksAndInsideWordsThatAreTooLong) {
@@ -71,7 +73,10 @@ TEST(TextLines, WrapAtBlanksAndInsideWordsThatAreTooLong) {
 
 // A screen too narrow for a single letter must not keep it busy for ever.
 TEST(TextLines, TakeAtLeastOneCharacterEach) {
-  EXPECT_EQ(BreakLines("abc", [](std::string_view) { return std::size_t{0}; }), (Lines{"a", "b", "c"}));
+  const auto none = [](std::string_view) { return std::size_t{0}; };
+  EXPECT_EQ(BreakLines("abc", none), (Lines{"a", "b", "c"}));
+  const support::InCodePage japanese(932);
+  EXPECT_EQ(BreakLines("\x83\x41z", none), (Lines{"\x83\x41", "z"}));
 }
 
 using Texts = std::vector<std::string>;

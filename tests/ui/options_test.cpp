@@ -5,6 +5,7 @@
 #include "core/language.h"
 #include "support/recording_program.h"
 #include "tests/support/desktop_test.h"
+#include "tests/support/in_code_page.h"
 #include "ui/options/choices.h"
 #include "ui/options/names.h"
 #include "ui/options/sounds.h"
@@ -48,6 +49,15 @@ TEST_F(Options, ProperCaseRaisesTheFirstCharacterOnly) {
   EXPECT_EQ(ProperCase("\xE9T\xC9"), "\xC9t\xE9");
   EXPECT_EQ(ProperCase("\xDFX"), "\xDFx");
   EXPECT_EQ(ProperCase(""), "");
+}
+
+TEST_F(Options, LettersOfTwoBytesAreNeitherLatinLettersNorBars) {
+  const support::InCodePage japanese(932);
+  EXPECT_EQ(ProperCase("\x82\x81\x82\x60Z\x83\x5A"), "\x82\x60\x82\x81z\x83\x5A");
+  EXPECT_EQ(Refusal("\x83\x41\x83\x5A"), kNameUnusable);
+  EXPECT_EQ(Refusal("\x83|1"), 0);
+  const std::vector<Group> groups{{"\x83|", {"\x83\x60", "\x83|"}}};
+  EXPECT_EQ(GroupsOf(LinesOf(groups)), groups);
 }
 
 TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroupAndEmptyGroupsAreNotKept) {

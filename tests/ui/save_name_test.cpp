@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/in_code_page.h"
+
 namespace toolkit {
 namespace {
 
@@ -60,6 +62,14 @@ TEST(SaveName, PatternsAreWild) {
   EXPECT_FALSE(MatchesPattern("tea.txtx", "*.txt"));
   EXPECT_FALSE(MatchesPattern("tea", "*."));
   EXPECT_FALSE(MatchesPattern(std::string(260, 'a'), std::string(130, '*') + "b"));
+}
+
+TEST(SaveName, PathsArePartedByLetters) {
+  const support::InCodePage japanese(932);
+  EXPECT_EQ(Decided("\x83\x5C", ".txt", "C:\\\x83\x5C"), "save C:\\\x83\x5C\\\x83\x5C.txt");
+  EXPECT_EQ(PathSteps("C:\\\x83\x5C\\b").size(), 3u);
+  EXPECT_TRUE(MatchesPattern("\x83\x41-\x83\x5C.txt", "?-?.t*"));
+  EXPECT_FALSE(MatchesPattern("\x83\x41.txt", "\x83\x61.txt"));
 }
 
 TEST(SaveName, StepsLeadThroughTheFolder) {

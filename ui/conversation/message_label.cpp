@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 
+#include "core/code_page.h"
+#include "core/text.h"
 #include "ui/conversation/text_lines.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
@@ -27,29 +30,46 @@ std::string WithoutTabs(const std::string& text) {
   return plain;
 }
 
-// Widths of the characters of the font in a device context. Asked once per text: thousands of short lines would else
-// cost thousands of calls.
-class CharWidths {
+// Widths of the letters of the font in a device context. Each is asked once per text: thousands of short lines would
+// else cost thousands of calls.
+class LetterWidths {
  public:
-  explicit CharWidths(HDC dc) { ::GetCharWidth32A(dc, 0, 255, widths_.data()); }
+  explicit LetterWidths(HDC dc) : dc_(dc) { ::GetCharWidth32A(dc, 0, 255, widths_.data()); }
 
-  int Of(std::string_view text) const {
+  int Of(std::string_view text) {
     int width = 0;
-    for (const char c : text) width += Of(c);
+    while (!text.empty()) width += Take(text);
     return width;
   }
 
-  // How many characters from the first stand in the width.
-  std::size_t FitInto(std::string_view text, int width) const {
-    std::size_t count = 0;
-    while (count < text.size() && (width -= Of(text[count])) >= 0) ++count;
-    return count;
+  // How many bytes the first letters have that stand in the width.
+  std::size_t FitInto(std::string_view text, int width) {
+    std::string_view rest = text;
+    while (!rest.empty()) {
+      const std::size_t left = rest.size();
+      if ((width -= Take(rest)) < 0) return text.size() - left;
+    }
+    return text.size();
   }
 
  private:
-  int Of(char c) const { return widths_[static_cast<unsigned char>(c)]; }
+  // The width of a text's first letter, which is taken off it.
+  int Take(std::string_view& text) {
+    const std::string_view letter = core::FirstLetter(text);
+    text.remove_prefix(letter.size());
+    return letter.size() == 1 ? widths_[core::ByteOf(letter[0])] : OfPair(letter);
+  }
 
+  int OfPair(std::string_view letter) {
+    const auto [known, isNew] = pairs_.try_emplace(std::string(letter));
+    SIZE size{};
+    if (isNew && ::GetTextExtentPoint32A(dc_, letter.data(), 2, &size)) known->second = static_cast<int>(size.cx);
+    return known->second;
+  }
+
+  HDC dc_;
   std::array<INT, 256> widths_{};
+  std::unordered_map<std::string, int> pairs_;
 };
 
 }  // namespace
@@ -75,7 +95,7 @@ SIZE MessageLabel::Fit(SIZE largest) {
   lineHeight_ = static_cast<int>(metrics.tmHeight);
   const int margins = 2 * Px(kMargin), bar = ::GetSystemMetrics(SM_CXVSCROLL);
   const auto height = [&] { return static_cast<int>(lines_.size()) * lineHeight_ + margins; };
-  const CharWidths widths(dc.get());
+  LetterWidths widths(dc.get());
   const auto breakToFit = [&](int width) {
     lines_ = BreakLines(shown_, [&](std::string_view line) { return widths.FitInto(line, width); });
   };

@@ -7,7 +7,7 @@
 
 namespace conversation {
 
-// How many leading characters of a text without line breaks fit beside each other.
+// How many bytes the leading letters have that fit beside each other, of a text without line breaks.
 using FitCount = std::function<std::size_t(std::string_view)>;
 
 // Views into `text`. A line break of any kind (CR LF, CR, LF) ends a line, so one at the very end starts no further

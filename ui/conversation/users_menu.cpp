@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/text.h"
 #include "ui/conversation/chat_menu.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/screen.h"
@@ -25,7 +26,7 @@ std::size_t EntriesInColumn() {
 
 // A tab would part the name from a shortcut, other control bytes would show as boxes.
 std::string Shown(const std::string& name) {
-  std::string shown = name.substr(0, kShownOfName);
+  std::string shown(core::LeadingLetters(name, kShownOfName));
   std::ranges::replace_if(
       shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
   if (name.size() > kShownOfName) shown += kMore;

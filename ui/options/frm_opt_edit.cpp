@@ -67,12 +67,12 @@ void FrmOpt::cmdGroups_Click() { tbGroups_ButtonClick(tvGroups.HasGroups() ? 'a'
 // A bar ends a name in the stored line.
 bool FrmOpt::NewGroup(const std::string& name) {
   if (name.empty()) return true;
-  return name.find('|') == std::string::npos && tvGroups.AddGroup(name);
+  return core::Find(name, "|") == std::string::npos && tvGroups.AddGroup(name);
 }
 
 bool FrmOpt::AddMember(const std::string& name) {
   if (name.empty() && tvGroups.IsInGroup()) return true;
-  return name.find('|') == std::string::npos && tvGroups.AddMember(name);
+  return core::Find(name, "|") == std::string::npos && tvGroups.AddMember(name);
 }
 
 bool FrmOpt::RemoveNode() {

@@ -1,20 +1,23 @@
 #include "ui/options/groups.h"
 
-#include <algorithm>
-
 #include "core/text.h"
 
 namespace options {
 namespace {
 
-auto BarsIn(std::string_view line) { return std::ranges::count(line, '|'); }
+std::size_t BarsIn(std::string_view line) {
+  std::size_t bars = 0;
+  for (std::size_t bar = core::Find(line, "|"); bar != std::string_view::npos; bar = core::Find(line, "|", bar + 1))
+    ++bars;
+  return bars;
+}
 
 }  // namespace
 
 std::vector<Group> GroupsOf(const std::vector<std::string>& lines) {
   std::vector<Group> groups;
   for (const std::string& line : lines) {
-    const auto closed = static_cast<std::size_t>(BarsIn(line));
+    const std::size_t closed = BarsIn(line);
     if (closed == 0) continue;
     Group& group = groups.emplace_back();
     group.name = core::BarField(line, 0);

@@ -1,8 +1,5 @@
 #include "ui/options/names.h"
 
-#include <algorithm>
-
-#include "core/ansi_case.h"
 #include "core/start_up.h"
 #include "core/text.h"
 
@@ -11,20 +8,21 @@ namespace {
 
 bool IsLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
 
+bool HasLetterOrDigit(std::string_view name) {
+  while (!name.empty()) {
+    const std::string_view letter = core::FirstLetter(name);
+    if (letter.size() == 1 && IsLetterOrDigit(letter[0])) return true;
+    name.remove_prefix(letter.size());
+  }
+  return false;
+}
+
 bool IsUsable(std::string_view name) {
-  return std::ranges::any_of(name, IsLetterOrDigit) && name.find('|') == std::string_view::npos;
+  return HasLetterOrDigit(name) && core::Find(name, "|") == std::string_view::npos;
 }
 
 bool IsTaken(std::string_view name, const core::Roster& users, bool ownNameIsTaken) {
   return ownNameIsTaken ? users.CountRows(name) > 0 : core::NameInUse(users, name);
-}
-
-// The case table knows lower forms only: the upper one is the other character with the same lower form.
-char Upper(char c) {
-  const core::CaseTable& lower = core::LowerCaseTable();
-  for (std::size_t i = 0; i < lower.size(); ++i)
-    if (lower[i] == c && static_cast<char>(i) != c) return static_cast<char>(i);
-  return c;
 }
 
 }  // namespace
@@ -35,9 +33,9 @@ int RefusalOf(std::string_view name, const core::Roster& users, bool ownNameIsTa
 }
 
 std::string ProperCase(std::string_view name) {
-  std::string proper = core::LowerCase(name);
-  if (!proper.empty()) proper[0] = Upper(proper[0]);
-  return proper;
+  const std::string lower = core::LowerCase(name);
+  const std::string_view first = core::FirstLetter(lower);
+  return first.empty() ? lower : core::UpperCase(first).append(lower, first.size());
 }
 
 }  // namespace options

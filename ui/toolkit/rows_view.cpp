@@ -112,9 +112,8 @@ void RowsView::Display(LVITEMA& item) const {
   if (item.mask & LVIF_IMAGE) item.iImage = row.smallIcon - 1;  // icons are counted from 1, pictures from 0
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
   const std::string& text = item.iSubItem == 0 ? row.text : row.subText;
-  const std::size_t shown = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-  std::copy_n(text.data(), shown, item.pszText);
-  item.pszText[shown] = '\0';
+  const std::string_view shown = core::LeadingLetters(text, static_cast<std::size_t>(item.cchTextMax) - 1);
+  *std::ranges::copy(shown, item.pszText).out = '\0';
 }
 
 LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {

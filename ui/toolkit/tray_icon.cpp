@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "core/text.h"
+
 namespace toolkit {
 namespace {
 
@@ -125,7 +127,7 @@ std::string TrayIcon::ToolTipText() const {
 
 void TrayIcon::SetToolTipText(std::string_view text) {
   std::fill_n(record_.szTip, kTipSize, '\0');
-  std::copy_n(text.data(), std::min(text.size(), kTipSize - 1), record_.szTip);
+  std::ranges::copy(core::LeadingLetters(text, kTipSize - 1), record_.szTip);
   if (active_) Send(NIM_MODIFY, NIF_TIP);
 }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/text.h"
+
 namespace toolkit {
 namespace {
 
@@ -29,7 +31,7 @@ CMyItemData ParseCaption(std::string_view authored) {
 
   const bool prefixed = data.bAsMark || first == '-';
   const std::string_view rest = authored.substr(prefixed ? 1 : 0);
-  const std::size_t secondBar = rest.starts_with('|') ? rest.find('|', 1) : std::string_view::npos;
+  const std::size_t secondBar = rest.starts_with('|') ? core::Find(rest, "|", 1) : std::string_view::npos;
   if (secondBar == std::string_view::npos) {
     data.sMenuText = rest;
   } else {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "core/ansi_case.h"
+#include "core/code_page.h"
 
 namespace toolkit {
 namespace {
 
-char Lower(char c) { return core::LowerCaseTable()[static_cast<unsigned char>(c)]; }
+char Lower(char c) { return static_cast<char>(core::SystemCodePage().Lower(core::ByteOf(c))); }
 
 char FirstLetter(std::string_view caption) {
   return caption.empty() || MnemonicLetter(caption) ? '\0' : Lower(caption.front());

@@ -221,7 +221,7 @@ void FrmSave::OrTell(const std::function<void()>& open) {
 }
 
 void FrmSave::SetLocation(const std::string& path) {
-  const std::size_t slash = path.rfind('\\') + 1;
+  const std::size_t slash = core::FindLast(path, "\\") + 1;
   OpenFolder(CleanPath(path.substr(0, slash)));
   const std::string name = path.substr(slash);
   ShowName(name);

@@ -13,26 +13,29 @@ std::string_view LastCharacters(std::string_view text, std::size_t count) {
   return text.substr(text.size() - std::min(text.size(), count));
 }
 
-bool SameCharacter(char a, char b) { return core::EqualIgnoringCase({&a, 1}, {&b, 1}); }
-
 // Remembers the last "*" only, and so takes time in proportion to the two lengths multiplied, whatever the pattern.
 bool MatchesOne(std::string_view name, std::string_view pattern) {
-  std::size_t n = 0, p = 0, star = std::string_view::npos, resume = 0;
-  while (n < name.size()) {
-    if (p < pattern.size() && pattern[p] == '*') {
-      star = p++;
-      resume = n;
-    } else if (p < pattern.size() && (pattern[p] == '?' || SameCharacter(pattern[p], name[n]))) {
-      ++p;
-      ++n;
-    } else if (star != std::string_view::npos) {
-      p = star + 1;
-      n = ++resume;
+  std::string_view behindStar, resume;
+  bool starred = false;
+  while (!name.empty()) {
+    const std::string_view letter = core::FirstLetter(name), wanted = core::FirstLetter(pattern);
+    if (wanted == "*") {
+      starred = true;
+      pattern.remove_prefix(1);
+      behindStar = pattern;
+      resume = name;
+    } else if (wanted == "?" || core::EqualIgnoringCase(wanted, letter)) {
+      pattern.remove_prefix(wanted.size());
+      name.remove_prefix(letter.size());
+    } else if (starred) {
+      pattern = behindStar;
+      resume.remove_prefix(core::FirstLetter(resume).size());
+      name = resume;
     } else {
       return false;
     }
   }
-  return pattern.find_first_not_of('*', p) == std::string_view::npos;
+  return pattern.find_first_not_of('*') == std::string_view::npos;
 }
 
 bool HasDrive(std::string_view name) { return name.size() > 1 && name[1] == ':'; }
@@ -40,9 +43,9 @@ bool HasDrive(std::string_view name) { return name.size() > 1 && name[1] == ':';
 // "C:" of a folder on a drive, "\\server\share" of one on the network.
 std::string_view RootOf(std::string_view folder) {
   if (HasDrive(folder)) return folder.substr(0, 2);
-  const std::size_t server = folder.find('\\', 2);
+  const std::size_t server = core::Find(folder, "\\", 2);
   if (server == std::string_view::npos) return folder;
-  return folder.substr(0, folder.find('\\', server + 1));
+  return folder.substr(0, core::Find(folder, "\\", server + 1));
 }
 
 }  // namespace
@@ -70,7 +73,7 @@ bool MatchesPattern(std::string_view name, std::string_view pattern) {
 
 std::string ClosedFolder(std::string_view folder) {
   std::string closed(folder);
-  if (!closed.ends_with('\\')) closed += '\\';
+  if (closed.empty() || core::FindLast(closed, "\\") != closed.size() - 1) closed += '\\';
   return closed;
 }
 
@@ -85,7 +88,7 @@ std::vector<std::string> PathSteps(std::string_view folder) {
   std::vector<std::string> steps{ClosedFolder(root)};
   std::string_view rest = folder.substr(root.size());
   while (!rest.empty()) {
-    const std::size_t slash = std::min(rest.find('\\'), rest.size());
+    const std::size_t slash = std::min(core::Find(rest, "\\"), rest.size());
     if (slash > 0) steps.emplace_back(rest.substr(0, slash));
     rest.remove_prefix(std::min(slash + 1, rest.size()));
   }

@@ -1,0 +1,16 @@
+// A test's stay on a system of another code page.
+#pragma once
+
+#include "core/code_page_native.h"
+
+namespace support {
+
+class InCodePage {
+ public:
+  explicit InCodePage(int number) { core::SetSystemCodePage(number); }
+  InCodePage(const InCodePage&) = delete;
+  InCodePage& operator=(const InCodePage&) = delete;
+  ~InCodePage() { core::SetSystemCodePage(1252); }
+};
+
+}  // namespace support
