@@ -11,7 +11,6 @@
 
 #include "core/files.h"
 #include "core/globals.h"
-#include "core/language.h"
 #include "support/recording_network.h"
 #include "tests/windows/window_probe.h"
 #include "ui/conversation/open_windows.h"
@@ -22,8 +21,7 @@ namespace conversation {
 class ConversationTest : public testing::Test {
  protected:
   ConversationTest() {
-    core::gLangError = 0;
-    Speak("English");
+    support::Speak("English");
     core::gCurName = "me";
     core::gSound = "(S)";
     core::gPopPos = 4;
@@ -34,11 +32,6 @@ class ConversationTest : public testing::Test {
     ::DeleteFileA(LogFile().c_str());
   }
   ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
-
-  static void Speak(const char* language) {
-    core::gLanguage = language;
-    core::LoadLang();
-  }
 
   // Saves under this name, with the type of its extension, in the dialog that comes next.
   static void SaveAs(const std::string& path, const char* title) {

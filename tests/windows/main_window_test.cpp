@@ -24,7 +24,7 @@ using Texts = std::vector<std::string>;
 class MainWindowTest : public testing::Test {
  protected:
   MainWindowTest() {
-    Speak("English");
+    support::Speak("English");
     core::gCurName = "me";
     core::gStatus = 0;
     main->Load();
@@ -35,12 +35,6 @@ class MainWindowTest : public testing::Test {
     Settle();
   }
   ~MainWindowTest() override { ::DestroyWindow(main->hwnd()); }
-
-  static void Speak(const char* language) {
-    core::gLanguage = language;
-    core::gLangError = 0;
-    core::LoadLang();
-  }
 
   MainCommands Commands() {
     return {.openComposer = [this](const std::string& list) { done.push_back("alert " + list); },
@@ -62,12 +56,7 @@ class MainWindowTest : public testing::Test {
   HWND StatusLine() const { return support::ChildrenOf(main->hwnd(), "Static").at(0); }
   HWND Tools() const { return support::ChildrenOf(main->hwnd(), TOOLBARCLASSNAMEA).at(0); }
 
-  void Select(int row, bool selected = true) {
-    LVITEMA item{};
-    item.stateMask = LVIS_SELECTED;
-    item.state = selected ? LVIS_SELECTED : 0u;
-    ::SendMessageA(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  }
+  void Select(int row, bool selected = true) { support::SelectRow(List(), row, selected); }
 
   Texts SelectedInControl() const {
     Texts texts;
@@ -165,20 +154,6 @@ TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
   EXPECT_FALSE(::IsIconic(main->hwnd()));
 }
 
-TEST_F(MainWindowTest, IsNeverSmallerThanItsMinimum) {
-  main->Move({3000, 3000, 100, 100});
-  EXPECT_EQ(main->Restore(), (core::WindowPlace{3000, 3000, toolkit::Tw(toolkit::Px(kMinWidth)).value,
-                                                toolkit::Tw(toolkit::Px(kMinHeight)).value}));
-}
-
-TEST_F(MainWindowTest, StatusLineShowsCountsAndForAMomentHelp) {
-  for (const char* help : {"", "Close Quillon", ""}) {
-    main->HelpObj_MenuHelp(help);
-    Settle();
-    EXPECT_EQ(support::TextOf(StatusLine()), *help ? help : " 3 users online (-0)");
-  }
-}
-
 TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
   main->ShowMe();
   const LONG before = support::PlaceOf(List()).bottom;
@@ -191,32 +166,26 @@ TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
   EXPECT_EQ(support::PlaceOf(List()).bottom, before);
 }
 
-TEST_F(MainWindowTest, AHundredLanguageChangesLeaveNothingBehind) {
+TEST_F(MainWindowTest, SpeaksEveryLanguage) {
   const auto speak = [this](const char* language) {
-    Speak(language);
+    support::Speak(language);
     main->SetLan();
   };
-  speak("Deutsch");
-  Settle();
-  EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
-  EXPECT_EQ(core::gStateNames[2], "Nicht st\xF6ren");
-  speak("English");
-  support::ExpectNothingLeft(50, [&] {
-    speak("Espa\xF1ol");
-    speak("English");
-  });
-}
-
-TEST_F(MainWindowTest, ButtonsStayInOneLineDownToTheLeastWidth) {
-  for (const char* language : {"English", "Fran\xE7\x61is", "Deutsch", "Espa\xF1ol"}) {
-    Speak(language);
-    main->SetLan();
+  for (const char* language : {"English", "Fran\xE7\x61is", "Espa\xF1ol", "Deutsch"}) {
+    speak(language);
     main->Move({3000, 3000, kMinWidth.value, kMinHeight.value});
     RECT first{}, last{};
     ::SendMessageA(Tools(), TB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
     ::SendMessageA(Tools(), TB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&last));
-    EXPECT_EQ(first.top, last.top) << language;
+    EXPECT_EQ(first.top, last.top) << "the buttons stay in one line down to the least width, also in " << language;
   }
+  Settle();
+  EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
+  EXPECT_EQ(core::gStateNames[2], "Nicht st\xF6ren");
+  support::ExpectNothingLeft(50, [&] {
+    speak("Espa\xF1ol");
+    speak("English");
+  });
 }
 
 // The font of all windows: a link control may take the font that it was given along when it ends.

@@ -33,15 +33,14 @@ namespace options {
 namespace {
 
 using support::BoxAnswers;
+using support::SelectRow;
 using Texts = std::vector<std::string>;
 
 class OptionsDialog : public testing::Test {
  protected:
   OptionsDialog() {
     gEvents.clear();
-    core::gLangError = 0;
-    core::gLanguage = "English";
-    core::LoadLang();
+    support::Speak("English");
     core::gCurName = core::gUserName = "Anna";
     core::gColour = 128;
     core::gPopPos = 2;
@@ -85,10 +84,6 @@ class OptionsDialog : public testing::Test {
     return visible;
   }
   static int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
-  static void SelectRow(HWND list, int row) {
-    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  }
-
   // The tree as text: groups and members in order, members behind ">".
   std::string Tree() const {
     std::string text;

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "core/globals.h"
+#include "core/language.h"
 #include "ui/toolkit/window.h"
 
 namespace support {
@@ -68,6 +70,16 @@ std::vector<std::string> RowTexts(HWND listView) {
     texts.emplace_back(text);
   }
   return texts;
+}
+
+void SelectRow(HWND listView, int row, bool selected) {
+  ListView_SetItemState(listView, row, selected ? LVIS_SELECTED | LVIS_FOCUSED : 0, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+void Speak(const char* language) {
+  core::gLanguage = language;
+  core::gLangError = 0;
+  core::LoadLang();
 }
 
 bool FilterKey(HWND target, UINT message, WPARAM key, int heldKey) {

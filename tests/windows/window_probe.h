@@ -31,6 +31,12 @@ int ToolCommand(HWND window, int index);
 // The texts of a list view's rows.
 std::vector<std::string> RowTexts(HWND listView);
 
+// Selects a row, or unselects it; every row with -1.
+void SelectRow(HWND listView, int row, bool selected = true);
+
+// Loads the texts of a language for windows that are captioned from now on.
+void Speak(const char* language);
+
 // A key press as it comes out of the message queue, through the program's filter; with Ctrl or Shift held where given.
 // True when the filter took it.
 bool FilterKey(HWND target, UINT message, WPARAM key, int heldKey = 0);
