@@ -43,6 +43,8 @@ class ConversationTest : public testing::Test {
       if (dialogs.empty()) return;
       ::KillTimer(nullptr, timer);
       EXPECT_EQ(support::TextOf(dialogs[0]), expected);
+      ::SendMessageA(dialogs[0], WM_SHOWWINDOW, FALSE, SW_PARENTCLOSING);  // as when its owner is minimised
+      EXPECT_FALSE(::IsWindowVisible(dialogs[0]));
       const HWND type = support::ChildrenOf(dialogs[0], "ComboBox").back();
       ::SendMessageA(type, CB_SETCURSEL, name.ends_with("rtf") ? 1 : 0, 0);
       ::SendMessageA(dialogs[0], WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(type), CBN_SELCHANGE),

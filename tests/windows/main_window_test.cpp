@@ -138,6 +138,11 @@ TEST_F(MainWindowTest, SetStatusChecksOneStateAndTellsTheNetwork) {
 
 TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
   main->ShowMe();
+  EXPECT_EQ(::GetFocus(), List());
+  ::SetFocus(nullptr);  // as Windows does with a window that is minimised
+  ::SendMessageA(main->hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
+  ::SendMessageA(main->hwnd(), WM_SETFOCUS, 0, 0);
+  EXPECT_EQ(::GetFocus(), List());
   Settle();
   EXPECT_TRUE(InMenu(mnuHide));
   EXPECT_FALSE(InMenu(mnuShowMe));

@@ -84,6 +84,7 @@ void FrmChat::CreateControls() {
   txtMsg.Create(hwnd());
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
+  FocusFirst(txtSnd);
   AddToolbar(tbSnd, kFirstButton, kButtons);
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
   ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10_dp), Px(10_dp), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -240,10 +241,6 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEACTIVATE:
       if (DeclinesKeyboard(lParam)) return MA_NOACTIVATE;
       break;
-    case WM_SETFOCUS:
-      Window::Handle(message, wParam, lParam);
-      if (::GetFocus() == hwnd()) ::SetFocus(txtSnd);
-      return 0;
     case WM_MOUSEWHEEL:
       WheelTurned(wParam, lParam);
       return 0;

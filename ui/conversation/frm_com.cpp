@@ -63,6 +63,7 @@ void FrmCom::CreateControls() {
   txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
   ::SetWindowSubclass(txtMsg, KeepSelection, 0, 0);
+  FocusFirst(txtMsg);
 }
 
 void FrmCom::LayOut() {
@@ -117,10 +118,6 @@ LRESULT FrmCom::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_GETMINMAXINFO:
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
-      return 0;
-    case WM_SETFOCUS:
-      Window::Handle(message, wParam, lParam);
-      if (::GetFocus() == hwnd()) ::SetFocus(txtMsg);
       return 0;
     case WM_COMMAND:
       if (const auto key = TB.KeyOf(LOWORD(wParam))) TB_ButtonClick(*key);

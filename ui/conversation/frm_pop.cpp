@@ -77,6 +77,7 @@ void FrmPop::CreateControls() {
   lblMsg.SetForeColour(toolkit::TextColour(colour_));
   lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
   lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
+  FocusFirst(lblDrop.hwnd());
   AddMenu(mnuPop);
   mnuPop.DrawItems();
 }
@@ -126,10 +127,6 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_MOUSEWHEEL:
       return ::SendMessageA(lblMsg.hwnd(), message, wParam, lParam);
-    case WM_SETFOCUS:
-      Window::Handle(message, wParam, lParam);
-      if (::GetFocus() == hwnd()) ::SetFocus(lblDrop.hwnd());
-      return 0;
     default:
       return Window::Handle(message, wParam, lParam);
   }

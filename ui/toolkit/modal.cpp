@@ -66,14 +66,19 @@ void RunModal(Window& window) {
     const OthersDisabled others(window.hwnd());
     window.Show();
     ::SetForegroundWindow(window.hwnd());
-    core::RunMessageLoopWhile([&window] { return window.hwnd() && ::IsWindowVisible(window.hwnd()); });
+    core::RunMessageLoopWhile([&window] { return window.hwnd() != nullptr; });
   }
   if (::IsWindow(before)) ::SetActiveWindow(before);
   if (window.hwnd()) ::DestroyWindow(window.hwnd());
 }
 
+// A desktop that minimises the owner hides the window with it.
 void RaiseModal() {
-  if (const HWND hwnd = OthersDisabled::Innermost()) ::SetForegroundWindow(hwnd);
+  const HWND hwnd = OthersDisabled::Innermost();
+  if (!hwnd) return;
+  if (const HWND owner = ::GetWindow(hwnd, GW_OWNER); ::IsIconic(owner)) ::ShowWindow(owner, SW_RESTORE);
+  ::ShowWindow(hwnd, SW_SHOW);
+  ::SetForegroundWindow(hwnd);
 }
 
 void CloseModal(Window& window) {

@@ -173,7 +173,10 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
 LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_ACTIVATE:
-      if (LOWORD(wParam) == WA_INACTIVE) lastFocus_ = ::GetFocus();
+      if (LOWORD(wParam) == WA_INACTIVE) RememberFocus();
+      break;
+    case WM_SYSCOMMAND:  // a window that is minimised loses the keyboard before it is told
+      if ((wParam & 0xFFF0) == SC_MINIMIZE) RememberFocus();
       break;
     case WM_SHOWWINDOW:
       if (wParam && !(::GetWindowLongPtrA(hwnd_, GWL_STYLE) & WS_CHILD)) LoadPictures();
@@ -184,7 +187,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       ::EnumChildWindows(hwnd_, TellColours, 0);
       break;
     case WM_SETFOCUS:
-      if (lastFocus_ && ::IsChild(hwnd_, lastFocus_)) ::SetFocus(lastFocus_);
+      PassFocusOn();
       return 0;
     default:
       break;
@@ -201,6 +204,16 @@ LRESULT Window::KeepLeastSize(WPARAM wParam, LPARAM lParam) {
   const bool refused = change.cx > width || change.cy > height;
   if (refused && !(change.flags & SWP_NOSIZE)) ::SetTimer(hwnd_, kSnapBack, kSnapBackTime, SnapBack);
   return result;
+}
+
+void Window::RememberFocus() {
+  const HWND focus = ::GetFocus();
+  if (::IsChild(hwnd_, focus)) lastFocus_ = focus;
+}
+
+void Window::PassFocusOn() const {
+  const HWND control = ::IsChild(hwnd_, lastFocus_) ? lastFocus_ : firstFocus_;
+  if (control) ::SetFocus(control);
 }
 
 bool Window::Translate(MSG& message) {

@@ -79,9 +79,9 @@ class Window : public std::enable_shared_from_this<Window> {
   // Gives all controls their places; called when captions have changed, too.
   virtual void LayOut() {}
 
-  // The control that gets the keyboard when the window is activated for the first time. Giving it at once would
+  // The control that gets the keyboard with the window unless another one had it before. Giving it at once would
   // activate a hidden window.
-  void FocusFirst(HWND control) { lastFocus_ = control; }
+  void FocusFirst(HWND control) { firstFocus_ = control; }
 
   // A control that has taken another one's place gets the keyboard where that one would have.
   void ControlReplaced(HWND before, HWND now) {
@@ -98,6 +98,8 @@ class Window : public std::enable_shared_from_this<Window> {
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   static void Register(const WindowStyle& style);
   LRESULT KeepLeastSize(WPARAM wParam, LPARAM lParam);
+  void RememberFocus();
+  void PassFocusOn() const;
   static BOOL CALLBACK CollectReachable(HWND hwnd, LPARAM windows);
   void RaiseNext() const;
   friend bool FilterMessage(MSG& message);
@@ -110,6 +112,7 @@ class Window : public std::enable_shared_from_this<Window> {
   static inline std::vector<Window*> open_;  // in the order of making, children too
 
   HWND hwnd_ = nullptr;
+  HWND firstFocus_ = nullptr;
   HWND lastFocus_ = nullptr;  // where the keyboard was when the window lost it
   std::vector<Toolbar*> toolbars_;
   WindowMenu* menu_ = nullptr;

@@ -67,7 +67,7 @@ void FrmSave::Load() {
   SetLan();
   LayOut();
   OrTell([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
-  ::SetFocus(txtFileName);
+  FocusFirst(txtFileName);
 }
 
 // In the order of the Tab key.
@@ -126,10 +126,6 @@ LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_GETMINMAXINFO:
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
-      return 0;
-    case WM_SETFOCUS:
-      Window::Handle(message, wParam, lParam);
-      if (::GetFocus() == hwnd()) ::SetFocus(txtFileName);
       return 0;
     case WM_DRAWITEM:
       (wParam == kFolders ? Dir1 : List1).Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
