@@ -157,6 +157,10 @@ TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
   main->ShowMe();
   EXPECT_TRUE(::IsWindowVisible(main->hwnd()));
   EXPECT_FALSE(::IsIconic(main->hwnd()));
+  ::ShowWindow(main->hwnd(), SW_MAXIMIZE);
+  Choose(mnuMoveSub + 3);
+  EXPECT_EQ(support::PlaceOf(main->hwnd()).right, toolkit::WorkAreaPixels().right);
+  EXPECT_EQ(main->Restore().width, 4005) << "the normal size";
 }
 
 TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {

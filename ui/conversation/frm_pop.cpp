@@ -10,7 +10,6 @@
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/recipients.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
@@ -74,7 +73,7 @@ void FrmPop::CreateControls() {
   lblSender = AddControl("STATIC", alert_.sender.c_str(), SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX);
   ::SendMessageA(lblSender, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
-  lblMsg.SetForeColour(toolkit::TextColour(colour_));
+  lblMsg.SetForeColour(colour_);
   lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
   lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
   FocusFirst(lblDrop.hwnd());

@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "ui/conversation/text_lines.h"
 #include "ui/toolkit/handles.h"
+#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -116,7 +117,7 @@ void MessageLabel::MakeScrollable() {
   ::ShowScrollBar(hwnd_, SB_VERT, TRUE);
 }
 
-void MessageLabel::SetForeColour(COLORREF colour) {
+void MessageLabel::SetForeColour(std::int32_t colour) {
   foreColour_ = colour;
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
@@ -185,7 +186,7 @@ void MessageLabel::Paint() {
 
 void MessageLabel::PaintLines(HDC dc) const {
   const toolkit::Selected font(dc, toolkit::DialogFont());
-  ::SetTextColor(dc, foreColour_);
+  ::SetTextColor(dc, toolkit::TextColour(foreColour_));
   ::SetBkMode(dc, TRANSPARENT);
   const std::size_t first = static_cast<std::size_t>(top_);
   const std::size_t end = std::min(lines_.size(), first + static_cast<std::size_t>(PageLines()));

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ class MessageLabel {
   // Breaks the text into lines; the size that they take with their margin, within the largest one. Pixels.
   SIZE Fit(SIZE largest);
 
-  void SetForeColour(COLORREF colour);
+  // In the form in which the roster keeps it: one of the system's follows the theme.
+  void SetForeColour(std::int32_t colour);
   void SetBackColour(int systemColour);
 
   HWND hwnd() const { return hwnd_; }
@@ -42,7 +44,7 @@ class MessageLabel {
   HWND hwnd_ = nullptr;
   std::string shown_;
   std::vector<std::string_view> lines_;  // into shown_
-  COLORREF foreColour_ = 0;
+  std::int32_t foreColour_ = 0;
   int backColour_ = COLOR_BTNFACE;
   int lineHeight_ = 1;
   int top_ = 0;  // first line in view

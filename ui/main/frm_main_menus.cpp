@@ -91,6 +91,7 @@ void FrmMain::mnuStatBar_Click() {
 }
 
 void FrmMain::mnuMoveSub_Click(unsigned corner) {
+  Restore();
   RECT window{};
   ::GetWindowRect(hwnd(), &window);
   const RECT place = CornerPlace(corner, toolkit::WorkAreaPixels(), window);
