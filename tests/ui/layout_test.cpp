@@ -80,16 +80,10 @@ TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHei
 
 TEST(PopupMotion, OtherSettingsLeaveThePopupInPlace) {
   for (const int setting : {0, 5, -1}) EXPECT_FALSE(CornerOf(setting));
+  for (const int setting : {1, 4}) EXPECT_EQ(CornerOf(setting), Corner{setting});
   EXPECT_EQ(PlaceWithoutCorner(kScreen, kWidth).left, Twips{1500});
   EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15000}).left, Twips{360}) << "the close button stays on the screen";
   EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15360}).left, Twips{0});
-}
-
-TEST(PopupLayout, SizeFollowsTextAndPicture) {
-  const auto size = [](Twips text) { return PopupSize({LabelWidth(text), Twips{405}}, kPicture.height); };
-  EXPECT_EQ(size(Twips{300}).width, Twips{2000}) << "one word";
-  EXPECT_EQ(size(Twips{4000}).width, Twips{4100});
-  EXPECT_EQ(size(Twips{4000}).height, Twips{240 + 405 + 300});
 }
 
 // Whatever is sent, the close button can be reached.
@@ -107,19 +101,45 @@ TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
   EXPECT_LE(top + PopupSize(without, kPicture.height).height, kScreen.height);
 }
 
-TEST(PopupLayout, PartsStandInsideAndApart) {
-  const Size label{LabelWidth(Twips{300}), Twips{405}}, popup = PopupSize(label, kPicture.height);
-  const PopupParts parts = PartsOf(popup, label, kPicture);
-  EXPECT_LE(parts.close.left + parts.close.width, popup.width);
-  EXPECT_EQ(parts.drop.left + parts.drop.width, parts.close.left);
-  EXPECT_LE(parts.sender.left + parts.sender.width, parts.drop.left);
-  EXPECT_LE(parts.picture.left + parts.picture.width, parts.sender.left);
-  for (const Box& box : {parts.picture, parts.sender, parts.drop, parts.close}) {
-    EXPECT_GE(box.top, Twips{0});
-    EXPECT_LE(box.top + box.height, parts.label.top);
+// At a usual size every part of a window has room, none covers another, and none is cut off.
+TEST(Layout, PartsStandInsideAndApart) {
+  const auto check = [](const Area& whole, const std::vector<Area>& parts) {
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      SCOPED_TRACE(testing::Message() << "part " << i << " of a window of " << whole.right << " x " << whole.bottom);
+      const Area& part = parts[i];
+      EXPECT_TRUE(part.Width() > 0 && part.Height() > 0);
+      EXPECT_TRUE(part.left >= 0 && part.top >= 0 && part.right <= whole.right && part.bottom <= whole.bottom);
+      for (std::size_t j = 0; j < i; ++j)
+        EXPECT_TRUE(part.left >= parts[j].right || part.right <= parts[j].left || part.top >= parts[j].bottom ||
+                    part.bottom <= parts[j].top)
+            << "covers part " << j;
+    }
+  };
+  const ChatParts chat =
+      ChatLayout({.width = 320, .height = 400, .barTop = 80, .sendWidth = 60, .sendHeight = 46}, kNormal);
+  check({0, 0, 320, 400}, {chat.users, chat.bar, chat.conversation, chat.typed, chat.send, chat.status});
+  EXPECT_EQ(chat.bar.top, 80);
+  const ComposerParts composer = ComposerLayout(460, 320, 50, 15, kNormal);
+  check({0, 0, 460, 320},
+        {{0, 0, 460, 50}, composer.toLabel, composer.messageLabel, composer.recipients, composer.text});
+  EXPECT_GT(composer.text.Width(), composer.recipients.Width());
+  for (const bool status : {true, false}) {
+    const mainwindow::MainBands main = mainwindow::BandsOf(300, 50, 20, status);
+    EXPECT_EQ(std::pair(main.rosterTop, main.rosterTop + main.rosterHeight), std::pair(50, status ? 280 : 300));
+    EXPECT_EQ(main.statusTop, status ? 280 : 300);
   }
-  EXPECT_LE(parts.label.top + parts.label.height, popup.height);
-  EXPECT_LE(parts.label.left + parts.label.width, popup.width);
+  const Twips list{2400}, name = mainwindow::NameColumnWidth(list);
+  EXPECT_GE(name, Twips{1000});
+  EXPECT_LE(name + mainwindow::StatColumnWidth(list, name), list - Twips{200}) << "beside the scroll bar";
+  for (const int text : {300, 4000}) {
+    const Size label{LabelWidth(Twips{text}), Twips{405}}, popup = PopupSize(label, kPicture.height);
+    const PopupParts parts = PartsOf(popup, label, kPicture);
+    std::vector<Area> areas;
+    for (const Box& box : {parts.picture, parts.sender, parts.drop, parts.close, parts.label})
+      areas.push_back({box.left.value, box.top.value, (box.left + box.width).value, (box.top + box.height).value});
+    check({0, 0, popup.width.value, popup.height.value}, areas);
+    EXPECT_GE(label.width, Twips{text});
+  }
 }
 
 }  // namespace
