@@ -129,11 +129,5 @@ TEST(Numbers, RoundsHalfToEvenAndRefusesWhatDoesNotFit) {
     EXPECT_EQ(ErrorOf([=] { ToInt32(number); }), 6);
 }
 
-TEST(Numbers, GeneralTextKeepsThePlaceOfTheSign) {
-  EXPECT_EQ(GeneralText(0), " 0");
-  EXPECT_EQ(GeneralText(255), " 255");
-  EXPECT_EQ(GeneralText(std::numeric_limits<std::int32_t>::min()), "-2147483648");
-}
-
 }  // namespace
 }  // namespace core

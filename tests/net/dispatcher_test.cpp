@@ -103,6 +103,10 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   for (std::size_t i = 0; i < Dispatcher::kMostHiddenNames + 10; ++i)
     answered += SentOn("_" + std::to_string(i) + "|M/").size() / 3;
   EXPECT_EQ(answered, Dispatcher::kMostHiddenNames - 1);
+  messenger.OpenSocket();
+  for (std::size_t bytes = 60000; bytes < Dispatcher::kMostHiddenBytes; bytes += 60000)
+    EXPECT_EQ(SentOn("_" + std::string(59999, 'x') + std::to_string(bytes) + "|M/").size(), 3u);
+  EXPECT_EQ(SentOn("_" + std::string(60000, 'y') + "|M/"), Lines{});
 }
 
 TEST_F(DispatcherTest, StatesAreNumbersReadTolerantly) {
@@ -162,14 +166,8 @@ TEST_F(DispatcherTest, PrivateTextsReachTheirRecipientOnly) {
   for (const std::string_view packet : {"bob|P/\xDEhi|carl", "bob|P/\xDEhi", "bob|P/|anna", "bob|P/|"})
     EXPECT_EQ(ShownOn(packet), Lines{}) << packet;
   EXPECT_EQ(Log(), "");
-}
-
-TEST_F(DispatcherTest, UnmarkedTextsAreLogged) {
-  Hear("bob|M/bob is now on the network");
-  Hear("bob|P/psst|anna");
-  EXPECT_EQ(Log(),
-            "Unknow Data Receved (bob: bob is now on the network);"
-            "Unknow Data Receved (bob: psst);");
+  for (const std::string_view packet : {"bob|M/bob is now on the network", "bob|P/psst|anna"}) Hear(packet);
+  EXPECT_EQ(Log(), "Unknow Data Receved (bob: bob is now on the network);Unknow Data Receved (bob: psst);");
 }
 
 TEST_F(DispatcherTest, OwnChatLinesComeBackOwnAlertsAndNoticesDoNot) {
@@ -239,6 +237,16 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   Hear("dora|M/\xDEhi");
   for (std::size_t i = 0; i < Dispatcher::kMostWaiting + 5; ++i) lost += !roster.HasRow("carl" + std::to_string(i));
   EXPECT_EQ(lost, 5u);
+
+  // What a crowd of long lines may hold in memory is free again when they were shown.
+  for (const char* round : {"emma", "fay"}) {
+    conversations.onOpen = [&] {
+      for (int i = 0; i < 200; ++i) Hear(round + ("|X/" + std::string(60000, 'x')));
+      Hear(std::string(round) + "|M/\xDElast");
+    };
+    EXPECT_EQ(ShownOn(std::string(round) + "|M/\xDEhi").back(), "new " + std::string(round) + ": last #0");
+    conversations.windows.clear();
+  }
 }
 
 TEST_F(DispatcherTest, EveryCountedPacketRefreshesTheWindows) {

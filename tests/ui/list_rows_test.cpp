@@ -6,39 +6,25 @@
 #include <random>
 
 #include "core/text.h"
-#include "tests/support/desktop_test.h"
+#include "tests/support/error_of.h"
+#include "tests/support/rows.h"
 
 namespace toolkit {
 namespace {
 
-std::string Order(const ListRows& rows) {
-  std::string order;
-  for (std::size_t i = 0; i < rows.Count(); ++i) order += rows.At(i).text + " ";
-  return order;
-}
-
-TEST(ListRows, FindsByKeyAndByTextInAnyCase) {
-  ListRows rows;
-  rows.Add({.text = "Anna"});
-  const ListRow& second = rows.Add({.text = "anna", .key = "Anna"});
-  const ListRow& accented = rows.Add({.text = "\xC9mile"});
-  EXPECT_EQ(rows.FindText("anna"), &second);
-  EXPECT_EQ(rows.FindText("ANNA"), nullptr);
-  EXPECT_EQ(rows.FindKey("Anna"), &second);
-  EXPECT_EQ(rows.FindKey("anna"), nullptr);
-  EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
-}
-
 TEST(ListRows, KeysAreUniqueAndExact) {
   ListRows rows;
   rows.Add({.text = "x", .key = "g"});
-  rows.Add({.text = "y", .key = "G"});
-  rows.Add({.text = "no key"});
+  const ListRow& second = rows.Add({.text = "y", .key = "G"});
+  const ListRow& accented = rows.Add({.text = "\xC9mile"});
   rows.Add({.text = "no key"});
   const std::uint64_t changes = rows.SetChanges();
   EXPECT_EQ(support::ErrorOf([&] { rows.Add({.text = "z", .key = "G"}); }), 35602);
-  EXPECT_EQ(Order(rows), "x y no key no key ");
+  EXPECT_EQ(support::RowsAndIcons(rows), "x=0 y=0 \xC9mile=0 no key=0 ");
   EXPECT_EQ(rows.SetChanges(), changes);
+  EXPECT_EQ(rows.FindKey("G"), &second);
+  EXPECT_EQ(rows.FindText("Y"), nullptr);
+  EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
 }
 
 TEST(ListRows, CountersMoveOnRealChangesOnly) {
