@@ -144,7 +144,7 @@ TEST_F(OptionsDialog, WhatItCannotShowStaysAsItIs) {
   Open();
   EXPECT_EQ(SelectedRow(Swatches()), -1);
   EXPECT_EQ(SelectedRow(Sounds()), -1);
-  Press(kFirstCommandButton);
+  Press(kAcceptButton);
   EXPECT_FALSE(form->hwnd());
   EXPECT_EQ(settings(), before);
 }
@@ -161,7 +161,7 @@ TEST_F(OptionsDialog, TheWindowsBeforeStepBackMeanwhile) {
   ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
     ::KillTimer(nullptr, timer);
     meanwhile = IsOnTop(before);
-    ::SendMessageA(dialog, WM_COMMAND, kFirstCommandButton + 1, 0);
+    ::SendMessageA(dialog, WM_COMMAND, kCloseButton, 0);
   });
   toolkit::RunModal(*form);
   EXPECT_FALSE(meanwhile);
@@ -196,7 +196,7 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
   EXPECT_EQ(support::TextOf(name), "Berta");
   ::SetFocus(name);
   Type(name, "");
-  Press(kFirstPageButton + 2);
+  Press(kSecurityButton);
   Pump();
   EXPECT_EQ(BoxAnswers::Texts().size(), 2u);
   EXPECT_EQ(VisiblePage(), 0) << "the page is held too";
@@ -208,7 +208,7 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
   const BoxAnswers answering;
   ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 1, 0);
   Type(Item(0, kNameBox), "bob");
-  Press(kFirstCommandButton);
+  Press(kAcceptButton);
   ASSERT_TRUE(form->hwnd());
   EXPECT_EQ(BoxAnswers::Texts(), Texts{core::GetText(2204)}) << "and no question about the language yet";
   EXPECT_EQ(gEvents, "");
@@ -219,7 +219,7 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
   ::SendMessageA(Positions(), TB_CHECKBUTTON, kFirstPosition + 2, TRUE);
   SelectRow(Sounds(), 3);
   ::SendMessageA(Item(1, kStartUpBox), BM_SETCHECK, BST_UNCHECKED, 0);
-  Press(kFirstCommandButton);
+  Press(kAcceptButton);
   EXPECT_FALSE(form->hwnd());
   EXPECT_EQ(gEvents, "close Anna; open Carla; restore main; ");
   const std::string saved = core::ReadFile(core::InProgramDirectory("User.ini"));
@@ -228,20 +228,20 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
 
 TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
   Open();
-  Press(kFirstPageButton + 2);
+  Press(kSecurityButton);
   const HWND box = Item(2, kBlockBox), tools = Child(2, TOOLBARCLASSNAMEA);
-  const auto canRemove = [tools] { return ::SendMessageA(tools, TB_ISBUTTONENABLED, kFirstBlockButton + 1, 0) != 0; };
+  const auto canRemove = [tools] { return ::SendMessageA(tools, TB_ISBUTTONENABLED, kUnblockButton, 0) != 0; };
   for (const char* name : {" jOHN smITH ", ""}) {
     Type(box, name);
     Key(box, VK_RETURN);
     EXPECT_EQ(support::RowTexts(Blocked()), (Texts{"Mallory", "John smith", "John smith"}));
   }
   SelectRow(Blocked(), 0);
-  Press(kFirstBlockButton + 1);
+  Press(kUnblockButton);
   EXPECT_EQ(support::TextOf(box), "Mallory");
   EXPECT_EQ(SelectedRow(Blocked()), 0);
   EXPECT_TRUE(canRemove());
-  for (int i = 0; i < 2; ++i) Press(kFirstBlockButton + 1);
+  for (int i = 0; i < 2; ++i) Press(kUnblockButton);
   EXPECT_EQ(ListView_GetItemCount(Blocked()), 0);
   EXPECT_FALSE(canRemove());
 }
@@ -249,7 +249,7 @@ TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
 TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
   users.SetGroupLines({});
   Open();
-  Press(kFirstPageButton + 3);
+  Press(kGroupsButton);
   const HWND box = Item(3, kGroupBox), tree = Child(3, WC_TREEVIEWA);
   constexpr int kNewGroup = 0, kAdd = 1, kRemove = 2, kEnter = -1;
   const auto after = [&](int button, const char* text) {
@@ -257,7 +257,7 @@ TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
     if (button == kEnter)
       Key(box, VK_RETURN);
     else
-      Press(kFirstGroupButton + button);
+      Press(kNewGroupButton + button);
     return Tree();
   };
   EXPECT_EQ(after(kAdd, "bob"), "") << "no group to go to";
@@ -308,7 +308,7 @@ TEST_F(OptionsDialog, ALanguageFileThatBreaksChangesNothing) {
   const BoxAnswers answering(IDYES);
   ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 2, 0);
   core::WriteFileSafely(path, whole.substr(0, whole.size() / 2) + "\r\nbroken,line\r\n");
-  Press(kFirstCommandButton);
+  Press(kAcceptButton);
   core::WriteFileSafely(path, whole);
   EXPECT_EQ(BoxAnswers::Texts().back(), "Run-time error '13':\r\n\r\nType mismatch");
   ASSERT_TRUE(form->hwnd());

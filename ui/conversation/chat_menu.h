@@ -13,6 +13,7 @@ namespace chatmenu {
 
 // Every item has an id, heads too. mnuUser is the first of an array between the head of the users online and mnuRemove.
 enum Id : unsigned {
+  tbSend = 101,
   mnuView = 200,
   mnuExportSep,
   mnuExportT,

@@ -22,8 +22,7 @@ using toolkit::Tw;
 using toolkit::Twips;
 using toolkit::operator""_dp;
 
-constexpr int kFirstButton = 101;
-constexpr toolkit::ToolButton kButtons[] = {{'s', {3002, "&Send"}, res::kToolbarSend}};
+constexpr toolkit::ToolButton kButtons[] = {{chatmenu::tbSend, {3002, "&Send"}, res::kToolbarSend}};
 
 // Leaves room in the datagram for the names and marks around the text.
 constexpr WPARAM kMaxText = 60000;
@@ -85,7 +84,7 @@ void FrmChat::CreateControls() {
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
   FocusFirst(txtSnd);
-  AddToolbar(tbSnd, kFirstButton, kButtons);
+  AddToolbar(tbSnd, kButtons);
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
   ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10_dp), Px(10_dp), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
@@ -246,9 +245,6 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_INITMENUPOPUP:
       MenuOpens(reinterpret_cast<HMENU>(wParam));
-      break;
-    case WM_COMMAND:
-      if (Commanded(LOWORD(wParam))) return 0;
       break;
     case WM_NOTIFY:
       return Notified(lParam);

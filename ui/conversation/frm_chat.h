@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -80,7 +81,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
 
   // frm_chat_menus.cpp
   void MenuOpens(HMENU menu);
-  bool Commanded(int id);
+  std::span<const toolkit::Command> Commands() const override;
   void mnuExportT_Click();
   void mnuExportC_Click();
   void mnuCLS_Click();
@@ -88,14 +89,8 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void mnuViewStat_Click();
   void mnuTime_Click();
   void mnuAdd_Click();
-  void mnuUser_Click(std::size_t index);
+  void mnuUser_Click(unsigned index);
   void mnuRemove_Click();
-
-  struct Command {
-    unsigned id;
-    void (FrmChat::*run)();
-  };
-  static const Command kCommands[];
 
   const MainList& mainList_;
   net::Messenger& messenger_;

@@ -29,27 +29,22 @@ void FrmChat::MenuOpens(HMENU menu) {
   FillUsersMenu(menu_, lstUsers.Names());
 }
 
-const FrmChat::Command FrmChat::kCommands[] = {
-    {IDOK, &FrmChat::Send},  // of cmdDSnd
-    {mnuExportT, &FrmChat::mnuExportT_Click},
-    {mnuExportC, &FrmChat::mnuExportC_Click},
-    {mnuOnTop, &FrmChat::mnuOnTop_Click},
-    {mnuCLS, &FrmChat::mnuCLS_Click},
-    {mnuViewStat, &FrmChat::mnuViewStat_Click},
-    {mnuTime, &FrmChat::mnuTime_Click},
-    {mnuClose, &FrmChat::Close},
-    {mnuAdd, &FrmChat::mnuAdd_Click},
-    {mnuRemove, &FrmChat::mnuRemove_Click},
-};
-
-bool FrmChat::Commanded(int id) {
-  if (tbSnd.KeyOf(id)) return Send(), true;
-  const auto command = static_cast<unsigned>(id);
-  for (const Command& row : kCommands)
-    if (row.id == command) return (this->*row.run)(), true;
-  if (command < mnuUser) return false;
-  mnuUser_Click(command - mnuUser);
-  return true;
+std::span<const toolkit::Command> FrmChat::Commands() const {
+  static const toolkit::Command kCommands[] = {
+      {IDOK, &FrmChat::Send},  // of cmdDSnd
+      {tbSend, &FrmChat::Send},
+      {mnuExportT, &FrmChat::mnuExportT_Click},
+      {mnuExportC, &FrmChat::mnuExportC_Click},
+      {mnuOnTop, &FrmChat::mnuOnTop_Click},
+      {mnuCLS, &FrmChat::mnuCLS_Click},
+      {mnuViewStat, &FrmChat::mnuViewStat_Click},
+      {mnuTime, &FrmChat::mnuTime_Click},
+      {mnuClose, &FrmChat::Close},
+      {mnuAdd, &FrmChat::mnuAdd_Click},
+      {mnuUser, kMostOffered, &FrmChat::mnuUser_Click},
+      {mnuRemove, &FrmChat::mnuRemove_Click},
+  };
+  return kCommands;
 }
 
 // Lines that arrive while the user looks for a place are saved too.
@@ -93,7 +88,7 @@ void FrmChat::mnuAdd_Click() {
 }
 
 // By its place in the list: what the caption shows of a name is not the name.
-void FrmChat::mnuUser_Click(std::size_t index) {
+void FrmChat::mnuUser_Click(unsigned index) {
   if (index < lstUsers.Names().size()) AddUser(lstUsers.Names()[index]);
 }
 

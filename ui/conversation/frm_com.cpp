@@ -17,10 +17,11 @@ namespace {
 
 using toolkit::Px;
 
-constexpr int kFirstButton = 101;
+enum CommandId : unsigned { tbSend = 101, tbClose };
+
 constexpr toolkit::ToolButton kButtons[] = {
-    {'s', {4004, "&Send"}, res::kToolbarSend},
-    {'c', {4005, "&Close"}, res::kToolbarClose},
+    {tbSend, {4004, "&Send"}, res::kToolbarSend},
+    {tbClose, {4005, "&Close"}, res::kToolbarClose},
 };
 
 // Leaves room in the datagram for the names and marks around the text.
@@ -54,7 +55,7 @@ void FrmCom::Load() {
 }
 
 void FrmCom::CreateControls() {
-  AddToolbar(TB, kFirstButton, kButtons);
+  AddToolbar(TB, kButtons);
   lblCap[0] = AddControl("STATIC", {4002, "To"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   const HWND list = AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE);
   lvUsers.Attach(list, recipients_.Rows(), toolkit::SharedPictures(res::Strip::Roster));
@@ -119,9 +120,6 @@ LRESULT FrmCom::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_GETMINMAXINFO:
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
-    case WM_COMMAND:
-      if (const auto key = TB.KeyOf(LOWORD(wParam))) TB_ButtonClick(*key);
-      return 0;
     case WM_NOTIFY: {
       LRESULT result = 0;
       if (lvUsers.Notify(*reinterpret_cast<const NMHDR*>(lParam), lParam, result)) return result;
@@ -161,9 +159,9 @@ bool FrmCom::TranslateInText(const MSG& key) {
   }
 }
 
-void FrmCom::TB_ButtonClick(char key) {
-  if (key == 's') return Send();
-  ::DestroyWindow(hwnd());
+std::span<const toolkit::Command> FrmCom::Commands() const {
+  static const toolkit::Command kCommands[] = {{tbSend, &FrmCom::Send}, {tbClose, &FrmCom::Close}};
+  return kCommands;
 }
 
 // Events run between sending and closing, and among them may be a second click.

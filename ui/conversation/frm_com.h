@@ -1,6 +1,7 @@
 // The composer: an alert is written here and sent to chosen users or to everybody.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -41,7 +42,8 @@ class FrmCom : public toolkit::Window {
   void FitColumn();
   void RowsChanged();
   void LimitSize(MINMAXINFO& limits) const;
-  void TB_ButtonClick(char key);
+  std::span<const toolkit::Command> Commands() const override;
+  void Close() { ::DestroyWindow(hwnd()); }
   void Send();
   void SendToAll(const std::string& text);
   void SendToEach(const std::string& text);

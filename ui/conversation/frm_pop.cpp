@@ -23,7 +23,7 @@ using toolkit::Px;
 using toolkit::Tw;
 
 constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
-constexpr int kCloseId = 101, kDropId = 102, kPictureId = 103;
+constexpr unsigned kCloseId = 101, kDropId = 102, kPictureId = 103;
 constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
 constexpr toolkit::Caption kExportTitle{5201, "Export Alert"};
@@ -115,9 +115,6 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
       wParam == kAniTimer ? aniTimer_Timer() : Timer_Timer();
       return 0;
-    case WM_COMMAND:
-      if (HIWORD(wParam) == BN_CLICKED) Clicked(LOWORD(wParam));
-      return 0;
     case WM_DRAWITEM:
       Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return TRUE;
@@ -186,9 +183,18 @@ void FrmPop::PaintFrame() {
   ::EndPaint(hwnd(), &paint);
 }
 
-void FrmPop::Clicked(int id) {
-  if (id == kCloseId) Close();
-  if (id == kDropId) lblDrop_Click();
+std::span<const toolkit::Command> FrmPop::Commands() const {
+  static const toolkit::Command kCommands[] = {
+      {kCloseId, &FrmPop::Close},
+      {kDropId, &FrmPop::lblDrop_Click},
+      {mnuExportT, &FrmPop::mnuExportT_Click},
+      {mnuExportC, &FrmPop::mnuExportC_Click},
+      {mnuReplySender, &FrmPop::mnuReplySender_Click},
+      {mnuReplyAll, &FrmPop::mnuReplyAll_Click},
+      {mnuLive, &FrmPop::mnuLive_Click},
+      {mnuBlock, &FrmPop::mnuBlock_Click},
+  };
+  return kCommands;
 }
 
 // Below the button or, at the screen's edge, beside it.
@@ -196,27 +202,8 @@ void FrmPop::lblDrop_Click() {
   TPMPARAMS around{sizeof around, {}};
   ::GetWindowRect(lblDrop.hwnd(), &around.rcExclude);
   constexpr UINT how = TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_RETURNCMD;
-  Chosen(static_cast<unsigned>(
+  RunCommand(static_cast<unsigned>(
       ::TrackPopupMenuEx(mnuPop.handle(), how, around.rcExclude.left, around.rcExclude.bottom, hwnd(), &around)));
-}
-
-void FrmPop::Chosen(unsigned command) {
-  switch (command) {
-    case mnuExportT:
-      return mnuExportT_Click();
-    case mnuExportC:
-      return CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd()));
-    case mnuReplySender:
-      return Answer(alert_.sender + '|');
-    case mnuReplyAll:
-      return Answer(std::string(kEverybody) + '|');
-    case mnuLive:
-      return mnuLive_Click();
-    case mnuBlock:
-      return commands_.blockSender(alert_.sender);
-    default:
-      return;
-  }
 }
 
 // The dialog offers rich text too, which an alert has none of: nothing is written then.
@@ -225,6 +212,10 @@ void FrmPop::mnuExportT_Click() {
   const std::string path = toolkit::AskSaveName(kExportTitle);
   if (core::LowerCase(path).ends_with("txt")) core::WriteFileSafely(path, text);
 }
+
+void FrmPop::mnuExportC_Click() { CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd())); }
+
+void FrmPop::mnuBlock_Click() { commands_.blockSender(alert_.sender); }
 
 // The popup is hidden first: some window managers hand the keyboard of a vanishing window to the one that had it
 // before, and would take it from the new window. An alert that nothing could take the place of is shown again.
@@ -242,6 +233,10 @@ void FrmPop::GiveWayTo(const std::function<void()>& open) {
 void FrmPop::Answer(const std::string& recipients) {
   GiveWayTo([&] { commands_.openComposer(recipients); });
 }
+
+void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
+
+void FrmPop::mnuReplyAll_Click() { Answer(std::string(kEverybody) + '|'); }
 
 void FrmPop::mnuLive_Click() {
   GiveWayTo([this] { commands_.startLiveChat(alert_); });

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "ui/conversation/alert_line.h"
@@ -45,10 +46,13 @@ class FrmPop : public toolkit::Window {
   void Draw(const DRAWITEMSTRUCT& request) const;
   void DrawPicture(const DRAWITEMSTRUCT& request) const;
   void PaintFrame();
-  void Clicked(int id);
+  std::span<const toolkit::Command> Commands() const override;
   void lblDrop_Click();
-  void Chosen(unsigned command);
   void mnuExportT_Click();
+  void mnuExportC_Click();
+  void mnuReplySender_Click();
+  void mnuReplyAll_Click();
+  void mnuBlock_Click();
   void GiveWayTo(const std::function<void()>& open);
   void Answer(const std::string& recipients);
   void mnuLive_Click();

@@ -10,7 +10,7 @@ namespace conversation {
 namespace popupmenu {
 
 enum Id : unsigned {
-  mnuPopSep1 = 1,
+  mnuPopSep1 = 200,
   mnuExportT,
   mnuExportC,
   mnuReply,

@@ -67,6 +67,11 @@ void FrmAbout::LayOut() {
   ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp), FALSE);
 }
 
+std::span<const toolkit::Command> FrmAbout::Commands() const {
+  static const toolkit::Command kCommands[] = {{IDOK, &FrmAbout::Close}};
+  return kCommands;
+}
+
 LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_DRAWITEM: {
@@ -81,9 +86,6 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         toolkit::OpenLink(kWebLinks[0]);
       return 0;
     }
-    case WM_COMMAND:
-      if (LOWORD(wParam) == IDOK) ::DestroyWindow(hwnd());
-      return 0;
     case WM_DESTROY:
       // Some link controls free the font that they were given; this one is every window's.
       ::SendMessageA(lnkWeb_, WM_SETFONT, 0, FALSE);

@@ -1,6 +1,8 @@
 // The About window: version, the maker's notices, and the way to the maker's web site.
 #pragma once
 
+#include <span>
+
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/window.h"
 
@@ -13,7 +15,9 @@ class FrmAbout : public toolkit::Window {
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  std::span<const toolkit::Command> Commands() const override;
   void LayOut() override;
+  void Close() { ::DestroyWindow(hwnd()); }
 
   HWND lblName_ = nullptr, lblVersion_ = nullptr, lblMaker_ = nullptr, lblRights_ = nullptr, lnkWeb_ = nullptr,
        cmdClose_ = nullptr;

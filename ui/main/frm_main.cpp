@@ -19,11 +19,10 @@ using toolkit::ToolButton;
 using toolkit::Tw;
 using toolkit::operator""_dp;
 
-constexpr int kFirstToolId = 100;
 constexpr std::array<ToolButton, 3> kToolButtons{{
-    {'a', {1002, "&Alert"}, res::kToolbarAlert},
-    {'l', {1003, "&Chat"}, res::kToolbarChat},
-    {'b', {1004, "&Block"}, res::kToolbarBlock},
+    {tbAlert, {1002, "&Alert"}, res::kToolbarAlert},
+    {tbChat, {1003, "&Chat"}, res::kToolbarChat},
+    {tbBlock, {1004, "&Block"}, res::kToolbarBlock},
 }};
 
 constexpr UINT_PTR kTmrMnu = 1;
@@ -70,7 +69,7 @@ void FrmMain::Furnish() {
 }
 
 void FrmMain::CreateControls() {
-  AddToolbar(TB, kFirstToolId, kToolButtons);
+  AddToolbar(TB, kToolButtons);
   TB.Indent(Px(kToolMargin));
   // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
@@ -147,9 +146,6 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_NOTIFY:
       return Notified(lParam);
-    case WM_COMMAND:
-      if (Commanded(LOWORD(wParam))) return 0;
-      break;
     case WM_TIMER:
       tmrMnu_Timer();
       return 0;
@@ -201,7 +197,7 @@ void FrmMain::LayOutColumns(toolkit::Twips list) {
 LRESULT FrmMain::Notified(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   LRESULT result = 0;
-  if (header.hwndFrom == lvUsers.hwnd() && header.code == NM_DBLCLK) TB_ButtonClick('a');
+  if (header.hwndFrom == lvUsers.hwnd() && header.code == NM_DBLCLK) tbAlert_Click();
   lvUsers.Notify(header, lParam, result);
   return result;
 }
@@ -212,7 +208,7 @@ void FrmMain::tmrMnu_Timer() {
   const bool selected = users_.lvUsers.SelectedCount() > 0;
   if (selected != selectionSeen_) {
     selectionSeen_ = selected;
-    for (const ToolButton& button : kToolButtons) TB.Enable(button.key, selected);
+    for (const ToolButton& button : kToolButtons) TB.Enable(button.id, selected);
   }
   ShowRoster();
   ShowStatus();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 
 #include "core/program.h"
@@ -72,9 +73,17 @@ class FrmMain : public toolkit::Window {
   void LimitSize(MINMAXINFO& limits) const;
   void KeepHidden(WINDOWPOS& change) const;
   LRESULT Notified(LPARAM lParam);
-  bool Commanded(int id);
-  void TB_ButtonClick(char key);
+  std::span<const toolkit::Command> Commands() const override;
+  void tbAlert_Click();
+  void tbChat_Click();
+  void tbBlock_Click();
+  void mnuChatAll_Click();
+  void mnuSndAll_Click();
+  void mnuAbout_Click() { commands_.showAbout(); }
+  void mnuWp_Click(unsigned link);
   void mnuStat_Click(unsigned state);
+  void mnuOpts_Click() { commands_.showOptions(); }
+  void mnuClose_Click() { commands_.shutDown(); }
   void mnuStatBar_Click();
   void mnuMoveSub_Click(unsigned corner);
   void mnuPop_PopUp();
@@ -86,12 +95,6 @@ class FrmMain : public toolkit::Window {
   void ShowRoster();
   void AnswerEnter();
   void Hide();
-
-  struct Command {
-    unsigned id;
-    void (*run)(FrmMain& form);
-  };
-  static const Command kCommands[];
 
   UserRoster& users_;
   net::Messenger& messenger_;

@@ -34,47 +34,40 @@ void FrmMain::ShowMenuState() {
   menu_.SetShown(mnuHide, visible);
 }
 
-const FrmMain::Command FrmMain::kCommands[] = {
-    {IDOK, [](FrmMain& form) { form.AnswerEnter(); }},
-    {mnuChatAll, [](FrmMain& form) { form.commands_.openChat(EverybodyList()); }},
-    {mnuSndAll, [](FrmMain& form) { form.commands_.openComposer(EverybodyList()); }},
-    {mnuOpts, [](FrmMain& form) { form.commands_.showOptions(); }},
-    {mnuShowMe, [](FrmMain& form) { form.ShowMe(); }},
-    {mnuHide, [](FrmMain& form) { form.Hide(); }},
-    {mnuClose, [](FrmMain& form) { form.commands_.shutDown(); }},
-    {mnuStatBar, [](FrmMain& form) { form.mnuStatBar_Click(); }},
-    {mnuAbout, [](FrmMain& form) { form.commands_.showAbout(); }},
-};
-
-bool FrmMain::Commanded(int id) {
-  if (const auto key = TB.KeyOf(id)) return TB_ButtonClick(*key), true;
-  const auto command = static_cast<unsigned>(id);
-  for (const Command& row : kCommands)
-    if (row.id == command) return row.run(*this), true;
-  if (const unsigned state = IndexIn(mnuStat, kStates, command); state < kStates) return mnuStat_Click(state), true;
-  if (const unsigned corner = IndexIn(mnuMoveSub, kCorners, command); corner < kCorners)
-    return mnuMoveSub_Click(corner), true;
-  if (const unsigned link = IndexIn(mnuWp, kLinks, command); link < kLinks)
-    return toolkit::OpenLink(kWebLinks[link]), true;
-  return false;
+std::span<const toolkit::Command> FrmMain::Commands() const {
+  static const toolkit::Command kCommands[] = {
+      {IDOK, &FrmMain::AnswerEnter},
+      {tbAlert, &FrmMain::tbAlert_Click},
+      {tbChat, &FrmMain::tbChat_Click},
+      {tbBlock, &FrmMain::tbBlock_Click},
+      {mnuChatAll, &FrmMain::mnuChatAll_Click},
+      {mnuSndAll, &FrmMain::mnuSndAll_Click},
+      {mnuStat, kStates, &FrmMain::mnuStat_Click},
+      {mnuOpts, &FrmMain::mnuOpts_Click},
+      {mnuShowMe, &FrmMain::ShowMe},
+      {mnuHide, &FrmMain::Hide},
+      {mnuClose, &FrmMain::mnuClose_Click},
+      {mnuStatBar, &FrmMain::mnuStatBar_Click},
+      {mnuMoveSub, kCorners, &FrmMain::mnuMoveSub_Click},
+      {mnuAbout, &FrmMain::mnuAbout_Click},
+      {mnuWp, kLinks, &FrmMain::mnuWp_Click},
+  };
+  return kCommands;
 }
 
-void FrmMain::TB_ButtonClick(char key) {
-  switch (key) {
-    case 'a':
-      return commands_.openComposer(users_.SelectedRecipients());
-    case 'l':
-      return commands_.openChat(users_.SelectedRecipients());
-    case 'b':
-      return users_.ToggleBlock();
-    default:
-      return;
-  }
-}
+void FrmMain::tbAlert_Click() { commands_.openComposer(users_.SelectedRecipients()); }
+
+void FrmMain::tbChat_Click() { commands_.openChat(users_.SelectedRecipients()); }
+
+void FrmMain::tbBlock_Click() { users_.ToggleBlock(); }
+
+void FrmMain::mnuChatAll_Click() { commands_.openChat(EverybodyList()); }
+
+void FrmMain::mnuSndAll_Click() { commands_.openComposer(EverybodyList()); }
 
 // The dialog keys turn Enter into this command before the list could tell of it.
 void FrmMain::AnswerEnter() {
-  if (furnished_ && ::GetFocus() == lvUsers.hwnd()) TB_ButtonClick('a');
+  if (furnished_ && ::GetFocus() == lvUsers.hwnd()) tbAlert_Click();
 }
 
 void FrmMain::mnuStat_Click(unsigned state) {
@@ -97,6 +90,8 @@ void FrmMain::mnuMoveSub_Click(unsigned corner) {
   const RECT place = CornerPlace(corner, toolkit::WorkAreaPixels(), window);
   ::SetWindowPos(hwnd(), nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
+
+void FrmMain::mnuWp_Click(unsigned link) { toolkit::OpenLink(kWebLinks[link]); }
 
 void FrmMain::SetUpTray() {
   TI.SetToolTipText(core::kProgramName);

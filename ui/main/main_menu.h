@@ -9,7 +9,10 @@
 namespace mainwindow {
 
 // Every item has an id, heads and sub-menus too; the arrays have consecutive ones.
-enum MenuId : unsigned {
+enum CommandId : unsigned {
+  tbAlert = 100,
+  tbChat,
+  tbBlock,
   mnuPop = 1000,
   mnuPopSep0,
   mnuChatAll,
@@ -75,10 +78,5 @@ inline constexpr toolkit::MenuRow kMainMenu[] = {
     {2, mnuWp + 5, {1207, "|Write to us|&Mail"}, res::kMenuWeb},
 };
 static_assert(toolkit::IsSound(kMainMenu));
-
-// An item of one of the arrays: its place in it, or `count` for a command that is not in the array.
-constexpr unsigned IndexIn(unsigned first, unsigned count, unsigned command) {
-  return command >= first && command < first + count ? command - first : count;
-}
 
 }  // namespace mainwindow

@@ -45,16 +45,13 @@ class Flagged {
 
 LRESULT FrmOpt::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_COMMAND:
-      Commanded(LOWORD(wParam), HIWORD(wParam));
-      return 0;
     case WM_NOTIFY:
       return Notified(lParam);
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
       return ColourControl(message, wParam, lParam);
     case kNameLeft:
-      txtName_LostFocus();
+      CheckName();
       return 0;
     case WM_CLOSE:
       CloseClicked();
@@ -119,46 +116,57 @@ LRESULT FrmOpt::DrawSwatchItem(LPARAM lParam) const {
   return CDRF_SKIPDEFAULT;
 }
 
-void FrmOpt::Commanded(int id, int code) {
-  if (ToolClicked(id)) return;
-  const HWND box = id == kNameBox ? txtName : id == kBlockBox ? txtBlock : id == kGroupBox ? txtGroups : nullptr;
-  if (box && code == EN_SETFOCUS) {
-    ::SendMessageA(box, EM_SETSEL, 0, -1);
-    default_ = box == txtBlock ? cmdDAdd : box == txtGroups ? cmdGroups : nullptr;
-  } else if (box && code == EN_KILLFOCUS) {
-    default_ = nullptr;
-    if (box == txtName) ::PostMessageA(hwnd(), kNameLeft, 0, 0);
-  } else if (id == kNameBox && code == EN_CHANGE) {
-    txtName_Change();
-  } else if (id == kBlockEnter) {
-    AddBlock();
-  } else if (id == kGroupEnter) {
-    cmdGroups_Click();
-  }
+std::span<const toolkit::Command> FrmOpt::Commands() const {
+  static const toolkit::Command kCommands[] = {
+      {kUserButton, kPages, &FrmOpt::tbOpt_ButtonClick},
+      {kAcceptButton, &FrmOpt::Accept},
+      {kCloseButton, &FrmOpt::CloseClicked},
+      {kNameBox, &FrmOpt::txtName_Change, EN_CHANGE},
+      {kNameBox, &FrmOpt::txtName_GotFocus, EN_SETFOCUS},
+      {kNameBox, &FrmOpt::txtName_LostFocus, EN_KILLFOCUS},
+      {kTestButton, &FrmOpt::TestSound},
+      {kBlockBox, &FrmOpt::txtBlock_GotFocus, EN_SETFOCUS},
+      {kBlockBox, &FrmOpt::BoxLeft, EN_KILLFOCUS},
+      {kBlockEnter, &FrmOpt::AddBlock},
+      {kBlockButton, &FrmOpt::AddBlock},
+      {kUnblockButton, &FrmOpt::RemoveBlock},
+      {kGroupBox, &FrmOpt::txtGroups_GotFocus, EN_SETFOCUS},
+      {kGroupBox, &FrmOpt::BoxLeft, EN_KILLFOCUS},
+      {kGroupEnter, &FrmOpt::cmdGroups_Click},
+      {kNewGroupButton, &FrmOpt::NewGroup_Click},
+      {kAddMemberButton, &FrmOpt::AddMember_Click},
+      {kRemoveNodeButton, &FrmOpt::RemoveNode_Click},
+  };
+  return kCommands;
 }
 
-bool FrmOpt::ToolClicked(int id) {
-  if (tbOpt.KeyOf(id)) {
-    ShowPage(static_cast<std::size_t>(id - kFirstPageButton));
-  } else if (const auto command = TB.KeyOf(id)) {
-    TB_ButtonClick(*command);
-  } else if (tbSnd.KeyOf(id)) {
-    core::PlayAlertSound(SelectedSound());
-  } else if (const auto block = tbSec.KeyOf(id)) {
-    tbSec_ButtonClick(*block);
-  } else if (const auto group = tbGroups.KeyOf(id)) {
-    tbGroups_ButtonClick(*group);
-  } else {
-    return false;
-  }
-  return true;
+void FrmOpt::tbOpt_ButtonClick(unsigned page) { ShowPage(page); }
+
+void FrmOpt::txtName_GotFocus() { BoxEntered(txtName, nullptr); }
+
+void FrmOpt::txtBlock_GotFocus() { BoxEntered(txtBlock, cmdDAdd); }
+
+void FrmOpt::txtGroups_GotFocus() { BoxEntered(txtGroups, cmdGroups); }
+
+void FrmOpt::BoxEntered(HWND box, HWND button) {
+  ::SendMessageA(box, EM_SETSEL, 0, -1);
+  default_ = button;
 }
+
+void FrmOpt::BoxLeft() { default_ = nullptr; }
+
+void FrmOpt::txtName_LostFocus() {
+  BoxLeft();
+  ::PostMessageA(hwnd(), kNameLeft, 0, 0);
+}
+
+void FrmOpt::TestSound() { core::PlayAlertSound(SelectedSound()); }
 
 void FrmOpt::ShowPage(std::size_t page) {
   // The selector keeps the keyboard for whoever walks through the pages there.
   const bool enters = ::GetFocus() != tbOpt.hwnd();
   const auto former = std::exchange(page_, page);
-  ::SendMessageA(tbOpt.hwnd(), TB_CHECKBUTTON, static_cast<WPARAM>(kFirstPageButton) + page, TRUE);
+  ::SendMessageA(tbOpt.hwnd(), TB_CHECKBUTTON, static_cast<WPARAM>(kUserButton) + page, TRUE);
   picOpt[page]->Show(SW_SHOW);
   const std::array<HWND, kPages> first{txtName, tbPos, txtBlock, txtGroups};
   if (enters && ::IsWindowVisible(hwnd())) ::SetFocus(first[page]);
@@ -178,8 +186,7 @@ bool FrmOpt::TranslateKey(const MSG& key) {
     return true;
   }
   if (key.wParam != VK_RETURN || !default_) return false;
-  Commanded(::GetDlgCtrlID(default_), BN_CLICKED);
-  return true;
+  return RunCommand(static_cast<unsigned>(::GetDlgCtrlID(default_)));
 }
 
 // Buttons of the page and of the window may share a letter. The page's come first while there is something to do for
@@ -270,7 +277,7 @@ void FrmOpt::lvCol_ItemClick(int index) {
 void FrmOpt::txtName_Change() { ::SetWindowTextA(lblPrevew, toolkit::TextOf(txtName).c_str()); }
 
 // Only within the dialog: nobody is held back who turns to another program.
-void FrmOpt::txtName_LostFocus() {
+void FrmOpt::CheckName() {
   const HWND focus = ::GetFocus();
   if (accepting_ || focus == txtName || !::IsChild(hwnd(), focus)) return;
   const std::string text = toolkit::TextOf(txtName), name(core::Trim(text));
@@ -279,11 +286,6 @@ void FrmOpt::txtName_LostFocus() {
   ShowPage(kUser);
   core::ShowBox({.text = core::GetText(kEmptyNameText), .icon = core::BoxIcon::Critical});
   ::SetFocus(txtName);
-}
-
-void FrmOpt::TB_ButtonClick(char key) {
-  if (key == 'a') return Accept();
-  CloseClicked();
 }
 
 void FrmOpt::Accept() {

@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -50,8 +51,7 @@ class FrmOpt : public toolkit::Window {
   bool Translate(MSG& message) override;
   bool TranslateKey(const MSG& key);
   bool ClickMnemonic(char letter);
-  void Commanded(int id, int code);
-  bool ToolClicked(int id);
+  std::span<const toolkit::Command> Commands() const override;
   LRESULT Notified(LPARAM lParam);
   LRESULT DrawSwatchItem(LPARAM lParam) const;
   LRESULT ColourControl(UINT message, WPARAM wParam, LPARAM lParam);
@@ -72,21 +72,30 @@ class FrmOpt : public toolkit::Window {
   void ShowPage(std::size_t page);
 
   // Editing.
-  void TB_ButtonClick(char key);
+  void tbOpt_ButtonClick(unsigned page);
   void Accept();
   void CloseClicked();
   void ChangeLanguage();
-  void tbSec_ButtonClick(char key);
   void AddBlock();
   void RemoveBlock();
-  void tbGroups_ButtonClick(char key);
+  void NewGroup_Click();
+  void AddMember_Click();
+  void RemoveNode_Click();
+  void GroupsEdited(bool done);
   void cmdGroups_Click();
   bool NewGroup(const std::string& name);
   bool AddMember(const std::string& name);
   bool RemoveNode();
   void lvCol_ItemClick(int index);
   void txtName_Change();
+  void txtName_GotFocus();
   void txtName_LostFocus();
+  void CheckName();
+  void txtBlock_GotFocus();
+  void txtGroups_GotFocus();
+  void BoxEntered(HWND box, HWND button);
+  void BoxLeft();
+  void TestSound();
   std::string SelectedSound() const;
   std::optional<std::string> SelectedLanguage() const;
   int PressedPos() const;

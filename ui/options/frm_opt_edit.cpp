@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "res/pictures.h"
 #include "ui/options/frm_opt.h"
+#include "ui/options/frm_opt_parts.h"
 #include "ui/options/names.h"
 
 namespace options {
@@ -26,12 +27,7 @@ void FrmOpt::FillBlocked() {
   lvBlock.FitColumn();
 }
 
-void FrmOpt::RefBloc() { tbSec.Enable('r', lvBlock.Count() > 0); }
-
-void FrmOpt::tbSec_ButtonClick(char key) {
-  if (key == 'a') return AddBlock();
-  RemoveBlock();
-}
+void FrmOpt::RefBloc() { tbSec.Enable(kUnblockButton, lvBlock.Count() > 0); }
 
 // Names are not compared: what is listed twice is blocked once.
 void FrmOpt::AddBlock() {
@@ -55,14 +51,18 @@ void FrmOpt::RemoveBlock() {
   ReturnTo(txtBlock);
 }
 
-void FrmOpt::tbGroups_ButtonClick(char key) {
-  const std::string name = TrimmedText(txtGroups);
-  const bool done = key == 'n' ? NewGroup(name) : key == 'a' ? AddMember(name) : RemoveNode();
+void FrmOpt::NewGroup_Click() { GroupsEdited(NewGroup(TrimmedText(txtGroups))); }
+
+void FrmOpt::AddMember_Click() { GroupsEdited(AddMember(TrimmedText(txtGroups))); }
+
+void FrmOpt::RemoveNode_Click() { GroupsEdited(RemoveNode()); }
+
+void FrmOpt::GroupsEdited(bool done) {
   if (!done) core::Beep();
   ReturnTo(txtGroups);
 }
 
-void FrmOpt::cmdGroups_Click() { tbGroups_ButtonClick(tvGroups.HasGroups() ? 'a' : 'n'); }
+void FrmOpt::cmdGroups_Click() { tvGroups.HasGroups() ? AddMember_Click() : NewGroup_Click(); }
 
 // A bar ends a name in the stored line.
 bool FrmOpt::NewGroup(const std::string& name) {

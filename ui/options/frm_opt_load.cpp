@@ -91,11 +91,11 @@ void FrmOpt::Load() {
   // A window without a visible owner has a button in the task bar.
   const HWND active = ::GetActiveWindow(), owner = ::IsWindowVisible(active) ? active : nullptr;
   Create({"frmOpt", kOptStyle, kOptExStyle, COLOR_BTNFACE}, {2001, "Options - Quillon"}, {}, owner);
-  AddToolbar(tbOpt, kFirstPageButton, kPageButtons);
-  MakeRadio(tbOpt.hwnd(), kFirstPageButton, kPages);
+  AddToolbar(tbOpt, kPageButtons);
+  MakeRadio(tbOpt.hwnd(), kUserButton, kPages);
   CreatePages();
   for (HWND& line : lines_) line = AddControl("STATIC", "", SS_ETCHEDHORZ);
-  AddToolbar(TB, kFirstCommandButton, kCommandButtons);
+  AddToolbar(TB, kCommandButtons);
   for (const toolkit::Toolbar* toolbar : {&tbOpt, &TB, &tbSnd, &tbSec, &tbGroups}) KeepInOneLine(toolbar->hwnd());
   SetLan();
   PlaceWindow();
@@ -165,14 +165,14 @@ void FrmOpt::CreateInterfacePage() {
   imlSnd = SoundPictures();
   lvSnd.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                imlSnd.get());
-  page.AddToolbar(tbSnd, kFirstSoundButton, kSoundButtons);
+  page.AddToolbar(tbSnd, kSoundButtons);
 }
 
 void FrmOpt::CreateSecurityPage() {
   Page& page = *picOpt[kSecurity];
   AddLabel(kSecurity, kBlockLabel);
   txtBlock = AddBox(kSecurity, kBlockBox, kMostOtherName);
-  page.AddToolbar(tbSec, kFirstBlockButton, kBlockButtons);
+  page.AddToolbar(tbSec, kBlockButtons);
   lvBlock.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                  toolkit::SharedPictures(res::Strip::Roster));
   cmdDAdd = page.AddControl("BUTTON", "", 0, 0, kBlockEnter);
@@ -183,7 +183,7 @@ void FrmOpt::CreateGroupsPage() {
   Page& page = *picOpt[kGroups];
   AddLabel(kGroups, kGroupsLabel);
   txtGroups = AddBox(kGroups, kGroupBox, kMostOtherName);
-  page.AddToolbar(tbGroups, kFirstGroupButton, kGroupButtons);
+  page.AddToolbar(tbGroups, kGroupButtons);
   tvGroups.Attach(page.AddControl(WC_TREEVIEWA, "", GroupTree::kStyle, WS_EX_CLIENTEDGE),
                   toolkit::SharedPictures(res::Strip::Roster));
   cmdGroups = page.AddControl("BUTTON", "<Enter Detect>", 0, 0, kGroupEnter);

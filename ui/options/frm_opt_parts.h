@@ -12,12 +12,19 @@ namespace options {
 inline constexpr DWORD kOptStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 inline constexpr DWORD kOptExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
-enum ControlId : int {
-  kFirstPageButton = 100,
-  kFirstCommandButton = 110,
-  kFirstSoundButton = 120,
-  kFirstBlockButton = 130,
-  kFirstGroupButton = 140,
+enum CommandId : int {
+  kUserButton = 100,  // + page
+  kInterfaceButton,
+  kSecurityButton,
+  kGroupsButton,
+  kAcceptButton = 110,
+  kCloseButton,
+  kTestButton = 120,
+  kBlockButton = 130,
+  kUnblockButton,
+  kNewGroupButton = 140,
+  kAddMemberButton,
+  kRemoveNodeButton,
   kFirstPosition = 150,
   kNameBox = 160,
   kBlockBox,
@@ -29,24 +36,24 @@ enum ControlId : int {
 };
 
 inline constexpr toolkit::ToolButton kPageButtons[] = {
-    {'u', {2002, "&User"}, res::kToolbarUser},
-    {'i', {2003, "&Interface"}, res::kToolbarInterface},
-    {'s', {2004, "&Securety"}, res::kToolbarSecurity},
-    {'g', {2005, "&Groups"}, res::kToolbarGroups},
+    {kUserButton, {2002, "&User"}, res::kToolbarUser},
+    {kInterfaceButton, {2003, "&Interface"}, res::kToolbarInterface},
+    {kSecurityButton, {2004, "&Securety"}, res::kToolbarSecurity},
+    {kGroupsButton, {2005, "&Groups"}, res::kToolbarGroups},
 };
 inline constexpr toolkit::ToolButton kCommandButtons[] = {
-    {'a', {2006, "&Accept"}, res::kToolbarAccept},
-    {'c', {2007, "&Close"}, res::kToolbarClose},
+    {kAcceptButton, {2006, "&Accept"}, res::kToolbarAccept},
+    {kCloseButton, {2007, "&Close"}, res::kToolbarClose},
 };
-inline constexpr toolkit::ToolButton kSoundButtons[] = {{'t', {2013, "&Test"}, res::kToolbarTest}};
+inline constexpr toolkit::ToolButton kSoundButtons[] = {{kTestButton, {2013, "&Test"}, res::kToolbarTest}};
 inline constexpr toolkit::ToolButton kBlockButtons[] = {
-    {'a', {2016, "&Add"}, res::kToolbarAdd},
-    {'r', {2017, "&Remove"}, res::kToolbarRemove},
+    {kBlockButton, {2016, "&Add"}, res::kToolbarAdd},
+    {kUnblockButton, {2017, "&Remove"}, res::kToolbarRemove},
 };
 inline constexpr toolkit::ToolButton kGroupButtons[] = {
-    {'n', {2019, "&New"}, res::kToolbarNew},
-    {'a', {2020, "&Add"}, res::kToolbarAdd},
-    {'r', {2021, "&Remove"}, res::kToolbarRemove},
+    {kNewGroupButton, {2019, "&New"}, res::kToolbarNew},
+    {kAddMemberButton, {2020, "&Add"}, res::kToolbarAdd},
+    {kRemoveNodeButton, {2021, "&Remove"}, res::kToolbarRemove},
 };
 
 enum Label : std::size_t {

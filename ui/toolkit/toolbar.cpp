@@ -114,23 +114,22 @@ LRESULT CALLBACK KeyProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-void Toolbar::Create(HWND parent, int firstId, std::span<const ToolButton> buttons) {
-  firstId_ = firstId;
+void Toolbar::Create(HWND parent, std::span<const ToolButton> buttons) {
   buttons_ = buttons;
   hwnd_ = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kStyle, 0, 0, 0, 0, parent, nullptr, ::GetModuleHandleA(nullptr),
                             nullptr);
   ::SendMessageA(hwnd_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
   ::SendMessageA(hwnd_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(SharedPictures(res::Strip::Toolbar)));
-  for (std::size_t i = 0; i < buttons.size(); ++i) {
+  for (const ToolButton& row : buttons) {
     TBBUTTON button{};
-    button.iBitmap = buttons[i].picture;
-    button.idCommand = firstId + static_cast<int>(i);
+    button.iBitmap = row.picture;
+    button.idCommand = row.id;
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = BTNS_BUTTON;
-    button.iString = reinterpret_cast<INT_PTR>(buttons[i].caption.builtIn);
+    button.iString = reinterpret_cast<INT_PTR>(row.caption.builtIn);
     ::SendMessageA(hwnd_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
-    captions_.emplace_back(buttons[i].caption.builtIn);
+    captions_.emplace_back(row.caption.builtIn);
   }
 }
 
@@ -145,7 +144,7 @@ void Toolbar::SetCaption(std::size_t index, const std::string& caption) {
   info.cbSize = sizeof info;
   info.dwMask = TBIF_TEXT;
   info.pszText = captions_[index].data();
-  ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId_) + index, reinterpret_cast<LPARAM>(&info));
+  ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(buttons_[index].id), reinterpret_cast<LPARAM>(&info));
 }
 
 void Toolbar::SetWidths(int spare) {
@@ -154,29 +153,20 @@ void Toolbar::SetWidths(int spare) {
     info.cbSize = sizeof info;
     info.dwMask = TBIF_SIZE;
     info.cx = static_cast<WORD>(ContentWidth(captions_[i]) + spare);
-    ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(firstId_) + i, reinterpret_cast<LPARAM>(&info));
+    ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(buttons_[i].id), reinterpret_cast<LPARAM>(&info));
   }
 }
 
-void Toolbar::Enable(char key, bool enabled) {
-  for (std::size_t i = 0; i < buttons_.size(); ++i) {
-    if (buttons_[i].key != key) continue;
-    const WPARAM id = static_cast<WPARAM>(firstId_) + i;
-    const bool now = ::SendMessageA(hwnd_, TB_ISBUTTONENABLED, id, 0) != 0;
-    if (now != enabled) ::SendMessageA(hwnd_, TB_ENABLEBUTTON, id, MAKELPARAM(enabled, 0));
-  }
-}
-
-std::optional<char> Toolbar::KeyOf(int commandId) const {
-  const int index = commandId - firstId_;
-  if (index < 0 || index >= static_cast<int>(buttons_.size())) return std::nullopt;
-  return buttons_[static_cast<std::size_t>(index)].key;
+void Toolbar::Enable(int id, bool enabled) {
+  const auto button = static_cast<WPARAM>(id);
+  const bool now = ::SendMessageA(hwnd_, TB_ISBUTTONENABLED, button, 0) != 0;
+  if (now != enabled) ::SendMessageA(hwnd_, TB_ENABLEBUTTON, button, MAKELPARAM(enabled, 0));
 }
 
 bool Toolbar::ClickMnemonic(char letter) {
   const char wanted = core::LowerCase(std::string(1, letter))[0];
   for (std::size_t i = 0; i < captions_.size(); ++i) {
-    const int id = firstId_ + static_cast<int>(i);
+    const int id = buttons_[i].id;
     if (MnemonicLetter(captions_[i]) != wanted) continue;
     if (!::SendMessageA(hwnd_, TB_ISBUTTONENABLED, static_cast<WPARAM>(id), 0)) return false;
     ::SendMessageA(::GetParent(hwnd_), WM_COMMAND, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(hwnd_));

@@ -1,10 +1,9 @@
-// A toolbar whose buttons are told apart by a key letter, with a picture above the caption.
+// A toolbar of buttons with a picture above the caption.
 #pragma once
 
 #include <windows.h>
 #include <commctrl.h>
 
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,15 +13,15 @@
 namespace toolkit {
 
 struct ToolButton {
-  char key;  // lower case; what a click is dispatched by
+  int id;  // of its command
   Caption caption;
   int picture;  // index into the toolbar strip
 };
 
 class Toolbar {
  public:
-  // Command ids of the buttons are firstId, firstId + 1, ... in the order of the table.
-  void Create(HWND parent, int firstId, std::span<const ToolButton> buttons);
+  // The table has to outlive the toolbar.
+  void Create(HWND parent, std::span<const ToolButton> buttons);
 
   HWND hwnd() const { return hwnd_; }
 
@@ -32,10 +31,7 @@ class Toolbar {
   // Of the button at this place of the table.
   void SetCaption(std::size_t index, const std::string& caption);
 
-  void Enable(char key, bool enabled);
-
-  // The key of the button with this command id, none for a foreign id.
-  std::optional<char> KeyOf(int commandId) const;
+  void Enable(int id, bool enabled);
 
   // Clicks the enabled button whose mnemonic this is; false when there is none.
   bool ClickMnemonic(char letter);
@@ -48,7 +44,6 @@ class Toolbar {
   void SetWidths(int spare);
 
   HWND hwnd_ = nullptr;
-  int firstId_ = 0;
   int indent_ = 0;
   std::span<const ToolButton> buttons_;
   std::vector<std::string> captions_;

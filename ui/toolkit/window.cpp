@@ -102,12 +102,25 @@ HWND Window::AddControl(const char* className, const Caption& text, DWORD style,
   return control;
 }
 
-void Window::AddToolbar(Toolbar& toolbar, int firstId, std::span<const ToolButton> buttons) {
-  toolbar.Create(hwnd_, firstId, buttons);
+void Window::AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons) {
+  toolbar.Create(hwnd_, buttons);
   EnableKeyboardNavigation(toolbar.hwnd());
   toolbars_.push_back(&toolbar);
   for (std::size_t i = 0; i < buttons.size(); ++i)
     AddCaption(buttons[i].caption, [&toolbar, i](const std::string& text) { toolbar.SetCaption(i, text); });
+}
+
+bool Command::Run(Window& window, unsigned id, unsigned notification) const {
+  if (id < id_ || id - id_ >= count_ || notification != notification_) return false;
+  if (runIndexed_)
+    (window.*runIndexed_)(id - id_);
+  else
+    (window.*run_)();
+  return true;
+}
+
+bool Window::RunCommand(unsigned id, unsigned notification) {
+  return std::ranges::any_of(Commands(), [&](const Command& row) { return row.Run(*this, id, notification); });
 }
 
 void Window::AddMenu(WindowMenu& menu) {
@@ -180,6 +193,9 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_SHOWWINDOW:
       if (wParam && !(::GetWindowLongPtrA(hwnd_, GWL_STYLE) & WS_CHILD)) LoadPictures();
+      break;
+    case WM_COMMAND:
+      if (RunCommand(LOWORD(wParam), HIWORD(wParam))) return 0;
       break;
     case WM_WINDOWPOSCHANGING:
       return KeepLeastSize(wParam, lParam);

@@ -18,7 +18,30 @@
 
 namespace toolkit {
 
+class Window;
 class WindowMenu;
+
+// One row of a window's table of commands: what runs when a menu item or a button is chosen, or when a control tells of
+// something. `notification` is the code of what it tells (EN_CHANGE, LBN_DBLCLK); menus and buttons have 0.
+class Command {
+ public:
+  template <class Form>
+  Command(unsigned id, void (Form::*run)(), unsigned notification = 0)
+      : id_(id), notification_(notification), run_(static_cast<void (Window::*)()>(run)) {}
+
+  // Of an array with consecutive ids. The function takes the place in it, from 0.
+  template <class Form>
+  Command(unsigned firstId, unsigned count, void (Form::*run)(unsigned index))
+      : id_(firstId), count_(count), runIndexed_(static_cast<void (Window::*)(unsigned)>(run)) {}
+
+  // Runs it and returns true if it is the command of this id.
+  bool Run(Window& window, unsigned id, unsigned notification) const;
+
+ private:
+  unsigned id_, count_ = 1, notification_ = 0;
+  void (Window::*run_)() = nullptr;
+  void (Window::*runIndexed_)(unsigned) = nullptr;
+};
 
 struct WindowStyle {
   const char* className;
@@ -65,9 +88,8 @@ class Window : public std::enable_shared_from_this<Window> {
   // A child control in the dialog font. Its place comes from the layout.
   HWND AddControl(const char* className, const Caption& text, DWORD style, DWORD exStyle = 0, int id = 0);
 
-  // A toolbar that answers Alt+letter and the other keys. The ids of its buttons are firstId, firstId + 1, ... in the
-  // order of the table.
-  void AddToolbar(Toolbar& toolbar, int firstId, std::span<const ToolButton> buttons);
+  // A toolbar that answers Alt+letter and the other keys.
+  void AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons);
 
   // The window's menu.
   void AddMenu(WindowMenu& menu);
@@ -87,6 +109,12 @@ class Window : public std::enable_shared_from_this<Window> {
   void ControlReplaced(HWND before, HWND now) {
     if (lastFocus_ == before) lastFocus_ = now;
   }
+
+  // The window's commands, dispatched by Handle.
+  virtual std::span<const Command> Commands() const { return {}; }
+
+  // Runs the command of this id, as its menu item or its button does; false when the window has none.
+  bool RunCommand(unsigned id, unsigned notification = 0);
 
   // One message. The base answers what every window answers alike and hands the rest to Windows.
   virtual LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);

@@ -130,9 +130,6 @@ LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DRAWITEM:
       (wParam == kFolders ? Dir1 : List1).Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return TRUE;
-    case WM_COMMAND:
-      Commanded(LOWORD(wParam), HIWORD(wParam));
-      return 0;
     case WM_CLOSE:
       cmdClose_Click();
       return 0;
@@ -141,16 +138,21 @@ LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-void FrmSave::Commanded(int id, int code) {
-  if (id == kSave) return Entered();
-  if (id == kClose) return cmdClose_Click();
-  if (id == kDrive && code == CBN_SELENDOK) return Drive1_Change();
-  if (id == kFolders && code == LBN_DBLCLK) return OpenSelectedFolder();
-  if (id == kFiles && code == LBN_SELCHANGE) return List1_Click();
-  if (id == kFiles && code == LBN_DBLCLK) return cmdSave_Click();
-  if (id == kType && code == CBN_SELCHANGE) return txtFileType_Click();
-  if (id == kName && code == EN_KILLFOCUS) ShowName(std::string(core::Trim(TextOf(txtFileName))));
+std::span<const Command> FrmSave::Commands() const {
+  static const Command kCommands[] = {
+      {kSave, &FrmSave::Entered},
+      {kClose, &FrmSave::cmdClose_Click},
+      {kDrive, &FrmSave::Drive1_Change, CBN_SELENDOK},
+      {kFolders, &FrmSave::OpenSelectedFolder, LBN_DBLCLK},
+      {kFiles, &FrmSave::List1_Click, LBN_SELCHANGE},
+      {kFiles, &FrmSave::cmdSave_Click, LBN_DBLCLK},
+      {kType, &FrmSave::txtFileType_Click, CBN_SELCHANGE},
+      {kName, &FrmSave::txtFileName_LostFocus, EN_KILLFOCUS},
+  };
+  return kCommands;
 }
+
+void FrmSave::txtFileName_LostFocus() { ShowName(std::string(core::Trim(TextOf(txtFileName)))); }
 
 // Save was clicked, or Enter was pressed anywhere.
 void FrmSave::Entered() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -37,13 +38,14 @@ class FrmSave : public Window {
   void CreateControls();
   void LayOut() override;
   void LimitSize(MINMAXINFO& limits) const;
-  void Commanded(int id, int code);
+  std::span<const Command> Commands() const override;
   void Entered();
   void cmdSave_Click();
   void cmdClose_Click();
   void txtFileType_Click();
   void Drive1_Change();
   void List1_Click();
+  void txtFileName_LostFocus();
   void OpenSelectedFolder();
   void OrTell(const std::function<void()>& open);
   void OpenFolder(const std::string& folder);
