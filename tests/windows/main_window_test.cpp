@@ -5,9 +5,12 @@
 #include <vector>
 
 #include "core/event_loop.h"
+#include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
+#include "core/message_box.h"
 #include "support/recording_network.h"
+#include "tests/windows/box_answers.h"
 #include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/main/frm_about.h"
@@ -173,6 +176,34 @@ TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
     EXPECT_EQ(support::PlaceOf(List()).bottom > before, !shown);
   }
   EXPECT_EQ(support::PlaceOf(List()).bottom, before);
+}
+
+// The menu asks for captions again when the window is hidden or shown, and another language may be loaded by then.
+TEST_F(MainWindowTest, AMissingTextIsEmptyAndLeavesTheOthersInTheirLanguage) {
+  const std::string path = core::InProgramDirectory("Lang.con"), whole = core::ReadFile(path);
+  const std::size_t alert = whole.find("1002,");
+  core::WriteFileSafely(path, whole.substr(0, alert) + whole.substr(whole.find("1003,", alert)));
+  support::Speak("Deutsch");
+  core::WriteFileSafely(path, whole);
+  main->SetLan();
+  const support::BoxAnswers answering;
+  core::ShowPostedBoxes();
+  EXPECT_EQ(support::BoxAnswers::Texts(), Texts{"Error reading language files. Cannot find code 1002"});
+  char button[64] = "?";
+  ::SendMessageA(Tools(), TB_GETBUTTONTEXTA, tbAlert, reinterpret_cast<LPARAM>(button));
+  EXPECT_STREQ(button, "");
+  ::SendMessageA(Tools(), TB_GETBUTTONTEXTA, tbBlock, reinterpret_cast<LPARAM>(button));
+  EXPECT_STREQ(button, "&Sperren");
+  core::gLanguage = "English";
+  core::LoadLang();
+  main->SetLan();
+  const HMENU menu = ::GetSubMenu(::GetMenu(main->hwnd()), 0);
+  for (const auto& [command, caption] :
+       {std::pair{mnuShowMe, "|Dieses Fenster ausblenden|&Ausblenden"}, {mnuHide, "||&Hauptfenster anzeigen"}}) {
+    Choose(command);
+    Settle();
+    EXPECT_EQ(support::MenuText(menu, toolkit::FindItem(menu, mnuClose)->position - 1), caption);
+  }
 }
 
 TEST_F(MainWindowTest, SpeaksEveryLanguage) {
