@@ -11,7 +11,7 @@ constexpr char kFolder[] = "C:\\Users\\anna";
 
 std::string Decided(std::string_view typed, std::string_view extension = ".txt", std::string_view folder = kFolder) {
   const auto isFolder = [](const std::string& path) {
-    return path == "C:\\Users\\anna\\talks" || path == "C:\\Users\\anna\\.." || path == "D:" || path == "C:\\temp";
+    return path == "C:\\Users\\anna\\talks" || path == "C:\\Users\\anna\\.." || path == "D:\\" || path == "C:\\temp";
   };
   constexpr const char* names[] = {"none", "filter ", "go to ", "save "};
   const SaveDecision decision = DecideSave(typed, folder, extension, isFolder);
@@ -40,6 +40,8 @@ TEST(SaveName, TheExtensionIsAddedOnce) {
 TEST(SaveName, TheResultIsAFullPath) {
   EXPECT_EQ(Decided("sub\\tea"), "save C:\\Users\\anna\\sub\\tea.txt");
   EXPECT_EQ(Decided("E:\\tea"), "save E:\\tea.txt");
+  EXPECT_EQ(Decided("E:tea"), "save E:\\tea.txt");
+  EXPECT_EQ(Decided("c:tea"), "save C:\\Users\\anna\\tea.txt");
   EXPECT_EQ(Decided("\\tea"), "save C:\\tea.txt");
   EXPECT_EQ(Decided("\\\\server\\share\\tea"), "save \\\\server\\share\\tea.txt");
   EXPECT_EQ(Decided("tea", ".txt", "C:\\"), "save C:\\tea.txt");

@@ -123,8 +123,14 @@ TEST_F(SaveDialog, AFolderThatIsGoneIsTold) {
   ::RemoveDirectoryA((folder + "\\inner").c_str());
   const support::BoxAnswers answering;
   Choose(kFolders, static_cast<int>(count) - 1, LB_SETCURSEL, LBN_DBLCLK);
-  EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>{"This drive or folder cannot be opened."});
   EXPECT_EQ(Listed(kFiles), "\xC9t\xE9.txt|tea.txt");
+  ::CreateDirectoryA((folder + "\\inner").c_str(), nullptr);
+  form->SetLocation(folder + "\\inner\\");
+  ::RemoveDirectoryA((folder + "\\inner").c_str());
+  Type("*.doc");
+  Click(IDOK);
+  Choose(kType, 1, CB_SETCURSEL, CBN_SELCHANGE);
+  EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>(3, "This drive or folder cannot be opened."));
 }
 
 TEST_F(SaveDialog, EnterSavesAndEscapeCloses) {

@@ -247,7 +247,8 @@ void FrmSave::SelectDrive() {
 }
 
 void FrmSave::rFileList() {
-  File1 = ReadFolder(folder_).files;
+  File1.clear();
+  OrTell([this] { File1 = ReadFolder(folder_).files; });
   ShowFiles();
 }
 

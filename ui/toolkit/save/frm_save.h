@@ -27,7 +27,7 @@ class FrmSave : public Window {
   // cannot be opened; the window then stays where it was.
   void SetLocation(const std::string& path);
 
-  // Fills the list of files anew and selects its first entry.
+  // Fills the list of files anew and selects its first entry. A folder that has vanished is told, and lists none.
   void rFileList();
 
   // The chosen file, empty until Save has taken one.

@@ -13,7 +13,9 @@ std::string_view LastCharacters(std::string_view text, std::size_t count) {
   return text.substr(text.size() - std::min(text.size(), count));
 }
 
-// Remembers the last "*" only, and so takes time in proportion to the two lengths multiplied, whatever the pattern.
+// Remembers the last "*" only, and so takes time in proportion to the two lengths multiplied, whatever the pattern. The
+// system's matcher, PathMatchSpec, tries all ways to share a name out among the stars: five of them and a name of 250
+// letters took 3.6 s (Wine 8), six of them a hundred times as long.
 bool MatchesOne(std::string_view name, std::string_view pattern) {
   std::string_view behindStar, resume;
   bool starred = false;
@@ -78,9 +80,12 @@ std::string ClosedFolder(std::string_view folder) {
 }
 
 std::string FullPath(std::string_view folder, std::string_view name) {
-  if (HasDrive(name) || name.starts_with("\\\\")) return std::string(name);
-  if (name.starts_with('\\')) return std::string(RootOf(folder)).append(name);
-  return ClosedFolder(folder).append(name);
+  if (name.starts_with("\\\\")) return std::string(name);
+  const std::string_view drive = HasDrive(name) ? name.substr(0, 2) : RootOf(folder);
+  const std::string_view path = HasDrive(name) ? name.substr(2) : name;
+  const bool below = !path.empty() && core::EqualIgnoringCase(drive, RootOf(folder));
+  if (path.starts_with('\\')) return std::string(drive).append(path);
+  return ClosedFolder(below ? folder : drive).append(path);
 }
 
 std::vector<std::string> PathSteps(std::string_view folder) {

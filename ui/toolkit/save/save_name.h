@@ -28,8 +28,9 @@ bool MatchesPattern(std::string_view name, std::string_view pattern);
 // The folder with one "\" behind it, unless it has one.
 std::string ClosedFolder(std::string_view folder);
 
-// A name as seen from a folder: with a drive or a leading "\" it stands by itself (the latter on the folder's drive),
-// else it is below the folder.
+// A name as seen from a folder, always from a root on: with a leading "\" it begins at the root of its drive, without
+// one it is below the folder, or at the root of another drive ("D:notes", "D:"), whatever folder the system has for
+// that drive. A name without a drive has the folder's.
 std::string FullPath(std::string_view folder, std::string_view name);
 
 // The folder's ancestors and itself: "C:\", "Users", "anna"; of a network folder the share is the first. Joined by
