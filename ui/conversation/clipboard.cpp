@@ -1,8 +1,10 @@
 #include "ui/conversation/clipboard.h"
 
 #include <cstring>
+#include <utility>
 
 #include "core/runtime_error.h"
+#include "ui/toolkit/handles.h"
 
 namespace conversation {
 namespace {
@@ -17,22 +19,43 @@ class OpenedClipboard {
   ~OpenedClipboard() { ::CloseClipboard(); }
 };
 
-HGLOBAL GlobalCopy(const std::string& text) {
-  const std::size_t size = text.size() + 1;
-  const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, size);
+struct MemoryDeleter {
+  static void Free(HGLOBAL memory) { ::GlobalFree(memory); }
+};
+using Memory = toolkit::Owned<HGLOBAL, MemoryDeleter>;
+
+Memory CopyOf(const void* bytes, std::size_t size) {
+  Memory memory(::GlobalAlloc(GMEM_MOVEABLE, size));
   if (!memory) throw core::RuntimeError(core::Err::OutOfMemory);
-  std::memcpy(::GlobalLock(memory), text.c_str(), size);
-  ::GlobalUnlock(memory);
+  std::memcpy(::GlobalLock(memory.get()), bytes, size);
+  ::GlobalUnlock(memory.get());
   return memory;
+}
+
+// The memory is the clipboard's from then on.
+void Put(UINT format, Memory memory) {
+  if (!::SetClipboardData(format, memory.get())) throw core::RuntimeError(core::Err::ClipboardBusy);
+  memory.release();
+}
+
+Memory UnicodeOf(const std::string& text) {
+  const int size = ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, nullptr, 0);
+  std::wstring unicode(static_cast<std::size_t>(size), L'\0');
+  ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, unicode.data(), size);
+  return CopyOf(unicode.data(), unicode.size() * sizeof(wchar_t));
 }
 
 }  // namespace
 
+// As Unicode: for text of a code page the clipboard notes the language of the keyboard, which may have other letters
+// than the system's code page. The locale is for programs that ask for text of a code page.
 void CopyText(HWND owner, const std::string& text) {
   const OpenedClipboard clipboard(owner);
-  const HGLOBAL memory = GlobalCopy(text);
+  Memory unicode = UnicodeOf(text);
+  const LCID system = ::GetSystemDefaultLCID();
   ::EmptyClipboard();
-  if (!::SetClipboardData(CF_TEXT, memory)) ::GlobalFree(memory);
+  Put(CF_UNICODETEXT, std::move(unicode));
+  Put(CF_LOCALE, CopyOf(&system, sizeof system));
 }
 
 }  // namespace conversation
