@@ -14,7 +14,7 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "support/recording_network.h"
-#include "tests/windows/object_count.h"
+#include "support/object_count.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_main.h"
 #include "ui/toolkit/window.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/windows/object_count.h"
+#include "support/object_count.h"
 
 namespace support {
 
