@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "core/clock.h"
@@ -38,9 +39,11 @@ class FilesWin32 : public testing::Test {
   }
   std::string Path(const std::string& name) const { return folder_ + "\\" + name; }
 
-  // Holds the file as another program would, sharing it in the given ways.
-  HANDLE Hold(DWORD sharing) const {
-    return ::CreateFileA(file.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+  // What reading, appending and writing fail with.
+  using Errors = std::array<long, 3>;
+  static Errors ErrorsOf(const std::string& name) {
+    return {ErrorOf([&] { ReadFile(name); }), ErrorOf([&] { AppendToFile(name, "x"); }),
+            ErrorOf([&] { WriteFileSafely(name, "x"); })};
   }
 
   std::string file;
@@ -50,16 +53,28 @@ class FilesWin32 : public testing::Test {
 };
 
 TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
-  const std::string lost = Path("no\\where.txt"), folder = Path("folder");
+  const std::string folder = Path("folder");
   ::CreateDirectoryA(folder.c_str(), nullptr);
-  EXPECT_EQ(ErrorOf([&] { ReadFile(file); }), 53);
-  for (const auto& [path, number] : {std::pair{lost, 76}, {folder, 75}}) {
-    const std::string& name = path;
-    EXPECT_EQ(ErrorOf([&] { ReadFile(name); }), number);
-    EXPECT_EQ(ErrorOf([&] { AppendToFile(name, "x"); }), number);
-    EXPECT_EQ(ErrorOf([&] { WriteFileSafely(name, "x"); }), number);
-  }
   EXPECT_FALSE(FileExists(folder));
+  EXPECT_EQ(ErrorOf([&] { ReadFile(file); }), 53);
+  EXPECT_EQ(ErrorsOf(Path("no\\where.txt")), (Errors{76, 76, 76}));
+  EXPECT_EQ(ErrorsOf(folder), (Errors{75, 75, 75}));
+  WriteFileSafely(file, "a longer old text");
+  ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(ErrorsOf(file), (Errors{0, 75, 75}));
+  ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+  const auto hold = [this](DWORD sharing) {
+    return ::CreateFileA(file.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+  };
+  HANDLE held = hold(0);
+  EXPECT_EQ(ErrorsOf(file), (Errors{70, 70, 70}));
+  ::CloseHandle(held);
+  EXPECT_EQ(ReadFile(file), "a longer old text");
+  // One who shares writing but not deleting, as most editors do, must not keep the settings from being saved.
+  held = hold(FILE_SHARE_READ | FILE_SHARE_WRITE);
+  WriteFileSafely(file, "new");
+  ::CloseHandle(held);
+  EXPECT_EQ(ReadFile(file), "new");
 }
 
 TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
@@ -84,31 +99,6 @@ TEST_F(FilesWin32, SavesUnderAnyNameWithoutTouchingOthers) {
   }
   EXPECT_EQ(ReadFile(neighbour), "another's");
   ::DeleteFileA(neighbour.c_str());
-}
-
-TEST_F(FilesWin32, AReadOnlyFileRefusesWriters) {
-  WriteFileSafely(file, "old");
-  ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(ErrorOf([&] { AppendToFile(file, "x"); }), 75);
-  EXPECT_EQ(ErrorOf([&] { WriteFileSafely(file, "x"); }), 75);
-  EXPECT_EQ(ReadFile(file), "old");
-}
-
-TEST_F(FilesWin32, AFileHeldByAnotherProgram) {
-  WriteFileSafely(file, "a longer old text");
-  HANDLE held = Hold(0);
-  EXPECT_EQ(ErrorOf([&] { ReadFile(file); }), 70);
-  EXPECT_EQ(ErrorOf([&] { AppendToFile(file, "x"); }), 70);
-  EXPECT_EQ(ErrorOf([&] { WriteFileSafely(file, "x"); }), 70);
-  ::CloseHandle(held);
-  EXPECT_EQ(ReadFile(file), "a longer old text");
-
-  // One who shares writing but not deleting, as most editors do, must not keep the settings from being saved.
-  held = Hold(FILE_SHARE_READ | FILE_SHARE_WRITE);
-  WriteFileSafely(file, "new");
-  AppendToFile(file, "er");
-  ::CloseHandle(held);
-  EXPECT_EQ(ReadFile(file), "newer");
 }
 
 TEST(AnsiCase, FollowsTheCodePage) {
@@ -138,8 +128,7 @@ TEST(DesktopWin32, KnowsUserClockAndProgram) {
   EXPECT_EQ(ProgramFileTitle(), "windows_tests");
   EXPECT_TRUE(FileExists(InProgramDirectory("windows_tests.exe")));
   const std::string clock = ClockText(), time = TimeText();
-  EXPECT_GT(clock.find(' '), 5u);                                             // a date, and a blank behind it
-  EXPECT_EQ(clock.substr(clock.find(' ') + 1).size(), time.size()) << clock;  // the second may change in between
+  EXPECT_EQ(clock.size() - clock.find(' ') - 1, time.size()) << clock;  // the second may change in between
   EXPECT_FALSE(AnotherCopyRuns());
   EXPECT_TRUE(AnotherCopyRuns());
 }
@@ -153,59 +142,34 @@ TEST(DesktopWin32, AlertSoundsNeedNoFile) {
   EXPECT_NE(::GetModuleHandleA("winmm.dll"), nullptr);
 }
 
-constexpr UINT kAgain = WM_APP + 1;
-
-LRESULT CALLBACK Restless(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == kAgain) ::PostMessageA(window, kAgain, 0, 0);
-  return ::DefWindowProcA(window, message, wParam, lParam);
-}
-
-class EventLoop : public testing::Test {
- protected:
-  EventLoop() {
-    WNDCLASSA windowClass{};
-    windowClass.lpfnWndProc = Restless;
-    windowClass.lpszClassName = "Restless";
-    ::RegisterClassA(&windowClass);
-    window = ::CreateWindowExA(0, "Restless", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-  }
-  ~EventLoop() override {
-    SetMessageFilter(nullptr);
-    ::DestroyWindow(window);
-  }
-  HWND window;
-};
-
-TEST_F(EventLoop, PendingEventsEndEvenWhenTheyBreedNewOnes) {
-  ::PostMessageA(window, kAgain, 0, 0);
+TEST(EventLoop, PendingEventsEndEvenWhenTheyBreedNewOnes) {
+  SetMessageFilter([](MSG& message) {
+    if (message.message == WM_APP) ::PostThreadMessageA(::GetCurrentThreadId(), WM_APP, 0, 0);
+    return message.message == WM_APP;
+  });
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_APP, 0, 0);
   const DWORD start = ::GetTickCount();
   RunPendingEvents();
   const DWORD elapsed = ::GetTickCount() - start;
+  SetMessageFilter(nullptr);
+  RunPendingEvents();
   EXPECT_GE(elapsed, 45u);
   EXPECT_LT(elapsed, 500u);
 }
 
-TEST_F(EventLoop, PendingEventsLeaveTheEndToTheLoop) {
+TEST(EventLoop, PendingEventsLeaveTheEndToTheLoop) {
   ::PostQuitMessage(7);
   RunPendingEvents();
   RunPendingEvents();
   EXPECT_EQ(RunMessageLoop(), 7);
 }
 
-TEST_F(EventLoop, TheFilterSeesMessagesFirst) {
-  SetMessageFilter([](MSG& message) { return message.message == kAgain; });
-  ::PostMessageA(window, kAgain, 0, 0);
-  const DWORD start = ::GetTickCount();
-  RunPendingEvents();
-  EXPECT_LT(::GetTickCount() - start, 45u);  // taken, so it bred no other
-}
-
-TEST_F(EventLoop, WaitingEndsWithTheFirstEvent) {
+TEST(EventLoop, WaitingEndsWithTheFirstEvent) {
   RunPendingEvents();
   DWORD start = ::GetTickCount();
   WaitForEvent(100);
   EXPECT_GE(::GetTickCount() - start, 80u);
-  ::PostMessageA(window, WM_NULL, 0, 0);
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
   MSG message;
   ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // seen, but left where it is
   start = ::GetTickCount();
