@@ -196,6 +196,11 @@ TEST_F(ChatTest, KeysOfTheTextBoxes) {
     support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB);
     EXPECT_EQ(::GetFocus(), stop);
   }
+  ::SetWindowTextA(txtSnd(), "typed");
+  ::SetFocus(ChildrenOf(hwnd(), TOOLBARCLASSNAMEA).at(0));
+  support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB, VK_SHIFT);
+  EXPECT_EQ(::GetFocus(), txtSnd());
+  EXPECT_EQ(::SendMessageA(txtSnd(), EM_GETSEL, 0, 0), 0) << "the next key would replace what is selected";
   for (const HWND text : {txtMsg(), txtSnd()}) support::FilterKey(text, WM_KEYDOWN, VK_ESCAPE);
   core::RunPendingEvents();
   EXPECT_EQ(OpenWindowsCount(), 1u);

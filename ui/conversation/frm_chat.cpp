@@ -12,6 +12,7 @@
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
+#include "ui/toolkit/text_keys.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace conversation {
@@ -35,8 +36,6 @@ constexpr DWORD kListStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER | WS_TABSTOP | WS_CLIPSIBLINGS;
 constexpr DWORD kTypedStyle = ES_MULTILINE | ES_AUTOVSCROLL | WS_TABSTOP;
 constexpr DWORD kStatStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
-
-bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
 
 // Nothing of the old picture is kept: a copied frame would show gaps on some desktops.
 void Place(HWND control, const Area& area) {
@@ -83,6 +82,7 @@ void FrmChat::CreateControls() {
   txtMsg.Create(hwnd());
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
+  toolkit::KeepSelectionAtTab(txtSnd);
   FocusFirst(txtSnd);
   AddToolbar(tbSnd, kButtons);
   cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
@@ -263,18 +263,12 @@ bool FrmChat::Translate(MSG& message) {
   return Window::Translate(message);
 }
 
-// What a text box of several lines takes to be for a dialog box around it: it eats Enter and Tab, and asks the window
-// to close at Escape. The keys that turn pages turn those of the conversation, wherever the keyboard is.
+// Beside the keys of every text box: Enter, which the box would eat, sends, and the keys that turn pages turn those of
+// the conversation, wherever the keyboard is.
 bool FrmChat::TranslateInText(const MSG& key) {
   switch (key.wParam) {
-    case VK_ESCAPE:
-      return true;
     case VK_RETURN:
       Send();
-      return true;
-    case VK_TAB:
-      if (KeyDown(VK_CONTROL)) return false;
-      ::SetFocus(::GetNextDlgTabItem(hwnd(), key.hwnd, KeyDown(VK_SHIFT)));
       return true;
     case VK_PRIOR:
     case VK_NEXT:
@@ -283,15 +277,11 @@ bool FrmChat::TranslateInText(const MSG& key) {
       return true;
     case VK_UP:
     case VK_DOWN:
-      if (!KeyDown(VK_CONTROL)) return false;
+      if (!toolkit::KeyDown(VK_CONTROL)) return false;
       MoveBar(key.wParam == VK_UP ? Twips{} - kBarStep : kBarStep);
       return true;
-    case 'A':
-      if (!KeyDown(VK_CONTROL) || KeyDown(VK_MENU)) return false;
-      ::SendMessageA(key.hwnd, EM_SETSEL, 0, -1);
-      return true;
     default:
-      return false;
+      return toolkit::TranslateTextKey(key);
   }
 }
 

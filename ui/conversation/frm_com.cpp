@@ -10,6 +10,7 @@
 #include "ui/conversation/composer_layout.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
+#include "ui/toolkit/text_keys.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace conversation {
@@ -29,14 +30,6 @@ constexpr WPARAM kMaxText = 60000;
 
 constexpr DWORD kListStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 constexpr DWORD kTextStyle = ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
-
-bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
-
-// Coming back by Tab would select the whole text, and the next key would wipe it.
-LRESULT CALLBACK KeepSelection(HWND text, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
-  const LRESULT answer = ::DefSubclassProc(text, message, wParam, lParam);
-  return message == WM_GETDLGCODE ? answer & ~static_cast<LRESULT>(DLGC_HASSETSEL) : answer;
-}
 
 void Place(HWND control, const Area& area) {
   ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
@@ -63,7 +56,7 @@ void FrmCom::CreateControls() {
   lblCap[1] = AddControl("STATIC", {4003, "Message"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
   ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
-  ::SetWindowSubclass(txtMsg, KeepSelection, 0, 0);
+  toolkit::KeepSelectionAtTab(txtMsg);
   FocusFirst(txtMsg);
 }
 
@@ -136,27 +129,8 @@ void FrmCom::LimitSize(MINMAXINFO& limits) const {
 }
 
 bool FrmCom::Translate(MSG& message) {
-  if (message.message == WM_KEYDOWN && message.hwnd == txtMsg && TranslateInText(message)) return true;
+  if (message.message == WM_KEYDOWN && message.hwnd == txtMsg && toolkit::TranslateTextKey(message)) return true;
   return Window::Translate(message);
-}
-
-// What a multi-line text box takes to be for a dialog box around it: it eats Tab, asks the window to close at Escape,
-// and leaves "select all" to nobody.
-bool FrmCom::TranslateInText(const MSG& key) {
-  switch (key.wParam) {
-    case VK_ESCAPE:
-      return true;
-    case VK_TAB:
-      if (KeyDown(VK_CONTROL)) return false;
-      ::SetFocus(::GetNextDlgTabItem(hwnd(), txtMsg, KeyDown(VK_SHIFT)));
-      return true;
-    case 'A':
-      if (!KeyDown(VK_CONTROL) || KeyDown(VK_MENU)) return false;
-      ::SendMessageA(txtMsg, EM_SETSEL, 0, -1);
-      return true;
-    default:
-      return false;
-  }
 }
 
 std::span<const toolkit::Command> FrmCom::Commands() const {

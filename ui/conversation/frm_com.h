@@ -36,7 +36,6 @@ class FrmCom : public toolkit::Window {
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   bool Translate(MSG& message) override;
-  bool TranslateInText(const MSG& key);
   void CreateControls();
   void LayOut() override;
   void FitColumn();

@@ -26,10 +26,6 @@ constexpr UINT kNameLeft = WM_APP;  // posted, since no box may open while the f
 constexpr int kEmptyNameText = 2206, kFirstQuestion = 10300, kQuestionTitle = 9201;
 constexpr char kFirstLanguage[] = "English";
 
-bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
-
-std::string TrimmedText(HWND box) { return std::string(core::Trim(toolkit::TextOf(box))); }
-
 class Flagged {
  public:
   explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
@@ -179,8 +175,8 @@ bool FrmOpt::Translate(MSG& message) {
 }
 
 bool FrmOpt::TranslateKey(const MSG& key) {
-  const bool ctrl = KeyDown(VK_CONTROL);
-  const bool back = key.wParam == VK_PRIOR || (key.wParam == VK_TAB && KeyDown(VK_SHIFT));
+  const bool ctrl = toolkit::KeyDown(VK_CONTROL);
+  const bool back = key.wParam == VK_PRIOR || (key.wParam == VK_TAB && toolkit::KeyDown(VK_SHIFT));
   if (ctrl && (key.wParam == VK_TAB || key.wParam == VK_PRIOR || key.wParam == VK_NEXT)) {
     ShowPage((page_ + (back ? kPages - 1 : 1)) % kPages);
     return true;
@@ -195,7 +191,7 @@ bool FrmOpt::ClickMnemonic(char letter) {
   const std::array<toolkit::Toolbar*, kPages> tools{nullptr, &tbSnd, &tbSec, &tbGroups};
   toolkit::Toolbar* const own = tools[page_];
   const HWND box = page_ == kSecurity ? txtBlock : page_ == kGroups ? txtGroups : nullptr;
-  const bool ownFirst = box && !TrimmedText(box).empty();
+  const bool ownFirst = box && !toolkit::TrimmedTextOf(box).empty();
   if (ownFirst && own->ClickMnemonic(letter)) return true;
   if (TB.ClickMnemonic(letter) || tbOpt.ClickMnemonic(letter)) return true;
   return own && own->ClickMnemonic(letter);
@@ -220,7 +216,7 @@ void FrmOpt::InputSets() {
 void FrmOpt::WriteSets() {
   Choices choices{
       .language = SelectedLanguage(),
-      .name = TrimmedText(txtName),
+      .name = toolkit::TrimmedTextOf(txtName),
       .runAtLogon = ::SendMessageA(chkStartUp, BM_GETCHECK, 0, 0) == BST_CHECKED ? std::int16_t{1} : std::int16_t{0},
       .blocked = lvBlock.Texts(),
       .groups = tvGroups.Groups()};
@@ -291,7 +287,7 @@ void FrmOpt::CheckName() {
 void FrmOpt::Accept() {
   if (accepting_) return;
   const Flagged accepting(accepting_);
-  if (const int refusal = RefusalOf(TrimmedText(txtName), program_.Users(), atStartUp && !renamed_)) {
+  if (const int refusal = RefusalOf(toolkit::TrimmedTextOf(txtName), program_.Users(), atStartUp && !renamed_)) {
     core::ShowBox({.text = core::GetText(refusal)});
     ShowPage(kUser);
     ::SetFocus(txtName);

@@ -11,8 +11,6 @@
 namespace options {
 namespace {
 
-std::string TrimmedText(HWND box) { return std::string(core::Trim(toolkit::TextOf(box))); }
-
 // With all of its text selected, so that typing begins a new one.
 void ReturnTo(HWND box) {
   ::SetFocus(box);
@@ -31,7 +29,7 @@ void FrmOpt::RefBloc() { tbSec.Enable(kUnblockButton, lvBlock.Count() > 0); }
 
 // Names are not compared: what is listed twice is blocked once.
 void FrmOpt::AddBlock() {
-  const std::string name = TrimmedText(txtBlock);
+  const std::string name = toolkit::TrimmedTextOf(txtBlock);
   if (name.empty()) return;
   lvBlock.Add(ProperCase(name), res::kRosterBlocked);
   lvBlock.FitColumn();
@@ -51,9 +49,9 @@ void FrmOpt::RemoveBlock() {
   ReturnTo(txtBlock);
 }
 
-void FrmOpt::NewGroup_Click() { GroupsEdited(NewGroup(TrimmedText(txtGroups))); }
+void FrmOpt::NewGroup_Click() { GroupsEdited(NewGroup(toolkit::TrimmedTextOf(txtGroups))); }
 
-void FrmOpt::AddMember_Click() { GroupsEdited(AddMember(TrimmedText(txtGroups))); }
+void FrmOpt::AddMember_Click() { GroupsEdited(AddMember(toolkit::TrimmedTextOf(txtGroups))); }
 
 void FrmOpt::RemoveNode_Click() { GroupsEdited(RemoveNode()); }
 

@@ -9,6 +9,7 @@
 #include "core/language.h"
 #include "core/message_box.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
@@ -277,6 +278,8 @@ std::string TextOf(HWND hwnd) {
   text.resize(static_cast<std::size_t>(::GetWindowTextA(hwnd, text.data(), static_cast<int>(text.size()))));
   return text;
 }
+
+std::string TrimmedTextOf(HWND hwnd) { return std::string(core::Trim(TextOf(hwnd))); }
 
 void LoadCommonControls() {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS |

@@ -152,8 +152,12 @@ class Window : public std::enable_shared_from_this<Window> {
 // from one of them to the next.
 bool FilterMessage(MSG& message);
 
-// A window's text of any length.
+// While a message of the keyboard is handled: whether a key (VK_...) is held.
+inline bool KeyDown(int key) { return ::GetKeyState(key) < 0; }
+
+// A window's text of any length, and the same without the blanks around it.
 std::string TextOf(HWND hwnd);
+std::string TrimmedTextOf(HWND hwnd);
 
 // Loads the system's lists, trees, toolbars and links: before the first of them is created.
 void LoadCommonControls();

@@ -152,7 +152,7 @@ std::span<const Command> FrmSave::Commands() const {
   return kCommands;
 }
 
-void FrmSave::txtFileName_LostFocus() { ShowName(std::string(core::Trim(TextOf(txtFileName)))); }
+void FrmSave::txtFileName_LostFocus() { ShowName(TrimmedTextOf(txtFileName)); }
 
 // Save was clicked, or Enter was pressed anywhere.
 void FrmSave::Entered() {

@@ -1,0 +1,21 @@
+// The keyboard in text boxes of several lines. In a window that answers the keys of a dialog such a box eats Tab, asks
+// the window to close at Escape, and has no key for selecting everything.
+#pragma once
+
+#include <windows.h>
+
+namespace toolkit {
+
+// Tab leads on, Ctrl+A selects everything, Escape does nothing. For a WM_KEYDOWN that is meant for such a box; true
+// when it is used up.
+bool TranslateTextKey(const MSG& key);
+
+// Coming by Tab leaves the selection alone: with everything selected the next key would replace it.
+void KeepSelectionAtTab(HWND textBox);
+
+// The same for a box with a procedure of its own: what it answers to a message that the system answers like this.
+inline LRESULT WithoutSelecting(UINT message, LRESULT answer) {
+  return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_HASSETSEL} : answer;
+}
+
+}  // namespace toolkit
