@@ -115,11 +115,5 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
 }
 
-TEST_F(MessengerTest, ARefusedPortSendsNothing) {
-  port.refuses = true;
-  EXPECT_EQ(support::ErrorOf([&] { messenger.OpenSocket(); }), 10048);
-  EXPECT_EQ(port.sent, Lines{});
-}
-
 }  // namespace
 }  // namespace net

