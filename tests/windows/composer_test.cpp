@@ -40,31 +40,17 @@ TEST_F(ComposerTest, OneComposerTakesAllRequests) {
 
 // One by one in row order, or once to everybody; always as typed.
 TEST_F(ComposerTest, SendsToItsRecipientsAndCloses) {
-  windows.OpenComposer("bob|mallory|anna|");
-  Write("  two\r\nlines ");
-  Click(kSend);
-  EXPECT_EQ(Composer(), nullptr);
-  windows.OpenComposer("(All)|");
-  Write(" hello ");
-  Click(kSend);
-  EXPECT_EQ(Composer(), nullptr);
-  EXPECT_EQ(port.sent, (Texts{"me|P/\xDF  two\r\nlines|bob", "me|P/\xDF  two\r\nlines|mallory",
-                              "me|P/\xDF  two\r\nlines|anna", "me|M/\xDF hello "}));
-  EXPECT_EQ(
-      Logged(),
-      "Private alert sent to bob; Private alert sent to mallory; Private alert sent to anna; alert sent to all; ");
-}
-
-TEST_F(ComposerTest, ATextOfBlanksIsNotSentAndCloseSendsNothing) {
-  windows.OpenComposer("bob|");
-  Write("   ");
-  Click(kSend);
-  EXPECT_NE(Composer(), nullptr);
-  Write("never mind");
-  Click(kClose);
-  EXPECT_EQ(Composer(), nullptr);
-  EXPECT_EQ(port.sent, Texts{});
-  EXPECT_EQ(Logged(), "");
+  const auto send = [this](const char* recipients, const char* text, int button) {
+    windows.OpenComposer(recipients);
+    Write(text);
+    Click(button);
+    return Composer() == nullptr;
+  };
+  EXPECT_TRUE(send("bob|mallory|", "  two\r\nlines ", kSend));
+  EXPECT_TRUE(send("(All)|", " hello ", kSend));
+  EXPECT_FALSE(send("bob|", "   ", kSend)) << "blanks are no text";
+  EXPECT_TRUE(send("bob|", "never mind", kClose));
+  EXPECT_EQ(port.sent, (Texts{"me|P/\xDF  two\r\nlines|bob", "me|P/\xDF  two\r\nlines|mallory", "me|M/\xDF hello "}));
   EXPECT_EQ(::ImageList_GetImageCount(toolkit::SharedPictures(res::Strip::Roster)),
             res::InfoOf(res::Strip::Roster).count)
       << "the roster keeps its pictures";

@@ -29,9 +29,7 @@ class ConversationTest : public testing::Test {
     roster.ClearlvUsers();
     roster.AddUser("anna");
     roster.SetColour("anna", 0x0000FF);
-    ::DeleteFileA(LogFile().c_str());
   }
-  ~ConversationTest() override { ::DeleteFileA(LogFile().c_str()); }
 
   // Saves under this name, with the type of its extension, in the dialog that comes next.
   static void SaveAs(const std::string& path, const char* title) {
@@ -52,19 +50,6 @@ class ConversationTest : public testing::Test {
       ::SetWindowTextA(support::ChildrenOf(dialogs[0], "Edit").at(0), name.c_str());
       ::PostMessageA(support::ChildOf(dialogs[0], "Button", "&Save"), BM_CLICK, 0, 0);
     });
-  }
-
-  static std::string LogFile() { return core::InProgramDirectory("Log.txt"); }
-
-  // The log's texts without date and time, "; " behind each.
-  static std::string Logged() {
-    const std::string log = core::FileExists(LogFile()) ? core::ReadFile(LogFile()) : "";
-    std::string texts;
-    for (std::size_t start = 0, end; (end = log.find("\"\r\n", start)) != std::string::npos; start = end + 3) {
-      const std::string line = log.substr(start, end - start);
-      texts += line.substr(std::min(line.find("Private alert"), line.find("alert sent to all"))) + "; ";
-    }
-    return texts;
   }
 
   mainwindow::UserRoster roster;
