@@ -25,6 +25,7 @@ inline std::string gVersion;         // "1.0.0"
 inline std::int16_t gSafe = 0;       // 1 = plain menus, no subclassing
 inline std::int16_t gStarting = 0;   // -1 while start-up listens: the network is joined without a greeting
 inline std::int16_t gStatus = 0;     // presence: 0 takes chats and alerts, 1 alerts only, 2 nothing
+inline bool gDispatching = false;    // a packet is being dispatched: nothing modal may begin
 inline std::string gCurName;         // the name under which this copy sends
 inline std::int16_t gLangCount = 0;  // index of the last language entry loaded
 inline std::int16_t gLangError = 0;  // -1 once a missing text code was reported

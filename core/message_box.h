@@ -5,7 +5,6 @@
 #include <string>
 
 #include "core/process.h"
-#include "core/runtime_error.h"
 
 namespace core {
 
@@ -32,9 +31,5 @@ void PostBox(Box box);
 
 // Shows the boxes that wait. Called at the top of the message loop; does nothing while one is already on the screen.
 void ShowPostedBoxes();
-
-// The last resort for a failure that nobody expected where it happened: shows number and description, at once. For
-// window procedures: the event at hand is abandoned, the program goes on, and no exception reaches Windows.
-void ReportUnhandled(const RuntimeError& error);
 
 }  // namespace core

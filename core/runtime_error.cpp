@@ -1,11 +1,12 @@
 #include "core/runtime_error.h"
 
+#include <new>
 #include <utility>
 
 namespace core {
 namespace {
 
-// A switch rather than a table: the compiler misses a forgotten one.
+// A switch, not a table, so that the compiler warns about a missing enumerator.
 const char* DescriptionOf(Err error) {
   switch (error) {
     case Err::Overflow:
@@ -16,6 +17,8 @@ const char* DescriptionOf(Err error) {
       return "Subscript out of range";
     case Err::TypeMismatch:
       return "Type mismatch";
+    case Err::Internal:
+      return "Internal error";
     case Err::FileNotFound:
       return "File not found";
     case Err::DiskFull:
@@ -47,6 +50,20 @@ RuntimeError::RuntimeError(long errorNumber, std::string text) : number(errorNum
 RuntimeError::RuntimeError(Err error) : RuntimeError(static_cast<long>(error), DescriptionOf(error)) {}
 
 const char* RuntimeError::what() const noexcept { return description.c_str(); }
+
+RuntimeError CaughtError() {
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return RuntimeError(Err::OutOfMemory);
+  } catch (const std::exception& error) {
+    return {static_cast<long>(Err::Internal), std::string(DescriptionOf(Err::Internal)) + " (" + error.what() + ")"};
+  } catch (...) {
+    return RuntimeError(Err::Internal);
+  }
+}
 
 std::string NumberAndDescription(const RuntimeError& error) {
   return std::to_string(error.number) + ": " + error.description;

@@ -13,6 +13,7 @@ enum class Err : long {
   OutOfMemory = 7,
   SubscriptOutOfRange = 9,  // a field or table index past the end
   TypeMismatch = 13,        // a text that should be a number
+  Internal = 51,            // an exception that is none of these
   FileNotFound = 53,
   DiskFull = 61,
   InputPastEnd = 62,  // a field read at the end of a file
@@ -33,6 +34,10 @@ struct RuntimeError : std::exception {
   explicit RuntimeError(Err error);
   const char* what() const noexcept override;
 };
+
+// The exception that is being handled, as a failure of the program: what it is already, want of memory, or
+// Err::Internal with the exception's own words. For catch blocks.
+RuntimeError CaughtError();
 
 // "53: File not found", as the log and the boxes write it.
 std::string NumberAndDescription(const RuntimeError& error);

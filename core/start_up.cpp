@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/callback_guard.h"
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
@@ -118,8 +119,8 @@ void Main(Program& program, std::string_view arguments) {
     JoinQuietly(program);
     CheckScreenName(program);
     JoinUnderScreenName(program);
-  } catch (const RuntimeError& error) {
-    ReportNotLoaded(error);
+  } catch (...) {
+    ReportNotLoaded(CaughtError());
   }
 }
 
@@ -129,11 +130,9 @@ void ShutDown(Program& program) {
   underWay = true;
   try {
     Leave(program);
-  } catch (const RuntimeError& error) {
-    ReportUnhandled(error);
+  } catch (...) {
+    ReportCaught();
     program.RemoveTray();
-  } catch (const std::exception&) {
-    program.RemoveTray();  // no memory left, not even for a box: the user still wants the program to end
   }
   EndProcess();
   underWay = false;  // reached in tests alone

@@ -1,10 +1,10 @@
 #include "net/broadcast_socket_win32.h"
 
 #include <array>
-#include <new>
 #include <utility>
 
-#include "core/message_box.h"
+#include "core/callback_guard.h"
+#include "core/event_loop_win32.h"
 #include "core/runtime_error.h"
 
 namespace net {
@@ -27,8 +27,7 @@ constexpr int kSendBuffer = 1024 * 1024;  // three answers to each of a crowd of
 constexpr int kMostPerMessage = 64;
 constexpr std::chrono::milliseconds kMostTime{8};
 constexpr std::chrono::milliseconds kTurn{15};
-constexpr int kMostOthers = 64;  // timers and windows to paint in one turn
-constexpr UINT kRestTime = 10;   // milliseconds
+constexpr UINT kRestTime = 10;  // milliseconds
 
 // Datagrams come in a crowd when the next message follows so soon, and while there is more than one to read. Only then
 // is the socket asked again and again until it is empty: in quiet times the second question would cost as much as the
@@ -141,13 +140,7 @@ void BroadcastSocket::CreateMessageWindow() {
 LRESULT CALLBACK BroadcastSocket::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* self = reinterpret_cast<BroadcastSocket*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA));
   if (!self || (message != kReadable && message != WM_TIMER)) return ::DefWindowProcA(hwnd, message, wParam, lParam);
-  try {
-    self->Handle(message, wParam);
-  } catch (const core::RuntimeError& error) {
-    core::ReportUnhandled(error);
-  } catch (const std::exception&) {
-    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
-  }
+  core::Guarded([&] { self->Handle(message, wParam); });
   return 0;
 }
 
@@ -199,20 +192,8 @@ void BroadcastSocket::LetOthersRun() {
   if (waiting & QS_INPUT)
     resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;
   else if (waiting != 0)
-    DispatchTimersAndPainting();
+    core::RunTimersAndPainting();
   lastTurn_ = Clock::now();
-}
-
-void BroadcastSocket::DispatchTimersAndPainting() {
-  MSG message;
-  const auto next = [&message] {
-    return ::PeekMessageA(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE) ||
-           ::PeekMessageA(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
-  };
-  for (int i = 0; i < kMostOthers && next(); ++i) {
-    if (message.message == WM_QUIT) return ::PostQuitMessage(static_cast<int>(message.wParam));  // passes every filter
-    ::DispatchMessageA(&message);
-  }
 }
 
 void BroadcastSocket::EndRest() {

@@ -40,7 +40,6 @@ class BroadcastSocket : public DatagramPort {
   bool ReadOne();
   void ForgetMessages() const;
   void LetOthersRun();
-  static void DispatchTimersAndPainting();
   void EndRest();
 
   Arrival arrival_;

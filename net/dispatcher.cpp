@@ -34,7 +34,7 @@ Dispatcher::Dispatcher(core::Roster& roster, Conversations& conversations, Messe
     : roster_(roster), conversations_(conversations), messenger_(messenger) {}
 
 void Dispatcher::DataArrived(std::string_view data) {
-  if (dispatching_) {
+  if (core::gDispatching) {
     if (waiting_.size() >= kMostWaiting || waitingBytes_ + data.size() > kMostWaitingBytes) return;
     waiting_.emplace_back(data);
     waitingBytes_ += data.size();
@@ -52,14 +52,13 @@ void Dispatcher::DataArrived(std::string_view data) {
 
 void Dispatcher::DispatchCurrent() {
   struct Running {
-    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Running() { flag_ = false; }
-    bool& flag_;
-  } running(dispatching_);
+    Running() { core::gDispatching = true; }
+    ~Running() { core::gDispatching = false; }
+  } running;
   try {
     ParsePacket(current_);
-  } catch (const core::RuntimeError& error) {
-    core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(error));
+  } catch (...) {
+    core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CaughtError()));
   }
 }
 

@@ -26,7 +26,7 @@ class Dispatcher {
   Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger);
 
   // One received datagram; the bytes need not outlive the call. Datagrams that arrive while another is being dispatched
-  // (opening a chat window lets events run) wait and follow in order. A failure of the dispatch is logged and ends that
+  // (opening a chat window lets timers run) wait and follow in order. A failure of the dispatch is logged and ends that
   // packet.
   void DataArrived(std::string_view data);
 
@@ -62,7 +62,6 @@ class Dispatcher {
   Conversations& conversations_;
   Messenger& messenger_;
 
-  bool dispatching_ = false;
   std::string current_;  // the caller may read the next datagram into its buffer while this one is dispatched
   std::deque<std::string> waiting_;
   std::size_t waitingBytes_ = 0;

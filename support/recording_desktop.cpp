@@ -30,6 +30,7 @@ void ResetDesktop() {
   core::gChatLeft = core::gChatTop = core::gChatWidth = core::gChatHeight = 0;
   core::gVersion.clear();
   core::gSafe = core::gStarting = core::gStatus = 0;
+  core::gDispatching = false;
   core::gCurName.clear();
   core::gLangError = 0;
   core::gTicks = 0;

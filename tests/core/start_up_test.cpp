@@ -83,6 +83,9 @@ TEST_F(StartUpTest, AFailureIsLoggedAndShownAndLeavesTheRest) {
                                 "box Not loaded: & 10048: Address already in use"}));
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;Unable to load: 10048: Address already in use;");
   EXPECT_EQ(gStarting, -1);
+  program.onOpenSocket = [] { throw std::bad_alloc(); };
+  Main(program, "");
+  EXPECT_EQ(Happened().back(), "box Not loaded: & 7: Out of memory");
 }
 
 TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {

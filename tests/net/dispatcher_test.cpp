@@ -1,8 +1,10 @@
 #include "net/dispatcher.h"
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "core/callback_guard.h"
 #include "core/globals.h"
 #include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
@@ -222,6 +224,7 @@ TEST_F(DispatcherTest, EveryWindowOfTheSenderShowsTheLineElseANewOneOpens) {
 TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   std::string buffer = "bob|M/\xDEhi";
   conversations.onOpen = [&] {
+    core::Guarded([] { throw std::out_of_range("timer"); });  // must not hold the dispatch up with a box
     for (const char* line : {"bob|M/\xDEone", "bob|M/\xDEtwo", "bob|L/"}) {
       buffer = line;  // the socket reads into the buffer whose content is being dispatched
       Hear(buffer);
@@ -229,6 +232,10 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   };
   EXPECT_EQ(ShownOn(buffer),
             (Lines{"open |bob", "new bob: hi #0", "new bob: one #0", "new bob: two #0", "new without bob"}));
+  ASSERT_EQ(support::Desktop().posted.size(), 1u);
+  EXPECT_EQ(support::Desktop().posted[0].text, "Run-time error '51':\r\n\r\nInternal error (timer)");
+  core::Guarded([] { throw std::bad_alloc(); });
+  EXPECT_EQ(support::Desktop().events.back(), "box Run-time error '7':\r\n\r\nOut of memory");
 
   std::size_t lost = 0;
   conversations.onOpen = [&] {

@@ -10,6 +10,7 @@
 #include "core/event_loop.h"
 #include "core/event_loop_win32.h"
 #include "core/files.h"
+#include "core/globals.h"
 #include "core/logon_entry.h"
 #include "core/process.h"
 #include "core/runtime_error.h"
@@ -155,6 +156,25 @@ TEST(EventLoop, PendingEventsEndEvenWhenTheyBreedNewOnes) {
   RunPendingEvents();
   EXPECT_GE(elapsed, 45u);
   EXPECT_LT(elapsed, 500u);
+}
+
+// What a posted command opens may be modal, and all further packets would wait for its end.
+TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
+  static int ticks, commands;
+  ticks = commands = 0;
+  SetMessageFilter([](MSG& message) { return message.message == WM_COMMAND && ++commands; });
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { ++ticks; });
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_COMMAND, 1, 0);
+  ::Sleep(30);
+  gDispatching = true;
+  RunPendingEvents();
+  EXPECT_GT(ticks, 0);
+  EXPECT_EQ(commands, 0);
+  gDispatching = false;
+  RunPendingEvents();
+  EXPECT_EQ(commands, 1);
+  ::KillTimer(nullptr, timer);
+  SetMessageFilter(nullptr);
 }
 
 TEST(EventLoop, PendingEventsLeaveTheEndToTheLoop) {

@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "core/event_loop.h"
+#include "core/globals.h"
 #include "tests/windows/box_answers.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/tray_icon.h"
@@ -144,6 +148,23 @@ TEST_F(TrayIconTest, DropsMessagesWhileAHandlerRuns) {
   Mouse(0x205);
   Mouse(0x201);
   EXPECT_EQ(events, "up2 menu() down1 ");
+}
+
+// The shell sends, it does not post: a menu would open in the middle of a packet.
+TEST_F(TrayIconTest, WaitsForTheEndOfADispatch) {
+  const HWND window = Window();
+  core::gDispatching = true;
+  std::atomic<bool> sent = false;
+  std::thread shell([&] {
+    ::SendMessageA(window, WM_MOUSEMOVE, 1, 0x201);
+    sent = true;
+  });
+  while (!sent) core::RunPendingEvents();
+  shell.join();
+  EXPECT_EQ(events, "");
+  core::gDispatching = false;
+  core::RunPendingEvents();
+  EXPECT_EQ(events, "down1 ");
 }
 
 TEST_F(TrayIconTest, FailingHandlersDoNotStopTheOthers) {

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/callback_guard.h"
 #include "core/event_loop_win32.h"
 
 namespace toolkit {
@@ -12,8 +13,10 @@ namespace {
 
 // Hidden ones of ours too: the icon in the notification area could show the main window.
 BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
-  if (::IsWindowEnabled(hwnd) && (::IsWindowVisible(hwnd) || Window::Of(hwnd)))
-    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(hwnd);
+  core::Guarded([&] {
+    if (::IsWindowEnabled(hwnd) && (::IsWindowVisible(hwnd) || Window::Of(hwnd)))
+      reinterpret_cast<std::vector<HWND>*>(windows)->push_back(hwnd);
+  });
   return TRUE;
 }
 

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "core/text.h"
+#include "core/callback_guard.h"
+#include "core/event_loop_win32.h"
 
 namespace toolkit {
 namespace {
@@ -139,7 +141,7 @@ void TrayIcon::Send(DWORD message, UINT flags) {
 LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto self = reinterpret_cast<TrayIcon*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA));
   if (self && message == kCallback) {
-    self->MouseMove(LOWORD(lParam));
+    if (!core::PutOff(hwnd, message, wParam, lParam)) self->MouseMove(LOWORD(lParam));
     return 0;
   }
   if (self && message == TaskbarCreated() && self->active_) self->Create();
@@ -159,7 +161,7 @@ void TrayIcon::Raise(TrayEvent event, MouseButton button) {
   const auto call = [](const auto& handler, auto... arguments) {
     if (handler) handler(arguments...);
   };
-  try {
+  core::GuardedSilently([&] {
     switch (event) {
       case TrayEvent::MouseDown:
         return call(MouseDown, button);
@@ -172,8 +174,7 @@ void TrayIcon::Raise(TrayEvent event, MouseButton button) {
       case TrayEvent::ShowPopUpMenu:
         return call(ShowPopUpMenu);
     }
-  } catch (...) {
-  }
+  });
 }
 
 }  // namespace toolkit

@@ -3,12 +3,11 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <new>
 #include <set>
 
+#include "core/callback_guard.h"
+#include "core/event_loop_win32.h"
 #include "core/language.h"
-#include "core/message_box.h"
-#include "core/runtime_error.h"
 #include "core/text.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
@@ -46,22 +45,13 @@ static_assert(kTopMostFlags == 0x13);
 constexpr UINT kRemoveFlags = MF_BYPOSITION | MF_DISABLED;
 static_assert(kRemoveFlags == 1026);
 
-void SetObject(HWND hwnd, Window* window) {
-  ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
+// What the user asks for, and no control's notification.
+bool IsCommand(UINT message, WPARAM wParam) {
+  return message == WM_CLOSE || message == WM_SYSCOMMAND || (message == WM_COMMAND && HIWORD(wParam) <= 1);
 }
 
-// The last resort for a failure that no event handles: it is shown, the rest of the event is given up, and the program
-// goes on. Nothing may leave the procedure, Windows cannot carry it.
-template <class Event>
-LRESULT Guarded(Event event) {
-  try {
-    return event();
-  } catch (const core::RuntimeError& error) {
-    core::ReportUnhandled(error);
-  } catch (const std::exception&) {
-    core::ReportUnhandled(core::RuntimeError(core::Err::OutOfMemory));
-  }
-  return 0;
+void SetObject(HWND hwnd, Window* window) {
+  ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
 }
 
 }  // namespace
@@ -171,14 +161,14 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
   // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
   const auto keep = self ? self->weak_from_this().lock() : nullptr;
   if (!keep) return ::DefWindowProcA(hwnd, message, wParam, lParam);
-  const LRESULT result = Guarded([&] { return self->Handle(message, wParam, lParam); });
+  if (IsCommand(message, wParam) && core::PutOff(hwnd, message, wParam, lParam)) return 0;
+  const LRESULT result = core::Guarded([&] { return self->Handle(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     SetObject(hwnd, nullptr);
     std::erase(open_, self);
     self->hwnd_ = nullptr;
-    Guarded([&] {
+    core::Guarded([&] {
       if (self->onDestroyed) self->onDestroyed();
-      return LRESULT{0};
     });
   }
   return result;
@@ -248,8 +238,10 @@ Window* Window::Of(HWND hwnd) {
 }
 
 BOOL CALLBACK Window::CollectReachable(HWND hwnd, LPARAM windows) {
-  if (Of(hwnd) && ::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd))
-    reinterpret_cast<std::set<HWND>*>(windows)->insert(hwnd);
+  core::Guarded([&] {
+    if (Of(hwnd) && ::IsWindowVisible(hwnd) && ::IsWindowEnabled(hwnd))
+      reinterpret_cast<std::set<HWND>*>(windows)->insert(hwnd);
+  });
   return TRUE;
 }
 

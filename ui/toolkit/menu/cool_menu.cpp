@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "core/callback_guard.h"
 #include "ui/toolkit/menu/cool_menu_convert.h"
 #include "ui/toolkit/menu/cool_menu_draw.h"
 #include "ui/toolkit/menu/menu_mnemonic.h"
@@ -39,15 +40,6 @@ MENUITEMINFOA ItemInfo(HMENU menu, UINT item, bool byPosition, UINT mask) {
 // The item's data if it is one of ours; null otherwise.
 const CMyItemData* DataOf(const CMyItemDatas& items, const MENUITEMINFOA& info) {
   return (info.fType & MFT_OWNERDRAW) != 0 ? items.Item(info.dwItemData) : nullptr;
-}
-
-// No failure of a handler may reach Windows; the item stays undrawn or without its help text, and the menu usable.
-template <class Action>
-void Caught(Action action) {
-  try {
-    action();
-  } catch (...) {
-  }
 }
 
 }  // namespace
@@ -136,7 +128,9 @@ LRESULT CALLBACK WndCoolMenu::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
   if (found == Hooks().end()) return ::DefWindowProcA(hwnd, message, wParam, lParam);
   const Hook hook = found->second;
   LRESULT result = 0;
-  if (hook.object && hook.object->Answer(message, wParam, lParam, result)) return result;
+  const auto answer = [&] { return hook.object->Answer(message, wParam, lParam, result); };
+  // Without a word: an item that cannot be drawn would bring a box at each movement of the mouse.
+  if (hook.object && core::GuardedSilently(answer)) return result;
   if (message == WM_NCDESTROY) {
     if (hook.object) hook.object->Unhook();
     Hooks().erase(hwnd);
@@ -172,7 +166,7 @@ bool WndCoolMenu::Answer(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
 bool WndCoolMenu::Measure(MEASUREITEMSTRUCT& request) {
   const CMyItemData* data = request.CtlType == ODT_MENU ? items_.Item(request.itemData) : nullptr;
   if (!data) return false;
-  Caught([&] {
+  core::GuardedSilently([&] {
     const SIZE size = MeasureMenuItem(WindowDc(host_).get(), look, fonts_, *data);
     request.itemWidth = static_cast<UINT>(std::max<LONG>(size.cx, 0));
     request.itemHeight = static_cast<UINT>(size.cy);
@@ -183,7 +177,7 @@ bool WndCoolMenu::Measure(MEASUREITEMSTRUCT& request) {
 bool WndCoolMenu::Draw(const DRAWITEMSTRUCT& request) {
   const CMyItemData* data = request.CtlType == ODT_MENU ? items_.Item(request.itemData) : nullptr;
   if (!data) return false;
-  Caught([&] { DrawMenuItem(request, look, fonts_, *data); });
+  core::GuardedSilently([&] { DrawMenuItem(request, look, fonts_, *data); });
   return true;
 }
 
@@ -200,7 +194,7 @@ void WndCoolMenu::TellHelp(WPARAM wParam, HMENU menu) {
       menu ? DataOf(items_, ItemInfo(menu, LOWORD(wParam), byPosition, MIIM_FTYPE | MIIM_DATA)) : nullptr;
   const auto tell = help.MenuHelp;
   const std::string text = data ? data->sMenuHelp : std::string();
-  if (tell) Caught([&] { tell(text); });
+  if (tell) tell(text);
 }
 
 bool WndCoolMenu::AnswerKey(WPARAM wParam, HMENU menu, LRESULT& result) const {

@@ -1,0 +1,24 @@
+#include "core/callback_guard.h"
+
+#include <utility>
+
+#include "core/globals.h"
+#include "core/message_box.h"
+
+namespace core {
+
+void ReportUnhandled(const RuntimeError& error) {
+  static bool reporting = false;
+  Box box{.text = "Run-time error '" + std::to_string(error.number) + "':\r\n\r\n" + error.description,
+          .icon = BoxIcon::Critical};
+  if (gDispatching || reporting) return PostBox(std::move(box));
+  reporting = true;
+  GuardedSilently([&box] { ShowBox(box); });
+  reporting = false;
+}
+
+void ReportCaught() noexcept {
+  GuardedSilently([] { ReportUnhandled(CaughtError()); });
+}
+
+}  // namespace core
