@@ -31,8 +31,7 @@ inline std::int16_t gLangCount = 0;  // index of the last language entry loaded
 inline std::int16_t gLangError = 0;  // -1 once a missing text code was reported
 inline std::int32_t gTicks = 0;      // set by StartTicks, milliseconds
 
-// Names and help texts of the states 0, 1 and 2, from the language file. English until it is read, so that a state is
-// never shown without a name.
+// Names and help texts of the states 0, 1 and 2, from the language file; English until it is read.
 inline std::array<std::string, 3> gStateNames{"Available", "Alerts Only", "Do Not Disturb"};
 inline std::array<std::string, 3> gStateHelps{"Receive chat and alerts", "Receive alerts only", "Receive nothing"};
 

@@ -13,8 +13,7 @@ namespace {
 constexpr char kFileName[] = "Lang.con";
 constexpr char kFallback[] = "English";
 
-constexpr int kFirstStateName = 8203;
-constexpr int kFirstStateHelp = 8206;
+constexpr int kFirstStateName = 8203;  // the names, and behind them the help texts
 
 LanguageTable gTable;
 unsigned gGeneration = 0;
@@ -37,11 +36,6 @@ void ReportMissingCode(int code) {
            .title = "Language Error",
            .icon = BoxIcon::Information});
   WriteLog("Cannot find text code " + number);
-}
-
-// A state must never be shown without a name, so an empty text leaves the one before it.
-void LoadLangConst(std::string& constant, int code) {
-  if (std::string text = GetText(code); !text.empty()) constant = std::move(text);
 }
 
 void ReadTable(std::string_view file) {
@@ -76,10 +70,9 @@ unsigned LanguageGeneration() { return gGeneration; }
 bool CaptionsFromTable() { return gLangError != -1; }
 
 void LoadLangConsts() {
-  for (int state = 0; state < static_cast<int>(gStateNames.size()); ++state) {
-    LoadLangConst(gStateNames[static_cast<std::size_t>(state)], kFirstStateName + state);
-    LoadLangConst(gStateHelps[static_cast<std::size_t>(state)], kFirstStateHelp + state);
-  }
+  int code = kFirstStateName;
+  for (auto* const texts : {&gStateNames, &gStateHelps})
+    for (std::string& text : *texts) text = GetText(code++);
 }
 
 }  // namespace core

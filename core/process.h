@@ -8,7 +8,7 @@ namespace core {
 inline constexpr char kProgramName[] = "Quillon";
 
 // The name of the logged-on user, empty when the system does not tell it.
-std::string LogonName();
+std::string GetLogonName();
 
 // True when another copy already runs for the same user. From the first call on this copy is the one that runs.
 bool AnotherCopyRuns();

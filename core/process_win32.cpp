@@ -11,7 +11,7 @@ constexpr char kMutexPrefix[] = "Local\\Quillon-";
 
 }  // namespace
 
-std::string LogonName() {
+std::string GetLogonName() {
   char name[400];
   DWORD size = sizeof name;  // comes back with the zero counted
   if (!::GetUserNameA(name, &size) || size == 0) return {};
@@ -20,7 +20,7 @@ std::string LogonName() {
 
 bool AnotherCopyRuns() {
   // Held until the process ends. Access is denied when the copy that made it runs with higher rights.
-  const HANDLE mutex = ::CreateMutexA(nullptr, FALSE, (kMutexPrefix + LogonName()).c_str());
+  const HANDLE mutex = ::CreateMutexA(nullptr, FALSE, (kMutexPrefix + GetLogonName()).c_str());
   const DWORD code = ::GetLastError();
   return mutex == nullptr ? code == ERROR_ACCESS_DENIED : code == ERROR_ALREADY_EXISTS;
 }

@@ -57,6 +57,9 @@ struct Record {
 
 WindowPlace gMainPlace{0, 0, 2505, 4605};
 
+// The name in use, but not the hidden one of a copy that still listens: the next start would take it for the user's.
+std::string gNameToKeep;
+
 // One row for each setting, in the order of the file. The table is made before main() starts, when every global still
 // has its initial value.
 const std::vector<Record> kRecords = {
@@ -67,7 +70,7 @@ const std::vector<Record> kRecords = {
       {&gMainPlace.width, Form::Place},
       {&gMainPlace.height, Form::Place}},
      [](Program& program) { program.PlaceMain(gMainPlace); }},
-    {{{&gUserName, Form::Text, Default::LogonName, &gCurName},
+    {{{&gUserName, Form::Text, Default::LogonName, &gNameToKeep},
       {&gColour, Form::LateNumber, Default::QuotedInitial},
       {&gPopPos, Form::LateNumber, Default::QuotedInitial},
       {&gSound, Form::Text, Default::QuotedInitial},
@@ -130,7 +133,7 @@ void WriteDefault(const Field& field, RecordWriter& writer) {
       WriteField(field, writer);
       break;
     case Default::LogonName:
-      writer.Text(LogonName());
+      writer.Text(GetLogonName());
       break;
   }
 }
@@ -203,6 +206,7 @@ void ReadSets(Program& program) {
 
 void SaveSets(Program& program) {
   gMainPlace = program.RestoreMain();
+  gNameToKeep = gStarting != 0 ? gUserName : gCurName;
   RecordWriter writer;
   WriteRecords(kRecords, WriteField, writer);
   WriteList(writer, program.Users().BlockedNames());

@@ -33,12 +33,12 @@ std::string VersionText() {
 
 void LoadSettings(Program& program, std::string_view arguments) {
   WriteLog("Quillon loaded");
-  gUserName = LogonName();
-  gSafe = AsksForSafeMode(arguments) ? 1 : 0;  // before the main window, which the settings load with its menus
+  gUserName = GetLogonName();
   ReadSets(program);
   WriteLog("  > Settings and language loaded");
   gVersion = VersionText();
   gStatus = 0;
+  gSafe = AsksForSafeMode(arguments) ? 1 : 0;  // the main window gets its menus later, with its other contents
 }
 
 // The first chat window of a run opens in the middle of the screen, whatever the settings say.
@@ -66,7 +66,7 @@ void JoinQuietly(Program& program) {
   RunPendingEvents();
   CentreChatWindow(program.Screen());
   TrimLog();
-  gCurName = "_" + LogonName();
+  gCurName = "_" + GetLogonName();
   program.LoadMain();
   program.OpenSocket();
   RunPendingEvents();
@@ -91,7 +91,9 @@ void JoinUnderScreenName(Program& program) {
   program.HideSplash();
 }
 
+// Whatever the process still sends or saves is the user's, and not that of a copy that listens.
 void ReportNotLoaded(const RuntimeError& error) {
+  gCurName = gUserName;
   WriteLog("Unable to load: " + NumberAndDescription(error));
   ShowBox({.text = GetText(kNotLoadedText) + ": & " + NumberAndDescription(error)});
 }

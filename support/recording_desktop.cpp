@@ -74,7 +74,7 @@ std::string ClockText() { return Desktop().clock; }
 
 std::string TimeText() { return Desktop().time; }
 
-std::string LogonName() { return Desktop().logonName; }
+std::string GetLogonName() { return Desktop().logonName; }
 
 bool AnotherCopyRuns() { return Desktop().anotherCopyRuns; }
 

@@ -114,13 +114,14 @@ TEST_F(LanguageTest, TheFirstMissingCodeIsReportedOnce) {
   EXPECT_EQ(GetText(1001), "one");
 }
 
-TEST_F(LanguageTest, StatesAreNeverWithoutANameOrHelp) {
-  folder.Put("Lang.con", "Code,English\r\n8203,Here\r\n8205,\r\n8207,alerts\r\n");
+TEST_F(LanguageTest, StatesTakeTheTextsOfTheFileAlsoEmptyOnes) {
+  folder.Put("Lang.con", "Code,English\r\n8203,Here\r\n8205,\r\n8207,alerts\r\n8208,nothing\r\n");
   LoadLang();
   LoadLangConsts();
-  EXPECT_EQ(gStateNames, (std::array<std::string, 3>{"Here", "Alerts Only", "Do Not Disturb"}));
-  EXPECT_EQ(gStateHelps, (std::array<std::string, 3>{"Receive chat and alerts", "alerts", "Receive nothing"}));
-  EXPECT_EQ(Desktop().posted.size(), 1u);
+  EXPECT_EQ(gStateNames, (std::array<std::string, 3>{"Here", "", ""}));
+  EXPECT_EQ(gStateHelps, (std::array<std::string, 3>{"", "alerts", "nothing"}));
+  ASSERT_EQ(Desktop().posted.size(), 1u);
+  EXPECT_EQ(Desktop().posted[0].text, "Error reading language files. Cannot find code 8204") << "in the file's order";
 }
 
 TEST_F(LanguageTest, AFileThatFailsLeavesTheTextsOfTheOneBefore) {

@@ -83,9 +83,21 @@ TEST_F(StartUpTest, AFailureIsLoggedAndShownAndLeavesTheRest) {
                                 "box Not loaded: & 10048: Address already in use"}));
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;Unable to load: 10048: Address already in use;");
   EXPECT_EQ(gStarting, -1);
+  EXPECT_EQ(gCurName, "Anna") << "or the logoff would save the hidden name";
   program.onOpenSocket = [] { throw std::bad_alloc(); };
   Main(program, "");
   EXPECT_EQ(Happened().back(), "box Not loaded: & 7: Out of memory");
+}
+
+TEST_F(StartUpTest, ALogoffWhileItListensKeepsTheScreenName) {
+  Desktop().onPending = [this] {
+    if (gCurName == "_anna") ShutDown(program);
+  };
+  Main(program, "/SAFE");
+  EXPECT_EQ(Happened()[6], "restore main");
+  EXPECT_EQ(Happened()[7], "close _anna") << "it leaves under the name in use";
+  EXPECT_NE(folder.Get("User.ini").find("\"Anna\",0,4"), std::string::npos);
+  EXPECT_EQ(gSafe, 1);
 }
 
 TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {

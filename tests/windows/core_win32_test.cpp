@@ -125,7 +125,7 @@ TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
 }
 
 TEST(DesktopWin32, KnowsUserClockAndProgram) {
-  EXPECT_FALSE(LogonName().empty());
+  EXPECT_FALSE(GetLogonName().empty());
   EXPECT_EQ(ProgramFileTitle(), "windows_tests");
   EXPECT_TRUE(FileExists(InProgramDirectory("windows_tests.exe")));
   const std::string clock = ClockText(), time = TimeText();

@@ -61,7 +61,7 @@ void Application::OpenSocket() {
 void Application::ShowSplash() {
   frmSplash_ = std::make_shared<FrmSplash>();
   frmSplash_->Load();
-  frmSplash_->Show(SW_SHOWNOACTIVATE);
+  frmSplash_->ShowOnTop();
 }
 
 void Application::HideSplash() { frmSplash_->Show(SW_HIDE); }

@@ -40,16 +40,22 @@ int WindowWidth() {
 }  // namespace
 
 void FrmSplash::Load() {
-  const RECT area = toolkit::WorkAreaPixels();
   const int width = WindowWidth(), height = Px(kHeight);
-  const toolkit::WindowStyle style{"frmSplash", WS_POPUP | WS_BORDER | WS_CLIPCHILDREN,
-                                   WS_EX_TOOLWINDOW | WS_EX_TOPMOST, COLOR_WINDOW};
-  Create(style, "Quillon", {area.right - width, area.bottom - height, area.right, area.bottom});
+  Create({"frmSplash", WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW, COLOR_WINDOW}, "Quillon",
+         {0, 0, width, height});
+  const toolkit::WorkArea area = toolkit::GetWorkArea(hwnd());
+  ::SetWindowPos(hwnd(), nullptr, Px(area.right) - width, Px(area.bottom) - height, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   pictureIcon_ =
       toolkit::LoadPicture(res::Strip::Splash, res::kSplashPicture, toolkit::PictureSize(res::Strip::Splash));
   versionFont_ = VersionFont();
   CreateControls();
   Timer1.Start(hwnd(), kTimer1);
+}
+
+void FrmSplash::ShowOnTop() {
+  Show(SW_SHOWNOACTIVATE);
+  toolkit::SetTopMost(hwnd(), true);
 }
 
 void FrmSplash::CreateControls() {

@@ -15,6 +15,9 @@ class FrmSplash : public toolkit::Window {
   // Creates the window, hidden, with its bottom right corner in that of the work area.
   void Load();
 
+  // Without blocking or taking the keyboard, above all other windows.
+  void ShowOnTop();
+
   // Its texts are not translated: it stands while the language file has only just been read.
   void SetLan() override {}
 
