@@ -4,63 +4,49 @@
 #include <utility>
 
 namespace core {
-
 namespace {
 
-// What a box on a small screen can show: so many rows of so many characters, and a title of one row. A box wraps about
-// there in ordinary text; in the widest letters each row takes two, and the button is still on the screen.
-constexpr std::size_t kMostRows = 24, kCharactersInRow = 40;
-constexpr std::size_t kMostTitle = 200;
 constexpr char kCut[] = "...";
 
-bool IsBreak(char c) { return c == '\r' || c == '\n'; }
-
-// As much of the text as stands in the first kMostRows rows. A box wraps at blanks only: a word without end gets line
-// breaks, or it would carry the button off the side of the screen.
-std::string Fitting(std::string_view text) {
-  std::string fitting;
-  std::size_t rows = 1, column = 0, word = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool isBreak = IsBreak(text[i]);
-    const bool endsRow = isBreak && !text.substr(i).starts_with("\r\n");
-    const bool wordIsFull = word == kCharactersInRow && !isBreak && text[i] != ' ';
-    const bool rowIsFull = column == kCharactersInRow && !isBreak;
-    if (endsRow || wordIsFull || rowIsFull) {
-      if (++rows > kMostRows) return fitting + kCut;
-      column = 0;
-    }
-    if (wordIsFull) fitting += "\r\n";
-    word = isBreak || text[i] == ' ' ? 0 : (wordIsFull ? 0 : word) + 1;
-    column += isBreak ? 0 : 1;
-    fitting += text[i];
-  }
-  return fitting;
+std::string Cut(std::string_view text, std::size_t length, std::string_view closing) {
+  return std::string(text.substr(0, length)).append(kCut).append(closing);
 }
 
-void CutTo(std::size_t characters, std::string& text) {
-  if (text.size() <= characters) return;
-  text.resize(characters);
-  text += kCut;
+// Behind a zero byte no box shows anything, so the closing has to stand before it.
+std::string Fitting(std::string_view text, std::string_view closing, const Fits& fits) {
+  text = text.substr(0, text.find('\0'));
+  if (std::string whole = std::string(text).append(closing); fits(whole)) return whole;
+  std::size_t fitting = 0, tooLong = text.size();
+  while (tooLong - fitting > 1) {
+    const std::size_t middle = fitting + (tooLong - fitting) / 2;
+    (fits(Cut(text, middle, closing)) ? fitting : tooLong) = middle;
+  }
+  return Cut(text, fitting, closing);
 }
 
 }  // namespace
 
 void BoxQueue::Post(Box box) {
-  if (waiting_.size() >= kMaxWaitingBoxes) return;
-  box.text = Fitting(box.text);
-  CutTo(kMostTitle, box.title);
-  waiting_.push_back(std::move(box));
+  if (waiting_.size() < kMaxWaitingBoxes) waiting_.push_back(std::move(box));
 }
 
 void BoxQueue::ShowAll(const std::function<void(const Box&)>& show) {
   if (showing_) return;
-  showing_ = true;
+  struct Showing {
+    explicit Showing(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Showing() { flag_ = false; }
+    bool& flag_;
+  } showing(showing_);
   while (!waiting_.empty()) {
     const Box box = std::move(waiting_.front());
     waiting_.pop_front();
     show(box);
   }
-  showing_ = false;
+}
+
+Box CutToFit(const Box& box, const Fits& textFits, const Fits& titleFits) {
+  return {
+      .text = Fitting(box.text, box.closing, textFits), .title = Fitting(box.title, "", titleFits), .icon = box.icon};
 }
 
 }  // namespace core

@@ -15,9 +15,8 @@ constexpr char kFileName[] = "Log.txt";
 constexpr char kSupportAddress[] = "support@vextant.example";
 
 Box FailureBox(std::string_view text) {
-  std::string message = "Error writing to Log file. Text to write:\r\n\r\n";
-  message.append(text).append("\r\n\r\nPlease contact Vextant at ").append(kSupportAddress);
-  return {.text = std::move(message)};
+  return {.text = std::string("Error writing to Log file. Text to write:\r\n\r\n").append(text),
+          .closing = std::string("\r\n\r\nPlease contact Vextant at ").append(kSupportAddress)};
 }
 
 }  // namespace

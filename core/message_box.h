@@ -12,12 +12,13 @@ enum class BoxIcon { None, Information, Exclamation, Critical };
 
 struct Box {
   std::string text;
+  std::string closing = {};  // stands behind the text, also when the text is too long for the screen and has to be cut
   std::string title = kProgramName;
   BoxIcon icon = BoxIcon::None;
 };
 
-// A box with an OK button, at once: for what answers the user's own action. Task-modal; messages, packets and timers
-// go on behind it.
+// A box with an OK button, at once: for what answers the user's own action. Task-modal, above all windows; messages,
+// packets and timers go on behind it.
 void ShowBox(const Box& box);
 
 // A Yes/No question, at once; true for Yes.

@@ -2,9 +2,15 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "core/box_queue.h"
+#include "core/callback_guard.h"
 
 namespace core {
 namespace {
@@ -25,8 +31,184 @@ UINT IconStyle(BoxIcon icon) {
   return 0;
 }
 
+SIZE SizeOf(const RECT& rect) { return {rect.right - rect.left, rect.bottom - rect.top}; }
+
+SIZE SizeOf(HWND hwnd) {
+  RECT rect{};
+  ::GetWindowRect(hwnd, &rect);
+  return SizeOf(rect);
+}
+
+// Calls `onBox` with the next box of this thread, laid out and not yet seen.
+class BoxHook {
+ public:
+  using OnBox = void (*)(HWND box);
+
+  explicit BoxHook(OnBox onBox)
+      : former_(std::exchange(onBox_, onBox)),
+        hook_(::SetWindowsHookExA(WH_CALLWNDPROCRET, Procedure, nullptr, ::GetCurrentThreadId())) {}
+  BoxHook(const BoxHook&) = delete;
+  BoxHook& operator=(const BoxHook&) = delete;
+  ~BoxHook() {
+    ::UnhookWindowsHookEx(hook_);
+    onBox_ = former_;
+  }
+
+ private:
+  static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& sent = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    if (code == HC_ACTION && sent.message == WM_INITDIALOG && onBox_ != nullptr && IsBox(sent.hwnd))
+      std::exchange(onBox_, nullptr)(sent.hwnd);
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+  }
+
+  static bool IsBox(HWND hwnd) {
+    char name[8] = "";
+    return ::GetClassNameA(hwnd, name, sizeof name) > 0 && std::string_view(name) == "#32770";
+  }
+
+  static inline OnBox onBox_ = nullptr;
+  OnBox former_;
+  HHOOK hook_;
+};
+
+class ScreenText {
+ public:
+  explicit ScreenText(const LOGFONTA& font) : dc_(::GetDC(nullptr)), font_(::CreateFontIndirectA(&font)) {
+    former_ = ::SelectObject(dc_, font_);
+  }
+  ScreenText(const ScreenText&) = delete;
+  ScreenText& operator=(const ScreenText&) = delete;
+  ~ScreenText() {
+    ::SelectObject(dc_, former_);
+    ::DeleteObject(font_);
+    ::ReleaseDC(nullptr, dc_);
+  }
+
+  SIZE OneLine(const std::string& text) const {
+    SIZE size{};
+    ::GetTextExtentPoint32A(dc_, text.data(), static_cast<int>(text.size()), &size);
+    return size;
+  }
+
+  // Broken into lines as boxes do it: at blanks, never inside a word.
+  SIZE Wrapped(const std::string& text, LONG width) const {
+    RECT rect{0, 0, width, 0};
+    ::DrawTextA(dc_, text.data(), static_cast<int>(text.size()), &rect,
+                DT_LEFT | DT_EXPANDTABS | DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
+    return SizeOf(rect);
+  }
+
+ private:
+  HDC dc_;
+  HFONT font_;
+  HGDIOBJ former_ = nullptr;
+};
+
+NONCLIENTMETRICSA Metrics() {
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  ::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  return metrics;
+}
+
+SIZE WorkArea() {
+  RECT area{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  return SizeOf(area);
+}
+
+// What a text may take.
+struct Room {
+  LOGFONTA font;
+  LONG wrap;  // where lines are broken
+  SIZE most;
+};
+
+bool FitsInto(const Room& room, const std::string& text) {
+  const ScreenText screen(room.font);
+  // By the sum of all letters first: breaking tens of thousands of them into lines takes seconds. Line ends count as
+  // letters there, hence not so exactly.
+  const SIZE line = screen.OneLine(text + ' ');
+  if (line.cx / room.wrap > 2 * room.most.cy / line.cy) return false;
+  const SIZE size = screen.Wrapped(text, room.wrap);
+  return size.cx <= room.most.cx && size.cy <= room.most.cy;
+}
+
+// How wide a box becomes before it breaks its lines, and what stands around the text, is each system's own business. So
+// a box that is too large for any screen is made, measured and ended before anybody sees it.
+class BoxMeasure {
+ public:
+  static Room RoomFor(BoxIcon icon) {
+    const NONCLIENTMETRICSA metrics = Metrics();
+    area_ = WorkArea();
+    room_ = SurelyThere(metrics.lfMessageFont);
+    const BoxHook hook(Measure);
+    ::MessageBoxA(nullptr, Filling(room_.font).c_str(), "", MB_OK | IconStyle(icon));
+    return room_;
+  }
+
+  // Room that the box of every system has: most texts need no more.
+  static Room SurelyThere(const LOGFONTA& font) {
+    const SIZE area = WorkArea();
+    return {font, 16 * std::abs(font.lfHeight), {area.cx / 2, area.cy / 2}};
+  }
+
+ private:
+  // Lines wider than the screen, and more of them than it can hold, of the narrowest words.
+  static std::string Filling(const LOGFONTA& font) {
+    const ScreenText screen(font);
+    const SIZE word = screen.OneLine("i ");
+    std::string line;
+    for (LONG width = 0; width <= area_.cx; width += word.cx) line += "i ";
+    std::string lines;
+    for (LONG height = 0; height <= area_.cy; height += word.cy) lines += line + "\r\n";
+    return lines;
+  }
+
+  static void Measure(HWND box) {
+    HWND text = nullptr;
+    while ((text = ::FindWindowExA(box, text, "Static", nullptr)) != nullptr)
+      if (::GetWindowTextLengthA(text) > 0) Take(SizeOf(box), text);
+    ::EndDialog(box, 0);
+  }
+
+  static void Take(SIZE box, HWND text) {
+    const SIZE size = SizeOf(text);
+    room_.wrap = std::max<LONG>(size.cx, 1);
+    room_.most = {area_.cx - (box.cx - size.cx), area_.cy - (box.cy - size.cy)};
+    const auto font = reinterpret_cast<HFONT>(::SendMessageA(text, WM_GETFONT, 0, 0));
+    ::GetObjectA(font, sizeof room_.font, &room_.font);
+  }
+
+  static inline SIZE area_{};
+  static inline Room room_{};
+};
+
+bool TextFits(const std::string& text, BoxIcon icon, std::optional<Room>& room) {
+  if (!room) {
+    if (FitsInto(BoxMeasure::SurelyThere(Metrics().lfMessageFont), text)) return true;
+    room = BoxMeasure::RoomFor(icon);
+  }
+  return FitsInto(*room, text);
+}
+
+// Beside the frame, the icon and the buttons of a title bar.
+bool TitleFits(const std::string& title) {
+  return ScreenText(Metrics().lfCaptionFont).OneLine(title).cx <= WorkArea().cx - 4 * ::GetSystemMetrics(SM_CXSIZE);
+}
+
+// The style alone is not enough on every desktop, and a box behind a window that it has disabled could not be answered.
+void PutOnTop(HWND box) { ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
+
+// Of a text that the screen cannot hold, what fits.
 int Show(const Box& box, UINT buttons) {
-  return ::MessageBoxA(nullptr, box.text.c_str(), box.title.c_str(), MB_TASKMODAL | IconStyle(box.icon) | buttons);
+  std::optional<Room> room;
+  const Box shown = CutToFit(
+      box, [&](const std::string& text) { return TextFits(text, box.icon, room); }, TitleFits);
+  const BoxHook hook(PutOnTop);
+  return ::MessageBoxA(nullptr, shown.text.c_str(), shown.title.c_str(),
+                       MB_TASKMODAL | MB_TOPMOST | IconStyle(shown.icon) | buttons);
 }
 
 }  // namespace
@@ -41,9 +223,9 @@ void PostBox(Box box) {
   ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-// Topmost, or an alert popup would cover the box and, disabled by it, could not be moved out of its way.
+// Between two messages of the loop, where no callback guards them.
 void ShowPostedBoxes() {
-  gPostedBoxes.ShowAll([](const Box& box) { Show(box, MB_OK | MB_TOPMOST); });
+  Guarded([] { gPostedBoxes.ShowAll(ShowBox); });
 }
 
 }  // namespace core

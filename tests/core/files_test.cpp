@@ -145,7 +145,7 @@ TEST_F(LogTest, TellsTheUserWhenItCannotWrite) {
   WriteLog("lost");
   WriteLog("lost too");
   ASSERT_EQ(Desktop().posted.size(), 2u);
-  EXPECT_EQ(Desktop().posted[0].text,
+  EXPECT_EQ(Desktop().posted[0].text + Desktop().posted[0].closing,
             "Error writing to Log file. Text to write:\r\n\r\nlost\r\n\r\n"
             "Please contact Vextant at support@vextant.example");
   EXPECT_EQ(Desktop().posted[0].title, "Quillon");
