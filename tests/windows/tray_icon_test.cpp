@@ -26,23 +26,26 @@ struct ShellCall {
   NOTIFYICONDATAA record;
 };
 std::vector<ShellCall> shellCalls;
+int refusals = 0;  // how many further calls the shell refuses
 
 BOOL WINAPI RecordShell(DWORD message, NOTIFYICONDATAA* record) {
   ShellCall call{message, {}};
   std::memcpy(&call.record, record, record->cbSize);
   shellCalls.push_back(call);
-  return TRUE;
+  return --refusals < 0;
 }
 
 class TrayIconTest : public testing::Test {
  protected:
   TrayIconTest() {
     shellCalls.clear();
+    refusals = 0;
     icon.MouseDown = [this](MouseButton button) { Note("down", button); };
     icon.MouseUp = [this](MouseButton button) { Note("up", button); };
     icon.MouseDblClk = [this](MouseButton button) { Note("double", button); };
     icon.ShowParent = [this] { events += "parent "; };
     icon.ShowPopUpMenu = [this] { events += "menu "; };
+    icon.Refused = [this] { events += "refused "; };
   }
   void Note(const char* event, MouseButton button) { events += event + std::to_string(static_cast<int>(button)) + " "; }
 
@@ -124,6 +127,28 @@ TEST_F(TrayIconTest, ThereIsExactlyOneIcon) {
   EXPECT_EQ(shellCalls.back().message, DWORD{NIM_DELETE}) << "the icon goes with its object";
   icon.Destroy();
   EXPECT_FALSE(icon.Active());
+}
+
+// As at a logon, when the shell is busy: each try is an adding and, should it have been a success, a change.
+TEST_F(TrayIconTest, AsksABusyShellAgain) {
+  const auto retry = [this](int times) {
+    const std::size_t before = shellCalls.size();
+    for (int i = 0; i < times; ++i) ::SendMessageA(Window(), WM_TIMER, 1, 0);
+    return shellCalls.size() - before;
+  };
+  refusals = 2 + 2 * 29;
+  icon.Create();
+  EXPECT_TRUE(icon.Active());
+  EXPECT_EQ(retry(29), 58u);
+  EXPECT_EQ(retry(1), 1u) << "accepted at last";
+  EXPECT_EQ(events, "");
+  refusals = 2 + 2 * TrayIcon::kRetries;
+  const HWND window = Window();
+  icon.Create();
+  retry(TrayIcon::kRetries);
+  EXPECT_EQ(events, "refused ");
+  ::SendMessageA(window, ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_ADD});
 }
 
 TEST_F(TrayIconTest, MouseMessagesBecomeEvents) {

@@ -45,8 +45,8 @@ class FrmMain : public toolkit::Window {
   // Out of a minimised or maximised state without showing the window; its normal place, twips.
   core::WindowPlace Restore();
 
-  // Puts the icon into the notification area; where the desktop has none the window itself is shown, so that the
-  // program stays reachable.
+  // Puts the icon into the notification area; where the desktop has none, or does not take it for a minute, the window
+  // itself is shown, so that the program stays reachable.
   void ShowTray();
   void RemoveTray() { TI.Destroy(); }
 

@@ -95,6 +95,7 @@ void FrmMain::mnuWp_Click(unsigned link) { toolkit::OpenLink(kWebLinks[link]); }
 
 void FrmMain::SetUpTray() {
   TI.SetToolTipText(core::kProgramName);
+  TI.Refused = [this] { ShowMe(); };
   TI.ShowParent = [this] { ::IsWindowEnabled(hwnd()) ? ShowMe() : toolkit::RaiseModal(); };
   TI.ShowPopUpMenu = [this] { ::IsWindowEnabled(hwnd()) ? mnuPop_PopUp() : toolkit::RaiseModal(); };
   ShowStateIcon();

@@ -20,6 +20,9 @@ static_assert(sizeof(void*) != 4 || kRecordSize == 88);
 constexpr std::size_t kTipSize = 64;
 
 constexpr UINT kIconId = 1;
+constexpr UINT kWholeRecord = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+
+constexpr UINT_PTR kRetryTimer = 1;
 
 // The shell's callbacks come as plain mouse moves, with the mouse's own message in the place of x. A hidden window gets
 // no other ones.
@@ -102,12 +105,30 @@ void TrayIcon::Create() {
   if (active_) Destroy();
   if (!HasValidShell()) return;
   if (!record_.hWnd) record_.hWnd = MakeWindow(this);
-  Send(NIM_ADD, NIF_MESSAGE | NIF_ICON | NIF_TIP);
+  if (!record_.hWnd) return;
   active_ = true;
+  if (Add()) return;
+  retriesLeft_ = kRetries;
+  ::SetTimer(record_.hWnd, kRetryTimer, kRetryTime, nullptr);
+}
+
+// A shell that was too slow to answer may have taken the icon all the same: it refuses to add it again then, but takes
+// changes of it.
+bool TrayIcon::Add() { return Send(NIM_ADD, kWholeRecord) || Send(NIM_MODIFY, kWholeRecord); }
+
+void TrayIcon::TryAgain() {
+  if (retriesLeft_ == 0) return;  // a tick that was under way when the timer stopped
+  const bool added = Add();
+  retriesLeft_ = added ? 0 : retriesLeft_ - 1;
+  if (retriesLeft_ > 0) return;
+  ::KillTimer(record_.hWnd, kRetryTimer);
+  if (!added && Refused) Refused();
 }
 
 void TrayIcon::Destroy() {
   if (active_) shell_(NIM_DELETE, &record_);
+  if (record_.hWnd) ::KillTimer(record_.hWnd, kRetryTimer);
+  retriesLeft_ = 0;
   active_ = false;
 }
 
@@ -133,9 +154,9 @@ void TrayIcon::SetToolTipText(std::string_view text) {
   if (active_) Send(NIM_MODIFY, NIF_TIP);
 }
 
-void TrayIcon::Send(DWORD message, UINT flags) {
+bool TrayIcon::Send(DWORD message, UINT flags) {
   record_.uFlags = flags;
-  shell_(message, &record_);
+  return shell_(message, &record_) != FALSE;
 }
 
 LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -144,6 +165,7 @@ LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPA
     if (!core::PutOff(hwnd, message, wParam, lParam)) self->MouseMove(LOWORD(lParam));
     return 0;
   }
+  if (self && message == WM_TIMER && self->active_) core::Guarded([self] { self->TryAgain(); });
   if (self && message == TaskbarCreated() && self->active_) self->Create();
   return ::DefWindowProcA(hwnd, message, wParam, lParam);
 }

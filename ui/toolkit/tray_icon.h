@@ -32,10 +32,18 @@ class TrayIcon {
   std::function<void()> ShowParent;     // after a left double click
   std::function<void()> ShowPopUpMenu;  // after the right button is released
 
+  static constexpr UINT kRetryTime = 2000;  // milliseconds
+  static constexpr int kRetries = 30;
+
   // True when this Windows has a notification area.
   static bool HasValidShell();
 
-  // Puts the icon up, in place of one that is already there. Without a valid shell it stays inactive.
+  // Raised when the shell has refused the icon for a minute. It appears all the same once the shell says that it has a
+  // task bar.
+  std::function<void()> Refused;
+
+  // Puts the icon up, in place of one that is already there. Without a valid shell it stays inactive. A shell that is
+  // busy, as at a logon, is asked again every kRetryTime.
   void Create();
   void Destroy();
   bool Active() const { return active_; }
@@ -56,12 +64,15 @@ class TrayIcon {
   static HWND MakeWindow(TrayIcon* self);
   void MouseMove(UINT mouseMessage);
   void Raise(TrayEvent event, MouseButton button);
-  void Send(DWORD message, UINT flags);
+  bool Add();
+  void TryAgain();
+  bool Send(DWORD message, UINT flags);
 
   ShellNotify shell_;
   NOTIFYICONDATAA record_{};
   toolkit::Icon picture_;
   bool active_ = false;
+  int retriesLeft_ = 0;  // while the shell does not take the icon
   bool dispatching_ = false;
 };
 
