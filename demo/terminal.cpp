@@ -7,6 +7,7 @@
 #include <ctime>
 #include <string>
 
+#include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/language.h"
 #include "core/log.h"
@@ -57,6 +58,11 @@ void ShowPackets(bool show) { gShowPackets = show; }
 namespace core {
 
 void WriteLog(std::string_view text) { demo::Show("log", text); }
+
+std::int32_t TickCount() {
+  const auto time = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::int32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+}
 
 void PostBox(Box box) { demo::Show("box", box.title + ": " + box.text); }
 

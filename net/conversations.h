@@ -32,8 +32,8 @@ class Conversations {
   // may open) walks a copy; a closed window refuses lines and ignores the rest.
   virtual const std::vector<std::shared_ptr<ChatWindow>>& ChatWindows() const = 0;
 
-  // Opens a chat window; participants are names parted by bars. It lets pending events run once. Null while chat
-  // windows cannot be opened.
+  // Opens a chat window; participants are names parted by bars. It lets pending events run once. Null while too
+  // many chat windows are open.
   virtual std::shared_ptr<ChatWindow> OpenChat(std::string_view participants) = 0;
 
   // Shows an alert in a popup of its own; the kind chooses its picture: 0 to everybody, 1 private.

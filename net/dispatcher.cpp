@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/clock.h"
 #include "core/globals.h"
 #include "core/log.h"
 #include "core/message_box.h"
@@ -163,9 +164,18 @@ void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
       std::ranges::count_if(windows, [&](const auto& window) { return window->AddMsg(line, sender, colour); });
   if (takers > 0) return;
   const auto opened = conversations_.OpenChat(std::string("|").append(sender));
-  if (!opened) return;
+  if (!opened) return NoteLostLine(sender);
   core::WriteLog("New chat window opened");
   opened->AddMsg(line, sender, colour);
+}
+
+void Dispatcher::NoteLostLine(std::string_view sender) {
+  const std::int32_t now = core::TickCount();
+  if (static_cast<std::uint32_t>(now) - static_cast<std::uint32_t>(lossNotedSince_) >= kLossInterval)
+    lossNoted_.clear();
+  if (lossNoted_.empty()) lossNotedSince_ = now;
+  if (lossNoted_.size() >= kMostLossesNoted || !lossNoted_.insert(core::NameHash()(sender)).second) return;
+  core::WriteLog(std::string("Chat line lost, too many chat windows are open (").append(sender).append(")"));
 }
 
 void Dispatcher::LogUnknownData(std::string_view data, std::string_view sender) {

@@ -2,6 +2,7 @@
 // routes texts to chat windows and alert popups.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -22,6 +23,10 @@ class Dispatcher {
   // answered during one stay under a hidden name; the rest is lost, as datagrams may be.
   static constexpr std::size_t kMostWaiting = 10000, kMostWaitingBytes = 16 * 1024 * 1024;
   static constexpr std::size_t kMostHiddenNames = 1000, kMostHiddenBytes = 1024 * 1024;
+
+  // A line that no window could be opened for is noted once for each sender and minute, of so many senders at most.
+  static constexpr std::uint32_t kLossInterval = 60000;  // milliseconds
+  static constexpr std::size_t kMostLossesNoted = 1000;
 
   Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger);
 
@@ -50,6 +55,7 @@ class Dispatcher {
   bool AnswersHidden(std::string_view sender);
   void RefreshChatWindows();
   void OfferChatLine(std::string_view line, std::string_view sender);
+  void NoteLostLine(std::string_view sender);
 
   void TakeColour(const Packet& packet);
   void TakeState(const Packet& packet);
@@ -65,6 +71,10 @@ class Dispatcher {
   std::string current_;  // the caller may read the next datagram into its buffer while this one is dispatched
   std::deque<std::string> waiting_;
   std::size_t waitingBytes_ = 0;
+
+  // Senders, by their hashes, whose lost lines were noted since then (milliseconds).
+  std::unordered_set<std::size_t> lossNoted_;
+  std::int32_t lossNotedSince_ = 0;
 
   // Hidden senders answered since the opening of that number, told apart exactly, as every sender is that is looked up:
   // _Bob and _bob are two copies that wait for an answer.

@@ -217,8 +217,17 @@ TEST_F(DispatcherTest, EveryWindowOfTheSenderShowsTheLineElseANewOneOpens) {
   conversations.windows.resize(2);
   EXPECT_EQ(ShownOn("dora|P/\xDEhi|anna"), (Lines{"open |dora", "new dora: hi #0"}));
   EXPECT_EQ(Log(), "New chat window opened;");
+}
+
+TEST_F(DispatcherTest, ALineWithoutAWindowIsNotedOncePerSenderAndMinute) {
   conversations.refuses = true;
-  EXPECT_EQ(ShownOn("emma|M/\xDEhi"), Lines{});
+  for (const int minute : {0, 1}) {
+    support::Desktop().ticks = minute * 60000;
+    for (const char* packet : {"emma|M/\xDEhi", "fred|P/\xDEhi|anna", "emma|M/\xDEhi"})
+      EXPECT_EQ(ShownOn(packet), Lines{});
+  }
+  const std::string lost = "Chat line lost, too many chat windows are open (";
+  EXPECT_EQ(Log(), lost + "emma);" + lost + "fred);" + lost + "emma);" + lost + "fred);");
 }
 
 TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {

@@ -18,23 +18,23 @@ namespace conversation {
 
 class OpenWindows : public net::Conversations {
  public:
-  // So many chat windows may be open when somebody on the network begins another conversation; its line is lost then. A
-  // flood of invented senders must not use up the desktop, and nobody keeps so many conversations apart.
+  // Limit on chat windows opened by incoming lines; lines of further senders are dropped, and noted in the log. Each
+  // window costs some ten of the 10,000 objects that the system grants a program, and nobody keeps so many conversations
+  // apart.
   static constexpr std::size_t kMostChats = 100;
 
   OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger);
 
   // Names parted by bars. Opens the composer, or adds to the one that is open; in front, with the keyboard. A list that
-  // names nobody does nothing.
-  void OpenComposer(std::string_view recipients);
+  // names nobody does nothing, and gives false.
+  bool OpenComposer(std::string_view recipients);
 
   // Names parted by bars, or none. Opens a chat window in front, with the keyboard.
   std::shared_ptr<FrmChat> StartChat(std::string_view participants);
 
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return chats_; }
 
-  // The window appears without taking the keyboard. Null when there are too many, or when nobody is named: that window
-  // would refuse the line it was opened for.
+  // The window appears without taking the keyboard. Null when there are too many.
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
@@ -44,7 +44,7 @@ class OpenWindows : public net::Conversations {
   void ShowWaitingAlerts();
   void ShowPopup(Alert alert);
   void PopupClosed(const FrmPop* popup);
-  void StartLiveChat(const Alert& alert);
+  bool StartLiveChat(const Alert& alert);
   std::shared_ptr<FrmChat> NewChat(std::string_view participants);
   void BlockSender(const std::string& sender);
 
