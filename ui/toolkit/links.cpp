@@ -1,7 +1,12 @@
 #include "ui/toolkit/links.h"
 
+#include <objbase.h>
+
+#include <utility>
+
 #include "core/message_box.h"
 #include "core/numbers.h"
+#include "core/system_library_win32.h"
 
 namespace toolkit {
 namespace {
@@ -18,9 +23,21 @@ class WaitPointer {
   HCURSOR former_;
 };
 
+// The shell may open links through COM objects. Prepared with the first link, and for the rest of the run.
+void PrepareCom() {
+  using Initialize = HRESULT(WINAPI*)(void* reserved, DWORD flags);
+  static bool prepared = false;
+  if (std::exchange(prepared, true)) return;
+  const HMODULE library = core::LoadSystemLibrary("ole32.dll");
+  const auto initialize = library ? ::GetProcAddress(library, "CoInitializeEx") : nullptr;
+  constexpr DWORD flags = COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE;
+  if (initialize) reinterpret_cast<Initialize>(reinterpret_cast<void (*)()>(initialize))(nullptr, flags);
+}
+
 // A failure to ask the shell at all counts as its success: there is no number to show.
 INT_PTR ShellResult(const std::string& link, ShellOpen shell) {
   const WaitPointer wait;
+  PrepareCom();
   try {
     // The directory is the text "1" on purpose. A link needs none, and no program that it starts may take our folder
     // as its own and keep it from being deleted.
