@@ -90,12 +90,12 @@ TEST_F(StartUpTest, AFailureIsLoggedAndShownAndLeavesTheRest) {
 }
 
 TEST_F(StartUpTest, ALogoffWhileItListensKeepsTheScreenName) {
-  Desktop().onPending = [this] {
+  program.onOpenSocket = [this] {
     if (gCurName == "_anna") ShutDown(program);
   };
   Main(program, "/SAFE");
-  EXPECT_EQ(Happened()[6], "restore main");
-  EXPECT_EQ(Happened()[7], "close _anna") << "it leaves under the name in use";
+  EXPECT_EQ(Happened()[5], "restore main");
+  EXPECT_EQ(Happened()[6], "close _anna") << "it leaves under the name in use";
   EXPECT_NE(folder.Get("User.ini").find("\"Anna\",0,4"), std::string::npos);
   EXPECT_EQ(gSafe, 1);
 }

@@ -12,11 +12,13 @@
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/logon_entry.h"
+#include "core/message_box.h"
 #include "core/process.h"
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "core/text.h"
 #include "tests/support/error_of.h"
+#include "tests/windows/window_probe.h"
 
 namespace core {
 namespace {
@@ -141,6 +143,50 @@ TEST(DesktopWin32, AlertSoundsNeedNoFile) {
   EXPECT_EQ(::GetModuleHandleA("winmm.dll"), before);  // not loaded for a beep
   PlayAlertSound("missing.wav");
   EXPECT_NE(::GetModuleHandleA("winmm.dll"), nullptr);
+}
+
+struct SeenBox {
+  std::string text;
+  RECT box, button;
+  bool onTop;
+};
+
+// What the user would see of a box.
+SeenBox Shown(const Box& box) {
+  static SeenBox seen;
+  const auto look = [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
+    const HWND shown = ::FindWindowA("#32770", nullptr);
+    if (!shown) return;
+    ::KillTimer(nullptr, timer);
+    seen = {"", support::PlaceOf(shown), support::PlaceOf(support::ChildrenOf(shown, "Button").at(0)),
+            (::GetWindowLongA(shown, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0};
+    for (const HWND label : support::ChildrenOf(shown, "Static")) seen.text += support::TextOf(label);
+    ::EndDialog(shown, IDOK);
+  };
+  ::SetTimer(nullptr, 0, 20, look);
+  ShowBox(box);
+  return seen;
+}
+
+TEST(MessageBox, IsCutOnlyWhereItsButtonWouldLeaveTheScreen) {
+  RECT area{};
+  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  std::string words, rows;
+  for (int i = 0; i < 10000; ++i) words += "words ", rows += "row\r\n";
+  for (const std::string& text : {words, rows, std::string(60000, 'W')}) {
+    for (const char* closing : {"", "\r\n\r\nThe end"}) {
+      const std::string mark = std::string("...") + closing;
+      const SeenBox seen = Shown({.text = text, .closing = closing, .icon = BoxIcon::Critical});
+      EXPECT_TRUE(seen.button.right <= area.right && seen.button.bottom <= area.bottom && seen.onTop);
+      ASSERT_TRUE(seen.text.ends_with(mark));
+      const std::string kept = seen.text.substr(0, seen.text.size() - mark.size());
+      EXPECT_EQ(kept, text.substr(0, kept.size()));
+      EXPECT_GT(seen.box.bottom - seen.box.top + 40, text[0] == 'W' ? 0 : area.bottom - area.top) << "no room is left";
+      EXPECT_EQ(Shown({.text = kept, .closing = closing, .icon = BoxIcon::Critical}).text, kept + closing);
+    }
+  }
+  const std::string link = "See https://vextant.example/" + std::string(100, 'x');
+  EXPECT_EQ(Shown({.text = link}).text, link);
 }
 
 TEST(EventLoop, PendingEventsEndEvenWhenTheyBreedNewOnes) {
