@@ -154,15 +154,43 @@ TEST_F(PopupTest, TheMenuBlocksRepliesAndChats) {
   EXPECT_TRUE(Popups().empty()) << "answered alerts have closed";
 }
 
-TEST_F(PopupTest, AChatThatCannotBeOpenedLeavesTheAlert) {
-  const support::BoxAnswers answers;
-  PopupCommands commands;
-  commands.startLiveChat = [](const Alert&) { throw core::RuntimeError(core::Err::OutOfMemory); };
-  const auto popup = std::make_shared<FrmPop>(Alert{"hello", "anna", 1}, 0, commands);
-  popup->Open();
-  Choose(popup->hwnd(), {VK_UP, VK_UP, VK_RETURN});
-  EXPECT_EQ(answers.Texts().size(), 1u);
-  EXPECT_TRUE(::IsWindowVisible(popup->hwnd()));
+TEST_F(PopupTest, ALiveChatHoldsTheAlertThoughItsSenderLeavesMeanwhile) {
+  static OpenWindows* open;
+  open = &windows;
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK {
+    for (const auto& chat : open->ChatWindows()) chat->RemoveUser("anna");
+  });
+  Choose(ShowAt(0, 0), {VK_UP, VK_UP, VK_RETURN});
+  ::KillTimer(nullptr, timer);
+  const HWND conversation = ChildrenOf(support::WindowsOf("frmChat").at(0), "RichEdit20A").at(0);
+  EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n");
+  EXPECT_TRUE(Popups().empty());
+}
+
+// As a desktop does that has no room for another window.
+LRESULT CALLBACK RefuseConversations(int code, WPARAM window, LPARAM lParam) {
+  const char* name = code == HCBT_CREATEWND ? reinterpret_cast<CBT_CREATEWNDA*>(lParam)->lpcs->lpszClass : nullptr;
+  if (name && !IS_INTRESOURCE(name) && (name == std::string("frmCom") || name == std::string("frmChat"))) return 1;
+  return ::CallNextHookEx(nullptr, code, window, lParam);
+}
+
+TEST_F(PopupTest, AnAnswerThatDoesNotOpenLeavesTheAlert) {
+  const HWND popup = ShowAt(0, 0), nameless = Show("hello", "");
+  const std::initializer_list<WPARAM> live{VK_UP, VK_UP, VK_RETURN}, reply{VK_UP, VK_UP, VK_UP, VK_RIGHT, VK_RETURN};
+  Choose(nameless, reply);  // nobody to reply to
+  EXPECT_TRUE(::IsWindowVisible(nameless));
+  {
+    const support::BoxAnswers answers;
+    const HHOOK hook = ::SetWindowsHookExA(WH_CBT, RefuseConversations, nullptr, ::GetCurrentThreadId());
+    Choose(popup, live);
+    Choose(popup, reply);
+    ::UnhookWindowsHookEx(hook);
+    EXPECT_EQ(answers.Texts(), Texts(2, "Run-time error '7':\r\n\r\nOut of memory"));
+  }
+  EXPECT_TRUE(::IsWindowVisible(popup));
+  Choose(popup, reply);
+  EXPECT_EQ(support::WindowsOf("frmCom").size(), 1u) << "a try that failed does not stand in the way of the next";
+  EXPECT_EQ(windows.ChatWindows().size(), 0u);
 }
 
 TEST_F(PopupTest, ExportsItsTextToTheClipboardAndToAFile) {

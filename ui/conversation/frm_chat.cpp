@@ -56,7 +56,6 @@ FrmChat::FrmChat(const core::Roster& roster, const MainList& mainList, net::Mess
 
 void FrmChat::Make(std::string_view participants) {
   Create({.className = "frmChat"}, {3001, "Chating - Quillon"}, {});
-  if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
   CreateControls();
   AddMenu(menu_);
   menu_.Check(chatmenu::mnuViewStat, statVisible_);

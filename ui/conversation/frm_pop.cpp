@@ -60,7 +60,6 @@ FrmPop::FrmPop(Alert alert, std::int32_t colour, PopupCommands commands)
 
 void FrmPop::Open() {
   Create({"frmPop", WS_POPUP | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW}, {5001, "Quillon"}, {});
-  if (!hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
   ::SetTimer(hwnd(), kTimer, kFlashInterval, nullptr);
   CreateControls();
   SetLan();
@@ -218,20 +217,21 @@ void FrmPop::mnuExportC_Click() { CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd()
 void FrmPop::mnuBlock_Click() { commands_.blockSender(alert_.sender); }
 
 // The popup is hidden first: some window managers hand the keyboard of a vanishing window to the one that had it
-// before, and would take it from the new window. An alert that nothing could take the place of is shown again.
-void FrmPop::GiveWayTo(const std::function<void()>& open) {
+// before, and would take it from the new window. An alert that nothing has taken the place of is shown again.
+void FrmPop::GiveWayTo(const std::function<bool()>& open) {
   Show(SW_HIDE);
   try {
-    open();
+    if (open()) return Close();
+    core::Beep();
   } catch (...) {
     Show(SW_SHOWNOACTIVATE);
     throw;
   }
-  Close();
+  Show(SW_SHOWNOACTIVATE);
 }
 
 void FrmPop::Answer(const std::string& recipients) {
-  GiveWayTo([&] { commands_.openComposer(recipients); });
+  GiveWayTo([&] { return commands_.openComposer(recipients); });
 }
 
 void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
@@ -239,7 +239,7 @@ void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
 void FrmPop::mnuReplyAll_Click() { Answer(std::string(kEverybody) + '|'); }
 
 void FrmPop::mnuLive_Click() {
-  GiveWayTo([this] { commands_.startLiveChat(alert_); });
+  GiveWayTo([this] { return commands_.startLiveChat(alert_); });
 }
 
 }  // namespace conversation

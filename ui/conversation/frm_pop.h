@@ -20,9 +20,10 @@ namespace conversation {
 
 // What the popup's menu asks of the rest of the program.
 struct PopupCommands {
-  std::function<void(const std::string& recipients)> openComposer;
-  // Throws when no chat window can be opened; the popup then stays.
-  std::function<void(const Alert& alert)> startLiveChat;
+  // True when the composer, or the chat window with the alert's text, has taken the alert's place. Else, and when they
+  // throw, the popup stays.
+  std::function<bool(const std::string& recipients)> openComposer;
+  std::function<bool(const Alert& alert)> startLiveChat;
   std::function<void(const std::string& sender)> blockSender;
 };
 
@@ -53,7 +54,7 @@ class FrmPop : public toolkit::Window {
   void mnuReplySender_Click();
   void mnuReplyAll_Click();
   void mnuBlock_Click();
-  void GiveWayTo(const std::function<void()>& open);
+  void GiveWayTo(const std::function<bool()>& open);
   void Answer(const std::string& recipients);
   void mnuLive_Click();
   void Close() { ::DestroyWindow(hwnd()); }

@@ -44,8 +44,10 @@ GlyphButton::~GlyphButton() {
 
 void GlyphButton::Create(HWND parent, int id, const char* text, char glyph) {
   glyph_ = glyph;
-  hwnd_ = ::CreateWindowExA(0, "BUTTON", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW, 0, 0, 0, 0, parent,
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleA(nullptr), nullptr);
+  constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW;
+  hwnd_ = toolkit::Created(::CreateWindowExA(0, "BUTTON", text, style, 0, 0, 0, 0, parent,
+                                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                             ::GetModuleHandleA(nullptr), nullptr));
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 

@@ -9,6 +9,7 @@
 #include "core/code_page.h"
 #include "core/text.h"
 #include "ui/conversation/text_lines.h"
+#include "core/callback_guard.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
@@ -81,8 +82,8 @@ MessageLabel::~MessageLabel() {
 
 void MessageLabel::Create(HWND parent, const std::string& text) {
   shown_ = WithoutTabs(text.c_str());  // a text box ends at a zero byte too
-  hwnd_ = ::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, parent, nullptr,
-                            ::GetModuleHandleA(nullptr), nullptr);
+  hwnd_ = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
+                                             parent, nullptr, ::GetModuleHandleA(nullptr), nullptr));
   ::SetWindowTextA(hwnd_, text.c_str());  // the text of a window in the making is limited to 32 K characters
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
@@ -135,7 +136,7 @@ LRESULT CALLBACK MessageLabel::Procedure(HWND hwnd, UINT message, WPARAM wParam,
     self.hwnd_ = nullptr;
     return ::DefSubclassProc(hwnd, message, wParam, lParam);
   }
-  return self.Answer(message, wParam, lParam);
+  return core::Guarded([&] { return self.Answer(message, wParam, lParam); });
 }
 
 LRESULT MessageLabel::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -8,11 +8,12 @@ namespace conversation {
 OpenWindows::OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger)
     : roster_(roster), mainList_(std::move(mainList)), messenger_(messenger) {}
 
-void OpenWindows::OpenComposer(std::string_view recipients) {
-  if (!NamesAnybody(recipients)) return;
+bool OpenWindows::OpenComposer(std::string_view recipients) {
+  if (!NamesAnybody(recipients)) return false;
   const std::shared_ptr<FrmCom> composer = Composer();
   composer->AddRecipients(recipients);
   composer->ShowForTyping();
+  return true;
 }
 
 // A composer whose text is on its way is as good as closed.
@@ -23,7 +24,12 @@ std::shared_ptr<FrmCom> OpenWindows::Composer() {
     if (composer_.get() == closed) composer_.reset();
   };
   composer_ = opened;
-  opened->Load();
+  try {
+    opened->Load();
+  } catch (...) {
+    composer_.reset();  // or it would keep every later one from opening
+    throw;
+  }
   return opened;
 }
 
@@ -48,7 +54,12 @@ std::shared_ptr<FrmChat> OpenWindows::NewChat(std::string_view participants) {
   };
   chat->Make(participants);
   chats_.push_back(chat);
-  chat->Load();
+  try {
+    chat->Load();
+  } catch (...) {
+    ::DestroyWindow(chat->hwnd());
+    throw;
+  }
   return chat;
 }
 
@@ -75,14 +86,16 @@ void OpenWindows::PopupClosed(const FrmPop* popup) {
 }
 
 PopupCommands OpenWindows::Commands() {
-  return {.openComposer = [this](const std::string& recipients) { OpenComposer(recipients); },
-          .startLiveChat = [this](const Alert& alert) { StartLiveChat(alert); },
+  return {.openComposer = [this](const std::string& recipients) { return OpenComposer(recipients); },
+          .startLiveChat = [this](const Alert& alert) { return StartLiveChat(alert); },
           .blockSender = [this](const std::string& sender) { BlockSender(sender); }};
 }
 
-void OpenWindows::StartLiveChat(const Alert& alert) {
+// The sender may leave while the window opens and lets events run; it would then refuse the text.
+bool OpenWindows::StartLiveChat(const Alert& alert) {
   const auto chat = StartChat(alert.sender + '|');
-  chat->AddMsg(alert.text, alert.sender, roster_.GetColorForUName(alert.sender));
+  chat->AddUser(alert.sender);
+  return chat->AddMsg(alert.text, alert.sender, roster_.GetColorForUName(alert.sender));
 }
 
 void OpenWindows::BlockSender(const std::string& sender) {

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -13,8 +14,8 @@ using toolkit::Tw;
 
 void SplitterBar::Create(HWND host) {
   host_ = host;
-  picSep = ::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_CLIPSIBLINGS | SS_GRAYRECT, 0, 0, 0, 0, host, nullptr,
-                             ::GetModuleHandleA(nullptr), nullptr);
+  picSep = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_CLIPSIBLINGS | SS_GRAYRECT, 0, 0, 0, 0,
+                                              host, nullptr, ::GetModuleHandleA(nullptr), nullptr));
 }
 
 bool SplitterBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -5,6 +5,16 @@
 #include "ui/toolkit/screen.h"
 
 namespace mainwindow {
+namespace {
+
+// Known only once it is whole: a window that could not be created must not stand in the way of the next try.
+template <class Form>
+std::shared_ptr<Form> Loaded(std::shared_ptr<Form> form) {
+  form->Load();
+  return form;
+}
+
+}  // namespace
 
 Application::Application()
     : sktBC_([this](std::string_view data) { DataArrived(data); }),
@@ -30,17 +40,13 @@ void Application::DataArrived(std::string_view data) {
 }
 
 void Application::ShowAbout() {
-  if (!frmAbout_ || !frmAbout_->hwnd()) {
-    frmAbout_ = std::make_shared<FrmAbout>();
-    frmAbout_->Load();
-  }
+  if (!frmAbout_ || !frmAbout_->hwnd()) frmAbout_ = Loaded(std::make_shared<FrmAbout>());
   frmAbout_->Raise();
 }
 
 void Application::LoadMain() {
   if (frmMain_) return;
-  frmMain_ = std::make_shared<FrmMain>(users_, messenger_, Commands());
-  frmMain_->Load();
+  frmMain_ = Loaded(std::make_shared<FrmMain>(users_, messenger_, Commands()));
 }
 
 void Application::PlaceMain(const core::WindowPlace& place) {
@@ -59,8 +65,7 @@ void Application::OpenSocket() {
 }
 
 void Application::ShowSplash() {
-  frmSplash_ = std::make_shared<FrmSplash>();
-  frmSplash_->Load();
+  frmSplash_ = Loaded(std::make_shared<FrmSplash>());
   frmSplash_->ShowOnTop();
 }
 
@@ -76,11 +81,16 @@ void Application::ShowOptionsAtStartUp() { ShowOptions(true); }
 // The icon in the notification area can ask for the dialog while it is open.
 void Application::ShowOptions(bool atStartUp) {
   if (frmOpt_) return frmOpt_->Raise();
-  frmOpt_ = std::make_shared<options::FrmOpt>(*this, [this] { core::ShutDown(*this); });
-  frmOpt_->onDestroyed = [this] { frmOpt_.reset(); };
-  frmOpt_->atStartUp = atStartUp;
-  frmOpt_->Load();
-  toolkit::RunModal(*frmOpt_);
+  const auto dialog = std::make_shared<options::FrmOpt>(*this, [this] { core::ShutDown(*this); });
+  dialog->onDestroyed = [this] { frmOpt_.reset(); };
+  dialog->atStartUp = atStartUp;
+  frmOpt_ = Loaded(dialog);
+  try {
+    toolkit::RunModal(*dialog);
+  } catch (...) {
+    ::DestroyWindow(dialog->hwnd());
+    throw;
+  }
 }
 
 void Application::ShowTray() { frmMain_->ShowTray(); }

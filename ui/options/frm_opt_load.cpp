@@ -150,8 +150,8 @@ void FrmOpt::CreateUserPage() {
 void FrmOpt::CreateInterfacePage() {
   Page& page = *picOpt[kInterface];
   AddLabel(kInterface, kPositionLabel);
-  tbPos = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPosStyle, 0, 0, 0, 0, page.hwnd(), nullptr,
-                            ::GetModuleHandleA(nullptr), nullptr);
+  tbPos = toolkit::Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPosStyle, 0, 0, 0, 0, page.hwnd(), nullptr,
+                                             ::GetModuleHandleA(nullptr), nullptr));
   ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   toolkit::EnableKeyboardNavigation(tbPos);
   AddLabel(kInterface, kHeightLabel);

@@ -6,7 +6,15 @@
 
 #include <utility>
 
+#include "core/runtime_error.h"
+
 namespace toolkit {
+
+// Passes on what ::CreateWindowEx gave. Throws core::Err::OutOfMemory when the desktop has no room for another window.
+inline HWND Created(HWND window) {
+  if (!window) throw core::RuntimeError(core::Err::OutOfMemory);
+  return window;
+}
 
 template <class Handle, class Freer>
 class Owned {

@@ -116,8 +116,8 @@ LRESULT CALLBACK KeyProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM 
 
 void Toolbar::Create(HWND parent, std::span<const ToolButton> buttons) {
   buttons_ = buttons;
-  hwnd_ = ::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kStyle, 0, 0, 0, 0, parent, nullptr, ::GetModuleHandleA(nullptr),
-                            nullptr);
+  hwnd_ = Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kStyle, 0, 0, 0, 0, parent, nullptr,
+                                    ::GetModuleHandleA(nullptr), nullptr));
   ::SendMessageA(hwnd_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
   ::SendMessageA(hwnd_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(SharedPictures(res::Strip::Toolbar)));

@@ -9,6 +9,7 @@
 #include "core/event_loop_win32.h"
 #include "core/language.h"
 #include "core/text.h"
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
@@ -78,15 +79,15 @@ void Window::Register(const WindowStyle& style) {
 
 void Window::Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner) {
   Register(style);
-  ::CreateWindowExA(style.exStyle, style.className, title.builtIn, style.style, place.left, place.top,
-                    place.right - place.left, place.bottom - place.top, owner, nullptr, Instance(), this);
+  Created(::CreateWindowExA(style.exStyle, style.className, title.builtIn, style.style, place.left, place.top,
+                            place.right - place.left, place.bottom - place.top, owner, nullptr, Instance(), this));
   AddCaption(title, [this](const std::string& text) { ::SetWindowTextA(hwnd_, text.c_str()); });
 }
 
 HWND Window::AddControl(const char* className, const Caption& text, DWORD style, DWORD exStyle, int id) {
   const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
-  const HWND control = ::CreateWindowExA(exStyle, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, hwnd_, menu,
-                                         Instance(), nullptr);
+  const HWND control = Created(::CreateWindowExA(exStyle, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
+                                                 hwnd_, menu, Instance(), nullptr));
   ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
   // The text of a window in the making is limited to 32 K characters.
   AddCaption(text, [control](const std::string& shown) { ::SetWindowTextA(control, shown.c_str()); });

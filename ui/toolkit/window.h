@@ -82,7 +82,8 @@ class Window : public std::enable_shared_from_this<Window> {
  protected:
   Window() = default;
 
-  // Creates the window, hidden, at a place in pixels. Call it after the window has its shared_ptr.
+  // Creates the window, hidden, at a place in pixels. Call it after the window has its shared_ptr. Like AddControl, it
+  // throws core::Err::OutOfMemory when the desktop has no room for another window.
   void Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner = nullptr);
 
   // A child control in the dialog font. Its place comes from the layout.
