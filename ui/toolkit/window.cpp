@@ -156,7 +156,7 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
     Window* created = static_cast<Window*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
     created->hwnd_ = hwnd;
     SetObject(hwnd, created);
-    open_.push_back(created);
+    if (!core::GuardedSilently([created] { return open_.push_back(created), true; })) return FALSE;
   }
   Window* self = ObjectOf(hwnd);
   // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
