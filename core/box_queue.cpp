@@ -3,13 +3,15 @@
 #include <string_view>
 #include <utility>
 
+#include "core/text.h"
+
 namespace core {
 namespace {
 
 constexpr char kCut[] = "...";
 
 std::string Cut(std::string_view text, std::size_t length, std::string_view closing) {
-  return std::string(text.substr(0, length)).append(kCut).append(closing);
+  return std::string(LeadingLetters(text, length)).append(kCut).append(closing);
 }
 
 // Behind a zero byte no box shows anything, so the closing has to stand before it.

@@ -4,6 +4,8 @@
 
 #include <new>
 
+#include "tests/support/in_code_page.h"
+
 namespace core {
 namespace {
 
@@ -60,6 +62,9 @@ TEST(BoxQueue, CutsWhatTheScreenCannotHoldAtItsEndOnly) {
   const std::string zero("ab\0cdefghijklm", 14);
   EXPECT_EQ(CutToFit({.text = zero, .closing = "!", .title = zero}, ten, ten).text, "ab!");
   EXPECT_EQ(CutToFit({.text = "", .title = "a title that is long"}, ten, ten).title, "a title...");
+  const support::InCodePage japanese(932);
+  EXPECT_EQ(shown("a\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41", ""), "a\x83\x41\x83\x41\x83\x41...") << "by letters";
+  EXPECT_EQ(shown("\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41", ""), "\x83\x41\x83\x41\x83\x41...");
 }
 
 }  // namespace
