@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -127,10 +128,10 @@ struct Room {
 
 bool FitsInto(const Room& room, const std::string& text) {
   const ScreenText screen(room.font);
-  // By the sum of all letters first: breaking tens of thousands of them into lines takes seconds. Line ends count as
+  // By what all letters cover first: breaking tens of thousands of them into lines takes seconds. Line ends count as
   // letters there, hence not so exactly.
   const SIZE line = screen.OneLine(text + ' ');
-  if (line.cx / room.wrap > 2 * room.most.cy / line.cy) return false;
+  if (std::int64_t{line.cx} * line.cy > std::int64_t{2} * room.most.cx * room.most.cy) return false;
   const SIZE size = screen.Wrapped(text, room.wrap);
   return size.cx <= room.most.cx && size.cy <= room.most.cy;
 }
@@ -160,9 +161,9 @@ class BoxMeasure {
     const ScreenText screen(font);
     const SIZE word = screen.OneLine("i ");
     std::string line;
-    for (LONG width = 0; width <= area_.cx; width += word.cx) line += "i ";
+    for (LONG width = 0; width <= area_.cx; width += std::max<LONG>(word.cx, 1)) line += "i ";
     std::string lines;
-    for (LONG height = 0; height <= area_.cy; height += word.cy) lines += line + "\r\n";
+    for (LONG height = 0; height <= area_.cy; height += std::max<LONG>(word.cy, 1)) lines += line + "\r\n";
     return lines;
   }
 

@@ -168,7 +168,7 @@ SeenBox Shown(const Box& box) {
   return seen;
 }
 
-TEST(MessageBox, IsCutOnlyWhereItsButtonWouldLeaveTheScreen) {
+TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {
   RECT area{};
   ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
   std::string words, rows;

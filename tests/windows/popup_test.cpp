@@ -27,9 +27,9 @@ std::vector<HWND> Popups() { return support::WindowsOf("frmPop"); }
 
 class PopupTest : public ConversationTest {
  protected:
-  HWND Show(const std::string& text) {
+  HWND Show(const std::string& text, const char* sender = "anna") {
     const auto before = Popups();
-    windows.ShowAlert(text, "anna", 1);
+    windows.ShowAlert(text, sender, 1);
     for (const HWND popup : Popups())
       if (std::ranges::find(before, popup) == before.end()) return popup;
     return nullptr;
