@@ -16,6 +16,10 @@ std::string BytesOf(Letter letter) {
   return letter > 0xFF ? std::string(bytes, 2) : std::string(1, bytes[1]);
 }
 
+Letter NumberOf(const std::string& letter) {
+  return static_cast<Letter>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
+}
+
 // Windows turns what is no letter of the code page into a question mark or the like, which would make many names one.
 bool IsLetter(const std::string& bytes) {
   wchar_t wide[2];
@@ -24,10 +28,12 @@ bool IsLetter(const std::string& bytes) {
 }
 
 // As CharLowerBuffA gives it for whole texts. Asked for each letter by itself: bytes from the network need not be
-// letters, and a whole text that holds such bytes could come back with others behind them changed.
-Letter AskLower(std::string letter) {
-  ::CharLowerBuffA(letter.data(), static_cast<DWORD>(letter.size()));
-  return static_cast<Letter>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
+// letters, and would move those behind them. Nor does every code page have the small form of each of its letters
+// (Roman numbers): then Windows answers with a question mark, and the letter stays as it is.
+Letter AskLower(const std::string& letter) {
+  std::string lower = letter;
+  ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));
+  return NumberOf(lower[0] == '?' ? letter : lower);
 }
 
 void AskPairs(CodePage& page) {
