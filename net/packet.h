@@ -16,6 +16,10 @@ inline constexpr char kAlertMark = '\xDF';
 // The largest payload of one UDP datagram over IPv4 (RFC 768: 65535 less the IP and UDP headers).
 inline constexpr std::size_t kMaxPacket = 65507;
 
+// Bytes of a text that is typed, and of a screen name: a private text has two names beside it, "|P/", its mark and
+// another bar, and so always fits.
+inline constexpr std::size_t kMaxText = 60000, kMaxName = (kMaxPacket - kMaxText - 5) / 2;
+
 // A name that begins with this takes part without being listed: a copy that is still synchronising.
 inline constexpr char kHiddenMark = '_';
 

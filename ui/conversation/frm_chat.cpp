@@ -7,8 +7,10 @@
 #include "core/globals.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
+#include "net/packet.h"
 #include "ui/conversation/chat_layout.h"
 #include "ui/conversation/chat_line.h"
+#include "ui/toolkit/byte_limit.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
@@ -24,9 +26,6 @@ using toolkit::Twips;
 using toolkit::operator""_dp;
 
 constexpr toolkit::ToolButton kButtons[] = {{chatmenu::tbSend, {3002, "&Send"}, res::kToolbarSend}};
-
-// Leaves room in the datagram for the names and marks around the text.
-constexpr WPARAM kMaxText = 60000;
 
 constexpr Twips kBarStep{240};  // about a row, for each press of Ctrl and an arrow
 
@@ -80,7 +79,7 @@ void FrmChat::CreateControls() {
   lvUsers.AddColumn(0, "User", 0);
   txtMsg.Create(hwnd());
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
-  ::SendMessageA(txtSnd, EM_SETLIMITTEXT, kMaxText, 0);
+  toolkit::LimitBytes(txtSnd, net::kMaxText);
   toolkit::KeepSelectionAtTab(txtSnd);
   FocusFirst(txtSnd);
   AddToolbar(tbSnd, kButtons);

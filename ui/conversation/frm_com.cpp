@@ -8,6 +8,7 @@
 #include "net/packet.h"
 #include "res/pictures.h"
 #include "ui/conversation/composer_layout.h"
+#include "ui/toolkit/byte_limit.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_keys.h"
@@ -24,9 +25,6 @@ constexpr toolkit::ToolButton kButtons[] = {
     {tbSend, {4004, "&Send"}, res::kToolbarSend},
     {tbClose, {4005, "&Close"}, res::kToolbarClose},
 };
-
-// Leaves room in the datagram for the names and marks around the text.
-constexpr WPARAM kMaxText = 60000;
 
 constexpr DWORD kListStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 constexpr DWORD kTextStyle = ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
@@ -55,7 +53,7 @@ void FrmCom::CreateControls() {
   lvUsers.AddColumn(0, "User", 0);
   lblCap[1] = AddControl("STATIC", {4003, "Message"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   txtMsg = AddControl("EDIT", "", kTextStyle, WS_EX_CLIENTEDGE);
-  ::SendMessageA(txtMsg, EM_SETLIMITTEXT, kMaxText, 0);
+  toolkit::LimitBytes(txtMsg, net::kMaxText);
   toolkit::KeepSelectionAtTab(txtMsg);
   FocusFirst(txtMsg);
 }

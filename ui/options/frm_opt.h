@@ -63,7 +63,7 @@ class FrmOpt : public toolkit::Window {
   void CreateSecurityPage();
   void CreateGroupsPage();
   HWND AddLabel(std::size_t page, std::size_t label);
-  HWND AddBox(std::size_t page, int id, WPARAM limit);
+  HWND AddBox(std::size_t page, int id);
   void PlaceWindow();
   void LayOut() override;
   void LayOutUser();

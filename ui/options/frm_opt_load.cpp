@@ -4,10 +4,12 @@
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/runtime_error.h"
+#include "net/packet.h"
 #include "ui/options/drawn_images.h"
 #include "ui/options/frm_opt.h"
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
+#include "ui/toolkit/byte_limit.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
@@ -27,9 +29,6 @@ constexpr DWORD kSwatchListStyle =
     LVS_ICON | LVS_SHAREIMAGELISTS | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
 constexpr DWORD kPosStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
                             CCS_NOPARENTALIGN | CCS_NODIVIDER;
-
-// A screen name travels in every packet and stands in every roster; other users' names may come from anywhere.
-constexpr WPARAM kMostName = 64, kMostOtherName = 256;
 
 // The window is wide enough for all buttons side by side, and a toolbar without a width has already broken its line.
 void KeepInOneLine(HWND toolbar) {
@@ -125,16 +124,18 @@ HWND FrmOpt::AddLabel(std::size_t page, std::size_t label) {
   return lblcap[label] = picOpt[page]->AddControl("STATIC", kLabelTexts[label], kLabelStyle);
 }
 
-HWND FrmOpt::AddBox(std::size_t page, int id, WPARAM limit) {
+// Without a limit: other users' names come from anywhere.
+HWND FrmOpt::AddBox(std::size_t page, int id) {
   const HWND box = picOpt[page]->AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id);
-  ::SendMessageA(box, EM_SETLIMITTEXT, limit, 0);
+  ::SendMessageA(box, EM_SETLIMITTEXT, 0, 0);
   return box;
 }
 
 void FrmOpt::CreateUserPage() {
   Page& page = *picOpt[kUser];
   AddLabel(kUser, kNameLabel);
-  txtName = AddBox(kUser, kNameBox, kMostName);
+  txtName = AddBox(kUser, kNameBox);
+  toolkit::LimitBytes(txtName, net::kMaxName);
   AddLabel(kUser, kColourLabel);
   lvCol = page.AddControl(WC_LISTVIEWA, "", kSwatchListStyle, WS_EX_CLIENTEDGE);
   ListView_SetExtendedListViewStyle(lvCol, LVS_EX_DOUBLEBUFFER);
@@ -171,7 +172,7 @@ void FrmOpt::CreateInterfacePage() {
 void FrmOpt::CreateSecurityPage() {
   Page& page = *picOpt[kSecurity];
   AddLabel(kSecurity, kBlockLabel);
-  txtBlock = AddBox(kSecurity, kBlockBox, kMostOtherName);
+  txtBlock = AddBox(kSecurity, kBlockBox);
   page.AddToolbar(tbSec, kBlockButtons);
   lvBlock.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                  toolkit::SharedPictures(res::Strip::Roster));
@@ -182,7 +183,7 @@ void FrmOpt::CreateSecurityPage() {
 void FrmOpt::CreateGroupsPage() {
   Page& page = *picOpt[kGroups];
   AddLabel(kGroups, kGroupsLabel);
-  txtGroups = AddBox(kGroups, kGroupBox, kMostOtherName);
+  txtGroups = AddBox(kGroups, kGroupBox);
   page.AddToolbar(tbGroups, kGroupButtons);
   tvGroups.Attach(page.AddControl(WC_TREEVIEWA, "", GroupTree::kStyle, WS_EX_CLIENTEDGE),
                   toolkit::SharedPictures(res::Strip::Roster));

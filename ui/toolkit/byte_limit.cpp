@@ -1,0 +1,54 @@
+#include "ui/toolkit/byte_limit.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <string>
+
+namespace toolkit {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+
+UINT MostBytesOfLetter() {
+  CPINFO info{};
+  return ::GetCPInfo(CP_ACP, &info) ? info.MaxCharSize : 1;
+}
+
+bool MayInsert(UINT message) {
+  return message == WM_CHAR || message == WM_IME_CHAR || message == WM_IME_COMPOSITION || message == WM_PASTE ||
+         message == EM_REPLACESEL;
+}
+
+// What stays when something is put in the place of the selection.
+std::wstring Unselected(HWND box) {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(box)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(::GetWindowTextW(box, text.data(), static_cast<int>(text.size()))));
+  DWORD start = 0, end = 0;
+  ::SendMessageA(box, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return text.erase(std::min<std::size_t>(start, text.size()), end - start);
+}
+
+// As many letters more as fit whatever they are. What does not fit at once may fit in two: the rest is counted anew.
+void SetLimit(HWND box, int bytes) {
+  const std::wstring text = Unselected(box);
+  const int letters = static_cast<int>(text.size());
+  const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), letters, nullptr, 0, nullptr, nullptr);
+  const int more = std::max(bytes - used, 0) / static_cast<int>(MostBytesOfLetter());
+  ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(letters + more, 1)), 0);
+}
+
+LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {
+  if (MayInsert(message)) SetLimit(box, static_cast<int>(bytes));
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, Procedure, id);
+  return ::DefSubclassProc(box, message, wParam, lParam);
+}
+
+}  // namespace
+
+void LimitBytes(HWND box, std::size_t bytes) {
+  ::SendMessageA(box, EM_SETLIMITTEXT, bytes, 0);
+  if (MostBytesOfLetter() > 1) ::SetWindowSubclass(box, Procedure, kSubclass, bytes);
+}
+
+}  // namespace toolkit
