@@ -256,6 +256,16 @@ void Window::RaiseNext() const {
   Of(next == windows.end() ? *windows.begin() : *next)->Raise();
 }
 
+namespace {
+
+// Such a letter would only be passed on by IsDialogMessageA, and desktops other than Windows' own pass on the two bytes
+// of a letter one by one.
+bool GoesToText(const MSG& message) {
+  return message.message == WM_CHAR && (::SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTCHARS) != 0;
+}
+
+}  // namespace
+
 bool FilterMessage(MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   const HWND root = ::GetAncestor(message.hwnd, GA_ROOT);
@@ -263,7 +273,7 @@ bool FilterMessage(MSG& message) {
   const auto keep = window ? window->weak_from_this().lock() : nullptr;
   if (!keep || !::IsWindowEnabled(root)) return false;
   if (message.message == WM_KEYDOWN && message.wParam == VK_F6) return window->RaiseNext(), true;
-  return window->Translate(message) || ::IsDialogMessageA(root, &message);
+  return window->Translate(message) || (!GoesToText(message) && ::IsDialogMessageA(root, &message));
 }
 
 std::string TextOf(HWND hwnd) {
