@@ -39,10 +39,10 @@ class Rig:
 class Copy:
     """One installed copy of Quillon. Its files are in `folder`."""
 
-    def __init__(self, system, user, host, on_screen, dpi=96):
+    def __init__(self, system, user, host, on_screen, dpi=96, locale=None):
         self.user = user
         self.host = host
-        self.prefix = wine.Prefix(system, host, on_screen, user=user, dpi=dpi)
+        self.prefix = wine.Prefix(system, host, on_screen, user=user, dpi=dpi, locale=locale)
         self.folder = self.prefix.install(PROGRAM_FOLDER)
         self._environment = {}
         self.process = None

@@ -7,6 +7,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -62,7 +63,8 @@ LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 std::string TextOf(HWND window) {
-  const LRESULT length = Send(window, WM_GETTEXTLENGTH, 0, 0);
+  // Wine's rich text box tells no length where letters may have two bytes.
+  const LRESULT length = std::max<LRESULT>(Send(window, WM_GETTEXTLENGTH, 0, 0), 4096);
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
   const LRESULT copied = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(copied));
@@ -111,6 +113,16 @@ void Children(const Fields& fields) {
 void SetText(const Fields& fields) {
   const std::string text = Unescaped(fields.at(2));
   Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+// Posts the letters of a text as keys. In Unicode: the system parts and joins the bytes of a letter by itself.
+void Type(const Fields& fields) {
+  const HWND window = Window(fields.at(1));
+  const std::string text = Unescaped(fields.at(2));
+  std::wstring wide(text.size(), L'\0');
+  const int size = static_cast<int>(text.size());
+  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), size)));
+  for (const wchar_t letter : wide) ::PostMessageW(window, WM_CHAR, letter, 1);
 }
 
 void Post(const Fields& fields) {
@@ -213,7 +225,7 @@ void Answer(const std::string& line) {
       {"send", SendAndPrint}, {"rows", Rows},
       {"select", Select},     {"broadcast", Broadcast},
       {"show", Show},         {"foreground", Foreground},
-      {"loseicon", LoseIcon},
+      {"loseicon", LoseIcon}, {"type", Type},
   };
   try {
     const Fields fields = Split(line);

@@ -69,7 +69,7 @@ class Probe:
             if line == "ok":
                 return lines
             if line.startswith("error\t"):
-                raise LookupError(f"{fields}: {line[6:]}")
+                raise LookupError(f"{str(fields):.200}: {line[6:]}")
             lines.append(line)
         raise ConnectionError("the probe has ended")
 
@@ -99,8 +99,7 @@ class Probe:
         self.ask("settext", window.handle, _escape(text))
 
     def type(self, window, text):
-        for character in text.encode("latin-1"):
-            self.post(window, WM_CHAR, character, 1)
+        self.ask("type", window.handle, _escape(text))
 
     def post(self, window, message, wparam=0, lparam=0):
         self.ask("post", window.handle, message, wparam, lparam)

@@ -88,6 +88,18 @@ class WineSystem:
             file.write(name)
         os.chmod(f"{prefix}/wineserver", 0o400)
 
+    def locale(self, name):
+        """Makes a locale ("ja_JP") in memory; returns the environment of programs that are to run in it.
+
+        Wine takes the ANSI code page from it, and a minimal system has none but C.
+        """
+        folder = "/locales" if self.root else self._memory + "/locales"
+        os.makedirs(self.root + folder, exist_ok=True)
+        if not os.path.isdir(f"{self.root}{folder}/{name}.UTF-8"):
+            localedef = ["localedef", "--no-archive", "-i", name, "-f", "UTF-8", f"{folder}/{name}.UTF-8"]
+            subprocess.run(self.command("/", {}, localedef), check=True)
+        return {"LANG": name + ".UTF-8", "LOCPATH": folder}
+
     def show(self, directory):
         """Shows a directory of the host inside the system under its own name, where that is not so anyway."""
         if self.root and not os.path.isdir(self.root + directory):
@@ -103,8 +115,9 @@ class WineSystem:
 class Prefix:
     """One Windows installation on one host and one screen."""
 
-    def __init__(self, system, host, screen, user=None, dpi=96, path=None):
-        """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one."""
+    def __init__(self, system, host, screen, user=None, dpi=96, path=None, locale=None):
+        """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one; `locale` that
+        of a system with another code page, "ja_JP" for 932."""
         self._system = system
         self._host = host
         self.screen = screen
@@ -116,6 +129,8 @@ class Prefix:
         }
         if user:
             self._environment["USER"] = user
+        if locale:
+            self._environment.update(system.locale(locale))
         if dpi != 96:
             self._set_dpi(dpi)
 

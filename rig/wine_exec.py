@@ -18,6 +18,7 @@ def parse():
     parser.add_argument("--dpi", type=int, default=96, help="resolution that the program sees (96 is 100 %%)")
     parser.add_argument("--screen", default="1024x768", metavar="WxH", help="size of the screen")
     parser.add_argument("--user", help="logon name")
+    parser.add_argument("--locale", help="of a system with another code page: ja_JP for 932")
     parser.add_argument("--tray", action="store_true", help="show a notification area")
     parser.add_argument("--script", metavar="COMMANDS",
                         help="shell commands to run beside the program, with DISPLAY set: xdotool, import, sleep ...; "
@@ -38,7 +39,8 @@ def run(options):
     system = wine.WineSystem()
     directory = os.getcwd()
     system.show(directory)
-    prefix = wine.Prefix(system, network.Segment(), display, user=options.user, dpi=options.dpi)
+    prefix = wine.Prefix(system, network.Segment(), display, user=options.user, dpi=options.dpi,
+                         locale=options.locale)
     program = os.path.abspath(options.program) if os.path.exists(options.program) else options.program
     process = prefix.start(program, *options.arguments, directory=directory, environment={"WINEDEBUG": options.debug})
     if not (options.script or options.shot):
