@@ -36,7 +36,7 @@ std::string WithoutTabs(const std::string& text) {
 // else cost thousands of calls.
 class LetterWidths {
  public:
-  explicit LetterWidths(HDC dc) : dc_(dc) { ::GetCharWidth32A(dc, 0, 255, widths_.data()); }
+  explicit LetterWidths(HDC dc) : dc_(dc) { ofBytes_.fill(kUnknown); }
 
   int Of(std::string_view text) {
     int width = 0;
@@ -59,19 +59,17 @@ class LetterWidths {
   int Take(std::string_view& text) {
     const std::string_view letter = core::FirstLetter(text);
     text.remove_prefix(letter.size());
-    return letter.size() == 1 ? widths_[core::ByteOf(letter[0])] : OfPair(letter);
+    int& width = letter.size() == 1 ? ofBytes_[core::ByteOf(letter[0])]
+                                    : ofPairs_.try_emplace(std::string(letter), kUnknown).first->second;
+    if (width == kUnknown) width = static_cast<int>(toolkit::MeasureText(dc_, letter).cx);
+    return width;
   }
 
-  int OfPair(std::string_view letter) {
-    const auto [known, isNew] = pairs_.try_emplace(std::string(letter));
-    SIZE size{};
-    if (isNew && ::GetTextExtentPoint32A(dc_, letter.data(), 2, &size)) known->second = static_cast<int>(size.cx);
-    return known->second;
-  }
+  static constexpr int kUnknown = -1;
 
   HDC dc_;
-  std::array<INT, 256> widths_{};
-  std::unordered_map<std::string, int> pairs_;
+  std::array<int, 256> ofBytes_;
+  std::unordered_map<std::string, int> ofPairs_;
 };
 
 }  // namespace
@@ -193,7 +191,8 @@ void MessageLabel::PaintLines(HDC dc) const {
   const std::size_t end = std::min(lines_.size(), first + static_cast<std::size_t>(PageLines()));
   for (std::size_t i = first; i < end; ++i) {
     const int y = Px(kMargin) + static_cast<int>(i - first) * lineHeight_;
-    ::TextOutA(dc, Px(kMargin), y, lines_[i].data(), static_cast<int>(lines_[i].size()));
+    const std::wstring line = toolkit::Wide(lines_[i]);
+    ::TextOutW(dc, Px(kMargin), y, line.data(), static_cast<int>(line.size()));
   }
 }
 

@@ -1,6 +1,7 @@
 #include "ui/main/splash_label.h"
 
 #include "ui/toolkit/handles.h"
+#include "ui/toolkit/screen.h"
 
 namespace mainwindow {
 
@@ -23,8 +24,8 @@ void SplashLabel::Paint() const {
     const toolkit::Selected font(dc, font_);
     ::SetTextColor(dc, colour_);
     ::SetBkMode(dc, TRANSPARENT);
-    const std::string text = Text();
-    ::TextOutA(dc, 0, 0, text.data(), static_cast<int>(text.size()));
+    const std::wstring text = toolkit::Wide(Text());
+    ::TextOutW(dc, 0, 0, text.data(), static_cast<int>(text.size()));
   }
   ::EndPaint(hwnd(), &paint);
 }

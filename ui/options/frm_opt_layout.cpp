@@ -20,7 +20,7 @@ constexpr toolkit::Twips kExtraHeight{400};
 
 int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
 int FieldHeight() { return std::max(Px(kFieldHeight), LineHeight() + Px(6_dp)); }
-int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label).c_str()).cx; }
+int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label)).cx; }
 
 void Place(HWND control, int left, int top, int width, int height) {
   ::MoveWindow(control, left, top, std::max(width, 0), std::max(height, 0), TRUE);

@@ -48,11 +48,23 @@ HFONT BoldDialogFont() {
   return font.get();
 }
 
-SIZE MeasureText(HFONT font, const char* text, int length) {
+std::wstring Wide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  const int bytes = static_cast<int>(text.size());
+  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), bytes, wide.data(), bytes)));
+  return wide;
+}
+
+SIZE MeasureText(HFONT font, std::string_view text) {
   const WindowDc dc(nullptr);
   const Selected selected(dc.get(), font);
+  return MeasureText(dc.get(), text);
+}
+
+SIZE MeasureText(HDC dc, std::string_view text) {
+  const std::wstring wide = Wide(text);
   SIZE size{};
-  ::GetTextExtentPoint32A(dc.get(), text, length < 0 ? static_cast<int>(std::strlen(text)) : length, &size);
+  ::GetTextExtentPoint32W(dc, wide.data(), static_cast<int>(wide.size()), &size);
   return size;
 }
 

@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <string_view>
+
 #include "ui/toolkit/units.h"
 
 namespace toolkit {
@@ -31,7 +34,12 @@ WorkArea GetWorkArea(HWND window);
 HFONT DialogFont();
 HFONT BoldDialogFont();
 
+// A text as it is drawn and measured: calls that take bytes read them by the script of the font, which need not be that
+// of the system's code page.
+std::wstring Wide(std::string_view text);
+
 // Pixel size of a single line of text in a font.
-SIZE MeasureText(HFONT font, const char* text, int length = -1);
+SIZE MeasureText(HFONT font, std::string_view text);
+SIZE MeasureText(HDC dc, std::string_view text);
 
 }  // namespace toolkit

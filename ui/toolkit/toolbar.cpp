@@ -20,7 +20,7 @@ constexpr Twips kSpare = 12_dp, kLeastSpare = 0_dp;
 int ContentWidth(const std::string& caption) {
   std::string shown = caption;
   std::erase(shown, '&');
-  return std::max(static_cast<int>(MeasureText(DialogFont(), shown.c_str()).cx), PictureSize(res::Strip::Toolbar));
+  return std::max(static_cast<int>(MeasureText(DialogFont(), shown).cx), PictureSize(res::Strip::Toolbar));
 }
 
 constexpr UINT_PTR kSubclassId = 1;

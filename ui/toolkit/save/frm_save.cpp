@@ -34,7 +34,7 @@ int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GE
 
 // A caption from the language file may be wider than the room that the design gives it.
 int WidthOf(HWND control, Twips least, Twips padding) {
-  return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control).c_str()).cx) + Px(padding));
+  return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control)).cx) + Px(padding));
 }
 
 // The folder itself below its ancestors, its sub-folders below it.

@@ -77,8 +77,7 @@ void IconList::Fill(const std::vector<Entry>& entries) {
   for (const Entry& entry : entries) {
     const LRESULT index = ::SendMessageA(hwnd_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str()));
     ::SendMessageA(hwnd_, LB_SETITEMDATA, static_cast<WPARAM>(index), entry.icon | entry.indent << kIndentShift);
-    SIZE size{};
-    ::GetTextExtentPoint32A(dc.get(), entry.text.data(), static_cast<int>(entry.text.size()), &size);
+    const SIZE size = MeasureText(dc.get(), entry.text);
     widest = std::max(widest, LeftOf(entry.indent) + IconSide() + Px(2 * kGap) + static_cast<int>(size.cx));
   }
   ::SendMessageA(hwnd_, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest), 0);
@@ -114,9 +113,7 @@ void IconList::Draw(const DRAWITEMSTRUCT& request) const {
     place.left += IconSide() + Px(kGap);
     ::SetTextColor(request.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     ::SetBkMode(request.hDC, TRANSPARENT);
-    const std::string text = TextAt(index);
-    ::DrawTextA(request.hDC, text.data(), static_cast<int>(text.size()), &place,
-                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    ::DrawTextW(request.hDC, Wide(TextAt(index)).c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
   }
   if ((request.itemState & ODS_FOCUS) && !(request.itemState & ODS_NOFOCUSRECT))
     ::DrawFocusRect(request.hDC, &request.rcItem);
