@@ -111,30 +111,21 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   EXPECT_EQ(SentOn("_" + std::string(60000, 'y') + "|M/"), Lines{});
 }
 
-TEST_F(DispatcherTest, StatesAreNumbersReadTolerantly) {
+TEST_F(DispatcherTest, StatesAndColoursAreNumbersReadTolerantly) {
   core::gStateNames = {"zero", "one", "two"};
-  const auto expect = [this](const char* text, std::initializer_list<const char*> arguments) {
-    for (const std::string argument : arguments) {
-      Hear("bob|S/" + argument);
-      EXPECT_EQ(Row("bob").subText, text) << argument;
-    }
-  };
-  expect("one", {"1", "1x"});
-  expect("two", {" 2"});
-  expect("zero", {"", "abc"});
-  EXPECT_EQ(Log(), "");
-  expect("zero", {"3", "1.5"});
-  EXPECT_EQ(Log(), "Unknow Data Receved (bob: 3);Unknow Data Receved (bob: 1.5);");
-}
-
-TEST_F(DispatcherTest, AColourThatDoesNotFitEndsThePacket) {
-  Hear("bob|C/4");
-  Hear("bob|C/abc");
-  EXPECT_EQ(Row("bob").foreColour, 0);
-  Hear("bob|C/-2147483648");
-  EXPECT_EQ(Row("bob").foreColour, INT32_MIN);
-  Hear("bob|C/2147483648");
-  EXPECT_EQ(Log(), "Error Receveing Data: 6: Overflow;");
+  const std::pair<std::string, const char*> kStates[] = {{"1", "one"},    {"1x", "one"}, {" 2", "two"},  {"", "zero"},
+                                                         {"abc", "zero"}, {"3", "zero"}, {"1.5", "zero"}};
+  for (const auto& [argument, text] : kStates) {
+    Hear("bob|S/" + argument);
+    EXPECT_EQ(Row("bob").subText, text) << argument;
+  }
+  const std::pair<std::string, std::int32_t> kColours[] = {
+      {"4", 4}, {"abc", 0}, {"-2147483648", INT32_MIN}, {"2147483648", INT32_MIN}};
+  for (const auto& [argument, colour] : kColours) {
+    Hear("bob|C/" + argument);
+    EXPECT_EQ(Row("bob").foreColour, colour) << argument;
+  }
+  EXPECT_EQ(Log(), "Unknow Data Receved (bob: 3);Unknow Data Receved (bob: 1.5);Error Receveing Data: 6: Overflow;");
 }
 
 TEST_F(DispatcherTest, LeavingRemovesEverywhereEvenAStranger) {
@@ -146,52 +137,47 @@ TEST_F(DispatcherTest, LeavingRemovesEverywhereEvenAStranger) {
   EXPECT_FALSE(roster.HasRow("bob"));
 }
 
-TEST_F(DispatcherTest, TheOwnStateDecidesWhatIsShown) {
+TEST_F(DispatcherTest, MarkRecipientAndOwnStateDecideWhatIsShown) {
   Know("bob");
   conversations.Add("one", {"bob"});
   const struct {
     std::int16_t status;
-    Lines chat, alert;
-  } kRows[] = {{0, {"one bob: hi #0"}, {"alert bob: now (0)"}}, {1, {}, {"alert bob: now (0)"}}, {2, {}, {}}};
+    const char* packet;
+    Lines shown;
+  } kRows[] = {
+      {0, "bob|M/\xDEhi", {"one bob: hi #0"}},
+      {0, "bob|M/\xDFnow", {"alert bob: now (0)"}},
+      {1, "bob|M/\xDFnow", {"alert bob: now (0)"}},
+      {0, "bob|P/\xDEx|y|ANNA", {"one bob: x|y #0"}},
+      {0, "bob|P/\xDF|anna", {"alert bob:  (1)"}},
+      {1, "bob|M/\xDEhi", {}},
+      {2, "bob|M/\xDEhi", {}},
+      {2, "bob|M/\xDFnow", {}},
+  };
   for (const auto& row : kRows) {
     core::gStatus = row.status;
-    EXPECT_EQ(ShownOn("bob|M/\xDEhi"), row.chat) << row.status;
-    EXPECT_EQ(ShownOn("bob|M/\xDFnow"), row.alert) << row.status;
+    EXPECT_EQ(ShownOn(row.packet), row.shown) << row.status << " " << row.packet;
   }
-}
-
-TEST_F(DispatcherTest, PrivateTextsReachTheirRecipientOnly) {
-  Know("bob");
-  conversations.Add("one", {"bob"});
-  EXPECT_EQ(ShownOn("bob|P/\xDEx|y|ANNA"), Lines{"one bob: x|y #0"});
-  EXPECT_EQ(ShownOn("bob|P/\xDF|anna"), Lines{"alert bob:  (1)"});
-  for (const std::string_view packet : {"bob|P/\xDEhi|carl", "bob|P/\xDEhi", "bob|P/|anna", "bob|P/|"})
+  core::gStatus = 0;
+  for (const char* packet : {"bob|P/\xDEhi|carl", "bob|P/\xDEhi", "bob|P/|anna", "bob|P/|",
+                             "bob|M/bob is now on the network", "bob|P/psst|anna"})
     EXPECT_EQ(ShownOn(packet), Lines{}) << packet;
-  EXPECT_EQ(Log(), "");
-  for (const std::string_view packet : {"bob|M/bob is now on the network", "bob|P/psst|anna"}) Hear(packet);
   EXPECT_EQ(Log(), "Unknow Data Receved (bob: bob is now on the network);Unknow Data Receved (bob: psst);");
 }
 
-TEST_F(DispatcherTest, OwnChatLinesComeBackOwnAlertsAndNoticesDoNot) {
-  Know("anna");
+TEST_F(DispatcherTest, OwnTextsAndThoseOfTheBlockedAreNotShown) {
+  for (const char* name : {"anna", "Bob"}) Know(name);
   conversations.Add("one", {"anna"});
-  EXPECT_EQ(ShownOn("anna|M/\xDEhi"), Lines{"one anna: hi #0"});
-  for (const std::string_view packet : {"anna|M/\xDFnow", "anna|M/anna is now on the network", "anna|B/hello"})
-    EXPECT_EQ(ShownOn(packet), Lines{});
-  EXPECT_EQ(Log(), "");
-  EXPECT_TRUE(support::Desktop().posted.empty());
-}
-
-TEST_F(DispatcherTest, ABlockedSenderOnlyKeepsTheRosterInStep) {
-  Know("Bob");
   roster.AddBlocked("bob");
-  for (const std::string_view packet :
-       {"Bob|M/\xDFnow", "Bob|M/\xDEhi", "Bob|M/x", "Bob|P/\xDFnow|anna", "Bob|B/hello"})
-    EXPECT_EQ(ShownOn(packet), Lines{});
+  EXPECT_EQ(ShownOn("anna|M/\xDEhi"), Lines{"one anna: hi #0"}) << "but for chat lines, which come back";
+  for (const char* packet : {"anna|M/\xDFnow", "anna|M/anna is now on the network", "anna|B/hello", "Bob|M/\xDFnow",
+                             "Bob|M/\xDEhi", "Bob|M/x", "Bob|P/\xDFnow|anna", "Bob|B/hello"})
+    EXPECT_EQ(ShownOn(packet), Lines{}) << packet;
   EXPECT_TRUE(support::Desktop().posted.empty());
+  EXPECT_EQ(Log(), "");
   Hear("Bob|C/3");
   Hear("Bob|S/1");
-  EXPECT_EQ(Row("Bob").foreColour, 3);
+  EXPECT_EQ(Row("Bob").foreColour, 3) << "the roster stays in step";
   EXPECT_EQ(Row("Bob").subText, "Alerts Only");
   Hear("Bob|L/");
   EXPECT_FALSE(roster.HasRow("Bob"));
