@@ -17,8 +17,8 @@ from rig import copies, network, private_machine, probe, screen  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PARTNERS = (("Berta", 0x208020, 0), ("Carl", 0xC04000, 0), ("Dora", 0x800080, 1))  # names, colours, states
-_OPTIONS, _ABOUT = 1006, 1018
-_ACCEPT, _FIRST_PAGE, _BLOCK_BOX, _BLOCK_ENTER = 110, 100, 161, 163
+_ABOUT = 1018
+_FIRST_PAGE, _BLOCK_BOX, _BLOCK_ENTER = 100, 161, 163
 _EXPORT_CHAT = 202
 
 
@@ -94,15 +94,6 @@ class Scene:
     def _px(self, pixels):
         return pixels * self._dpi // 96
 
-    def _close(self, window):
-        self.probe.post(window, probe.WM_CLOSE)
-        self.probe.wait_gone(window)
-
-    def _keys(self, *keys):
-        for key in keys:
-            self.screen.xdotool("key", key)
-            time.sleep(0.2)
-
     def name_conflict(self):
         other = _start_partner("Anna", 0, 0)
         self.anna.start()
@@ -112,7 +103,7 @@ class Scene:
         self.camera.take("options-at-start", self.probe.wait_for("frmOpt").text)
         other.terminate()
         other.wait()
-        self._close(self.probe.wait_for("frmOpt"))
+        self.probe.close(self.probe.wait_for("frmOpt"))
         self.anna.process.wait(15)
 
     def splash(self):
@@ -128,29 +119,25 @@ class Scene:
 
     def options(self):
         self.anna.show_main()
-        self.probe.post(self.probe.wait_for("frmMain"), probe.WM_COMMAND, _OPTIONS)
-        dialog = self.probe.wait_for("frmOpt")
+        dialog = self.anna.open_options()
         for page, name in enumerate(("user", "interface", "security", "groups")):
-            self.probe.post(dialog, probe.WM_COMMAND, _FIRST_PAGE + page)
+            self.probe.command(dialog, _FIRST_PAGE + page)
             if name == "security":
                 for blocked in ("Mallory", "Trudy"):
-                    self.probe.set_text(self._control(dialog, _BLOCK_BOX), blocked)
+                    self.probe.set_text(self.probe.control(dialog, _BLOCK_BOX), blocked)
                     self.probe.send(dialog, probe.WM_COMMAND, _BLOCK_ENTER)
             self.camera.take("options-" + name, dialog.text)
-        self.probe.post(dialog, probe.WM_COMMAND, _ACCEPT)
+        self.probe.command(dialog, copies.ACCEPT)
         self.probe.wait_gone(dialog)
-
-    def _control(self, window, number):
-        return next(child for child in self.probe.children(window) if child.id == number)
 
     def main_window(self):
         names = {name for name, _, _ in _PARTNERS} | {"(Workshop)"}
         probe.wait(lambda: names <= self.anna.names())
         main = self.probe.wait_for("frmMain")
         self.camera.take("main", main.text)
-        self._keys("alt+q")
+        self.screen.keys("alt+q")
         self.camera.take("main-menu", main.text, beside=self._px(10))
-        self._keys("Escape", "Escape")
+        self.screen.keys("Escape", "Escape")
 
     def composer(self):
         composer = self.anna.open_composer("Berta")
@@ -165,10 +152,10 @@ class Scene:
         drop = next(child for child in self.probe.children(popup) if child.text == "Options")
         self.screen.xdotool("mousemove", str((drop.left + drop.right) // 2), str((drop.top + drop.bottom) // 2), "click", "1")
         time.sleep(0.5)
-        self._keys("Down", "Down", "Down", "Right")
+        self.screen.keys("Down", "Down", "Down", "Right")
         self.camera.take_area("popup-menu", popup.left - self._px(150), popup.top - self._px(130), 1024, popup.height + self._px(130))
-        self._keys("Escape", "Escape", "Escape")
-        self._close(popup)
+        self.screen.keys("Escape", "Escape", "Escape")
+        self.probe.close(popup)
 
     def chat(self):
         chat = self.anna.open_chat("(All)")
@@ -179,18 +166,18 @@ class Scene:
 
     def save_dialog(self):
         chat = self.probe.wait_for("frmChat")
-        self.probe.post(chat, probe.WM_COMMAND, _EXPORT_CHAT)
+        self.probe.command(chat, _EXPORT_CHAT)
         dialog = self.probe.wait_for("frmSave")
         self.probe.set_text(self.probe.children(dialog, "Edit")[0], "Stapler")
         self.camera.take("save", dialog.text)
-        self._close(dialog)
-        self._close(chat)
+        self.probe.close(dialog)
+        self.probe.close(chat)
 
     def about(self):
-        self.probe.post(self.probe.wait_for("frmMain"), probe.WM_COMMAND, _ABOUT)
+        self.probe.command(self.probe.wait_for("frmMain"), _ABOUT)
         about = self.probe.wait_for("frmAbout")
         self.camera.take("about", about.text)
-        self._close(about)
+        self.probe.close(about)
         self.anna.close()
 
 

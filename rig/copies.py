@@ -15,9 +15,11 @@ PICTURES = _ROOT + "/build/pictures"
 # Seconds for which a starting copy listens.
 LISTENING = 10
 
-# Command ids of toolbar buttons: Alert and Chat of the main window, Send of the composer.
+# Command ids of toolbar buttons: Alert and Chat of the main window, Send of the composer, Accept of the options.
 ALERT_TOOL, CHAT_TOOL = 100, 101
 SEND_TOOL = 101
+ACCEPT = 110
+OPTIONS = 1006  # of the main window's menu
 
 
 class Rig:
@@ -127,6 +129,11 @@ class Copy:
             self.prefix.screen.double_click_tray()
             probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()))
         return self.probe.wait_for("frmMain")
+
+    def open_options(self):
+        """Chooses Options in the main window's menu; returns the dialog."""
+        self.probe.command(self.probe.wait_for("frmMain", visible=False), OPTIONS)
+        return self.probe.wait_for("frmOpt")
 
     def open_composer(self, recipient):
         """Selects a row of the main window and clicks Alert; returns the composer."""

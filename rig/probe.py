@@ -86,6 +86,10 @@ class Probe:
         found = [_window(line) for line in self.ask("children", window.handle)]
         return [child for child in found if not class_name or child.class_name.lower() == class_name.lower()]
 
+    def control(self, window, number):
+        """The control of a window with this number."""
+        return next(child for child in self.children(window) if child.id == number)
+
     def wait_for(self, class_name, visible=True, seconds=10):
         """The first top-level window of a class, as soon as there is a visible one (or one at all)."""
         return wait(lambda: next((w for w in self.windows(class_name) if w.visible or not visible), None), seconds,
@@ -103,6 +107,14 @@ class Probe:
 
     def post(self, window, message, wparam=0, lparam=0):
         self.ask("post", window.handle, message, wparam, lparam)
+
+    def command(self, window, number):
+        """Gives a window the command of a menu or toolbar."""
+        self.post(window, WM_COMMAND, number)
+
+    def close(self, window):
+        self.post(window, WM_CLOSE)
+        self.wait_gone(window)
 
     def send(self, window, message, wparam=0, lparam=0):
         return int(self.ask("send", window.handle, message, wparam, lparam)[0])

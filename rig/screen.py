@@ -77,6 +77,12 @@ class Screen:
         middle = _TRAY_HEIGHT // 2
         self.xdotool("mousemove", str(width - middle), str(height - middle), "click", *click)
 
+    def keys(self, *keys):
+        """Plays keys, with the pause of a quick user behind each."""
+        for key in keys:
+            self.xdotool("key", key)
+            time.sleep(0.15)
+
     def xdotool(self, *arguments):
         """Plays keys and clicks; returns what xdotool prints."""
         return self._run("xdotool", *arguments)

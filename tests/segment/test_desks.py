@@ -5,38 +5,9 @@ import unittest
 from rig import copies, network, probe, screen
 from .test_one_copy import GREETING
 
-OPTIONS_COMMAND = 1006
-ACCEPT, CLOSE = 110, 111
 NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL = 0x014E
 RED = 12
-
-
-class Dialog:
-    """The options dialog of a copy."""
-
-    def __init__(self, copy):
-        self.copy = copy
-        self.probe = copy.probe
-        self.window = self.probe.wait_for("frmOpt")
-
-    def control(self, number):
-        return next(c for c in self.probe.children(self.window) if c.id == number)
-
-    def name(self, text):
-        self.probe.set_text(self.control(NAME_BOX), text)
-
-    def press(self, command):
-        self.probe.post(self.window, probe.WM_COMMAND, command)
-
-    def asked(self):
-        """Presses Accept and returns the message box that follows, and its text."""
-        self.press(ACCEPT)
-        return self.copy.wait_for_box()
-
-    def accept(self):
-        self.press(ACCEPT)
-        self.probe.wait_gone(self.window)
 
 
 class Desks(unittest.TestCase):
@@ -62,12 +33,7 @@ class Desks(unittest.TestCase):
         """Every test begins without popups and chat windows."""
         for copy in self.everybody:
             for window in copy.probe.windows("frmPop") + copy.probe.windows("frmChat") if copy.runs() else ():
-                self._close(copy, window)
-
-    @staticmethod
-    def _close(copy, window):
-        copy.probe.post(window, probe.WM_CLOSE)
-        copy.probe.wait_gone(window)
+                copy.probe.close(window)
 
     @staticmethod
     def _wait_said(copy, window, text):
@@ -76,10 +42,6 @@ class Desks(unittest.TestCase):
     @staticmethod
     def _participants(copy, window):
         return [name for name, _ in copy.probe.rows(copy.probe.children(window, "SysListView32")[0])]
-
-    def _open_options(self):
-        self.anna.probe.post(self.anna.probe.wait_for("frmMain", visible=False), probe.WM_COMMAND, OPTIONS_COMMAND)
-        return Dialog(self.anna)
 
     def test_1_private_alert(self):
         start = self.wire.mark()
@@ -117,7 +79,7 @@ class Desks(unittest.TestCase):
         for key in (probe.VK_UP, probe.VK_RETURN):  # the last entry of the menu
             self.bob.probe.post(popup, probe.WM_KEYDOWN, key)
         probe.wait(lambda: not [menu for menu in self.bob.probe.windows("#32768") if menu.visible])
-        self._close(self.bob, popup)
+        self.bob.probe.close(popup)
         self.wire.send("mallory|P/\xdfReally!|Bob")
         self.wire.send("dora|P/\xdfIs it quiet now?|Bob")
         self.assertEqual(self.bob.popup_at_rest()[1], ["Is it quiet now?\r\n"])
@@ -154,11 +116,12 @@ class Desks(unittest.TestCase):
 
     def test_6_name_and_colour_reach_the_others(self):
         start = self.wire.mark()
-        dialog = self._open_options()
-        dialog.name("  Berta ")
-        self.anna.probe.select_only(self.anna.probe.children(dialog.window, "SysListView32")[0], RED)
+        dialog = self.anna.open_options()
+        self.anna.probe.set_text(self.anna.probe.control(dialog, NAME_BOX), "  Berta ")
+        self.anna.probe.select_only(self.anna.probe.children(dialog, "SysListView32")[0], RED)
         self.anna.prefix.screen.save(copies.PICTURES + "/options.png")
-        dialog.accept()
+        self.anna.probe.command(dialog, copies.ACCEPT)
+        self.anna.probe.wait_gone(dialog)
         self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
         self.assertEqual([p for p in self.wire.texts(start=start) if p.startswith(("Anna|", "Berta|"))][:4],
                          ["Anna|L/", "Berta|C/ 255", "Berta|S/0", f"Berta|M/Berta {GREETING}"])
@@ -169,6 +132,16 @@ class Desks(unittest.TestCase):
         self.wire.wait_for("Berta|P/\xdfWho joins?|Bob", start=start)
         self.assertEqual(self.bob.popup_at_rest()[1], ["Who joins?\r\n"])
 
+    def _choose_language(self, number, answer):
+        """Accepts another language; returns title and text of the question, which is answered."""
+        dialog = self.anna.open_options()
+        self.anna.probe.send(self.anna.probe.control(dialog, LANGUAGE_BOX), CB_SETCURSEL, number)
+        self.anna.probe.command(dialog, copies.ACCEPT)
+        box, text = self.anna.wait_for_box()
+        self.anna.probe.answer(box, answer)
+        self.anna.probe.wait_gone(dialog)
+        return box.text, text
+
     def test_7_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
         composer, _ = self.anna.open_composer("(All)"), self.anna.open_chat("(All)")
         self.wire.send("eve|M/\xdfHello!")
@@ -177,30 +150,22 @@ class Desks(unittest.TestCase):
         def windows(*names):
             return [self.anna.probe.windows(name)[0] for name in names]
 
-        dialog = self._open_options()
+        dialog = self.anna.open_options()
         self.assertEqual([w.enabled for w in windows("frmMain", "frmCom", "frmChat", "frmPop")], [False] * 4)
-        self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 2)
-        box, text = dialog.asked()
-        self.assertEqual((box.text, text), ("Language", "M\xf6chten Sie die Sprache jetzt \xe4ndern?\r\n\r\n"
-                                                        "Do you want to change the language now?"))
-        self.anna.probe.answer(box, "Yes")
-        self.anna.probe.wait_gone(dialog.window)
+        self.anna.probe.close(dialog)
+        self.assertEqual(self._choose_language(2, "Yes"),
+                         ("Language", "M\xf6chten Sie die Sprache jetzt \xe4ndern?\r\n\r\n"
+                                      "Do you want to change the language now?"))
         self.assertEqual([(w.text, w.enabled) for w in windows("frmCom", "frmChat", "frmPop")],
                          [("Nachricht senden - Quillon", True), ("Chat - Quillon", True), ("Quillon", True)])
         self.assertTrue(self.anna.read("User.ini").startswith('"Deutsch"\r\n'))
-        self._close(self.anna, composer)
+        self.anna.probe.close(composer)
 
-        dialog = self._open_options()
-        self.assertEqual(dialog.window.text, "Optionen - Quillon")
-        self.anna.probe.send(dialog.control(LANGUAGE_BOX), CB_SETCURSEL, 0)
-        box, text = dialog.asked()
-        self.assertEqual(text, "Do you want to change the language now?")
-        self.anna.probe.answer(box, "No")
-        self.anna.probe.wait_gone(dialog.window)
+        self.assertEqual(self._choose_language(0, "No")[1], "Do you want to change the language now?")
         self.assertTrue(self.anna.read("User.ini").startswith('"English"\r\n'))
-        dialog = self._open_options()
-        self.assertEqual(dialog.window.text, "Optionen - Quillon")
-        dialog.press(CLOSE)
+        dialog = self.anna.open_options()
+        self.assertEqual(dialog.text, "Optionen - Quillon")
+        self.anna.probe.close(dialog)
 
     def test_8_who_leaves_leaves_the_conversation(self):
         at_bob = self.bob.open_chat("carla")

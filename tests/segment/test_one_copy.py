@@ -31,18 +31,13 @@ class OneCopy(unittest.TestCase):
         return self.probe.windows("frmMain")[0]
 
     def _command(self, command):
-        self.probe.post(self._main(), probe.WM_COMMAND, command)
+        self.probe.command(self._main(), command)
 
     def _wait_hidden(self):
         probe.wait(lambda: not self._main().visible, complaint="the main window stays")
 
     def _wait_status_line(self, text):
         probe.wait(lambda: self.probe.children(self._main(), "Static")[0].text == text, complaint=f"no {text!r}")
-
-    def _keys(self, *keys):
-        for key in keys:
-            self.rig.screen.xdotool("key", key)
-            time.sleep(0.15)
 
     def _wait_menu(self, count):
         probe.wait(lambda: sum(menu.visible for menu in self.probe.windows("#32768")) == count,
@@ -96,10 +91,10 @@ class OneCopy(unittest.TestCase):
                          (before.left, before.top, before.width, before.height))
 
     def test_05_menus_tell_their_help_texts(self):
-        self._keys("alt+q", "Down")
+        self.rig.screen.keys("alt+q", "Down")
         self._wait_menu(1)
         self._wait_status_line("Send an alert to every one")
-        self._keys("Escape", "Escape")
+        self.rig.screen.keys("Escape", "Escape")
         self._wait_menu(0)
         self._wait_status_line(COUNTS)
 
@@ -107,9 +102,9 @@ class OneCopy(unittest.TestCase):
         start = self.wire.mark()
         self.rig.screen.click_tray(button=3)
         self._wait_menu(1)
-        self._keys("s")
+        self.rig.screen.keys("s")
         self._wait_menu(2)
-        self._keys("Down", "Return")
+        self.rig.screen.keys("Down", "Return")
         self.wire.wait_for("anna|S/1", start=start)
         self._wait_menu(0)
         self._command(STATUS)
@@ -164,11 +159,11 @@ class OneCopy(unittest.TestCase):
         self.assertIn("Anna|C/ 255", self.wire.texts(start=start))
         time.sleep(0.5)
         self.copy.show_main()
-        self._keys("alt+q", "Down")
+        self.rig.screen.keys("alt+q", "Down")
         self._wait_menu(1)
         self.rig.screen.save(copies.PICTURES + "/safe-mode.png")
         self._wait_status_line(" 1 user online (-0)")
-        self._keys("s", "Down", "Down", "Return")
+        self.rig.screen.keys("s", "Down", "Down", "Return")
         self.wire.wait_for("Anna|S/2", start=start)
         self._wait_menu(0)
         self._command(STATUS)
@@ -191,8 +186,7 @@ class OneCopy(unittest.TestCase):
         popups = self._wait_popups(31)
         time.sleep(1)
         self.assertEqual(len(self._wait_popups(31)), 31)
-        self.probe.post(popups[0], probe.WM_CLOSE)
-        self.probe.wait_gone(popups[0])
+        self.probe.close(popups[0])
         self._wait_popups(31)
 
     def test_14_notices_come_one_at_a_time(self):

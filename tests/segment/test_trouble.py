@@ -4,7 +4,7 @@ import os
 import unittest
 
 from rig import copies, network, probe, wire
-from .test_desks import ACCEPT, Dialog
+from .test_desks import NAME_BOX
 from .test_one_copy import DEFAULT_SETTINGS, GREETING
 
 PLAIN = "Quillon"
@@ -74,12 +74,12 @@ class Trouble(unittest.TestCase):
 
     def test_5_a_taken_name_is_replaced_in_the_options(self):
         self._expect_box(self.settled, PLAIN, TAKEN_AT_START)
-        dialog = Dialog(self.settled)
-        dialog.press(ACCEPT)
+        dialog, operate = self.settled.probe.wait_for("frmOpt"), self.settled.probe
+        operate.command(dialog, copies.ACCEPT)
         self._expect_box(self.settled, PLAIN, TAKEN)
         start = self.wire.mark()
-        dialog.name("Berta")
-        dialog.accept()
+        operate.set_text(operate.control(dialog, NAME_BOX), "Berta")
+        operate.command(dialog, copies.ACCEPT)
         self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
         # The first joining is quiet, the greeting comes when start-up goes on.
         texts = [t for t in self.wire.texts(start=start) if "|M/Berta" in t or t in ("anna|L/", "Berta|L/")]
@@ -88,7 +88,7 @@ class Trouble(unittest.TestCase):
 
     def test_6_or_the_program_ends_with_them(self):
         self._expect_box(self.closed, PLAIN, TAKEN_AT_START)
-        self.closed.probe.post(Dialog(self.closed).window, probe.WM_CLOSE)  # its X; the button goes the same way
+        self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # the button goes the same way
         self.closed.process.wait(15)
         self.assertEqual(self.closed.log()[-1], "Quillon unloaded")
         self.assertEqual(self.wire.texts("dora"), ["dora|L/"])
