@@ -114,9 +114,10 @@ void CheckRoster(const Session& session) {
   fuzz::Require(rows.Count() <= session.heard + 1);
   fuzz::Require(session.sent <= 3 * session.heard);
   std::size_t bytes = 0;
+  const std::vector<toolkit::RowId> ids = rows.Ids();
   for (std::size_t i = 0; i < rows.Count(); ++i) {
     const toolkit::ListRow& row = rows.At(i);
-    fuzz::Require(rows.IndexOf(row) == i && rows.FindText(row.text) != nullptr);
+    fuzz::Require(rows.FindId(ids[i]) == &row && rows.FindText(row.text) != nullptr);
     fuzz::Require(row.key.empty() || rows.FindKey(row.key) == &row);
     fuzz::Require(i == 0 || row.key == core::LowerCase(row.text));
     fuzz::Require(!row.text.starts_with('_') || core::EqualIgnoringCase(row.text, core::gCurName));

@@ -35,8 +35,8 @@ TEST(ListRows, CountersMoveOnRealChangesOnly) {
   rows.SetSubText(row, "");
   rows.SetIcon(row, 2);
   rows.SetForeColour(row, 5);
-  rows.SetSelected(0, true);
-  rows.SetSelected(0, true);
+  rows.SetSelected(row, true);
+  rows.SetSelected(row, true);
   EXPECT_EQ(changes(), before);
   EXPECT_EQ(rows.SelectedCount(), 1u);
   rows.SetSubText(row, "away");
@@ -75,10 +75,12 @@ TEST(ListRows, BehavesLikeAPlainList) {
     if (step % 7 != 0 || plain.empty()) continue;
     const std::size_t index = below(plain.size());
     ASSERT_EQ(rows.At(index).text, plain[index]);
-    ASSERT_EQ(rows.IndexOf(rows.At(index)), index);
+    const RowId id = rows.Ids()[index];
+    ASSERT_EQ(rows.FindId(id), &rows.At(index));
+    ASSERT_EQ(rows.PlaceOf(id), index);
     const auto same = [&](const std::string& text) { return core::EqualIgnoringCase(text, plain[index]); };
     const auto first = static_cast<std::size_t>(std::ranges::find_if(plain, same) - plain.begin());
-    ASSERT_EQ(rows.IndexOf(*rows.FindTextIgnoringCase(plain[index])), first);
+    ASSERT_EQ(rows.FindTextIgnoringCase(plain[index]), &rows.At(first));
     ASSERT_EQ(rows.AllWithText(plain[index]).size(), static_cast<std::size_t>(std::ranges::count_if(plain, same)));
   }
 }

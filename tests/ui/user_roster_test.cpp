@@ -27,9 +27,8 @@ class UserRosterTest : public support::DesktopTest {
   }
 
   void Select(std::initializer_list<const char*> texts) {
-    for (std::size_t i = 0; i < roster.lvUsers.Count(); ++i) roster.lvUsers.SetSelected(i, false);
-    for (const char* text : texts)
-      roster.lvUsers.SetSelected(roster.lvUsers.IndexOf(*roster.lvUsers.FindText(text)), true);
+    for (std::size_t i = 0; i < roster.lvUsers.Count(); ++i) roster.lvUsers.SetSelected(roster.lvUsers.At(i), false);
+    for (const char* text : texts) roster.lvUsers.SetSelected(*roster.lvUsers.FindText(text), true);
   }
 
   std::string Rows() const { return support::RowsAndIcons(roster.lvUsers); }

@@ -114,14 +114,19 @@ TEST_F(MainWindowTest, ToolbarActsOnTheSelectionAndRestsWithoutOne) {
 }
 
 // The control knows rows by position only: without help it would now have the row behind the removed one selected.
-TEST_F(MainWindowTest, SelectionStaysWithItsUserWhenAnotherLeaves) {
-  Select(3);
-  users.RemoveRow("bob");
+TEST_F(MainWindowTest, SelectionAndCaretStayWithTheirUserWhenAnotherLeaves) {
+  RECT bob{};
+  ListView_GetItemRect(List(), 2, &bob, LVIR_BOUNDS);
+  users.RemoveRow("anna");
+  ::PostMessageA(List(), WM_LBUTTONUP, 0, MAKELPARAM(bob.left + 30, bob.top + 3));
+  ::SendMessageA(List(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(bob.left + 30, bob.top + 3));
+  EXPECT_EQ(users.SelectedRecipients(), "bob|") << "who is still drawn there";
   Settle();
-  EXPECT_EQ(support::RowTexts(List()), (Texts{"(All)", "anna", "carl"}));
-  EXPECT_EQ(SelectedRow(), 2);
-  EXPECT_EQ(users.SelectedRecipients(), "carl|");
-  users.RemoveRow("carl");
+  EXPECT_EQ(support::RowTexts(List()), (Texts{"(All)", "bob", "carl"}));
+  EXPECT_EQ(SelectedRow(), 1);
+  EXPECT_EQ(ListView_GetNextItem(List(), -1, LVNI_FOCUSED), 1);
+  EXPECT_EQ(ListView_GetSelectionMark(List()), 1);
+  users.RemoveRow("bob");
   Settle();
   EXPECT_EQ(SelectedRow(), -1);
   EXPECT_EQ(EnabledTools(), 0);

@@ -23,11 +23,11 @@ struct ListRows::Row : TextLink, ListRow {
   explicit Row(ListRow&& row) : ListRow(std::move(row)) {}
 
   Link keyLink;
-  std::uint64_t sequence = 0;
+  RowId id = 0;
 };
 
 struct ListRows::Slot {
-  std::uint64_t sequence;
+  RowId id;
   std::unique_ptr<Row> row;  // null = a gap
 };
 
@@ -101,9 +101,9 @@ ListRows::~ListRows() = default;
 
 const ListRow& ListRows::Add(ListRow row) {
   if (!row.key.empty() && FindKey(row.key)) throw core::RuntimeError(core::Err::KeyNotUnique);
-  slots_.push_back({nextSequence_, std::make_unique<Row>(std::move(row))});
+  slots_.push_back({nextId_, std::make_unique<Row>(std::move(row))});
   Row& added = *slots_.back().row;
-  added.sequence = nextSequence_++;
+  added.id = nextId_++;
   byText_->Insert(added, core::NameHash()(added.text));
   if (!added.key.empty()) byKey_->Insert(added, core::NameHash()(added.key));
   ++count_;
@@ -121,7 +121,7 @@ void ListRows::Remove(const ListRow& row) {
   textBytes_ -= leaving.text.size() + leaving.key.size();
   if (leaving.selected) --selectedCount_;
   ++setChanges_;
-  std::ranges::lower_bound(slots_, leaving.sequence, {}, &Slot::sequence)->row.reset();
+  std::ranges::lower_bound(slots_, leaving.id, {}, &Slot::id)->row.reset();
   if (slots_.size() > 2 * count_ + 64) CloseGaps();
 }
 
@@ -138,10 +138,21 @@ const ListRow& ListRows::At(std::size_t index) const {
   return *slots_.at(index).row;
 }
 
-std::size_t ListRows::IndexOf(const ListRow& row) const {
+std::vector<RowId> ListRows::Ids() const {
   CloseGaps();
-  const auto slot = std::ranges::lower_bound(slots_, static_cast<const Row&>(row).sequence, {}, &Slot::sequence);
-  return static_cast<std::size_t>(slot - slots_.begin());
+  std::vector<RowId> ids(slots_.size());
+  std::ranges::transform(slots_, ids.begin(), &Slot::id);
+  return ids;
+}
+
+const ListRow* ListRows::FindId(RowId id) const {
+  const auto slot = std::ranges::lower_bound(slots_, id, {}, &Slot::id);
+  return slot != slots_.end() && slot->id == id ? slot->row.get() : nullptr;
+}
+
+std::size_t ListRows::PlaceOf(RowId id) const {
+  CloseGaps();
+  return static_cast<std::size_t>(std::ranges::lower_bound(slots_, id, {}, &Slot::id) - slots_.begin());
 }
 
 const ListRow* ListRows::FindText(std::string_view text) const {
@@ -183,8 +194,7 @@ void ListRows::SetForeColour(const ListRow& row, std::int32_t colour) {
   ++lookChanges_;
 }
 
-void ListRows::SetSelected(std::size_t index, bool selected) {
-  const ListRow& row = At(index);
+void ListRows::SetSelected(const ListRow& row, bool selected) {
   if (row.selected == selected) return;
   Own(row).selected = selected;
   selectedCount_ = selected ? selectedCount_ + 1 : selectedCount_ - 1;

@@ -22,6 +22,9 @@ struct ListRow {
   std::string key{};  // unique among keys, compared exactly; empty = none
 };
 
+// A row's own, for as long as the list stands; a row that was added later has a greater one.
+using RowId = std::uint64_t;
+
 class ListRows {
  public:
   ListRows();
@@ -40,9 +43,14 @@ class ListRows {
   // Bytes of all texts and keys, for those who bound the list.
   std::size_t TextBytes() const { return textBytes_; }
 
-  // Row number `index` (below Count()) and the number of a row.
+  // Row number `index` (below Count()).
   const ListRow& At(std::size_t index) const;
-  std::size_t IndexOf(const ListRow& row) const;
+
+  // For those who show rows that may have gone since: the ids of all rows in order, the row of an id or null, and the
+  // number of that row, or of the one that follows its former place (Count() when none does).
+  std::vector<RowId> Ids() const;
+  const ListRow* FindId(RowId id) const;
+  std::size_t PlaceOf(RowId id) const;
 
   // The first row in order, or null.
   const ListRow* FindText(std::string_view text) const;
@@ -55,7 +63,7 @@ class ListRows {
   void SetSubText(const ListRow& row, std::string_view text);
   void SetIcon(const ListRow& row, int icon);  // both sizes
   void SetForeColour(const ListRow& row, std::int32_t colour);
-  void SetSelected(std::size_t index, bool selected);
+  void SetSelected(const ListRow& row, bool selected);
 
   std::size_t SelectedCount() const { return selectedCount_; }
 
@@ -77,11 +85,11 @@ class ListRows {
   void CloseGaps() const;
 
   // A removed row leaves a gap; gaps are closed together when somebody asks for a row number, or when they outgrow the
-  // rows. Slots stand in ascending sequence, so the number of a row is a binary search.
+  // rows. Slots stand in the order of their ids, so the number of a row is a binary search.
   mutable std::vector<Slot> slots_;
   std::unique_ptr<Chains> byText_, byKey_;
   std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;
-  std::uint64_t nextSequence_ = 0;
+  RowId nextId_ = 0;
   std::uint64_t setChanges_ = 0, lookChanges_ = 0, iconChanges_ = 0;
 };
 

@@ -53,9 +53,7 @@ void RowsView::AddColumn(int index, const char* caption, int width) {
 
 void RowsView::Sync() {
   if (rows_->SetChanges() != seenSet_) {
-    seenSet_ = rows_->SetChanges();
-    ListView_SetItemCountEx(hwnd_, static_cast<int>(rows_->Count()), LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
-    ApplySelection();
+    TakeRows();
   } else if (rows_->LookChanges() == seenLooks_) {
     return;
   }
@@ -63,11 +61,35 @@ void RowsView::Sync() {
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
 
-// The control remembers its selection by position, and positions shift when a row goes.
+// Selection, caret and the other end of a selection by Shift stay with their rows.
+void RowsView::TakeRows() {
+  applying_ = true;
+  const int caret = ListView_GetNextItem(hwnd_, -1, LVNI_FOCUSED), mark = ListView_GetSelectionMark(hwnd_);
+  const int newCaret = NewPlaceOf(caret), newMark = NewPlaceOf(mark);
+  shown_ = rows_->Ids();
+  seenSet_ = rows_->SetChanges();
+  ListView_SetItemCountEx(hwnd_, static_cast<int>(shown_.size()), LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+  ApplySelection();
+  if (newCaret >= 0) ListView_SetItemState(hwnd_, newCaret, LVIS_FOCUSED, LVIS_FOCUSED);
+  if (newMark >= 0) ListView_SetSelectionMark(hwnd_, newMark);
+  applying_ = false;
+}
+
+// Where a row that is shown stands among the rows of now; the next one, or the last, when it has gone.
+int RowsView::NewPlaceOf(int number) const {
+  if (number < 0 || static_cast<std::size_t>(number) >= shown_.size()) return -1;
+  return static_cast<int>(std::min(rows_->PlaceOf(shown_[static_cast<std::size_t>(number)]) + 1, rows_->Count())) - 1;
+}
+
+// Null when it has gone since.
+const ListRow* RowsView::RowAt(std::size_t number) const {
+  if (number >= shown_.size()) return nullptr;
+  return seenSet_ == rows_->SetChanges() ? &rows_->At(number) : rows_->FindId(shown_[number]);
+}
+
 // Clearing it walks the whole list, so it is left alone while there is nothing to clear.
 void RowsView::ApplySelection() {
   if (rows_->SelectedCount() == 0 && ListView_GetSelectedCount(hwnd_) == 0) return;
-  applying_ = true;
   LVITEMA item = StateOf(false);
   ::SendMessageA(hwnd_, LVM_SETITEMSTATE, static_cast<WPARAM>(kWholeList), reinterpret_cast<LPARAM>(&item));
   item = StateOf(true);
@@ -77,7 +99,6 @@ void RowsView::ApplySelection() {
     ::SendMessageA(hwnd_, LVM_SETITEMSTATE, i, reinterpret_cast<LPARAM>(&item));
     --left;
   }
-  applying_ = false;
 }
 
 bool RowsView::Notify(const NMHDR& header, LPARAM lParam, LRESULT& result) {
@@ -107,32 +128,34 @@ bool RowsView::Notify(const NMHDR& header, LPARAM lParam, LRESULT& result) {
 }
 
 void RowsView::Display(LVITEMA& item) const {
-  if (item.iItem < 0 || static_cast<std::size_t>(item.iItem) >= rows_->Count()) return;
-  const ListRow& row = rows_->At(static_cast<std::size_t>(item.iItem));
-  if (item.mask & LVIF_IMAGE) item.iImage = row.smallIcon - 1;  // icons are counted from 1, pictures from 0
+  const ListRow* row = RowAt(static_cast<std::size_t>(item.iItem));
+  if (!row) return;
+  if (item.mask & LVIF_IMAGE) item.iImage = row->smallIcon - 1;  // icons are counted from 1, pictures from 0
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
-  const std::string& text = item.iSubItem == 0 ? row.text : row.subText;
+  const std::string& text = item.iSubItem == 0 ? row->text : row->subText;
   const std::string_view shown = core::LeadingLetters(text, static_cast<std::size_t>(item.cchTextMax) - 1);
   *std::ranges::copy(shown, item.pszText).out = '\0';
 }
 
 LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || draw.nmcd.dwItemSpec >= rows_->Count()) return CDRF_DODEFAULT;
-  draw.clrText = TextColour(rows_->At(draw.nmcd.dwItemSpec).foreColour);
+  const ListRow* row = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT ? RowAt(draw.nmcd.dwItemSpec) : nullptr;
+  if (!row) return CDRF_DODEFAULT;
+  draw.clrText = TextColour(row->foreColour);
   ShowSelectionPlainly(draw);
   return CDRF_DODEFAULT;
 }
 
 // Typing the first letters of a name goes to its row.
 int RowsView::Find(const NMLVFINDITEMA& search) const {
-  const auto count = rows_->Count();
+  const auto count = shown_.size();
   if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || count == 0) return -1;
   const std::string wanted = core::LowerCase(search.lvfi.psz);
   const auto start = static_cast<std::size_t>(std::max(search.iStart, 0));
   for (std::size_t step = 0; step < count; ++step) {
     const std::size_t index = (start + step) % count;
-    if (core::EqualIgnoringCase(std::string_view(rows_->At(index).text).substr(0, wanted.size()), wanted))
+    const ListRow* row = RowAt(index);
+    if (row && core::EqualIgnoringCase(std::string_view(row->text).substr(0, wanted.size()), wanted))
       return static_cast<int>(index);
   }
   return -1;
@@ -141,14 +164,14 @@ int RowsView::Find(const NMLVFINDITEMA& search) const {
 // Item -1 stands for all of them.
 void RowsView::ReadSelection(const NMLISTVIEW& change) {
   if (!(change.uChanged & LVIF_STATE) || !((change.uOldState ^ change.uNewState) & LVIS_SELECTED)) return;
-  const int last = change.iItem < 0 ? static_cast<int>(rows_->Count()) - 1 : change.iItem;
+  const int last = change.iItem < 0 ? static_cast<int>(shown_.size()) - 1 : change.iItem;
   TakeSelection(std::max(change.iItem, 0), last, (change.uNewState & LVIS_SELECTED) != 0);
 }
 
 void RowsView::TakeSelection(int first, int last, bool selected) {
   if (applying_) return;
-  const int count = static_cast<int>(rows_->Count());
-  for (int i = first; i <= last && i < count; ++i) rows_->SetSelected(static_cast<std::size_t>(i), selected);
+  for (int i = first; i <= last; ++i)
+    if (const ListRow* row = RowAt(static_cast<std::size_t>(i))) rows_->SetSelected(*row, selected);
 }
 
 }  // namespace toolkit
