@@ -11,7 +11,7 @@ void ReportUnhandled(const RuntimeError& error) {
   static bool reporting = false;
   Box box{.text = "Run-time error '" + std::to_string(error.number) + "':\r\n\r\n" + error.description,
           .icon = BoxIcon::Critical};
-  if (gDispatching || reporting) return PostBox(std::move(box));
+  if (gDispatching || gStarting != 0 || reporting) return PostBox(std::move(box));
   reporting = true;
   GuardedSilently([&box] { ShowBox(box); });
   reporting = false;

@@ -7,7 +7,8 @@
 namespace core {
 
 // Shows number and description in a box: the last resort for a failure that nobody expected where it happened. At once,
-// but while a packet is dispatched, or while another such box is up (a timer may fail again and again), it is posted.
+// but it is posted while a packet is dispatched, while a start must go on with nobody at the desk, and while another
+// such box is up (a timer may fail again and again).
 void ReportUnhandled(const RuntimeError& error);
 
 // The same for the exception that is being handled. Nothing leaves it, also when there is no memory for the box.

@@ -16,7 +16,8 @@ void ReadSets(Program& program);
 // Err::TypeMismatch, Err::Overflow, and the failures of LoadLang.
 void ReadSetsFrom(std::string_view bytes, Program& program);
 
-// Writes the whole file. Throws the file's error.
+// Writes the whole file: with the name in use, or, while a start listens under a hidden one, the user's. Throws the
+// file's error.
 void SaveSets(Program& program);
 
 // Writes the file of a first start. Throws the file's error.

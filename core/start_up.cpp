@@ -134,6 +134,7 @@ void ShutDown(Program& program) {
     Leave(program);
   } catch (...) {
     ReportCaught();
+    ShowPostedBoxes();
     program.RemoveTray();
   }
   EndProcess();

@@ -1,6 +1,7 @@
 #include "core/start_up.h"
 
 #include "core/clock.h"
+#include "core/callback_guard.h"
 #include "core/globals.h"
 #include "core/message_box.h"
 #include "core/splash_pulse.h"
@@ -121,11 +122,14 @@ TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
 // Or one notice would keep a copy from joining that starts while nobody is at the desk.
 TEST_F(StartUpTest, PostedBoxesWaitUntilTheNetworkIsJoined) {
   folder.PutFolder("Log.txt");
+  program.onOpenSocket = [] {
+    if (gStarting != 0) Guarded([] { throw std::bad_alloc(); });
+  };
   Main(program, "");
   EXPECT_TRUE(Desktop().boxes.empty());
   EXPECT_EQ(Happened().back(), "hide splash");
   ShowPostedBoxes();
-  EXPECT_EQ(Desktop().boxes.size(), 2u);  // one for each line that could not be written
+  EXPECT_EQ(Desktop().boxes.size(), 3u);  // one for each line that could not be written, and one for the failure
 }
 
 TEST_F(StartUpTest, SafeModeIsAWordAnywhere) {

@@ -64,6 +64,8 @@ class Trouble(unittest.TestCase):
         # What was loaded stays as it is.
         self.assertTrue(self.no_port.runs())
         self.assertTrue(self.no_port.probe.wait_for("frmSplash").visible)
+        self.no_port.close()
+        self.assertIn('"noport",0,4', self.no_port.read("User.ini"))
 
     def test_4_no_network(self):
         main = self.alone.probe.wait_for("frmMain", visible=False)
