@@ -16,8 +16,8 @@ LANGUAGES = ["English", "Fran\xe7ais", "Deutsch", "Espa\xf1ol"]
 # Every text the program asks for.
 CODES = [
     *range(1001, 1005), *range(1101, 1126), *range(1201, 1209),
-    *range(2001, 2023), *range(2201, 2207),
-    *range(3001, 3003), *range(3101, 3117), *range(3201, 3203),
+    *range(2001, 2023), *range(2101, 2117), *range(2201, 2207),
+    *range(3001, 3004), *range(3101, 3117), *range(3201, 3203),
     *range(4001, 4006), 5001, *range(5101, 5110), 5201, *range(6001, 6007), 6201, *range(7001, 7007),
     *range(8202, 8210), 9201, 10201, *range(10300, 10304),
 ]

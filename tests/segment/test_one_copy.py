@@ -37,7 +37,7 @@ class OneCopy(unittest.TestCase):
         probe.wait(lambda: not self._main().visible, complaint="the main window stays")
 
     def _wait_status_line(self, text):
-        probe.wait(lambda: self.probe.children(self._main(), "Static")[0].text == text, complaint=f"no {text!r}")
+        probe.wait(lambda: self.probe.children(self._main(), "Static")[-1].text == text, complaint=f"no {text!r}")
 
     def _wait_menu(self, count):
         probe.wait(lambda: sum(menu.visible for menu in self.probe.windows("#32768")) == count,

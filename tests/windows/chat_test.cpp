@@ -52,7 +52,7 @@ class ChatTest : public ConversationTest {
   HWND txtMsg() const { return ChildrenOf(hwnd(), "RichEdit20A").at(0); }
   HWND txtSnd() const { return ChildrenOf(hwnd(), "Edit").at(0); }
   HWND lvUsers() const { return ChildrenOf(hwnd(), "SysListView32").at(0); }
-  HWND lblStat() const { return ChildrenOf(hwnd(), "Static").at(0); }
+  HWND lblStat() const { return ChildrenOf(hwnd(), "Static").at(3); }
   std::string Conversation() const { return support::TextOf(txtMsg()); }
 
   void Choose(unsigned command) const { ::SendMessageA(hwnd(), WM_COMMAND, command, 0); }

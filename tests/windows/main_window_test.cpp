@@ -56,7 +56,7 @@ class MainWindowTest : public testing::Test {
   void Choose(unsigned command) { ::SendMessageA(main->hwnd(), WM_COMMAND, command, 0); }
 
   HWND List() const { return support::ChildrenOf(main->hwnd(), WC_LISTVIEWA).at(0); }
-  HWND StatusLine() const { return support::ChildrenOf(main->hwnd(), "Static").at(0); }
+  HWND StatusLine() const { return support::ChildrenOf(main->hwnd(), "Static").back(); }
   HWND Tools() const { return support::ChildrenOf(main->hwnd(), TOOLBARCLASSNAMEA).at(0); }
 
   void Select(int row, bool selected = true) { support::SelectRow(List(), row, selected); }

@@ -74,10 +74,13 @@ void FrmChat::Load() {
 
 // In the order in which Tab visits them.
 void FrmChat::CreateControls() {
+  AddName({3112, "&Users"});
   lvUsers.Attach(AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE), participants_.Rows(),
                  toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(0, "User", 0);
+  AddName({3003, "Conversation"});
   txtMsg.Create(hwnd());
+  AddName({4003, "Message"});
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   toolkit::LimitBytes(txtSnd, net::kMaxText);
   toolkit::KeepSelectionAtTab(txtSnd);

@@ -10,6 +10,7 @@
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/recipients.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
@@ -73,8 +74,10 @@ void FrmPop::CreateControls() {
   ::SendMessageA(lblSender, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
   lblMsg.SetForeColour(colour_);
-  lblDrop.Create(hwnd(), kDropId, "Options", kDropGlyph);
-  lblClose.Create(hwnd(), kCloseId, "Close", kCloseGlyph);
+  lblDrop.Create(hwnd(), kDropId, kDropGlyph);
+  AddCaption({5101, "-Options"}, [this](const std::string& text) { lblDrop.SetName(toolkit::NameOf(text)); });
+  lblClose.Create(hwnd(), kCloseId, kCloseGlyph);
+  AddCaption({4005, "&Close"}, [this](const std::string& text) { lblClose.SetName(toolkit::NameOf(text)); });
   FocusFirst(lblDrop.hwnd());
   AddMenu(mnuPop);
   mnuPop.DrawItems();

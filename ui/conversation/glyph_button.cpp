@@ -42,10 +42,10 @@ GlyphButton::~GlyphButton() {
   if (hwnd_) ::RemoveWindowSubclass(hwnd_, Procedure, kSubclass);
 }
 
-void GlyphButton::Create(HWND parent, int id, const char* text, char glyph) {
+void GlyphButton::Create(HWND parent, int id, char glyph) {
   glyph_ = glyph;
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW;
-  hwnd_ = toolkit::Created(::CreateWindowExA(0, "BUTTON", text, style, 0, 0, 0, 0, parent,
+  hwnd_ = toolkit::Created(::CreateWindowExA(0, "BUTTON", "", style, 0, 0, 0, 0, parent,
                                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                              ::GetModuleHandleA(nullptr), nullptr));
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));

@@ -1,9 +1,10 @@
 // A small flat button with a symbol of the Marlett font, the one that Windows draws its own caption buttons with. It
-// lights up under the mouse and is a true button for the keyboard and for readers of the screen, who hear its window
-// text.
+// lights up under the mouse and is a true button for the keyboard and for screen readers.
 #pragma once
 
 #include <windows.h>
+
+#include <string>
 
 #include "ui/toolkit/handles.h"
 
@@ -16,7 +17,10 @@ class GlyphButton {
   GlyphButton& operator=(const GlyphButton&) = delete;
   ~GlyphButton();
 
-  void Create(HWND parent, int id, const char* text, char glyph);
+  void Create(HWND parent, int id, char glyph);
+
+  // What screen readers say of it.
+  void SetName(const std::string& name) { ::SetWindowTextA(hwnd_, name.c_str()); }
 
   // Answers the parent's WM_DRAWITEM for this button.
   void Draw(const DRAWITEMSTRUCT& request) const;

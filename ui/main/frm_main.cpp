@@ -72,6 +72,7 @@ void FrmMain::CreateControls() {
   AddToolbar(TB, kToolButtons);
   TB.Indent(Px(kToolMargin));
   // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
+  AddName({3112, "&Users"});
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(kUName, "", 0);

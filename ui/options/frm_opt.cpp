@@ -221,7 +221,7 @@ void FrmOpt::WriteSets() {
       .blocked = lvBlock.Texts(),
       .groups = tvGroups.Groups()};
   const int swatch = ListView_GetNextItem(lvCol, -1, LVNI_SELECTED);
-  if (swatch >= 0) choices.colour = kPalette[static_cast<std::size_t>(swatch)];
+  if (swatch >= 0) choices.colour = kPalette[static_cast<std::size_t>(swatch)].colour;
   if (const int position = PressedPos()) choices.position = static_cast<std::int16_t>(position);
   if (lvSnd.Selected() >= 0) choices.sound = SelectedSound();
   renamed_ = true;
@@ -240,7 +240,7 @@ int FrmOpt::PressedPos() const {
 }
 
 void FrmOpt::SetCol(std::int32_t colour) {
-  const auto* const found = std::ranges::find(kPalette, colour);
+  const auto* const found = std::ranges::find(kPalette, colour, &Swatch::colour);
   if (found == kPalette.end()) return;
   const int index = static_cast<int>(found - kPalette.begin());
   ListView_SetItemState(lvCol, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
@@ -265,7 +265,7 @@ std::optional<std::string> FrmOpt::SelectedLanguage() const {
 }
 
 void FrmOpt::lvCol_ItemClick(int index) {
-  colour_ = kPalette[static_cast<std::size_t>(index)];
+  colour_ = kPalette[static_cast<std::size_t>(index)].colour;
   ::InvalidateRect(txtName, nullptr, TRUE);
   ::InvalidateRect(lblPrevew, nullptr, TRUE);
 }

@@ -64,6 +64,8 @@ class FrmOpt : public toolkit::Window {
   void CreateGroupsPage();
   HWND AddLabel(std::size_t page, std::size_t label);
   HWND AddBox(std::size_t page, int id);
+  void SetSwatchName(int index, const std::string& name);
+  void SetPositionName(int index, std::string name);
   void PlaceWindow();
   void LayOut() override;
   void LayOutUser();

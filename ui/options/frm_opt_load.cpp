@@ -10,6 +10,7 @@
 #include "ui/options/frm_opt_parts.h"
 #include "ui/options/palette.h"
 #include "ui/toolkit/byte_limit.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
@@ -154,6 +155,7 @@ void FrmOpt::CreateInterfacePage() {
   tbPos = toolkit::Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPosStyle, 0, 0, 0, 0, page.hwnd(), nullptr,
                                              ::GetModuleHandleA(nullptr), nullptr));
   ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  ::SendMessageA(tbPos, TB_SETMAXTEXTROWS, 0, 0);
   toolkit::EnableKeyboardNavigation(tbPos);
   AddLabel(kInterface, kHeightLabel);
   lblHeight = page.AddControl("STATIC", "", kLabelStyle);
@@ -174,6 +176,7 @@ void FrmOpt::CreateSecurityPage() {
   AddLabel(kSecurity, kBlockLabel);
   txtBlock = AddBox(kSecurity, kBlockBox);
   page.AddToolbar(tbSec, kBlockButtons);
+  page.AddName(kLabelTexts[kBlockLabel]);
   lvBlock.Attach(page.AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE),
                  toolkit::SharedPictures(res::Strip::Roster));
   cmdDAdd = page.AddControl("BUTTON", "", 0, 0, kBlockEnter);
@@ -185,6 +188,7 @@ void FrmOpt::CreateGroupsPage() {
   AddLabel(kGroups, kGroupsLabel);
   txtGroups = AddBox(kGroups, kGroupBox);
   page.AddToolbar(tbGroups, kGroupButtons);
+  page.AddName(kLabelTexts[kGroupsLabel]);
   tvGroups.Attach(page.AddControl(WC_TREEVIEWA, "", GroupTree::kStyle, WS_EX_CLIENTEDGE),
                   toolkit::SharedPictures(res::Strip::Roster));
   cmdGroups = page.AddControl("BUTTON", "<Enter Detect>", 0, 0, kGroupEnter);
@@ -197,15 +201,26 @@ void FrmOpt::AddCols() {
   imlCol = picBuf.NewList(static_cast<int>(kPalette.size()));
   ListView_SetImageList(lvCol, imlCol.get(), LVSIL_NORMAL);
   for (std::size_t i = 0; i < kPalette.size(); ++i) {
-    picBuf.Add(imlCol.get(),
-               [colour = static_cast<COLORREF>(kPalette[i])](HDC dc, const RECT& box) { DrawSwatch(dc, box, colour); });
+    picBuf.Add(imlCol.get(), [colour = static_cast<COLORREF>(kPalette[i].colour)](HDC dc, const RECT& box) {
+      DrawSwatch(dc, box, colour);
+    });
     LVITEMA item{};
     item.mask = LVIF_IMAGE | LVIF_PARAM;
     item.iItem = static_cast<int>(i);
     item.iImage = static_cast<int>(i);
-    item.lParam = kPalette[i];
+    item.lParam = kPalette[i].colour;
     ::SendMessageA(lvCol, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    AddCaption(kPalette[i].name, [this, index = item.iItem](const std::string& name) { SetSwatchName(index, name); });
   }
+}
+
+// Never seen, since the swatches are drawn without their texts.
+void FrmOpt::SetSwatchName(int index, const std::string& name) {
+  LVITEMA item{};
+  item.mask = LVIF_TEXT;
+  item.iItem = index;
+  item.pszText = const_cast<char*>(name.c_str());
+  ::SendMessageA(lvCol, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void FrmOpt::AddPos() {
@@ -223,7 +238,18 @@ void FrmOpt::AddPos() {
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = BTNS_CHECKGROUP;
     ::SendMessageA(tbPos, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    AddCaption(kPositions[i], [this, i](const std::string& text) { SetPositionName(i, toolkit::NameOf(text)); });
   }
+}
+
+// Never seen: the toolbar has no lines of text.
+void FrmOpt::SetPositionName(int index, std::string name) {
+  TBBUTTONINFOA info{};
+  info.cbSize = sizeof info;
+  info.dwMask = TBIF_TEXT;
+  info.pszText = name.data();
+  ::SendMessageA(tbPos, TB_SETBUTTONINFOA, static_cast<WPARAM>(kFirstPosition + index),
+                 reinterpret_cast<LPARAM>(&info));
 }
 
 void FrmOpt::AddSnd() {

@@ -79,6 +79,14 @@ inline constexpr toolkit::Caption kLabelTexts[] = {
 };
 static_assert(std::size(kLabelTexts) == kLabels);
 
+// Positions 1 to 4, as the menu calls the corners.
+inline constexpr toolkit::Caption kPositions[] = {
+    {1117, "|Move window to top left|Top &Left"},
+    {1118, "|Move window to top right|Top &Right"},
+    {1119, "|Move window to bottom left|Bottom L&eft"},
+    {1120, "|Move window to bottom right|Bottom R&ight"},
+};
+
 // The languages to choose from, whatever the language file holds. The order is that of the questions in the file.
 inline constexpr const char* kLanguages[] = {"English",
                                              "Fran\xE7"

@@ -13,6 +13,7 @@ class Page : public toolkit::Window {
   void Load(HWND parent, const char* className);
 
   using Window::AddControl;
+  using Window::AddName;
   using Window::AddToolbar;
 
   // Paints the client area, pixels; the background of a dialog where there is none.

@@ -10,6 +10,7 @@
 #include "core/language.h"
 #include "core/text.h"
 #include "ui/toolkit/handles.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
@@ -100,6 +101,12 @@ void Window::AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons) {
   toolbars_.push_back(&toolbar);
   for (std::size_t i = 0; i < buttons.size(); ++i)
     AddCaption(buttons[i].caption, [&toolbar, i](const std::string& text) { toolbar.SetCaption(i, text); });
+}
+
+void Window::AddName(const Caption& name) {
+  const HWND label = AddControl("STATIC", "", SS_NOPREFIX);
+  ::ShowWindow(label, SW_HIDE);
+  AddCaption(name, [label](const std::string& text) { ::SetWindowTextA(label, NameOf(text).c_str()); });
 }
 
 bool Command::Run(Window& window, unsigned id, unsigned notification) const {

@@ -92,6 +92,10 @@ class Window : public std::enable_shared_from_this<Window> {
   // A toolbar that answers Alt+letter and the other keys.
   void AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons);
 
+  // A name for whoever hears the screen read, of the control that is created next and has no text of its own: a label
+  // before it in the order of Tab, which nobody sees. An authored caption names it without its marks.
+  void AddName(const Caption& name);
+
   // The window's menu.
   void AddMenu(WindowMenu& menu);
 

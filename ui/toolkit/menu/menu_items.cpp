@@ -48,6 +48,12 @@ std::string RestoreCaption(const CMyItemData& data) {
   return text;
 }
 
+std::string NameOf(std::string_view authored) {
+  std::string name = ParseCaption(authored).sMenuText;
+  std::erase(name, '&');
+  return name;
+}
+
 std::string LiteralCaption(std::string_view text) {
   CMyItemData data;
   for (const char c : text) {

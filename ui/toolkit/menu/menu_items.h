@@ -40,6 +40,9 @@ CMyItemData ParseCaption(std::string_view authored);
 // An authored text that parses to the same data: the inverse of ParseCaption.
 std::string RestoreCaption(const CMyItemData& data);
 
+// The caption without its marks, its help text and its "&": what a control that does the same is called.
+std::string NameOf(std::string_view authored);
+
 // The authored form of a text that must be shown as it stands, whatever its first characters: a user may be called
 // "-anna" or "R&D".
 std::string LiteralCaption(std::string_view text);

@@ -16,6 +16,7 @@ namespace {
 
 enum ControlId : int { kSave = IDOK, kClose = IDCANCEL, kDrive = 101, kFolders, kFiles, kName, kType };
 
+constexpr Caption kFileType{6002, "File Type:"}, kFileName{6003, "File Name:"}, kLookIn{6004, "Look in:"};
 constexpr int kCannotOpenCode = 6201;
 enum Label { kTypeLabel, kNameLabel, kFolderLabel };
 
@@ -72,13 +73,15 @@ void FrmSave::Load() {
 
 // In the order of the Tab key.
 void FrmSave::CreateControls() {
-  Label1[kFolderLabel] = AddControl("STATIC", {6004, "Look in:"}, kLabelStyle);
+  Label1[kFolderLabel] = AddControl("STATIC", kLookIn, kLabelStyle);
   Drive1 = AddControl("COMBOBOX", "", kDropDown, 0, kDrive);
+  AddName(kLookIn);
   Dir1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFolders));
+  AddName(kFileName);
   List1.Attach(AddControl("LISTBOX", "", IconList::kStyle, WS_EX_CLIENTEDGE, kFiles));
-  Label1[kNameLabel] = AddControl("STATIC", {6003, "File Name:"}, kLabelStyle);
+  Label1[kNameLabel] = AddControl("STATIC", kFileName, kLabelStyle);
   txtFileName = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, kName);
-  Label1[kTypeLabel] = AddControl("STATIC", {6002, "File Type:"}, kLabelStyle);
+  Label1[kTypeLabel] = AddControl("STATIC", kFileType, kLabelStyle);
   txtFileType = AddControl("COMBOBOX", "", kDropDown, 0, kType);
   cmdSave = AddControl("BUTTON", {6005, "&Save"}, BS_DEFPUSHBUTTON | WS_TABSTOP, 0, kSave);
   cmdClose = AddControl("BUTTON", {6006, "&Close"}, WS_TABSTOP, 0, kClose);
