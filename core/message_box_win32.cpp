@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "core/box_queue.h"
@@ -40,36 +39,35 @@ SIZE SizeOf(HWND hwnd) {
   return SizeOf(rect);
 }
 
-// Calls `onBox` with the next box of this thread, laid out and not yet seen.
+// Calls `onBox` with the next box of this thread, laid out and not yet seen, and is gone then: a hook costs every
+// message that is sent, and a box may stand for hours.
 class BoxHook {
  public:
   using OnBox = void (*)(HWND box);
 
   explicit BoxHook(OnBox onBox)
-      : former_(std::exchange(onBox_, onBox)),
+      : onBox_(onBox),
+        outer_(std::exchange(innermost_, this)),
         hook_(::SetWindowsHookExA(WH_CALLWNDPROCRET, Procedure, nullptr, ::GetCurrentThreadId())) {}
   BoxHook(const BoxHook&) = delete;
   BoxHook& operator=(const BoxHook&) = delete;
   ~BoxHook() {
-    ::UnhookWindowsHookEx(hook_);
-    onBox_ = former_;
+    Unhook();
+    innermost_ = outer_;
   }
 
  private:
   static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) {
     const auto& sent = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-    if (code == HC_ACTION && sent.message == WM_INITDIALOG && onBox_ != nullptr && IsBox(sent.hwnd))
-      std::exchange(onBox_, nullptr)(sent.hwnd);
+    if (code == HC_ACTION && sent.message == WM_INITDIALOG && innermost_->Unhook()) innermost_->onBox_(sent.hwnd);
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
   }
 
-  static bool IsBox(HWND hwnd) {
-    char name[8] = "";
-    return ::GetClassNameA(hwnd, name, sizeof name) > 0 && std::string_view(name) == "#32770";
-  }
+  bool Unhook() { return hook_ != nullptr && ::UnhookWindowsHookEx(std::exchange(hook_, nullptr)); }
 
-  static inline OnBox onBox_ = nullptr;
-  OnBox former_;
+  static inline BoxHook* innermost_ = nullptr;
+  OnBox onBox_;
+  BoxHook* outer_;
   HHOOK hook_;
 };
 
