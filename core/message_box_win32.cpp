@@ -11,6 +11,7 @@
 
 #include "core/box_queue.h"
 #include "core/callback_guard.h"
+#include "core/wide_text_win32.h"
 
 namespace core {
 namespace {
@@ -85,15 +86,17 @@ class ScreenText {
   }
 
   SIZE OneLine(const std::string& text) const {
+    const std::wstring wide = Wide(text);
     SIZE size{};
-    ::GetTextExtentPoint32A(dc_, text.data(), static_cast<int>(text.size()), &size);
+    ::GetTextExtentPoint32W(dc_, wide.data(), static_cast<int>(wide.size()), &size);
     return size;
   }
 
   // Broken into lines as boxes do it: at blanks, never inside a word.
   SIZE Wrapped(const std::string& text, LONG width) const {
     RECT rect{0, 0, width, 0};
-    ::DrawTextA(dc_, text.data(), static_cast<int>(text.size()), &rect,
+    const std::wstring wide = Wide(text);
+    ::DrawTextW(dc_, wide.data(), static_cast<int>(wide.size()), &rect,
                 DT_LEFT | DT_EXPANDTABS | DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
     return SizeOf(rect);
   }

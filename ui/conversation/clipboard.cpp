@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/runtime_error.h"
+#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 
 namespace conversation {
@@ -39,10 +40,8 @@ void Put(UINT format, Memory memory) {
 }
 
 Memory UnicodeOf(const std::string& text) {
-  const int size = ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, nullptr, 0);
-  std::wstring unicode(static_cast<std::size_t>(size), L'\0');
-  ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, unicode.data(), size);
-  return CopyOf(unicode.data(), unicode.size() * sizeof(wchar_t));
+  const std::wstring unicode = core::Wide(text.c_str());
+  return CopyOf(unicode.c_str(), (unicode.size() + 1) * sizeof(wchar_t));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "core/code_page.h"
 #include "core/text.h"
+#include "core/wide_text_win32.h"
 #include "ui/conversation/text_lines.h"
 #include "core/callback_guard.h"
 #include "ui/toolkit/handles.h"
@@ -191,7 +192,7 @@ void MessageLabel::PaintLines(HDC dc) const {
   const std::size_t end = std::min(lines_.size(), first + static_cast<std::size_t>(PageLines()));
   for (std::size_t i = first; i < end; ++i) {
     const int y = Px(kMargin) + static_cast<int>(i - first) * lineHeight_;
-    const std::wstring line = toolkit::Wide(lines_[i]);
+    const std::wstring line = core::Wide(lines_[i]);
     ::TextOutW(dc, Px(kMargin), y, line.data(), static_cast<int>(line.size()));
   }
 }

@@ -1,5 +1,6 @@
 #include "ui/main/splash_label.h"
 
+#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 
@@ -24,7 +25,7 @@ void SplashLabel::Paint() const {
     const toolkit::Selected font(dc, font_);
     ::SetTextColor(dc, colour_);
     ::SetBkMode(dc, TRANSPARENT);
-    const std::wstring text = toolkit::Wide(Text());
+    const std::wstring text = core::Wide(Text());
     ::TextOutW(dc, 0, 0, text.data(), static_cast<int>(text.size()));
   }
   ::EndPaint(hwnd(), &paint);

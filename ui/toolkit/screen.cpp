@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 
 namespace toolkit {
@@ -48,13 +49,6 @@ HFONT BoldDialogFont() {
   return font.get();
 }
 
-std::wstring Wide(std::string_view text) {
-  std::wstring wide(text.size(), L'\0');
-  const int bytes = static_cast<int>(text.size());
-  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), bytes, wide.data(), bytes)));
-  return wide;
-}
-
 SIZE MeasureText(HFONT font, std::string_view text) {
   const WindowDc dc(nullptr);
   const Selected selected(dc.get(), font);
@@ -62,7 +56,7 @@ SIZE MeasureText(HFONT font, std::string_view text) {
 }
 
 SIZE MeasureText(HDC dc, std::string_view text) {
-  const std::wstring wide = Wide(text);
+  const std::wstring wide = core::Wide(text);
   SIZE size{};
   ::GetTextExtentPoint32W(dc, wide.data(), static_cast<int>(wide.size()), &size);
   return size;

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <string>
 #include <string_view>
 
 #include "ui/toolkit/units.h"
@@ -33,10 +32,6 @@ WorkArea GetWorkArea(HWND window);
 // The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
 HFONT DialogFont();
 HFONT BoldDialogFont();
-
-// A text as it is drawn and measured: calls that take bytes read them by the script of the font, which need not be that
-// of the system's code page.
-std::wstring Wide(std::string_view text);
 
 // Pixel size of a single line of text in a font.
 SIZE MeasureText(HFONT font, std::string_view text);

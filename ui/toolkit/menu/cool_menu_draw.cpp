@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/wide_text_win32.h"
 #include "ui/toolkit/menu/embossed_image.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
@@ -41,7 +42,7 @@ SIZE ImageSize(HIMAGELIST images) {
 SIZE TextSize(HDC dc, HFONT font, const std::string& text) {
   const Selected selected(dc, font);
   RECT bounds{};
-  ::DrawTextW(dc, Wide(text).c_str(), -1, &bounds, DT_CALCRECT | DT_SINGLELINE);
+  ::DrawTextW(dc, core::Wide(text).c_str(), -1, &bounds, DT_CALCRECT | DT_SINGLELINE);
   return {bounds.right, bounds.bottom};
 }
 
@@ -85,7 +86,7 @@ void DrawHead(HDC dc, const RECT& row, const MenuLook& look, const MenuFonts& fo
   const Selected selected(dc, fonts.MenuFontSep.get());
   RECT text{textLeft, row.top, row.right, row.bottom};
   ::SetTextColor(dc, PaintColour(look.ForeColor));
-  ::DrawTextW(dc, Wide(data.sMenuText).c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER);
+  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER);
 }
 
 struct ItemState {
@@ -200,14 +201,14 @@ void DrawRow(HDC dc, const RECT& row, const MenuLook& look, const CMyItemData& d
   }
   RECT caption = parts.caption;
   ::SetTextColor(dc, CaptionColour(look, state));
-  ::DrawTextW(dc, Wide(data.sMenuText).c_str(), -1, &caption,
+  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &caption,
               DT_SINGLELINE | DT_VCENTER | (state.hidesMnemonic ? DT_HIDEPREFIX : 0u));
 }
 
 void DrawBarItem(HDC dc, RECT item, const MenuLook& look, const CMyItemData& data, ItemState state) {
   if (state.selected) Fill(dc, item, PaintColour(look.SelectColor));
   ::SetTextColor(dc, CaptionColour(look, state));
-  ::DrawTextW(dc, Wide(data.sMenuText).c_str(), -1, &item,
+  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &item,
               DT_SINGLELINE | DT_VCENTER | DT_CENTER | (state.hidesMnemonic ? DT_HIDEPREFIX : 0u));
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 
+#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 
@@ -113,7 +114,7 @@ void IconList::Draw(const DRAWITEMSTRUCT& request) const {
     place.left += IconSide() + Px(kGap);
     ::SetTextColor(request.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     ::SetBkMode(request.hDC, TRANSPARENT);
-    ::DrawTextW(request.hDC, Wide(TextAt(index)).c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    ::DrawTextW(request.hDC, core::Wide(TextAt(index)).c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
   }
   if ((request.itemState & ODS_FOCUS) && !(request.itemState & ODS_NOFOCUSRECT))
     ::DrawFocusRect(request.hDC, &request.rcItem);
