@@ -15,8 +15,8 @@ PICTURES = _ROOT + "/build/pictures"
 # Seconds for which a starting copy listens.
 LISTENING = 10
 
-# Command ids of toolbar buttons: Alert and Chat of the main window, Send of the composer, Accept of the options.
-ALERT_TOOL, CHAT_TOOL = 100, 101
+# Command ids of toolbar buttons: Alert, Chat and Block of the main window, Send of the composer, Accept of the options.
+ALERT_TOOL, CHAT_TOOL, BLOCK_TOOL = 100, 101, 102
 SEND_TOOL = 101
 ACCEPT = 110
 OPTIONS = 1006  # of the main window's menu
@@ -144,6 +144,10 @@ class Copy:
         """Selects a row of the main window and clicks Chat; returns the chat window."""
         self._click_with(participant, CHAT_TOOL)
         return self.probe.wait_for("frmChat")
+
+    def block(self, name):
+        """Selects a row of the main window and clicks Block."""
+        self._click_with(name, BLOCK_TOOL)
 
     def _click_with(self, name, tool):
         main = self.probe.wait_for("frmMain", visible=False)

@@ -8,6 +8,8 @@ from rig import copies, network, probe, screen
 from .test_one_copy import GREETING
 
 EXPORT_COMMAND, SAVE = 202, 1
+NAME_BOX = 160
+MOST_OF_NAME = 2751  # bytes
 
 
 def _bytes(text):
@@ -40,13 +42,23 @@ class Letters(unittest.TestCase):
         self.wire.send(f"{OTHER}|C/255")
         for copy in (self.pochi, self.aya):
             probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER}, 20)
-        self.pochi.probe.command(self.pochi.open_options(), copies.ACCEPT)  # with which the group gets its row
+        dialog = self.pochi.open_options()
+        name = self.pochi.probe.control(dialog, NAME_BOX)
+        # The limit of what is typed counts bytes, and keeps room for any letter.
+        kana = LINE[:2] * (MOST_OF_NAME // 2 - 1)
+        self.pochi.probe.set_text(name, kana)
+        self.pochi.probe.type(name, "ab" + LINE)
+        probe.wait(lambda: self.pochi.probe.control(dialog, NAME_BOX).text == "ab" + kana)
+        self.pochi.probe.set_text(name, POCHI)
+        self.pochi.probe.command(dialog, copies.ACCEPT)  # with which the group gets its row
         probe.wait(lambda: {f"({GROUP})", AYA} <= self.pochi.names(), 20)
         start = self.wire.mark()
         self.pochi.send_alert(f"({GROUP})", LINE)
         self.wire.wait_for(f"{POCHI}|P/\xdf{LINE}|{AYA}", start=start)
-        self.assertEqual(self.aya.popup_at_rest()[1], [LINE + "\r\n"])
+        popup, texts = self.aya.popup_at_rest()
+        self.assertEqual(texts, [LINE + "\r\n"])
         self.aya.prefix.screen.save(copies.PICTURES + "/letters-alert.png")
+        self.aya.probe.close(popup)
 
     def test_2_a_private_conversation(self):
         at_aya = self.aya.open_chat(POCHI)
@@ -74,3 +86,9 @@ class Letters(unittest.TestCase):
         self.pochi.probe.wait_gone(dialog)
         with open(self.pochi.prefix.drive_c + "/\u30bd/\u8868.txt", "rb") as file:
             self.assertEqual(file.read().decode("latin-1"), self.pochi.said(chat))
+
+    def test_4_a_blocked_sender(self):
+        self.aya.block(POCHI)
+        self.pochi.send_alert(AYA, "1")
+        self.wire.send(f"{OTHER}|P/\xdf2|{AYA}")
+        self.assertEqual(self.aya.popup_at_rest()[1], ["2\r\n"])
