@@ -1,0 +1,189 @@
+#include "support/memory_segment.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "core/globals.h"
+#include "support/recording_desktop.h"
+
+namespace support {
+namespace {
+
+constexpr Time kShortestWay = 100us, kLongestWay = 1ms;  // of a packet from its sender to everybody
+
+// What a system takes for a small datagram that waits, its own account of it included.
+constexpr std::size_t kBufferPerPacket = 256;
+
+// The clock that the copies see passes the end of its signed range while desks start.
+constexpr std::uint32_t kFirstTick = std::numeric_limits<std::int32_t>::max() - 12000u;
+
+template <class Counts>
+auto& BySecond(Counts& counts, Time time) {
+  const auto second = static_cast<std::size_t>(time / 1s);
+  if (second >= counts.size()) counts.resize(second + 1);
+  return counts[second];
+}
+
+Time Between(Time least, Time most, std::minstd_rand& random) {
+  return Time(std::uniform_int_distribution<Time::rep>(least.count(), most.count())(random));
+}
+
+}  // namespace
+
+// Lends the program's globals to one desk.
+class Desk::Seat {
+ public:
+  explicit Seat(Desk& desk) : desk_(desk) { Swap(); }
+  ~Seat() { Swap(); }
+  Seat(const Seat&) = delete;
+  Seat& operator=(const Seat&) = delete;
+
+ private:
+  void Swap() {
+    core::gCurName.swap(desk_.curName_);
+    std::swap(core::gColour, desk_.colour_);
+    std::swap(core::gStatus, desk_.status_);
+    std::swap(core::gStarting, desk_.starting_);
+  }
+  Desk& desk_;
+};
+
+Desk::Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::int16_t status)
+    : segment_(segment), userName_(std::move(name)), colour_(colour), status_(status) {}
+
+void Desk::Start() {
+  copy_ = std::make_unique<Copy>(*this);
+  const Seat seat(*this);
+  core::gStarting = -1;
+  core::gCurName = "_" + userName_;
+  copy_->users.ClearlvUsers();
+  copy_->messenger.OpenSocket();
+  Later(kListening, [this] {
+    const Seat again(*this);
+    core::gStarting = 0;
+    Rejoin(userName_);
+  });
+}
+
+void Desk::Join(const std::deque<Desk>& known) {
+  copy_ = std::make_unique<Copy>(*this);
+  const Seat seat(*this);
+  core::gCurName = userName_;
+  copy_->users.ClearlvUsers();
+  copy_->messenger.OpenSocket();
+  for (const Desk& desk : known) {
+    copy_->users.AddUser(desk.userName_);
+    copy_->users.SetColour(desk.userName_, &desk == this ? core::gColour : desk.colour_);
+    const auto status = static_cast<std::size_t>(&desk == this ? core::gStatus : desk.status_);
+    copy_->users.SetStateText(desk.userName_, core::gStateNames[status]);
+  }
+}
+
+void Desk::Rejoin(std::string name) {
+  copy_->messenger.CloseSocket();
+  copy_->users.ClearlvUsers();
+  core::gCurName = std::move(name);
+  copy_->messenger.OpenSocket();
+}
+
+void Desk::Accept(std::string name, std::int32_t colour) {
+  const Seat seat(*this);
+  userName_ = std::move(name);
+  core::gColour = colour;
+  Rejoin(userName_);
+}
+
+void Desk::Leave() {
+  const Seat seat(*this);
+  copy_->messenger.CloseSocket();
+}
+
+void Desk::Kill() {
+  ++kills_;
+  open_ = false;
+  copy_.reset();
+}
+
+// What the processor gets to only later is handled here at once. The clock tells the copy when it is, and what it sends
+// goes out then.
+void Desk::Hear(std::string_view packet) {
+  if (!open_) return;
+  const Time perPacket = segment_.conditions_.perPacket, begin = std::max(segment_.now_, busyUntil_);
+  const auto waiting = static_cast<std::size_t>((begin - segment_.now_) / perPacket);
+  if (waiting * kBufferPerPacket > segment_.conditions_.buffer) return;
+  BySecond(busy_, begin) += perPacket;
+  busyUntil_ = begin + perPacket;
+  MemorySegment::SetClock(begin);
+  const Seat seat(*this);
+  copy_->dispatcher.DataArrived(packet);
+}
+
+bool Desk::Knows(const Desk& other) const {
+  const toolkit::ListRow* row = copy_->users.lvUsers.FindText(other.userName_);
+  return row && row->foreColour == other.colour_ &&
+         row->subText == core::gStateNames[static_cast<std::size_t>(other.status_)];
+}
+
+Time Desk::BusiestSecond() const { return busy_.empty() ? Time(0) : *std::ranges::max_element(busy_); }
+
+void Desk::Later(Time after, std::function<void()> action) {
+  segment_.At(segment_.now_ + after, [this, kills = kills_, action = std::move(action)] {
+    if (kills == kills_) action();
+  });
+}
+
+// The packets of one sender do not overtake each other.
+void Desk::Send(std::string_view packet) {
+  if (open_) lastArrival_ = segment_.Broadcast(std::string(packet), std::max(busyUntil_, lastArrival_), this);
+}
+
+void MemorySegment::Add(std::string name, std::int32_t colour, std::int16_t status) {
+  desks_.emplace_back(*this, std::move(name), colour, status);
+}
+
+void MemorySegment::StartSettled() {
+  settling_ = true;
+  for (Desk& desk : desks_) desk.Join(desks_);
+  RunUntil(now_ + 5s);
+  settling_ = false;
+}
+
+void MemorySegment::At(Time time, std::function<void()> action) {
+  events_.push_back({time, eventCount_++, std::move(action)});
+  std::ranges::push_heap(events_, IsLater);
+}
+
+void MemorySegment::RunUntil(Time end) {
+  while (!events_.empty() && events_.front().time <= end) {
+    std::ranges::pop_heap(events_, IsLater);
+    const Event event = std::move(events_.back());
+    events_.pop_back();
+    now_ = event.time;
+    SetClock(now_);
+    event.action();
+  }
+  now_ = end;
+  SetClock(now_);
+}
+
+Time MemorySegment::Broadcast(std::string packet, Time after, const Desk* sender) {
+  if (settling_) return now_;
+  ++BySecond(packets_, now_);
+  if (transcript) transcript->push_back(packet);
+  const Time arrival = std::max(now_ + Between(kShortestWay, kLongestWay, ways_), after + 1us);
+  At(arrival, [this, packet = std::move(packet), sender] { Deliver(packet, sender); });
+  return arrival;
+}
+
+void MemorySegment::Deliver(std::string_view packet, const Desk* sender) {
+  std::bernoulli_distribution isLost(conditions_.loss);
+  for (Desk& desk : desks_)
+    if (&desk == sender || !isLost(losses_)) desk.Hear(packet);
+}
+
+void MemorySegment::SetClock(Time time) {
+  Desktop().ticks = static_cast<std::int32_t>(kFirstTick + static_cast<std::uint32_t>(time / 1ms));
+}
+
+}  // namespace support

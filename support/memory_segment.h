@@ -1,0 +1,133 @@
+// A segment in memory: real copies (Dispatcher, Messenger, UserRoster) in one process, with a virtual clock and a
+// network that delivers every broadcast to all of them. What takes a thousand machines takes seconds here, and comes
+// out the same each time.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "net/dispatcher.h"
+#include "ui/main/user_roster.h"
+
+namespace support {
+
+using Time = std::chrono::microseconds;  // since the segment was made
+using namespace std::chrono_literals;
+
+// How long a copy listens under a hidden name.
+inline constexpr Time kListening = 10s;
+
+struct Conditions {
+  double loss = 0;               // share of the packets that a desk does not hear; its own are never lost
+  Time perPacket = 20us;         // of processor time that a desk takes for each packet received
+  std::size_t buffer = 8 << 20;  // bytes of packets that wait to be received; what does not fit is lost
+};
+
+class MemorySegment;
+
+// One user's machine with one copy. A copy's settings are globals, so they are swapped in while it acts.
+class Desk : net::DatagramPort, net::Conversations {
+ public:
+  Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::int16_t status);
+
+  // Joins under a hidden name, and under its own after the listening.
+  void Start();
+  // Joins under its own name with these users on its list.
+  void Join(const std::deque<Desk>& known);
+  void Accept(std::string name, std::int32_t colour);  // new options
+  void Leave();
+  void Kill();  // as a power cut does: without a word
+
+  void Hear(std::string_view packet);
+
+  // Takes part under its own name.
+  bool IsUp() const { return open_ && starting_ == 0; }
+  // Lists the other one in its colour and state.
+  bool Knows(const Desk& other) const;
+
+  Time BusiestSecond() const;  // processor time
+
+ private:
+  class Seat;
+  struct Copy {
+    explicit Copy(Desk& desk) : messenger(desk), dispatcher(users, desk, messenger) {}
+    mainwindow::UserRoster users;
+    net::Messenger messenger;
+    net::Dispatcher dispatcher;
+  };
+
+  void Rejoin(std::string name);
+  void Later(Time after, std::function<void()> action);
+
+  void Open(int) override { open_ = true; }
+  void Close() override { open_ = false; }
+  void Send(std::string_view packet) override;
+  const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return windows_; }
+  std::shared_ptr<net::ChatWindow> OpenChat(std::string_view) override { return nullptr; }
+  void ShowAlert(std::string_view, std::string_view, int) override {}
+
+  MemorySegment& segment_;
+  std::string userName_, curName_;
+  std::int32_t colour_;
+  std::int16_t status_, starting_ = 0;
+  std::unique_ptr<Copy> copy_;
+  bool open_ = false;
+  unsigned kills_ = 0;
+  Time busyUntil_{0}, lastArrival_{0};
+  std::vector<Time> busy_;  // by second
+  std::vector<std::shared_ptr<net::ChatWindow>> windows_;
+};
+
+class MemorySegment {
+ public:
+  explicit MemorySegment(const Conditions& conditions = {}) : conditions_(conditions) {}
+
+  std::deque<Desk>& Desks() { return desks_; }
+  void Add(std::string name, std::int32_t colour, std::int16_t status);
+  // All of them have been up for a while and know each other.
+  void StartSettled();
+
+  void At(Time time, std::function<void()> action);
+  // Lets time pass: actions and arrivals happen in the order of their times.
+  void RunUntil(Time end);
+  Time Now() const { return now_; }
+
+  // Delivers a packet to every desk that is open then, later than the given time. Returns the time of arrival.
+  Time Broadcast(std::string packet, Time after = Time(0), const Desk* sender = nullptr);
+
+  const std::vector<std::uint32_t>& PacketsBySecond() const { return packets_; }
+  // In the order of sending, for as long as somebody wants them.
+  std::vector<std::string>* transcript = nullptr;
+
+ private:
+  friend Desk;
+  struct Event {
+    Time time;
+    std::uint64_t number;
+    std::function<void()> action;
+  };
+  static bool IsLater(const Event& a, const Event& b) {
+    return a.time != b.time ? a.time > b.time : a.number > b.number;
+  }
+
+  static void SetClock(Time time);
+  void Deliver(std::string_view packet, const Desk* sender);
+
+  Conditions conditions_;
+  std::minstd_rand ways_{1}, losses_{2};
+  Time now_{0};
+  std::uint64_t eventCount_ = 0;
+  std::vector<Event> events_;  // a heap, the next one first
+  std::deque<Desk> desks_;
+  bool settling_ = false;
+  std::vector<std::uint32_t> packets_;  // by second
+};
+
+}  // namespace support

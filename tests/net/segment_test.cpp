@@ -1,0 +1,81 @@
+// Whole copies on a segment in memory: what each of them says, packet for packet.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/memory_segment.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "tests/support/desktop_test.h"
+
+namespace net {
+namespace {
+
+using namespace std::chrono_literals;
+using support::Desk;
+
+class SegmentTest : public support::DesktopTest {
+ protected:
+  SegmentTest() {
+    folder.Put("Lang.con", "Code,English\r\n10201,is now on the network");
+    core::LoadLang();
+    core::gLangError = -1;  // nobody misses the other texts
+  }
+};
+
+bool EverybodyKnowsEverybody(support::MemorySegment& segment) {
+  const auto knowsAll = [&](const Desk& desk) {
+    return !desk.IsUp() ||
+           std::ranges::all_of(segment.Desks(), [&](const Desk& other) { return !other.IsUp() || desk.Knows(other); });
+  };
+  return std::ranges::all_of(segment.Desks(), knowsAll);
+}
+
+// FNV-1a.
+std::uint64_t Fingerprint(const std::vector<std::string>& packets) {
+  std::uint64_t hash = 0xCBF29CE484222325u;
+  for (const std::string& packet : packets)
+    for (const char byte : packet + "\n") hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3u;
+  return hash;
+}
+
+// Recorded from the version that answered every packet of every newcomer at once: in a small segment nothing differs,
+// not even when all start together.
+TEST_F(SegmentTest, SmallSegmentsSayWhatTheyAlwaysSaid) {
+  const struct {
+    int copies;
+    support::Time pause;                 // between two starts
+    std::size_t started, renamed, left;  // packets until then
+    std::uint64_t fingerprint;
+  } kRecorded[] = {
+      {2, 15s, 66, 82, 83, 0x148021F9BE883BF9u},      {3, 15s, 171, 193, 194, 0x10C96F9A2F069C94u},
+      {4, 15s, 348, 376, 377, 0x8B226D763A3524AEu},   {5, 15s, 615, 649, 650, 0x426FF384004AFA41u},
+      {4, 4s, 303, 331, 332, 0x3F5B96D5137C348Cu},    {5, 4s, 579, 613, 614, 0x95B5DA9F7AFCE75Eu},
+      {2, 100ms, 57, 73, 74, 0x511091C3B44912D9u},    {3, 100ms, 135, 157, 158, 0x9FC87F52E949978Cu},
+      {4, 100ms, 258, 286, 287, 0x9E69444C0CE2D07Du}, {5, 100ms, 435, 469, 470, 0xD6C9DFD383306879u},
+  };
+  for (const auto& row : kRecorded) {
+    SCOPED_TRACE(std::to_string(row.copies) + " copies");
+    support::MemorySegment segment;
+    std::vector<std::string> said;
+    segment.transcript = &said;
+    for (int i = 0; i < row.copies; ++i) {
+      segment.Add("user" + std::to_string(i), 100 * i, static_cast<std::int16_t>(i % 3));
+      segment.At(i * row.pause, [&desk = segment.Desks().back()] { desk.Start(); });
+    }
+    segment.RunUntil(row.copies * row.pause + 15s);
+    EXPECT_TRUE(EverybodyKnowsEverybody(segment));
+    EXPECT_EQ(said.size(), row.started);
+    segment.Desks().front().Accept("renamed", 7);
+    segment.RunUntil(segment.Now() + 5s);
+    EXPECT_TRUE(EverybodyKnowsEverybody(segment));
+    EXPECT_EQ(said.size(), row.renamed);
+    segment.Desks().back().Leave();
+    segment.RunUntil(segment.Now() + 5s);
+    EXPECT_EQ(said.size(), row.left);
+    EXPECT_EQ(Fingerprint(said), row.fingerprint);
+  }
+}
+
+}  // namespace
+}  // namespace net
