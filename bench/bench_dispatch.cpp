@@ -28,6 +28,7 @@ class SilentPort : public net::DatagramPort {
  public:
   void Open(int) override {}
   void Close() override {}
+  void WakeIn(std::uint32_t) override {}
   void Send(std::string_view bytes) override { benchmark::DoNotOptimize(bytes.size()); }
 };
 

@@ -15,6 +15,16 @@ std::string TimeText();
 // Milliseconds since the system started, wrapping as a signed 32-bit number.
 std::int32_t TickCount();
 
+// Milliseconds from one tick count to another, also across the wrap; a clock that went back gives a very large number.
+constexpr std::uint32_t TicksSince(std::int32_t then, std::int32_t now) {
+  return static_cast<std::uint32_t>(now) - static_cast<std::uint32_t>(then);
+}
+
+// The tick count so many milliseconds later.
+constexpr std::int32_t TicksAfter(std::int32_t now, std::uint32_t milliseconds) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(now) + milliseconds);
+}
+
 // Stores the current tick count in gTicks.
 void StartTicks();
 

@@ -19,6 +19,9 @@ class Roster {
   // How many rows, of any kind, bear this text ignoring case.
   virtual int CountRows(std::string_view text) const = 0;
 
+  // How many users are listed, the own name included.
+  virtual std::size_t CountUsers() const = 0;
+
   // Adds a user: checked, colour 0. Throws Err::KeyNotUnique when a user of this name in another case is listed.
   // Returns false, and adds nothing, when the roster has reached its bounds.
   virtual bool AddUser(std::string_view name) = 0;

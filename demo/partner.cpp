@@ -9,6 +9,7 @@
 
 #include "core/globals.h"
 #include "core/runtime_error.h"
+#include "core/start_up.h"
 #include "demo/partner_windows.h"
 #include "demo/terminal.h"
 #include "demo/udp_port.h"
@@ -19,18 +20,19 @@ namespace {
 
 constexpr char kUsage[] =
     "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--public] [--verbose]\n"
-    "               [--alert-after SECONDS TEXT TO] [--for SECONDS]\n"
+    "               [--alert-after SECONDS TEXT TO] [--listen] [--for SECONDS]\n"
     "  --delay        between hearing an alert or a chat line and answering it (1.5)\n"
     "  --chat         answer chat lines too\n"
     "  --public       answer them so that everybody reads it\n"
     "  --verbose      show every packet\n"
     "  --alert-after  send an alert to one user, or to (All)\n"
+    "  --listen       join as the program does: for ten seconds under a hidden name first\n"
     "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n";
 
 struct Options {
   std::string name = "partner";
   demo::Manners manners;
-  bool sendsAlert = false;
+  bool sendsAlert = false, listens = false;
   std::chrono::milliseconds alertAfter{0}, stays = std::chrono::hours(24 * 365);
   std::string alertText, alertTo;
 };
@@ -87,6 +89,8 @@ Options Parse(Arguments arguments) {
       options.alertAfter = arguments.Seconds();
       options.alertText = arguments.Text();
       options.alertTo = arguments.Text();
+    } else if (word == "--listen") {
+      options.listens = true;
     } else if (word == "--for") {
       options.stays = arguments.Seconds();
     } else {
@@ -98,38 +102,63 @@ Options Parse(Arguments arguments) {
 
 volatile std::sig_atomic_t gAskedToLeave = 0;
 
-void Run(const Options& options) {
-  mainwindow::UserRoster users;
-  demo::UdpPort port;
-  net::Messenger messenger(port);
-  demo::PartnerWindows windows(messenger, options.manners);
-  net::Dispatcher dispatcher(users, windows, messenger);
-  users.lblStat.captionChanged = [](const std::string& caption) { demo::Show("roster", caption); };
-  users.ClearlvUsers();
-  messenger.OpenSocket();
-  if (options.sendsAlert) windows.SendAlertLater(options.alertAfter, options.alertText, options.alertTo);
-  const auto end = demo::Clock::now() + options.stays;
-  std::string datagram;
-  while (!gAskedToLeave && demo::Clock::now() < end) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - demo::Clock::now());
-    const auto wait = std::min(windows.SendDue(), left);
-    if (port.Receive(datagram, static_cast<int>(wait.count()))) dispatcher.DataArrived(datagram);
+class Partner {
+ public:
+  explicit Partner(const Options& options) : options_(options), windows_(messenger_, options.manners) {
+    users_.lblStat.captionChanged = [](const std::string& caption) { demo::Show("roster", caption); };
+    port_.onWake = [this] { messenger_.SendOwed(); };
   }
-  messenger.CloseSocket();
-}
+
+  void Run() {
+    if (options_.listens) {
+      core::gStarting = -1;
+      Join("_" + options_.name);
+      Serve(std::chrono::milliseconds(core::kListenTime));
+      messenger_.CloseSocket();
+      core::gStarting = 0;
+    }
+    Join(options_.name);
+    if (options_.sendsAlert) windows_.SendAlertLater(options_.alertAfter, options_.alertText, options_.alertTo);
+    Serve(options_.stays);
+    messenger_.CloseSocket();
+  }
+
+ private:
+  void Join(const std::string& name) {
+    core::gCurName = name;
+    users_.ClearlvUsers();
+    messenger_.OpenSocket();
+  }
+
+  void Serve(std::chrono::milliseconds time) {
+    const auto end = demo::Clock::now() + time;
+    std::string datagram;
+    while (!gAskedToLeave && demo::Clock::now() < end) {
+      const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - demo::Clock::now());
+      const auto wait = std::min(windows_.SendDue(), left);
+      if (port_.Receive(datagram, static_cast<int>(wait.count()))) dispatcher_.DataArrived(datagram);
+    }
+  }
+
+  const Options& options_;
+  mainwindow::UserRoster users_;
+  demo::UdpPort port_;
+  net::Messenger messenger_{port_};
+  demo::PartnerWindows windows_;
+  net::Dispatcher dispatcher_{users_, windows_, messenger_};
+};
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const Options options = Parse(Arguments(argc, argv));
-  core::gCurName = options.name;
   // Without SA_RESTART, so that a signal ends the waiting for a datagram.
   struct sigaction leave {};
   leave.sa_handler = [](int) { gAskedToLeave = 1; };
   ::sigaction(SIGINT, &leave, nullptr);
   ::sigaction(SIGTERM, &leave, nullptr);
   try {
-    Run(options);
+    Partner(options).Run();
   } catch (const core::RuntimeError& error) {
     std::fprintf(stderr, "partner: %s\n", core::NumberAndDescription(error).c_str());
     return 1;

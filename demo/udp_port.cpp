@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -44,6 +45,7 @@ void UdpPort::Open(int port) {
 }
 
 void UdpPort::Close() {
+  wake_.reset();
   if (socket_ >= 0) ::close(std::exchange(socket_, -1));
 }
 
@@ -55,9 +57,21 @@ void UdpPort::Send(std::string_view bytes) {
   }
 }
 
+void UdpPort::WakeIn(std::uint32_t milliseconds) { wake_ = Clock::now() + std::chrono::milliseconds(milliseconds); }
+
+int UdpPort::WakeOwner(int most) {
+  if (wake_ && *wake_ <= Clock::now()) {
+    wake_.reset();
+    onWake();
+  }
+  if (!wake_) return most;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*wake_ - Clock::now()).count();
+  return static_cast<int>(std::clamp<std::int64_t>(left, 0, most));
+}
+
 bool UdpPort::Receive(std::string& datagram, int milliseconds) {
   pollfd waiting{.fd = socket_, .events = POLLIN, .revents = 0};
-  if (::poll(&waiting, 1, milliseconds) <= 0) return false;
+  if (::poll(&waiting, 1, WakeOwner(milliseconds)) <= 0) return false;
   datagram.resize(kLargestDatagram);
   const ssize_t length = ::recv(socket_, datagram.data(), datagram.size(), 0);
   datagram.resize(length > 0 ? static_cast<std::size_t>(length) : 0);

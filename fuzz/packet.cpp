@@ -61,6 +61,7 @@ struct Session : net::DatagramPort, net::Conversations {
 
   void Open(int) override {}
   void Close() override {}
+  void WakeIn(std::uint32_t) override {}
   void Send(std::string_view bytes) override {
     ++sent;
     fuzz::Require(net::TakeApart(bytes).sender == core::gCurName);

@@ -12,14 +12,14 @@ namespace {
 
 constexpr char kClassName[] = "sktBC";
 constexpr UINT kReadable = WM_APP;
-constexpr UINT_PTR kRestTimer = 1;
+constexpr UINT_PTR kRestTimer = 1, kWakeTimer = 2;
 
 constexpr int kLargestDatagram = 65535;
 
 // Thousands of copies may answer at once, or a user's windows may take their time: what arrives meanwhile waits here,
 // with the system's own cost per datagram on top.
 constexpr int kReceiveBuffer = 8 * 1024 * 1024;
-constexpr int kSendBuffer = 1024 * 1024;  // three answers to each of a crowd of newcomers
+constexpr int kSendBuffer = 1024 * 1024;  // an alert for each of a crowd of recipients
 
 // What one window message may read, in datagrams and time, and how often the other events get their chance. Messages of
 // the socket are posted ones, and Windows serves those before input, painting and timers: a steady stream of datagrams
@@ -78,8 +78,8 @@ int BindTo(SOCKET socket, const sockaddr_in& address) {
 
 }  // namespace
 
-BroadcastSocket::BroadcastSocket(Arrival arrival)
-    : arrival_(std::move(arrival)), buffer_(std::make_unique<char[]>(kLargestDatagram)) {}
+BroadcastSocket::BroadcastSocket(Arrival arrival, std::function<void()> wake)
+    : arrival_(std::move(arrival)), wake_(std::move(wake)), buffer_(std::make_unique<char[]>(kLargestDatagram)) {}
 
 BroadcastSocket::~BroadcastSocket() {
   Close();
@@ -110,12 +110,18 @@ void BroadcastSocket::Close() {
   if (socket_ == INVALID_SOCKET) return;
   ::closesocket(std::exchange(socket_, INVALID_SOCKET));
   EndRest();
+  ::KillTimer(hwnd_, kWakeTimer);
 }
 
 void BroadcastSocket::Send(std::string_view bytes) {
   if (socket_ == INVALID_SOCKET) return;
   ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0, reinterpret_cast<const sockaddr*>(&everybody_),
            sizeof everybody_);
+}
+
+// A timer of the system comes after everything that was posted: in a burst reading goes first.
+void BroadcastSocket::WakeIn(std::uint32_t milliseconds) {
+  if (socket_ != INVALID_SOCKET) ::SetTimer(hwnd_, kWakeTimer, milliseconds, nullptr);
 }
 
 void BroadcastSocket::StartWinsock() {
@@ -147,7 +153,9 @@ LRESULT CALLBACK BroadcastSocket::Procedure(HWND hwnd, UINT message, WPARAM wPar
 // A message may be older than the socket that is open now, or come while there is none. Reading answers the system's
 // next message, so one that is passed over during a rest is made up for when the rest ends.
 void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
-  if (message == WM_TIMER) {
+  if (message == WM_TIMER && wParam == kWakeTimer) {
+    Wake();
+  } else if (message == WM_TIMER) {
     EndRest();
     Read();
   } else if (!resting_ && static_cast<SOCKET>(wParam) == socket_) {
@@ -194,6 +202,11 @@ void BroadcastSocket::LetOthersRun() {
   else if (waiting != 0)
     core::RunTimersAndPainting();
   lastTurn_ = Clock::now();
+}
+
+void BroadcastSocket::Wake() {
+  ::KillTimer(hwnd_, kWakeTimer);
+  if (socket_ != INVALID_SOCKET) wake_();  // the message may be older than the closing
 }
 
 void BroadcastSocket::EndRest() {

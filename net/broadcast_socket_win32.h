@@ -20,7 +20,9 @@ class BroadcastSocket : public DatagramPort {
 
   // Hands every datagram to `arrival`, on this thread, from the message loop. `arrival` may let events run: what is
   // read meanwhile is handed over at once, from inside, and the bytes of the outer datagram are then gone.
-  explicit BroadcastSocket(Arrival arrival);
+  // `wake` is what WakeIn calls.
+  explicit BroadcastSocket(
+      Arrival arrival, std::function<void()> wake = [] {});
   ~BroadcastSocket() override;
   BroadcastSocket(const BroadcastSocket&) = delete;
   BroadcastSocket& operator=(const BroadcastSocket&) = delete;
@@ -28,6 +30,7 @@ class BroadcastSocket : public DatagramPort {
   void Open(int port) override;
   void Close() override;
   void Send(std::string_view bytes) override;
+  void WakeIn(std::uint32_t milliseconds) override;
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -41,8 +44,10 @@ class BroadcastSocket : public DatagramPort {
   void ForgetMessages() const;
   void LetOthersRun();
   void EndRest();
+  void Wake();
 
   Arrival arrival_;
+  std::function<void()> wake_;
   std::unique_ptr<char[]> buffer_;
   sockaddr_in everybody_{};
   SOCKET socket_ = INVALID_SOCKET;

@@ -1,6 +1,7 @@
 // The broadcast socket as the send operations see it.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace net {
@@ -18,6 +19,10 @@ class DatagramPort {
 
   // One datagram. Failures and a closed port are silent: nobody waits for an answer.
   virtual void Send(std::string_view bytes) = 0;
+
+  // Has the owner of the port called after so many milliseconds, or a little later, while it is open. A second call
+  // replaces the first one.
+  virtual void WakeIn(std::uint32_t milliseconds) = 0;
 };
 
 }  // namespace net

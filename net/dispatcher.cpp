@@ -24,6 +24,13 @@ bool IsKind(std::string_view kind, std::string_view wanted) {
          kind[1] == wanted[1];
 }
 
+// The sender's name, a blank, and whatever its language says.
+bool IsGreeting(const Packet& packet) {
+  const std::string_view text = packet.argument, name = packet.sender;
+  return IsKind(packet.kind, kPresence) && text.size() > name.size() && text[name.size()] == ' ' &&
+         text.starts_with(name) && !text.starts_with(kChatMark) && !text.starts_with(kAlertMark);
+}
+
 }  // namespace
 
 const Dispatcher::Route Dispatcher::kRoutes[] = {
@@ -65,7 +72,9 @@ void Dispatcher::DispatchCurrent() {
 
 void Dispatcher::ParsePacket(std::string_view data) {
   const Packet packet = TakeApart(data);
-  if (!roster_.HasRow(packet.sender) && !Admit(packet.sender)) return;
+  const bool isListed = roster_.HasRow(packet.sender);
+  if (!isListed && !Admit(packet.sender)) return;
+  if (isListed && IsGreeting(packet)) WelcomeBack(packet.sender);
   roster_.RefBlock();
   RefreshChatWindows();
   for (const Route& route : kRoutes) {
@@ -79,13 +88,28 @@ void Dispatcher::ParsePacket(std::string_view data) {
 // A sender that is not listed. True when it is listed now and its packet counts.
 bool Dispatcher::Admit(std::string_view sender) {
   if (sender.starts_with(kHiddenMark) && !IsOwnName(sender)) {
-    if (AnswersHidden(sender)) messenger_.AnswerNewcomer();
+    hidden_.Note(sender, core::TickCount());
+    if (AnswersHidden(sender)) messenger_.AnswerNewcomer(false, NamesHeard());
     return false;
   }
   if (!roster_.AddUser(sender)) return false;
-  messenger_.AnswerNewcomer();
+  Answer(sender);
   return true;
 }
+
+void Dispatcher::Answer(std::string_view sender) {
+  answeredLately_.Note(sender, core::TickCount());
+  messenger_.AnswerNewcomer(true, NamesHeard());
+}
+
+// A copy that ended without leaving is still listed when it starts again. It needs answers like any newcomer, and its
+// greeting asks for them. That of an ordinary start comes right after the first packet, which was answered.
+void Dispatcher::WelcomeBack(std::string_view sender) {
+  if (!answeredLately_.Has(sender, core::TickCount())) Answer(sender);
+}
+
+// The larger number, since a copy is heard under a hidden name first and under its own then.
+std::size_t Dispatcher::NamesHeard() const { return std::max(roster_.CountUsers(), hidden_.Count()); }
 
 // Two copies that both still listen under hidden names would answer each other's answers for ever, three packets for
 // each one. So a hidden copy answers another hidden one only on the first packet of a stay on the network.
@@ -171,8 +195,7 @@ void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
 
 void Dispatcher::NoteLostLine(std::string_view sender) {
   const std::int32_t now = core::TickCount();
-  if (static_cast<std::uint32_t>(now) - static_cast<std::uint32_t>(lossNotedSince_) >= kLossInterval)
-    lossNoted_.clear();
+  if (core::TicksSince(lossNotedSince_, now) >= kLossInterval) lossNoted_.clear();
   if (lossNoted_.empty()) lossNotedSince_ = now;
   if (lossNoted_.size() >= kMostLossesNoted || !lossNoted_.insert(core::NameHash()(sender)).second) return;
   core::WriteLog(std::string("Chat line lost, too many chat windows are open (").append(sender).append(")"));

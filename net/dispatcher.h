@@ -14,6 +14,7 @@
 #include "net/conversations.h"
 #include "net/messenger.h"
 #include "net/packet.h"
+#include "net/recent_names.h"
 
 namespace net {
 
@@ -52,6 +53,9 @@ class Dispatcher {
 
   void DispatchCurrent();
   bool Admit(std::string_view sender);
+  void Answer(std::string_view sender);
+  void WelcomeBack(std::string_view sender);
+  std::size_t NamesHeard() const;
   bool AnswersHidden(std::string_view sender);
   void RefreshChatWindows();
   void OfferChatLine(std::string_view line, std::string_view sender);
@@ -81,6 +85,8 @@ class Dispatcher {
   std::unordered_set<std::string, core::NameHash, std::equal_to<>> answered_;
   std::size_t answeredBytes_ = 0;
   unsigned answeredSince_ = 0;
+
+  RecentNames hidden_, answeredLately_;
 };
 
 }  // namespace net

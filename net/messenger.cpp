@@ -1,5 +1,9 @@
 #include "net/messenger.h"
 
+#include <functional>
+#include <string>
+
+#include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/language.h"
@@ -27,6 +31,7 @@ void Messenger::SendPrivate(std::string_view line) { SendCmd(PrivateCommand(line
 void Messenger::OpenSocket() {
   sktBC_.Open(kPort);
   ++openings_;
+  BeginAnswers();
   core::RunPendingEvents();
   SendColour();
   SendState();
@@ -34,11 +39,36 @@ void Messenger::OpenSocket() {
 }
 
 void Messenger::CloseSocket() {
+  answers_.End();
   SendCmd(kLeave);
   sktBC_.Close();
 }
 
-void Messenger::AnswerNewcomer() {
+void Messenger::BeginAnswers() {
+  const std::int32_t now = core::TickCount();
+  const bool listed = !core::gCurName.starts_with(kHiddenMark);
+  answers_.Begin(listed, std::hash<std::string>()(core::gCurName) + static_cast<std::size_t>(now), now);
+  WakeWhenDue(now);
+}
+
+void Messenger::AnswerNewcomer(bool listed, std::size_t names) {
+  const std::int32_t now = core::TickCount();
+  const Answer answer = answers_.Ask(listed, names, now);
+  if (answer == Answer::Now) SendAnswer();
+  if (answer == Answer::Owed) WakeWhenDue(now);
+}
+
+void Messenger::SendOwed() {
+  const std::int32_t now = core::TickCount();
+  if (answers_.Settle(now)) SendAnswer();
+  WakeWhenDue(now);
+}
+
+void Messenger::WakeWhenDue(std::int32_t now) {
+  if (const auto wait = answers_.Wait(now)) sktBC_.WakeIn(*wait);
+}
+
+void Messenger::SendAnswer() {
   SendCmd(kPresence);
   SendColour();
   SendState();

@@ -3,13 +3,14 @@
 
 #include <string_view>
 
+#include "net/answer_budget.h"
 #include "net/datagram_port.h"
 
 namespace net {
 
 class Messenger {
  public:
-  explicit Messenger(DatagramPort& sktBC) : sktBC_(sktBC) {}
+  explicit Messenger(DatagramPort& sktBC, const AnswerLimits& limits = {}) : sktBC_(sktBC), answers_(limits) {}
 
   // A packet from gCurName; an empty command sends nothing.
   void SendCmd(std::string_view command);
@@ -27,8 +28,12 @@ class Messenger {
   // Leaves and closes.
   void CloseSocket();
 
-  // Presence, colour and state: the answer to a newcomer.
-  void AnswerNewcomer();
+  // A newcomer is answered with presence, colour and state: at once, or by SendOwed, as the limits want it. For what
+  // the arguments mean see AnswerBudget::Ask.
+  void AnswerNewcomer(bool listed, std::size_t names);
+
+  // What the port wakes its owner for.
+  void SendOwed();
 
   // Own colour and state, as every joining announces them.
   void SendColour();
@@ -38,7 +43,12 @@ class Messenger {
   unsigned Openings() const { return openings_; }
 
  private:
+  void BeginAnswers();
+  void SendAnswer();
+  void WakeWhenDue(std::int32_t now);
+
   DatagramPort& sktBC_;
+  AnswerBudget answers_;
   unsigned openings_ = 0;
 };
 

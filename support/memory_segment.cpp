@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/globals.h"
+#include "core/start_up.h"
 #include "support/recording_desktop.h"
 
 namespace support {
@@ -14,6 +15,8 @@ constexpr Time kShortestWay = 100us, kLongestWay = 1ms;  // of a packet from its
 
 // What a system takes for a small datagram that waits, its own account of it included.
 constexpr std::size_t kBufferPerPacket = 256;
+
+constexpr int kLatestTimer = 15;  // milliseconds by which a timer may be late: Windows' clock ticks so coarsely
 
 // The clock that the copies see passes the end of its signed range while desks start.
 constexpr std::uint32_t kFirstTick = std::numeric_limits<std::int32_t>::max() - 12000u;
@@ -53,13 +56,13 @@ Desk::Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::i
     : segment_(segment), userName_(std::move(name)), colour_(colour), status_(status) {}
 
 void Desk::Start() {
-  copy_ = std::make_unique<Copy>(*this);
+  copy_ = std::make_unique<Copy>(*this, segment_.conditions_.limits);
   const Seat seat(*this);
   core::gStarting = -1;
   core::gCurName = "_" + userName_;
   copy_->users.ClearlvUsers();
   copy_->messenger.OpenSocket();
-  Later(kListening, [this] {
+  Later(std::chrono::milliseconds(core::kListenTime), [this] {
     const Seat again(*this);
     core::gStarting = 0;
     Rejoin(userName_);
@@ -67,7 +70,7 @@ void Desk::Start() {
 }
 
 void Desk::Join(const std::deque<Desk>& known) {
-  copy_ = std::make_unique<Copy>(*this);
+  copy_ = std::make_unique<Copy>(*this, segment_.conditions_.limits);
   const Seat seat(*this);
   core::gCurName = userName_;
   copy_->users.ClearlvUsers();
@@ -136,6 +139,15 @@ void Desk::Later(Time after, std::function<void()> action) {
 // The packets of one sender do not overtake each other.
 void Desk::Send(std::string_view packet) {
   if (open_) lastArrival_ = segment_.Broadcast(std::string(packet), std::max(busyUntil_, lastArrival_), this);
+}
+
+void Desk::WakeIn(std::uint32_t milliseconds) {
+  const Time late = Between(0ms, std::chrono::milliseconds(kLatestTimer), segment_.delays_);
+  Later(std::chrono::milliseconds(milliseconds) + late, [this, wake = ++wakes_] {
+    if (!open_ || wake != wakes_) return;
+    const Seat seat(*this);
+    copy_->messenger.SendOwed();
+  });
 }
 
 void MemorySegment::Add(std::string name, std::int32_t colour, std::int16_t status) {

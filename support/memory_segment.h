@@ -21,13 +21,11 @@ namespace support {
 using Time = std::chrono::microseconds;  // since the segment was made
 using namespace std::chrono_literals;
 
-// How long a copy listens under a hidden name.
-inline constexpr Time kListening = 10s;
-
 struct Conditions {
   double loss = 0;               // share of the packets that a desk does not hear; its own are never lost
   Time perPacket = 20us;         // of processor time that a desk takes for each packet received
   std::size_t buffer = 8 << 20;  // bytes of packets that wait to be received; what does not fit is lost
+  net::AnswerLimits limits;
 };
 
 class MemorySegment;
@@ -57,7 +55,7 @@ class Desk : net::DatagramPort, net::Conversations {
  private:
   class Seat;
   struct Copy {
-    explicit Copy(Desk& desk) : messenger(desk), dispatcher(users, desk, messenger) {}
+    Copy(Desk& desk, const net::AnswerLimits& limits) : messenger(desk, limits), dispatcher(users, desk, messenger) {}
     mainwindow::UserRoster users;
     net::Messenger messenger;
     net::Dispatcher dispatcher;
@@ -69,6 +67,7 @@ class Desk : net::DatagramPort, net::Conversations {
   void Open(int) override { open_ = true; }
   void Close() override { open_ = false; }
   void Send(std::string_view packet) override;
+  void WakeIn(std::uint32_t milliseconds) override;
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return windows_; }
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view) override { return nullptr; }
   void ShowAlert(std::string_view, std::string_view, int) override {}
@@ -79,7 +78,7 @@ class Desk : net::DatagramPort, net::Conversations {
   std::int16_t status_, starting_ = 0;
   std::unique_ptr<Copy> copy_;
   bool open_ = false;
-  unsigned kills_ = 0;
+  unsigned kills_ = 0, wakes_ = 0;
   Time busyUntil_{0}, lastArrival_{0};
   std::vector<Time> busy_;  // by second
   std::vector<std::shared_ptr<net::ChatWindow>> windows_;
@@ -121,7 +120,7 @@ class MemorySegment {
   void Deliver(std::string_view packet, const Desk* sender);
 
   Conditions conditions_;
-  std::minstd_rand ways_{1}, losses_{2};
+  std::minstd_rand ways_{1}, losses_{2}, delays_{3};
   Time now_{0};
   std::uint64_t eventCount_ = 0;
   std::vector<Event> events_;  // a heap, the next one first

@@ -21,6 +21,7 @@ class RecordingPort : public net::DatagramPort {
   std::vector<std::string> sent;
   bool refuses = false;
   bool open = true;
+  std::uint32_t wakeIn = 0;
 
   void Open(int port) override {
     if (refuses) throw core::RuntimeError(10048, "Address already in use");
@@ -32,6 +33,7 @@ class RecordingPort : public net::DatagramPort {
     sent.push_back("close");
   }
   void Send(std::string_view bytes) override { sent.emplace_back(bytes); }
+  void WakeIn(std::uint32_t milliseconds) override { wakeIn = milliseconds; }
 };
 
 // A window of the given participants.

@@ -52,7 +52,7 @@ class DispatcherTest : public support::DesktopTest {
   mainwindow::UserRoster roster;
   support::RecordingPort port;
   support::RecordingConversations conversations;
-  Messenger messenger{port};
+  Messenger messenger{port, {.fewNames = 1000000, .maxAtOnce = 1000000}};  // whoever asks is answered at once
   Dispatcher dispatcher{roster, conversations, messenger};
 };
 
@@ -109,6 +109,22 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   for (std::size_t bytes = 60000; bytes < Dispatcher::kMostHiddenBytes; bytes += 60000)
     EXPECT_EQ(SentOn("_" + std::string(59999, 'x') + std::to_string(bytes) + "|M/").size(), 3u);
   EXPECT_EQ(SentOn("_" + std::string(60000, 'y') + "|M/"), Lines{});
+}
+
+// Who ended without leaving is listed still when he comes back, and nobody else makes him known to the others' lists.
+TEST_F(DispatcherTest, AGreetingIsAnsweredUnlessItsSenderWasJustAnswered) {
+  core::gStatus = 1;
+  for (const std::string_view name : {"bob", "\xDEva"}) Know(name);
+  EXPECT_EQ(SentOn("bob|M/bob is here"), Lines{});
+  support::Desktop().ticks += 9999;
+  EXPECT_EQ(SentOn("bob|M/bob is here"), Lines{});
+  support::Desktop().ticks += 1;
+  for (const std::string_view packet :
+       {"bob|M/bobby is here", "bob|M/bob", "bob|M/", "bob|P/bob x|y", "\xDEva|M/\xDEva says"})
+    EXPECT_EQ(SentOn(packet), Lines{}) << packet;
+  EXPECT_EQ(SentOn("bob|m/bob is here"), kAnswer);
+  EXPECT_EQ(SentOn("bob|M/bob is here"), Lines{});
+  EXPECT_TRUE(Log().ends_with("Unknow Data Receved (bob: bob is here);"));
 }
 
 TEST_F(DispatcherTest, StatesAndColoursAreNumbersReadTolerantly) {

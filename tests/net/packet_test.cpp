@@ -115,5 +115,24 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
 }
 
+TEST_F(MessengerTest, AnOwedAnswerTellsWhatIsTrueThenAndEndsWithTheStay) {
+  messenger.OpenSocket();
+  const auto sentOnWaking = [this] {
+    port.sent.clear();
+    support::Desktop().ticks += static_cast<std::int32_t>(port.wakeIn);
+    messenger.SendOwed();
+    return port.sent;
+  };
+  EXPECT_EQ(sentOnWaking(), Lines{});  // the joining is not repeated among few
+  messenger.AnswerNewcomer(true, 100);
+  EXPECT_EQ(port.sent, Lines{});
+  core::gCurName = "berta";
+  core::gStatus = 2;
+  EXPECT_EQ(sentOnWaking(), (Lines{"berta|M/", "berta|C/ 0", "berta|S/2"}));
+  messenger.AnswerNewcomer(true, 100);
+  messenger.CloseSocket();
+  EXPECT_EQ(sentOnWaking(), Lines{});
+}
+
 }  // namespace
 }  // namespace net

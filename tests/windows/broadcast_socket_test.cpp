@@ -29,10 +29,12 @@ class BroadcastSocketTest : public testing::Test {
 
   std::vector<std::string> heard;
   std::function<void()> onArrival;
+  int woken = 0;
   BroadcastSocket socket{[this](std::string_view data) {
-    heard.emplace_back(data);
-    if (onArrival) onArrival();
-  }};
+                           heard.emplace_back(data);
+                           if (onArrival) onArrival();
+                         },
+                         [this] { ++woken; }};
 };
 
 TEST_F(BroadcastSocketTest, HearsItsOwnDatagramsInOrder) {
@@ -50,14 +52,20 @@ TEST_F(BroadcastSocketTest, AClosedOneIsSilentAndMayBeOpenedAgain) {
   socket.Send("before it opens");
   socket.Open(kPort);
   socket.Send("never read");
+  socket.WakeIn(10);
   socket.Close();
   socket.Close();
   socket.Send("after it closed");
+  socket.WakeIn(10);
   EXPECT_FALSE(Hear(1, 100));
+  EXPECT_EQ(woken, 0);
   for (int i = 0; i < 2; ++i) socket.Open(kPort);
   socket.Send("again");
   ASSERT_TRUE(Hear(1));
   EXPECT_EQ(heard, std::vector<std::string>{"again"});
+  for (const std::uint32_t milliseconds : {10000u, 10u}) socket.WakeIn(milliseconds);
+  EXPECT_FALSE(Hear(2, 200));
+  EXPECT_EQ(woken, 1);
 }
 
 TEST_F(BroadcastSocketTest, SharesThePortWithAnotherCopy) {
@@ -104,6 +112,7 @@ TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
 TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
   static int ticks = 0;
   socket.Open(kPort);
+  socket.WakeIn(100);
   std::atomic<bool> stop = false;
   std::thread flood([&] {
     BroadcastSocket out([](std::string_view) {});
@@ -122,6 +131,7 @@ TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
   flood.join();
   EXPECT_GT(heard.size(), 100u);
   EXPECT_GT(ticks, 10);
+  EXPECT_EQ(woken, 1);
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ std::shared_ptr<Form> Loaded(std::shared_ptr<Form> form) {
 }  // namespace
 
 Application::Application()
-    : sktBC_([this](std::string_view data) { DataArrived(data); }),
+    : sktBC_([this](std::string_view data) { DataArrived(data); }, [this] { messenger_.SendOwed(); }),
       messenger_(sktBC_),
       conversations_(users_, {users_.lvUsers, [this] { return users_.SelectedRecipients(); }}, messenger_),
       dispatcher_(users_, conversations_, messenger_) {

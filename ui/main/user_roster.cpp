@@ -17,6 +17,11 @@ constexpr int kCountsWords = 1201;               // one | several | trailing wor
 
 int UserRoster::CountRows(std::string_view text) const { return static_cast<int>(lvUsers.AllWithText(text).size()); }
 
+std::size_t UserRoster::CountUsers() const {
+  const std::size_t others = groupRows_ + 1;
+  return std::max(lvUsers.Count(), others) - others;  // somebody may have written under the name of a row
+}
+
 // The icon is right from the start, so that a newcomer does not cost a walk through all rows.
 bool UserRoster::AddUser(std::string_view name) {
   if (lvUsers.Count() >= kMostRows) return false;
@@ -46,6 +51,7 @@ std::int32_t UserRoster::GetColorForUName(std::string_view name) const {
 
 void UserRoster::ClearlvUsers() {
   lvUsers.Clear();
+  groupRows_ = 0;
   lvUsers.Add({.text = std::string(kEverybody),
                .icon = kEverybodyIcon,
                .smallIcon = kEverybodyIcon,
@@ -62,6 +68,7 @@ void UserRoster::RefGroups() {
     std::string text = std::string("(").append(core::BarField(line, 0)).append(")");
     lvUsers.Add({.text = std::move(text), .icon = kGroupIcon, .smallIcon = kGroupIcon});
   }
+  groupRows_ = lstGroups.size();
 }
 
 // Runs on every packet. The marks follow each change of the list by themselves, but for its emptying.

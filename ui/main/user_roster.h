@@ -40,6 +40,7 @@ class UserRoster : public core::Roster {
 
   bool HasRow(std::string_view text) const override { return lvUsers.FindText(text) != nullptr; }
   int CountRows(std::string_view text) const override;
+  std::size_t CountUsers() const override;
   bool AddUser(std::string_view name) override;
   void SetColour(std::string_view name, std::int32_t colour) override;
   void SetStateText(std::string_view name, std::string_view stateText) override;
@@ -87,6 +88,7 @@ class UserRoster : public core::Roster {
 
   std::vector<std::string> lstGroups, lstBlock;
   std::unordered_set<std::string, core::NameHash, core::NameEqual> blocked_;  // the names of lstBlock
+  std::size_t groupRows_ = 0;
   bool marksAreStale_ = false;
 
   // What the counts text and the chat windows were last made from.

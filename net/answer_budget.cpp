@@ -1,0 +1,79 @@
+#include "net/answer_budget.h"
+
+#include <algorithm>
+
+#include "core/clock.h"
+
+namespace net {
+
+void AnswerBudget::Begin(bool listed, std::size_t seed, std::int32_t now) {
+  End();
+  listed_ = listed;
+  names_ = 0;
+  random_.seed(static_cast<std::minstd_rand::result_type>(seed));
+  if (listed) joined_ = Later(now, limits_.repeatAfter, limits_.repeatBefore);
+}
+
+Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
+  names_ = names;
+  if (!owed_ && names <= limits_.fewNames && TakeOne(now)) return Answer::Now;
+  owedToListed_ = listed || (owed_ && owedToListed_);
+  if (owed_) return Settle(now) ? Answer::Now : Answer::Gathered;  // now if its timer is late
+  const std::uint32_t delay = DelayFor(names);
+  owed_ = Later(now, delay / 3, delay);
+  again_.reset();
+  return Answer::Owed;
+}
+
+// Only what others list is worth a repetition: who is hidden, here or there, forgets everything after his ten seconds.
+// While newcomers keep asking, each answer repeats the one before.
+bool AnswerBudget::Settle(std::int32_t now) {
+  if (IsDue(owed_, now)) {
+    owed_.reset();
+    if (listed_ && owedToListed_) again_ = Later(now, limits_.repeatAfter, limits_.repeatBefore);
+    return true;
+  }
+  bool repeats = false;
+  for (Time* time : {&again_, &joined_}) {
+    if (!IsDue(*time, now)) continue;
+    time->reset();
+    repeats = names_ > limits_.fewNames;
+  }
+  return repeats;
+}
+
+std::optional<std::uint32_t> AnswerBudget::Wait(std::int32_t now) const {
+  std::optional<std::uint32_t> wait;
+  for (const Time& time : {owed_, again_, joined_})
+    if (time) wait = std::min(Left(*time, now), wait.value_or(limits_.longestDelay));
+  return wait;
+}
+
+bool AnswerBudget::TakeOne(std::int32_t now) {
+  const std::uint32_t refills = core::TicksSince(refilled_, now) / limits_.refillTime;
+  taken_ -= std::min(taken_, refills);
+  refilled_ = taken_ == 0 ? now : core::TicksAfter(refilled_, refills * limits_.refillTime);
+  if (taken_ >= limits_.maxAtOnce) return false;
+  ++taken_;
+  return true;
+}
+
+// Nobody waits for the answer of a hidden copy. It comes last, so that it does not make everybody answer once more who
+// has not yet answered at all.
+std::uint32_t AnswerBudget::DelayFor(std::size_t names) const {
+  if (!listed_) return limits_.longestDelay;
+  const std::uint64_t delay = std::uint64_t{limits_.microsecondsPerName} * names / 1000;
+  return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(delay, limits_.shortestDelay, limits_.longestDelay));
+}
+
+// Nothing lies further ahead than the longest delay, unless the clock has jumped; then it is due.
+std::uint32_t AnswerBudget::Left(std::int32_t time, std::int32_t now) const {
+  const std::uint32_t left = core::TicksSince(now, time);
+  return left <= limits_.longestDelay ? left : 0;
+}
+
+std::int32_t AnswerBudget::Later(std::int32_t now, std::uint32_t least, std::uint32_t most) {
+  return core::TicksAfter(now, std::uniform_int_distribution<std::uint32_t>(least, most)(random_));
+}
+
+}  // namespace net
