@@ -13,7 +13,7 @@
 namespace net {
 namespace {
 
-constexpr int kGreeting = 10201;
+constexpr int kGreetingText = 10201;
 
 std::string Command(std::string_view kind, std::string_view argument) { return std::string(kind).append(argument); }
 
@@ -35,7 +35,7 @@ void Messenger::OpenSocket() {
   core::RunPendingEvents();
   SendColour();
   SendState();
-  if (core::gStarting == 0) SendMsg(core::gCurName + " " + core::GetText(kGreeting));
+  if (core::gStarting == 0) SendMsg(core::gCurName + " " + core::GetText(kGreetingText));
 }
 
 void Messenger::CloseSocket() {

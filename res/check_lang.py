@@ -4,59 +4,87 @@ A mistake in it shows late (the reader stops the program at its start, or a wron
 everything a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption language and the
 mnemonics of every window in every language.
 
-Run: /usr/bin/python3 -m unittest res/check_lang.py
+Which texts there are, what they are in English and which of them are on the screen together is asked of the program's
+tables: a caption is written there as {1002, "&Alert"}, the code of any other text as a constant named k...Text.
+
+Run: /usr/bin/python3 res/check_lang.py
 """
 
 import pathlib
+import re
 import unittest
 
-LANG_FILE = pathlib.Path(__file__).resolve().parent / "Lang.con"
+ROOT = pathlib.Path(__file__).resolve().parents[1]
+LANG_FILE = ROOT / "res" / "Lang.con"
 LANGUAGES = ["English", "Fran\xe7ais", "Deutsch", "Espa\xf1ol"]
-
-# Every text the program asks for.
-CODES = [
-    *range(1001, 1005), *range(1101, 1126), *range(1201, 1209),
-    *range(2001, 2023), *range(2101, 2117), *range(2201, 2207),
-    *range(3001, 3004), *range(3101, 3117), *range(3201, 3203),
-    *range(4001, 4006), 5001, *range(5101, 5110), 5201, *range(6001, 6007), 6201, *range(7001, 7007),
-    *range(8202, 8210), 9201, 10201, *range(10300, 10304),
-]
 HIGHEST_LINES = 201
 MENU_TEXT_BYTES = 200  # the menu conversion reads an item's text into 201 bytes, the last of them zero
 
-# What is on screen together and therefore shares one alphabet: toolbar with menu bar, the items of one menu, the
-# visible buttons of one page.
-MNEMONIC_GROUPS = {
-    "main window": [1101, 1112, 1121, 1002, 1003, 1004],
-    "program menu": [1103, 1104, 1106, 1107, 1109, 1110, 1111],
-    "view menu": [1114, 1116],
-    "corner menu": [1117, 1118, 1119, 1120],
-    "help menu": [1123, 1124],
-    "link menu": [1202, 1203, 1204, 1205, 1206, 1207],
-    "options, User and Interface": [2002, 2003, 2004, 2005, 2006, 2007, 2013, 2014],
-    "options, Security": [2002, 2003, 2004, 2005, 2006, 2007, 2016, 2017],
-    "options, Groups": [2002, 2003, 2004, 2005, 2006, 2007, 2019, 2020, 2021],
-    "chat window": [3101, 3112, 3002],
-    "chat view menu": [3103, 3104, 3106, 3107, 3108, 3109, 3111],
-    "chat users menu": [3114, 3116],
-    "composer": [4004, 4005],
-    "popup menu": [5102, 5103, 5104, 5108, 5109],
-    "reply menu": [5106, 5107],
-    "save window": [6005, 6006],
-}
-WITH_MNEMONIC = {code for group in MNEMONIC_GROUPS.values() for code in group} | {3101, 3112, 7006}
-# English captions are fixed as they stand: these have no letter, and these pairs share one.
-ENGLISH_WITHOUT_MNEMONIC = {1114, 3103, 3104, 3106}
-ENGLISH_SHARED = [{2006, 2016}, {2006, 2020}, {3107, 3111}, {5102, 5103}]
+_STRING = r'"((?:[^"\\]|\\.)*)"'
+_CAPTION = re.compile(r"\{(\d{4,5}),\s*" + _STRING)
+_TEXT_CODE = re.compile(r"\bint (k\w*Texts?\b[^;]*);")
+_TABLE = re.compile(r"\b(MenuRow|ToolButton)\b[^;={]*?\b(k\w+)\b[^;={]*= \{(.*?)\n?\};", re.DOTALL)
+_MENU_ROW = re.compile(r"\{(\d), [^{}]*?\{(\d{4,5}),\s*" + _STRING + r"\}([^}]*)\}")
 
-QUESTIONS = range(10300, 10304)  # one per language; every column holds the same text
-
-# A picture belongs to a caption by the caption's beginning, so that within one menu bar no caption may begin another.
-PICTURED_MENUS = {
-    "main": [*range(1103, 1105), *range(1106, 1108), *range(1109, 1112), 1116, 1123, 1124],
-    "chat": [3103, 3104, 3107, 3111, 3114, 3116],
-    "popup": [5102, 5103, 5104, 5106, 5107, 5108, 5109],
+# The windows whose buttons share one alphabet with the menu bar and with each other: toolbars and menus by the names of
+# their tables, single buttons by their sources.
+WINDOWS = {
+    "main window": ["kMainMenu", "kToolButtons"],
+    "chat window": ["kChatMenu", "kChatButtons"],
+    "composer": ["kComposerButtons"],
+    "options, Interface": ["kPageButtons", "kCommandButtons", "kSoundButtons", "ui/options/frm_opt_load.cpp"],
+    "options, Security": ["kPageButtons", "kCommandButtons", "kBlockButtons"],
+    "options, Groups": ["kPageButtons", "kCommandButtons", "kGroupButtons"],
+    "save window": ["ui/toolkit/save/frm_save.cpp"],
 }
+
+
+class Program:
+    """What the sources say of texts."""
+
+    def __init__(self):
+        self.sources = {}
+        for path in sorted(path for room in ("core", "net", "ui") for path in (ROOT / room).rglob("*.[ch]*")):
+            self.sources[path.relative_to(ROOT).as_posix()] = path.read_text()
+        whole = "\n".join(self.sources.values())
+        self.captions = [(int(code), text) for code, text in _CAPTION.findall(whole)]  # code and built-in text
+        self.messages = {int(code) for line in _TEXT_CODE.findall(whole) for code in re.findall(r"\b\d{4,5}\b", line)}
+        self.menus, self.toolbars = {}, {}
+        for kind, name, rows in _TABLE.findall(whole):
+            if kind == "MenuRow":
+                self.menus[name] = [(int(level), int(code), text, re.findall(r"\b\d{4,5}\b", rest), "res::" in rest)
+                                    for level, code, text, rest in _MENU_ROW.findall(rows)]
+            else:
+                self.toolbars[name] = [int(code) for code, _ in _CAPTION.findall(rows)]
+        self.helps = {int(code): int(helps[0]) for rows in self.menus.values() for _, code, _, helps, _ in rows if helps}
+
+    def codes(self):
+        return {code for code, _ in self.captions} | self.messages | set(self.helps.values())
+
+    def siblings(self):
+        """The codes of each menu's items, heads apart: they are on the screen together."""
+        for name, rows in self.menus.items():
+            path, groups = [], {}
+            for number, (level, code, text, helps, _) in enumerate(rows):
+                path[level:] = [number]
+                if not text.startswith("-") and not helps:
+                    groups.setdefault(tuple(path[:level]), []).append(code)
+            for place, codes in groups.items():
+                yield f"{name}, {place}", codes
+
+    def together(self):
+        """Everything that shares one alphabet, as lists of codes."""
+        yield from self.siblings()
+        for window, parts in WINDOWS.items():
+            codes = []
+            for part in parts:
+                if part in self.menus:
+                    codes += [code for level, code, *_ in self.menus[part] if level == 0]
+                elif part in self.toolbars:
+                    codes += self.toolbars[part]
+                else:
+                    codes += [int(code) for code, text in _CAPTION.findall(self.sources[part]) if "&" in text]
+            yield window, codes
 
 
 def Caption(text):
@@ -77,6 +105,7 @@ def Marks(text):
 class LanguageFile(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
+        cls.program = Program()
         cls.data = LANG_FILE.read_bytes()
         cls.lines = cls.data.decode("cp1252").removesuffix("\r\n").split("\r\n")
         cls.fields = [line.split(",") for line in cls.lines]
@@ -98,7 +127,8 @@ class LanguageFile(unittest.TestCase):
 
     def test_codes_and_fields(self):
         codes = [int(row[0]) for row in self.fields[1:]]
-        self.assertEqual(codes, CODES, "each code once, in rising order: texts asked in file order are found at once")
+        self.assertEqual(codes, sorted(set(codes)), "each code once, rising: texts asked in file order are found at once")
+        self.assertEqual(set(codes) ^ self.program.codes(), set(), "in the file or in the program, but not in both")
         self.assertLessEqual(len(codes), HIGHEST_LINES)
         for row in self.fields[1:]:
             self.assertEqual(len(row), 1 + len(LANGUAGES), f"{row[0]}: a comma inside a text, or a language missing")
@@ -112,41 +142,46 @@ class LanguageFile(unittest.TestCase):
                 self.assertNotIn("  ", text)
                 self.assertNotIn("\ufffd", text)
                 self.assertLessEqual(len(text.encode("cp1252")), MENU_TEXT_BYTES)
-        for code in QUESTIONS:
+        for code in range(10300, 10304):
             self.assertEqual(len(set(self.texts[code])), 1, f"{code}: asked in the language that is chosen")
 
+    def test_english_is_built_in(self):
+        for code, built_in in self.program.captions:
+            english = self.texts[code][0]
+            if code in self.program.helps:  # name and help text are texts of their own
+                english = f"{built_in[0]}|{self.texts[self.program.helps[code]][0]}|{english}"
+            self.assertEqual(english, built_in, code)
+
     def test_caption_language_is_kept(self):
+        shown_in_menus = {code for _, codes in self.program.siblings() for code in codes}
+        with_mnemonic = shown_in_menus | {code for code, text in self.program.captions if "&" in text}
         for code, language, text in self.EachText():
             with self.subTest(code=code, language=language):
                 self.assertEqual(Marks(text), Marks(self.texts[code][0]))
                 self.assertNotEqual(Caption(text), "", "no caption after the second bar")
-                if language == "English" and code in ENGLISH_WITHOUT_MNEMONIC:
-                    self.assertIsNone(Mnemonic(text))
-                elif code in WITH_MNEMONIC:
+                if code not in with_mnemonic:
+                    self.assertNotIn("&", text)
+                elif language != "English":  # which is fixed as it stands, and lacks some
                     self.assertEqual(text.count("&"), 1, "exactly one mnemonic")
                     self.assertIn("&", Caption(text), "the mnemonic stands in the help text")
                     self.assertRegex(Mnemonic(text), "[a-z]", "a letter that every keyboard has")
-                else:
-                    self.assertNotIn("&", text)
 
     def test_mnemonics_differ(self):
-        for name, group in MNEMONIC_GROUPS.items():
-            for column, language in enumerate(LANGUAGES):
-                letters = {}
-                for code in group:
-                    letter = Mnemonic(self.texts[code][column])
-                    other = letters.setdefault(letter, code) if letter else code
-                    if language == "English" and {code, other} in ENGLISH_SHARED:
-                        continue
-                    self.assertEqual(other, code, f"{language}, {name}: letter {letter!r} twice")
+        for name, codes in self.program.together():
+            self.assertGreater(len(codes), 0, f"{name} is found nowhere")
+            for column, language in enumerate(LANGUAGES[1:], 1):
+                letters = [Mnemonic(self.texts[code][column]) for code in set(codes)]
+                self.assertEqual(len(letters), len(set(letters)), f"{language}, {name}: a letter twice in {letters}")
 
     def test_no_caption_begins_another(self):
-        for menu, codes in PICTURED_MENUS.items():
+        """A picture belongs to a caption by the caption's beginning."""
+        for menu, rows in self.program.menus.items():
             for column, language in enumerate(LANGUAGES):
-                captions = [Caption(self.texts[code][column]).lower() for code in codes]
+                captions = [Caption(self.texts[code][column]).lower() for _, code, _, _, picture in rows if picture]
+                self.assertGreater(len(captions), 0, menu)
                 for caption in captions:
                     same = [other for other in captions if other.startswith(caption)]
-                    self.assertEqual(same, [caption], f"{language}, {menu} menu: they would share a picture")
+                    self.assertEqual(same, [caption], f"{language}, {menu}: they would share a picture")
 
 
 if __name__ == "__main__":

@@ -28,19 +28,20 @@ class Options : public support::DesktopTest {
 
 TEST_F(Options, NamesInUseAreRefused) {
   for (const char* name : {"Anna", "Bob", "(Friends)"}) users.AddUser(name);
-  EXPECT_EQ(Refusal("bob"), kNameInUse);
-  EXPECT_EQ(Refusal("(all)"), kNameInUse);
-  EXPECT_EQ(Refusal("(Friends)"), kNameInUse);
-  EXPECT_EQ(Refusal("Anna"), 0);           // the own row
-  EXPECT_EQ(Refusal("anna"), kNameInUse);  // another name as far as this copy knows
-  EXPECT_EQ(Refusal("Anna", true), kNameInUse);
+  EXPECT_EQ(Refusal("bob"), kNameInUseText);
+  EXPECT_EQ(Refusal("(all)"), kNameInUseText);
+  EXPECT_EQ(Refusal("(Friends)"), kNameInUseText);
+  EXPECT_EQ(Refusal("Anna"), 0);               // the own row
+  EXPECT_EQ(Refusal("anna"), kNameInUseText);  // another name as far as this copy knows
+  EXPECT_EQ(Refusal("Anna", true), kNameInUseText);
   EXPECT_EQ(Refusal("Carla", true), 0);
   users.lvUsers.Add({.text = "anna"});
-  EXPECT_EQ(Refusal("Anna"), kNameInUse);
+  EXPECT_EQ(Refusal("Anna"), kNameInUseText);
 }
 
 TEST_F(Options, NamesNeedALetterOrDigitAndNoBar) {
-  for (const char* name : {"", "   ", "---", "\xE9\xE9", "|", "a|b"}) EXPECT_EQ(Refusal(name), kNameUnusable) << name;
+  for (const char* name : {"", "   ", "---", "\xE9\xE9", "|", "a|b"})
+    EXPECT_EQ(Refusal(name), kNameUnusableText) << name;
   for (const char* name : {"a", "Z", "(1)", "_x", "John Smith", "\xE9t\xE9"}) EXPECT_EQ(Refusal(name), 0) << name;
 }
 
@@ -54,7 +55,7 @@ TEST_F(Options, ProperCaseRaisesTheFirstCharacterOnly) {
 TEST_F(Options, LettersOfTwoBytesAreNeitherLatinLettersNorBars) {
   const support::InCodePage japanese(932);
   EXPECT_EQ(ProperCase("\x82\x81\x82\x60Z\x83\x5A"), "\x82\x60\x82\x81z\x83\x5A");
-  EXPECT_EQ(Refusal("\x83\x41\x83\x5A"), kNameUnusable);
+  EXPECT_EQ(Refusal("\x83\x41\x83\x5A"), kNameUnusableText);
   EXPECT_EQ(Refusal("\x83|1"), 0);
   const std::vector<Group> groups{{"\x83|", {"\x83\x60", "\x83|"}}};
   EXPECT_EQ(GroupsOf(LinesOf(groups)), groups);

@@ -25,7 +25,7 @@ using toolkit::Tw;
 using toolkit::Twips;
 using toolkit::operator""_dp;
 
-constexpr toolkit::ToolButton kButtons[] = {{chatmenu::tbSend, {3002, "&Send"}, res::kToolbarSend}};
+constexpr toolkit::ToolButton kChatButtons[] = {{chatmenu::tbSend, {3002, "&Send"}, res::kToolbarSend}};
 
 constexpr Twips kBarStep{240};  // about a row, for each press of Ctrl and an arrow
 
@@ -85,8 +85,8 @@ void FrmChat::CreateControls() {
   toolkit::LimitBytes(txtSnd, net::kMaxText);
   toolkit::KeepSelectionAtTab(txtSnd);
   FocusFirst(txtSnd);
-  AddToolbar(tbSnd, kButtons);
-  cmdDSnd = AddControl("BUTTON", kButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
+  AddToolbar(tbSnd, kChatButtons);
+  cmdDSnd = AddControl("BUTTON", kChatButtons[0].caption, BS_DEFPUSHBUTTON, 0, IDOK);
   ::SetWindowPos(cmdDSnd, nullptr, 0, 0, Px(10_dp), Px(10_dp), SWP_HIDEWINDOW | SWP_NOZORDER | SWP_NOACTIVATE);
   lblStat = AddControl("STATIC", "<STAT>", kStatStyle);
   status_.captionChanged = [this](const std::string& caption) { ::SetWindowTextA(lblStat, caption.c_str()); };

@@ -21,7 +21,7 @@ using toolkit::Px;
 
 enum CommandId : unsigned { tbSend = 101, tbClose };
 
-constexpr toolkit::ToolButton kButtons[] = {
+constexpr toolkit::ToolButton kComposerButtons[] = {
     {tbSend, {4004, "&Send"}, res::kToolbarSend},
     {tbClose, {4005, "&Close"}, res::kToolbarClose},
 };
@@ -46,7 +46,7 @@ void FrmCom::Load() {
 }
 
 void FrmCom::CreateControls() {
-  AddToolbar(TB, kButtons);
+  AddToolbar(TB, kComposerButtons);
   lblCap[0] = AddControl("STATIC", {4002, "To"}, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
   const HWND list = AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE);
   lvUsers.Attach(list, recipients_.Rows(), toolkit::SharedPictures(res::Strip::Roster));

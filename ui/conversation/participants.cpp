@@ -12,7 +12,7 @@
 namespace conversation {
 namespace {
 
-constexpr int kCountsWords = 3201;  // one | several | trailing word
+constexpr int kCountsText = 3201;  // one | several | trailing word
 
 }  // namespace
 
@@ -79,7 +79,7 @@ void Participants::Send(std::string_view line, net::Messenger& messenger) const 
 }
 
 std::string Participants::CountsText() const {
-  const std::string words = core::GetText(kCountsWords);
+  const std::string words = core::GetText(kCountsText);
   return std::string(" ")
       .append(core::PlainText(static_cast<std::int64_t>(rows_.Count())))
       .append(" ")

@@ -1,6 +1,5 @@
 #include "ui/main/frm_main.h"
 
-#include <array>
 #include <utility>
 
 #include "core/globals.h"
@@ -19,11 +18,11 @@ using toolkit::ToolButton;
 using toolkit::Tw;
 using toolkit::operator""_dp;
 
-constexpr std::array<ToolButton, 3> kToolButtons{{
+constexpr ToolButton kToolButtons[] = {
     {tbAlert, {1002, "&Alert"}, res::kToolbarAlert},
     {tbChat, {1003, "&Chat"}, res::kToolbarChat},
     {tbBlock, {1004, "&Block"}, res::kToolbarBlock},
-}};
+};
 
 constexpr UINT_PTR kTmrMnu = 1;
 constexpr UINT kHideMinimised = WM_APP;

@@ -11,7 +11,7 @@ namespace mainwindow {
 namespace {
 
 constexpr std::string_view kEverybodyKey = "G";  // no user's: those are in lower case
-constexpr int kCountsWords = 1201;               // one | several | trailing word
+constexpr int kCountsText = 1201;                // one | several | trailing word
 
 }  // namespace
 
@@ -107,7 +107,7 @@ void UserRoster::UpdateStat() {
 // Takes off the everybody row and one row per group line, present or not, so the number may be too low or negative.
 std::string UserRoster::CountsText() const {
   const auto users = static_cast<std::int64_t>(lvUsers.Count()) - static_cast<std::int64_t>(lstGroups.size()) - 1;
-  const std::string words = core::GetText(kCountsWords);
+  const std::string words = core::GetText(kCountsText);
   const std::string_view word = core::BarField(words, users == 1 ? 0 : 1);
   return std::string(" ")
       .append(core::PlainText(users))

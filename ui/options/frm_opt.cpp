@@ -23,7 +23,7 @@ namespace {
 using toolkit::operator""_dp;
 
 constexpr UINT kNameLeft = WM_APP;  // posted, since no box may open while the focus is on its way
-constexpr int kEmptyNameText = 2206, kFirstQuestion = 10300, kQuestionTitle = 9201;
+constexpr int kEmptyNameText = 2206, kQuestionTitleText = 9201;
 constexpr char kFirstLanguage[] = "English";
 
 class Flagged {
@@ -310,9 +310,9 @@ void FrmOpt::ChangeLanguage() {
   const auto chosen = SelectedLanguage();
   if (!chosen || *chosen == core::gLanguage) return;
   const int index = static_cast<int>(::SendMessageA(CMBlang, CB_GETCURSEL, 0, 0));
-  std::string question = core::GetText(kFirstQuestion + index);
-  if (*chosen != kFirstLanguage) question += "\r\n\r\n" + core::GetText(kFirstQuestion);
-  if (!core::AskBox({.text = question, .title = core::GetText(kQuestionTitle)})) return;
+  std::string question = core::GetText(kQuestionTexts[index]);
+  if (*chosen != kFirstLanguage) question += "\r\n\r\n" + core::GetText(kQuestionTexts[0]);
+  if (!core::AskBox({.text = question, .title = core::GetText(kQuestionTitleText)})) return;
   const std::string former = std::exchange(core::gLanguage, *chosen);
   try {
     core::LoadLang();

@@ -87,11 +87,13 @@ inline constexpr toolkit::Caption kPositions[] = {
     {1120, "|Move window to bottom right|Bottom R&ight"},
 };
 
-// The languages to choose from, whatever the language file holds. The order is that of the questions in the file.
+// The languages to choose from, whatever the language file holds, and the question that offers each.
 inline constexpr const char* kLanguages[] = {"English",
                                              "Fran\xE7"
                                              "ais",
                                              "Deutsch", "Espa\xF1ol"};
+inline constexpr int kQuestionTexts[] = {10300, 10301, 10302, 10303};
+static_assert(std::size(kQuestionTexts) == std::size(kLanguages));
 
 enum SoundPicture : int { kSilencePicture, kBeepPicture, kWavePicture };
 

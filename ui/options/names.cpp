@@ -28,8 +28,8 @@ bool IsTaken(std::string_view name, const core::Roster& users, bool ownNameIsTak
 }  // namespace
 
 int RefusalOf(std::string_view name, const core::Roster& users, bool ownNameIsTaken) {
-  if (IsTaken(name, users, ownNameIsTaken)) return kNameInUse;
-  return IsUsable(name) ? 0 : kNameUnusable;
+  if (IsTaken(name, users, ownNameIsTaken)) return kNameInUseText;
+  return IsUsable(name) ? 0 : kNameUnusableText;
 }
 
 std::string ProperCase(std::string_view name) {

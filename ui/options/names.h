@@ -9,7 +9,7 @@
 namespace options {
 
 // The text that refuses a screen name, 0 when the name is fine.
-inline constexpr int kNameInUse = 2204, kNameUnusable = 2205;
+inline constexpr int kNameInUseText = 2204, kNameUnusableText = 2205;
 
 // Judges a trimmed screen name. The name must be free, hold a letter A-Z or a digit (so that it can be seen and typed
 // everywhere), and no vertical bar, which parts the fields of a packet. While the present name is another user's

@@ -17,7 +17,7 @@ namespace {
 enum ControlId : int { kSave = IDOK, kClose = IDCANCEL, kDrive = 101, kFolders, kFiles, kName, kType };
 
 constexpr Caption kFileType{6002, "File Type:"}, kFileName{6003, "File Name:"}, kLookIn{6004, "Look in:"};
-constexpr int kCannotOpenCode = 6201;
+constexpr int kCannotOpenText = 6201;
 enum Label { kTypeLabel, kNameLabel, kFolderLabel };
 
 constexpr Twips kWidth = 480_dp, kHeight = 360_dp, kMinWidth = 380_dp, kMinHeight = 260_dp;
@@ -217,7 +217,7 @@ void FrmSave::OrTell(const std::function<void()>& open) {
     open();
   } catch (const core::RuntimeError&) {
     SelectDrive();
-    core::ShowBox({.text = core::GetText(kCannotOpenCode), .icon = core::BoxIcon::Exclamation});
+    core::ShowBox({.text = core::GetText(kCannotOpenText), .icon = core::BoxIcon::Exclamation});
   }
 }
 
