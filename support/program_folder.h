@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -39,15 +38,6 @@ class ProgramFolder {
   std::string Get(std::string_view name) const {
     std::ifstream file(Path(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  // The names of all files, sorted, one blank between two.
-  std::string Names() const {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) names.insert(entry.path().filename().string());
-    std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : " ") + name;
-    return text;
   }
 
  private:

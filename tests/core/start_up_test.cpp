@@ -56,14 +56,6 @@ TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
   EXPECT_EQ((WindowPlace{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowPlace{6430, 3860, 2500, 3800}));
 }
 
-TEST_F(StartUpTest, ASecondCopyLeavesNoTrace) {
-  Desktop().anotherCopyRuns = true;
-  Main(program, "");
-  EXPECT_EQ(Happened(), (Events{"box Previous Instance", "end"}));
-  EXPECT_EQ(Desktop().boxes[0].icon, BoxIcon::Information);
-  EXPECT_EQ(folder.Names(), "Lang.con User.ini");
-}
-
 TEST_F(StartUpTest, ANameInUseOpensTheOptions) {
   program.onOpenSocket = [this] { roster.AddUser("ANNA"); };
   program.onOptions = [] {

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -10,7 +12,7 @@
 
 namespace support {
 
-// Answers every message box of this thread as soon as it is up, and keeps what it said.
+// Answers every message box of this thread as soon as it is up, and keeps what it said. Its button must be in reach.
 class BoxAnswers {
  public:
   explicit BoxAnswers(WORD answer = IDOK) {
@@ -30,6 +32,10 @@ class BoxAnswers {
       std::string text;
       for (const HWND label : ChildrenOf(box, "Static")) text += TextOf(label);
       texts_.push_back(text);
+      RECT area{};
+      ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+      const RECT button = PlaceOf(ChildrenOf(box, "Button").at(0));
+      EXPECT_TRUE(button.right <= area.right && button.bottom <= area.bottom) << text.substr(0, 100);
       ::EndDialog(box, answer_);
     }
   }

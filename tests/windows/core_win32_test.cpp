@@ -18,7 +18,7 @@
 #include "core/sound.h"
 #include "core/text.h"
 #include "tests/support/error_of.h"
-#include "tests/windows/window_probe.h"
+#include "tests/windows/box_answers.h"
 
 namespace core {
 namespace {
@@ -145,63 +145,26 @@ TEST(DesktopWin32, AlertSoundsNeedNoFile) {
   EXPECT_NE(::GetModuleHandleA("winmm.dll"), nullptr);
 }
 
-struct SeenBox {
-  std::string text;
-  RECT box, button;
-  bool onTop;
-};
-
-// What the user would see of a box.
-SeenBox Shown(const Box& box) {
-  static SeenBox seen;
-  const auto look = [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
-    const HWND shown = ::FindWindowA("#32770", nullptr);
-    if (!shown) return;
-    ::KillTimer(nullptr, timer);
-    seen = {"", support::PlaceOf(shown), support::PlaceOf(support::ChildrenOf(shown, "Button").at(0)),
-            (::GetWindowLongA(shown, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0};
-    for (const HWND label : support::ChildrenOf(shown, "Static")) seen.text += support::TextOf(label);
-    ::EndDialog(shown, IDOK);
-  };
-  ::SetTimer(nullptr, 0, 20, look);
-  ShowBox(box);
-  return seen;
-}
-
 TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {
-  RECT area{};
-  ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  const auto shown = [](const std::string& text, const char* closing) {
+    const support::BoxAnswers answering;
+    ShowBox({.text = text, .closing = closing, .icon = BoxIcon::Critical});
+    return answering.Texts().back();
+  };
   std::string words, rows;
   for (int i = 0; i < 10000; ++i) words += "words ", rows += "row\r\n";
   for (const std::string& text : {words, rows, std::string(60000, 'W')}) {
     for (const char* closing : {"", "\r\n\r\nThe end"}) {
-      const std::string mark = std::string("...") + closing;
-      const SeenBox seen = Shown({.text = text, .closing = closing, .icon = BoxIcon::Critical});
-      EXPECT_TRUE(seen.button.right <= area.right && seen.button.bottom <= area.bottom && seen.onTop);
-      ASSERT_TRUE(seen.text.ends_with(mark));
-      const std::string kept = seen.text.substr(0, seen.text.size() - mark.size());
+      const std::string cut = shown(text, closing), mark = std::string("...") + closing;
+      ASSERT_TRUE(cut.ends_with(mark));
+      const std::string kept = cut.substr(0, cut.size() - mark.size());
       EXPECT_EQ(kept, text.substr(0, kept.size()));
-      EXPECT_GT(seen.box.bottom - seen.box.top + 40, text[0] == 'W' ? 0 : area.bottom - area.top) << "no room is left";
-      EXPECT_EQ(Shown({.text = kept, .closing = closing, .icon = BoxIcon::Critical}).text, kept + closing);
+      EXPECT_GT(kept.size(), 50u);
+      EXPECT_EQ(shown(kept, closing), kept + closing);
     }
   }
   const std::string link = "See https://vextant.example/" + std::string(100, 'x');
-  EXPECT_EQ(Shown({.text = link}).text, link);
-}
-
-TEST(EventLoop, PendingEventsEndEvenWhenTheyBreedNewOnes) {
-  SetMessageFilter([](MSG& message) {
-    if (message.message == WM_APP) ::PostThreadMessageA(::GetCurrentThreadId(), WM_APP, 0, 0);
-    return message.message == WM_APP;
-  });
-  ::PostThreadMessageA(::GetCurrentThreadId(), WM_APP, 0, 0);
-  const DWORD start = ::GetTickCount();
-  RunPendingEvents();
-  const DWORD elapsed = ::GetTickCount() - start;
-  SetMessageFilter(nullptr);
-  RunPendingEvents();
-  EXPECT_GE(elapsed, 45u);
-  EXPECT_LT(elapsed, 500u);
+  EXPECT_EQ(shown(link, ""), link);
 }
 
 // What a posted command opens may be modal, and all further packets would wait for its end.
