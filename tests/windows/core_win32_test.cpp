@@ -17,6 +17,7 @@
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "core/text.h"
+#include "support/temporary_folder.h"
 #include "tests/support/error_of.h"
 #include "tests/windows/box_answers.h"
 
@@ -27,21 +28,6 @@ using support::ErrorOf;
 
 class FilesWin32 : public testing::Test {
  protected:
-  FilesWin32() {
-    char temporary[MAX_PATH];
-    ::GetTempPathA(MAX_PATH, temporary);
-    folder_ = temporary + std::string("quillon") + std::to_string(::GetCurrentProcessId());
-    ::CreateDirectoryA(folder_.c_str(), nullptr);
-    file = Path("User.ini");
-  }
-  ~FilesWin32() override {
-    ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
-    ::DeleteFileA(file.c_str());
-    ::RemoveDirectoryA(Path("folder").c_str());
-    EXPECT_TRUE(::RemoveDirectoryA(folder_.c_str())) << "something else was left in the folder";
-  }
-  std::string Path(const std::string& name) const { return folder_ + "\\" + name; }
-
   // What reading, appending and writing fail with.
   using Errors = std::array<long, 3>;
   static Errors ErrorsOf(const std::string& name) {
@@ -49,19 +35,17 @@ class FilesWin32 : public testing::Test {
             ErrorOf([&] { WriteFileSafely(name, "x"); })};
   }
 
-  std::string file;
-
- private:
-  std::string folder_;
+  support::TemporaryFolder folder;
+  const std::string file = folder.Path("User.ini");
 };
 
 TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
-  const std::string folder = Path("folder");
-  ::CreateDirectoryA(folder.c_str(), nullptr);
-  EXPECT_FALSE(FileExists(folder));
+  const std::string inner = folder.Path("folder");
+  folder.PutFolder("folder");
+  EXPECT_FALSE(FileExists(inner));
   EXPECT_EQ(ErrorOf([&] { ReadFile(file); }), 53);
-  EXPECT_EQ(ErrorsOf(Path("no\\where.txt")), (Errors{76, 76, 76}));
-  EXPECT_EQ(ErrorsOf(folder), (Errors{75, 75, 75}));
+  EXPECT_EQ(ErrorsOf(folder.Path("no\\where.txt")), (Errors{76, 76, 76}));
+  EXPECT_EQ(ErrorsOf(inner), (Errors{75, 75, 75}));
   WriteFileSafely(file, "a longer old text");
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
   EXPECT_EQ(ErrorsOf(file), (Errors{0, 75, 75}));
@@ -91,8 +75,8 @@ TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
 
 // A temporary file must neither take the place of another one nor ask for a longer name than Windows allows.
 TEST_F(FilesWin32, SavesUnderAnyNameWithoutTouchingOthers) {
-  const std::string neighbour = Path("User.ini.new"),
-                    longest = Path(std::string(MAX_PATH, 'n')).substr(0, MAX_PATH - 1);
+  const std::string neighbour = folder.Path("User.ini.new"),
+                    longest = folder.Path(std::string(MAX_PATH, 'n')).substr(0, MAX_PATH - 1);
   WriteFileSafely(neighbour, "another's");
   for (const std::string& path : {file, longest}) {
     WriteFileSafely(path, "first");
@@ -101,7 +85,7 @@ TEST_F(FilesWin32, SavesUnderAnyNameWithoutTouchingOthers) {
     ::DeleteFileA(path.c_str());
   }
   EXPECT_EQ(ReadFile(neighbour), "another's");
-  ::DeleteFileA(neighbour.c_str());
+  EXPECT_EQ(folder.Count(), 1) << "nothing else is left";
 }
 
 TEST(AnsiCase, FollowsTheCodePage) {

@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <string>
 
 #include "core/language.h"
 #include "core/runtime_error.h"
+#include "support/temporary_folder.h"
 #include "tests/windows/box_answers.h"
 
 namespace toolkit {
@@ -19,20 +19,13 @@ class SaveDialog : public testing::Test {
  protected:
   SaveDialog() {
     core::LoadLang();
-    char temporary[MAX_PATH];
-    ::GetTempPathA(MAX_PATH, temporary);
-    folder = temporary + std::string("save-") + std::to_string(::GetTickCount());
-    ::CreateDirectoryA(folder.c_str(), nullptr);
-    ::CreateDirectoryA((folder + "\\inner").c_str(), nullptr);
-    for (const char* name : {"tea.txt", "\xC9t\xE9.txt", "cake.rtf"}) std::ofstream(folder + "\\" + name) << "x";
+    files.PutFolder("inner");
+    for (const char* name : {"tea.txt", "\xC9t\xE9.txt", "cake.rtf"}) files.Put(name, "x");
     form->Load();
     form->SetLocation(folder + "\\");
   }
   ~SaveDialog() override {
     if (form->hwnd()) ::DestroyWindow(form->hwnd());
-    for (const char* name : {"tea.txt", "\xC9t\xE9.txt", "cake.rtf"}) ::DeleteFileA((folder + "\\" + name).c_str());
-    ::RemoveDirectoryA((folder + "\\inner").c_str());
-    ::RemoveDirectoryA(folder.c_str());
   }
 
   HWND Item(int id) const { return ::GetDlgItem(form->hwnd(), id); }
@@ -57,7 +50,8 @@ class SaveDialog : public testing::Test {
     return all;
   }
 
-  std::string folder;
+  support::TemporaryFolder files;
+  const std::string folder = files.Path();
   std::shared_ptr<FrmSave> form = std::make_shared<FrmSave>();
 };
 
