@@ -19,8 +19,8 @@ namespace conversation {
 class OpenWindows : public net::Conversations {
  public:
   // Limit on chat windows opened by incoming lines; lines of further senders are dropped, and noted in the log. Each
-  // window costs some ten of the 10,000 objects that the system grants a program, and nobody keeps so many conversations
-  // apart.
+  // window costs some ten of the 10,000 objects that the system grants a program, and nobody keeps so many
+  // conversations apart.
   static constexpr std::size_t kMostChats = 100;
 
   OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger);

@@ -14,6 +14,7 @@ namespace conversation {
 // head, "anna:" and a tab.
 struct Place {
   std::size_t line = 0, offset = 0;
+  // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the 0 of a comparison's result for a pointer
   friend constexpr auto operator<=>(const Place&, const Place&) = default;
 };
 

@@ -10,6 +10,7 @@ namespace toolkit {
 
 struct Twips {
   std::int32_t value = 0;
+  // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the 0 of a comparison's result for a pointer
   friend constexpr auto operator<=>(Twips, Twips) = default;
   friend constexpr Twips operator+(Twips a, Twips b) { return {a.value + b.value}; }
   friend constexpr Twips operator-(Twips a, Twips b) { return {a.value - b.value}; }
