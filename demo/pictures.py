@@ -125,7 +125,8 @@ class Scene:
             if name == "security":
                 for blocked in ("Mallory", "Trudy"):
                     self.probe.set_text(self.probe.control(dialog, _BLOCK_BOX), blocked)
-                    self.probe.send(dialog, probe.WM_COMMAND, _BLOCK_ENTER)
+                    page = self.probe.children(dialog, "picOpt")[2]
+                    self.probe.send(page, probe.WM_COMMAND, _BLOCK_ENTER)
             self.camera.take("options-" + name, dialog.text)
         self.probe.command(dialog, copies.ACCEPT)
         self.probe.wait_gone(dialog)

@@ -32,7 +32,7 @@ WINDOWS = {
     "main window": ["kMainMenu", "kToolButtons"],
     "chat window": ["kChatMenu", "kChatButtons"],
     "composer": ["kComposerButtons"],
-    "options, Interface": ["kPageButtons", "kCommandButtons", "kSoundButtons", "ui/options/frm_opt_load.cpp"],
+    "options, Interface": ["kPageButtons", "kCommandButtons", "ui/options/interface_page.cpp"],
     "options, Security": ["kPageButtons", "kCommandButtons", "kBlockButtons"],
     "options, Groups": ["kPageButtons", "kCommandButtons", "kGroupButtons"],
     "save window": ["ui/toolkit/save/frm_save.cpp"],

@@ -1,4 +1,4 @@
-// Names, groups, sounds, and how the choices become settings.
+// Names, groups and sounds.
 #include <gtest/gtest.h>
 
 #include "core/globals.h"
@@ -6,7 +6,7 @@
 #include "support/recording_program.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/in_code_page.h"
-#include "ui/options/choices.h"
+#include "ui/options/groups.h"
 #include "ui/options/names.h"
 #include "ui/options/sounds.h"
 
@@ -16,7 +16,7 @@ namespace {
 class Options : public support::DesktopTest {
  protected:
   Options() {
-    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n1208,No network");
+    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online");
     core::LoadLang();
     core::gCurName = core::gUserName = "Anna";
     users.ClearlvUsers();
@@ -70,47 +70,6 @@ TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroupAndEmptyGroupsAreNotKept) {
 TEST_F(Options, SoundsHaveKeysThatEndInWav) {
   EXPECT_EQ(SoundsOf({"chime.wav", "ALERT.WAV"}),
             (std::vector<Sound>{{"(S)", ""}, {"(B)", ""}, {"chime.wav", "chime.wav"}, {"ALERT.WAV.wav", "ALERT.WAV"}}));
-}
-
-TEST_F(Options, ChoicesAreAppliedInOrder) {
-  users.AddBlocked("Old");
-  program.onOpenSocket = [] {
-    EXPECT_EQ(core::gUserName, "Carla");
-    EXPECT_EQ(core::gColour, 255);
-    EXPECT_EQ(core::gLanguage, "Deutsch");
-    EXPECT_EQ(core::gPopPos, 4);  // not yet
-  };
-  Apply({.language = "Deutsch",
-         .name = "Carla",
-         .colour = 255,
-         .position = std::int16_t{2},
-         .sound = "chime.wav",
-         .runAtLogon = 1,
-         .blocked = {"Bob", "Mallory"},
-         .groups = {{"F", {"anna"}}, {"G", {}}}},
-        program);
-  EXPECT_EQ(support::Desktop().events, (std::vector<std::string>{"close Anna", "open Carla", "restore main"}));
-  EXPECT_TRUE(users.HasRow("(F)"));
-  EXPECT_EQ(folder.Get("User.ini"),
-            "\"Deutsch\"\r\n0\r\n300,150,2505,4605\r\n\"Carla\",255,2,\"chime.wav\",1\r\n0,0,0,0\r\n"
-            "2\r\n\"Bob\"\r\n\"Mallory\"\r\n1\r\n\"F|anna|\"\r\n");
-}
-
-TEST_F(Options, ANetworkThatFailsStopsNothingElse) {
-  program.onOpenSocket = [] { throw core::RuntimeError(10048, "Address already in use"); };
-  Apply({.name = "Carla", .position = std::int16_t{1}, .blocked = {"Bob"}}, program);
-  ASSERT_EQ(support::Desktop().boxes.size(), 1u);
-  EXPECT_EQ(support::Desktop().boxes[0].text, "No network: 10048: Address already in use");
-  EXPECT_EQ(core::gPopPos, 1);
-  EXPECT_EQ(users.BlockedNames(), (std::vector<std::string>{"Bob"}));
-  EXPECT_NE(folder.Get("User.ini"), "");
-}
-
-TEST_F(Options, SettingsThatCannotBeSavedAreInEffect) {
-  folder.PutFolder("User.ini");
-  EXPECT_EQ(support::ErrorOf([&] { Apply({.name = "Carla", .position = std::int16_t{1}}, program); }), 75);
-  EXPECT_EQ(core::gUserName, "Carla");
-  EXPECT_EQ(core::gPopPos, 1);
 }
 
 }  // namespace

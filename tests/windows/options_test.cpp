@@ -17,7 +17,6 @@
 #include "tests/windows/leftovers.h"
 #include "tests/windows/window_probe.h"
 #include "ui/options/drawn_images.h"
-#include "ui/options/frm_opt_parts.h"
 #include "ui/toolkit/modal.h"
 
 namespace {
@@ -71,7 +70,11 @@ class OptionsDialog : public testing::Test {
   HWND Sounds() const { return Child(1, WC_LISTVIEWA); }
   HWND Blocked() const { return Child(2, WC_LISTVIEWA); }
   HWND Positions() const { return Child(1, TOOLBARCLASSNAMEA); }
-  void Press(int command) const { ::SendMessageA(form->hwnd(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
+  // A button of the dialog or of the page that is shown.
+  void Press(int command) const {
+    const HWND window = command <= kCloseButton ? form->hwnd() : Page(VisiblePage());
+    ::SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  }
   static void Type(HWND box, const std::string& text) { ::SetWindowTextA(box, text.c_str()); }
   static bool Key(HWND target, WPARAM key, int held = 0) { return support::FilterKey(target, WM_KEYDOWN, key, held); }
   bool Alt(char letter) const {
@@ -213,16 +216,28 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
   EXPECT_EQ(BoxAnswers::Texts(), Texts{core::GetText(2204)}) << "and no question about the language yet";
   EXPECT_EQ(gEvents, "");
 
+  // The network learns the new name and colour; one that cannot be joined stops nothing else.
+  program.onOpenSocket = [] {
+    EXPECT_EQ(std::tuple(core::gUserName, core::gColour), std::tuple("Carla", 16711680));
+    throw core::RuntimeError(10048, "Address already in use");
+  };
   ::SendMessageA(Item(1, kLanguageBox), CB_SETCURSEL, 0, 0);
   Type(Item(0, kNameBox), " Carla ");
   SelectRow(Swatches(), 9);
   ::SendMessageA(Positions(), TB_CHECKBUTTON, kFirstPosition + 2, TRUE);
   SelectRow(Sounds(), 3);
   ::SendMessageA(Item(1, kStartUpBox), BM_SETCHECK, BST_UNCHECKED, 0);
+  const std::string settings = core::InProgramDirectory("User.ini");
+  ::CreateDirectoryA(settings.c_str(), nullptr);  // which no file can be written over
+  Press(kAcceptButton);
+  EXPECT_EQ(gEvents, "close Anna; open Carla; restore main; ");
+  ASSERT_EQ(BoxAnswers::Texts().size(), 3u);
+  EXPECT_EQ(BoxAnswers::Texts()[1], core::GetText(1208) + ": 10048: Address already in use");
+  EXPECT_EQ(BoxAnswers::Texts()[2], "Run-time error '75':\r\n\r\nPath/File access error");
+  ::RemoveDirectoryA(settings.c_str());
   Press(kAcceptButton);
   EXPECT_FALSE(form->hwnd());
-  EXPECT_EQ(gEvents, "close Anna; open Carla; restore main; ");
-  const std::string saved = core::ReadFile(core::InProgramDirectory("User.ini"));
+  const std::string saved = core::ReadFile(settings);
   EXPECT_NE(saved.find("\"Carla\",16711680,3,\"drop.wav\",0\r\n"), std::string::npos) << saved;
 }
 

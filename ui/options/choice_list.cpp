@@ -17,7 +17,9 @@ void ChoiceList::Attach(HWND listView, HIMAGELIST pictures) {
   ::SendMessageA(hwnd_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
 }
 
-LRESULT ChoiceList::Paint(NMLVCUSTOMDRAW& draw) {
+LRESULT ChoiceList::Notified(NMHDR& header) const {
+  if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
+  auto& draw = reinterpret_cast<NMLVCUSTOMDRAW&>(header);
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) toolkit::ShowSelectionPlainly(draw);
   return CDRF_DODEFAULT;

@@ -18,8 +18,8 @@ class ChoiceList {
 
   HWND hwnd() const { return hwnd_; }
 
-  // The answer to the list view's NM_CUSTOMDRAW.
-  static LRESULT Paint(NMLVCUSTOMDRAW& draw);
+  // The answer to a WM_NOTIFY of the window around it.
+  LRESULT Notified(NMHDR& header) const;
 
   void Clear() { ListView_DeleteAllItems(hwnd_); }
   void Add(const std::string& text, int picture);

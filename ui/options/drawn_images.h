@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "ui/toolkit/caption.h"
 #include "ui/toolkit/handles.h"
 
 namespace options {
@@ -33,6 +34,14 @@ void DrawSwatch(HDC dc, const RECT& box, COLORREF colour);
 
 // A screen with one quarter of it lit: 1 top left, 2 top right, 3 bottom left, 4 bottom right.
 void DrawPosition(HDC dc, const RECT& screen, int position);
+
+// Their names for screen readers, as the menu calls the corners.
+inline constexpr toolkit::Caption kPositionNames[] = {
+    {1117, "|Move window to top left|Top &Left"},
+    {1118, "|Move window to top right|Top &Right"},
+    {1119, "|Move window to bottom left|Bottom L&eft"},
+    {1120, "|Move window to bottom right|Bottom R&ight"},
+};
 
 // The place of that quarter, which has half the width and half the height of the whole.
 constexpr RECT QuarterOf(const RECT& whole, int position) {

@@ -1,30 +1,39 @@
-// The options dialog: what its window is told, the settings, Accept and Close.
 #include "ui/options/frm_opt.h"
 
 #include <algorithm>
 
-#include "core/globals.h"
 #include "core/language.h"
 #include "core/message_box.h"
-#include "core/numbers.h"
 #include "core/runtime_error.h"
-#include "core/sound.h"
-#include "core/text.h"
-#include "ui/options/frm_opt_parts.h"
-#include "ui/options/names.h"
-#include "ui/options/palette.h"
+#include "core/settings.h"
+#include "res/pictures.h"
 #include "ui/toolkit/modal.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace options {
 namespace {
 
+using toolkit::Px;
 using toolkit::operator""_dp;
 
-constexpr UINT kNameLeft = WM_APP;  // posted, since no box may open while the focus is on its way
-constexpr int kEmptyNameText = 2206, kQuestionTitleText = 9201;
-constexpr char kFirstLanguage[] = "English";
+constexpr toolkit::ToolButton kPageButtons[] = {
+    {kUserButton, {2002, "&User"}, res::kToolbarUser},
+    {kInterfaceButton, {2003, "&Interface"}, res::kToolbarInterface},
+    {kSecurityButton, {2004, "&Securety"}, res::kToolbarSecurity},
+    {kGroupsButton, {2005, "&Groups"}, res::kToolbarGroups},
+};
+constexpr toolkit::ToolButton kCommandButtons[] = {
+    {kAcceptButton, {2006, "&Accept"}, res::kToolbarAccept},
+    {kCloseButton, {2007, "&Close"}, res::kToolbarClose},
+};
+
+constexpr int kNoNetworkText = 1208, kEmptyNameText = 2206;
+
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+// The frame height is that of the window's caption and border.
+constexpr toolkit::Twips kPageWidth = 450_dp, kPageHeight = 260_dp, kFrameHeight{400};
 
 class Flagged {
  public:
@@ -39,13 +48,57 @@ class Flagged {
 
 }  // namespace
 
+void FrmOpt::Load() {
+  // A window without a visible owner has a button in the task bar.
+  const HWND active = ::GetActiveWindow(), owner = ::IsWindowVisible(active) ? active : nullptr;
+  Create({"frmOpt", kStyle, kExStyle, COLOR_BTNFACE}, {2001, "Options - Quillon"}, {}, owner);
+  AddToolbar(tbOpt, kPageButtons);
+  tbOpt.KeepInOneLine();
+  tbOpt.MakeRadio();
+  for (Page* page : picOpt) page->Load(hwnd());
+  for (HWND& line : lines_) line = AddControl("STATIC", "", SS_ETCHEDHORZ);
+  AddToolbar(TB, kCommandButtons);
+  TB.KeepInOneLine();
+  SetLan();
+  PlaceWindow();
+  for (Page* page : picOpt) page->Fill();
+  LayOut();
+  InputSets();
+  ShowPage(0);
+  ::SetFocus(user_->FirstControl());
+}
+
+// In the middle of the work area.
+void FrmOpt::PlaceWindow() {
+  const SIZE pages = tbOpt.NaturalSize(), commands = TB.NaturalSize();
+  RECT frame{0, 0, std::max(Px(kPageWidth), static_cast<int>(std::max(pages.cx, commands.cx))), 0};
+  ::AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
+  const int width = frame.right - frame.left;
+  const int height = pages.cy + Px(kPageHeight) + commands.cy + Px(kFrameHeight);
+  const RECT area = toolkit::WorkAreaPixels();
+  const int left = area.left + std::max((static_cast<int>(area.right - area.left) - width) / 2, 0);
+  const int top = area.top + std::max((static_cast<int>(area.bottom - area.top) - height) / 2, 0);
+  ::MoveWindow(hwnd(), left, top, width, height, FALSE);
+}
+
+// The pages have the same height whatever frame the system gives the window: a thick frame takes from the margin at
+// their lower end, over which the command bar extends then.
+void FrmOpt::LayOut() {
+  const SIZE client = ClientSize(hwnd());
+  const int selector = tbOpt.Place(client.cx);
+  for (Page* page : picOpt) {
+    Place(page->hwnd(), 0, selector, client.cx, Px(kPageHeight));
+    page->LayOut();
+  }
+  const int commands = TB.Place(client.cx);
+  ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.cy - commands, client.cx, commands, SWP_NOACTIVATE);
+  Place(lines_[0], 0, selector, client.cx, 2);
+  Place(lines_[1], 0, client.cy - commands - Px(3_dp), client.cx, 2);
+  for (const HWND line : lines_) BringToTop(line);
+}
+
 LRESULT FrmOpt::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_NOTIFY:
-      return Notified(lParam);
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORSTATIC:
-      return ColourControl(message, wParam, lParam);
     case kNameLeft:
       CheckName();
       return 0;
@@ -57,243 +110,87 @@ LRESULT FrmOpt::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-// The name and its preview have the chosen colour.
-LRESULT FrmOpt::ColourControl(UINT message, WPARAM wParam, LPARAM lParam) {
-  const auto control = reinterpret_cast<HWND>(lParam);
-  if (control != txtName && control != lblPrevew) return Window::Handle(message, wParam, lParam);
-  const auto dc = reinterpret_cast<HDC>(wParam);
-  ::SetTextColor(dc, toolkit::TextColour(colour_));
-  ::SetBkColor(dc, ::GetSysColor(COLOR_WINDOW));
-  return reinterpret_cast<LRESULT>(::GetSysColorBrush(COLOR_WINDOW));
-}
-
-LRESULT FrmOpt::Notified(LPARAM lParam) {
-  const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-  if (header.hwndFrom == tvGroups.hwnd() && header.code == NM_CUSTOMDRAW)
-    return GroupTree::Paint(*reinterpret_cast<NMTVCUSTOMDRAW*>(lParam));
-  const bool choices = header.hwndFrom == lvSnd.hwnd() || header.hwndFrom == lvBlock.hwnd();
-  if (choices && header.code == NM_CUSTOMDRAW) return ChoiceList::Paint(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
-  if (header.hwndFrom != lvCol) return 0;
-  if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(lParam);
-  // The frames of our own reach beyond what the list itself draws anew.
-  if (header.code == LVN_ITEMCHANGED || header.code == NM_SETFOCUS || header.code == NM_KILLFOCUS)
-    ::InvalidateRect(lvCol, nullptr, TRUE);
-  if (header.code == LVN_ITEMCHANGED) {
-    const auto& change = *reinterpret_cast<const NMLISTVIEW*>(lParam);
-    if ((change.uNewState & ~change.uOldState) & LVIS_SELECTED) lvCol_ItemClick(change.iItem);
-  }
-  return 0;
-}
-
-// A selected picture would be tinted, and with it the very colour that is chosen; a frame says the same.
-LRESULT FrmOpt::DrawSwatchItem(LPARAM lParam) const {
-  const auto& draw = *reinterpret_cast<const NMLVCUSTOMDRAW*>(lParam);
-  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-  const int index = static_cast<int>(draw.nmcd.dwItemSpec);
-  RECT place{};
-  ListView_GetItemRect(lvCol, index, &place, LVIR_ICON);
-  int width = 0, height = 0;
-  ::ImageList_GetIconSize(imlCol.get(), &width, &height);
-  RECT swatch{0, 0, width, height};
-  ::OffsetRect(&swatch, (place.left + place.right - width) / 2, (place.top + place.bottom - height) / 2);
-  ::ImageList_Draw(imlCol.get(), index, draw.nmcd.hdc, swatch.left, swatch.top, ILD_NORMAL);
-  if (ListView_GetItemState(lvCol, index, LVIS_SELECTED)) {
-    for (int i = toolkit::Px(1_dp); i <= toolkit::Px(3_dp); ++i) {
-      RECT frame = swatch;
-      ::InflateRect(&frame, i, i);
-      ::FrameRect(draw.nmcd.hdc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
-    }
-  }
-  if (::GetFocus() == lvCol && ListView_GetItemState(lvCol, index, LVIS_FOCUSED)) {
-    ::InflateRect(&swatch, toolkit::Px(5_dp), toolkit::Px(5_dp));
-    ::DrawFocusRect(draw.nmcd.hdc, &swatch);
-  }
-  return CDRF_SKIPDEFAULT;
-}
-
 std::span<const toolkit::Command> FrmOpt::Commands() const {
   static const toolkit::Command kCommands[] = {
-      {kUserButton, kPages, &FrmOpt::tbOpt_ButtonClick},
+      {kUserButton, kPages, &FrmOpt::ShowPage},
       {kAcceptButton, &FrmOpt::Accept},
       {kCloseButton, &FrmOpt::CloseClicked},
-      {kNameBox, &FrmOpt::txtName_Change, EN_CHANGE},
-      {kNameBox, &FrmOpt::txtName_GotFocus, EN_SETFOCUS},
-      {kNameBox, &FrmOpt::txtName_LostFocus, EN_KILLFOCUS},
-      {kTestButton, &FrmOpt::TestSound},
-      {kBlockBox, &FrmOpt::txtBlock_GotFocus, EN_SETFOCUS},
-      {kBlockBox, &FrmOpt::BoxLeft, EN_KILLFOCUS},
-      {kBlockEnter, &FrmOpt::AddBlock},
-      {kBlockButton, &FrmOpt::AddBlock},
-      {kUnblockButton, &FrmOpt::RemoveBlock},
-      {kGroupBox, &FrmOpt::txtGroups_GotFocus, EN_SETFOCUS},
-      {kGroupBox, &FrmOpt::BoxLeft, EN_KILLFOCUS},
-      {kGroupEnter, &FrmOpt::cmdGroups_Click},
-      {kNewGroupButton, &FrmOpt::NewGroup_Click},
-      {kAddMemberButton, &FrmOpt::AddMember_Click},
-      {kRemoveNodeButton, &FrmOpt::RemoveNode_Click},
   };
   return kCommands;
 }
 
-void FrmOpt::tbOpt_ButtonClick(unsigned page) { ShowPage(page); }
-
-void FrmOpt::txtName_GotFocus() { BoxEntered(txtName, nullptr); }
-
-void FrmOpt::txtBlock_GotFocus() { BoxEntered(txtBlock, cmdDAdd); }
-
-void FrmOpt::txtGroups_GotFocus() { BoxEntered(txtGroups, cmdGroups); }
-
-void FrmOpt::BoxEntered(HWND box, HWND button) {
-  ::SendMessageA(box, EM_SETSEL, 0, -1);
-  default_ = button;
-}
-
-void FrmOpt::BoxLeft() { default_ = nullptr; }
-
-void FrmOpt::txtName_LostFocus() {
-  BoxLeft();
-  ::PostMessageA(hwnd(), kNameLeft, 0, 0);
-}
-
-void FrmOpt::TestSound() { core::PlayAlertSound(SelectedSound()); }
-
-void FrmOpt::ShowPage(std::size_t page) {
-  // The selector keeps the keyboard for whoever walks through the pages there.
-  const bool enters = ::GetFocus() != tbOpt.hwnd();
-  const auto former = std::exchange(page_, page);
-  ::SendMessageA(tbOpt.hwnd(), TB_CHECKBUTTON, static_cast<WPARAM>(kUserButton) + page, TRUE);
-  picOpt[page]->Show(SW_SHOW);
-  const std::array<HWND, kPages> first{txtName, tbPos, txtBlock, txtGroups};
-  if (enters && ::IsWindowVisible(hwnd())) ::SetFocus(first[page]);
-  if (former != page) picOpt[former]->Show(SW_HIDE);
-}
-
 bool FrmOpt::Translate(MSG& message) {
-  if (message.message == WM_SYSCHAR) return ClickMnemonic(static_cast<char>(message.wParam));
-  return message.message == WM_KEYDOWN && TranslateKey(message);
+  if (message.message == WM_SYSCHAR) return ClickMnemonic(message);
+  return message.message == WM_KEYDOWN && TranslateKey(message.wParam);
 }
 
-bool FrmOpt::TranslateKey(const MSG& key) {
-  const bool ctrl = toolkit::KeyDown(VK_CONTROL);
-  const bool back = key.wParam == VK_PRIOR || (key.wParam == VK_TAB && toolkit::KeyDown(VK_SHIFT));
-  if (ctrl && (key.wParam == VK_TAB || key.wParam == VK_PRIOR || key.wParam == VK_NEXT)) {
+bool FrmOpt::TranslateKey(WPARAM key) {
+  const bool back = key == VK_PRIOR || (key == VK_TAB && toolkit::KeyDown(VK_SHIFT));
+  if (toolkit::KeyDown(VK_CONTROL) && (key == VK_TAB || key == VK_PRIOR || key == VK_NEXT)) {
     ShowPage((page_ + (back ? kPages - 1 : 1)) % kPages);
     return true;
   }
-  if (key.wParam != VK_RETURN || !default_) return false;
-  return RunCommand(static_cast<unsigned>(::GetDlgCtrlID(default_)));
+  return key == VK_RETURN && picOpt[page_]->Enter();
 }
 
-// Buttons of the page and of the window may share a letter. The page's come first while there is something to do for
-// them in the page's box.
-bool FrmOpt::ClickMnemonic(char letter) {
-  const std::array<toolkit::Toolbar*, kPages> tools{nullptr, &tbSnd, &tbSec, &tbGroups};
-  toolkit::Toolbar* const own = tools[page_];
-  const HWND box = page_ == kSecurity ? txtBlock : page_ == kGroups ? txtGroups : nullptr;
-  const bool ownFirst = box && !toolkit::TrimmedTextOf(box).empty();
-  if (ownFirst && own->ClickMnemonic(letter)) return true;
-  if (TB.ClickMnemonic(letter) || tbOpt.ClickMnemonic(letter)) return true;
-  return own && own->ClickMnemonic(letter);
+bool FrmOpt::ClickMnemonic(MSG& message) {
+  Page& page = *picOpt[page_];
+  if (page.OwnsMnemonics() && page.Translate(message)) return true;
+  return Window::Translate(message) || page.Translate(message);
+}
+
+void FrmOpt::ShowPage(unsigned page) {
+  // The focus stays on the selector for a user who walks through the pages there.
+  const bool enters = ::GetFocus() != tbOpt.hwnd();
+  const unsigned former = std::exchange(page_, page);
+  tbOpt.Press(kUserButton + static_cast<int>(page));
+  picOpt[page]->Show(SW_SHOW);
+  if (enters && ::IsWindowVisible(hwnd())) ::SetFocus(picOpt[page]->FirstControl());
+  if (former != page) picOpt[former]->Show(SW_HIDE);
 }
 
 void FrmOpt::InputSets() {
-  ::SetWindowTextA(txtName, core::gUserName.c_str());
-  colour_ = core::gColour;
-  SetCol(core::gColour);
-  SetPos(core::gPopPos);
-  SelectSound(core::gSound);
-  ::SetWindowTextA(lblHeight, core::PlainText(core::gAlertHeight).c_str());
-  ::SendMessageA(chkStartUp, BM_SETCHECK, core::gRunAtLogon == 0 ? BST_UNCHECKED : BST_CHECKED, 0);
-  const auto* const language = std::ranges::find(kLanguages, core::gLanguage);
-  const auto index = language == std::end(kLanguages) ? -1 : language - std::begin(kLanguages);
-  ::SendMessageA(CMBlang, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-  FillBlocked();
-  RefBloc();
-  tvGroups.Fill(GroupsOf(program_.Users().GroupLines()));
+  for (Page* page : picOpt) page->InputSets();
 }
 
 void FrmOpt::WriteSets() {
-  Choices choices{
-      .language = SelectedLanguage(),
-      .name = toolkit::TrimmedTextOf(txtName),
-      .runAtLogon = ::SendMessageA(chkStartUp, BM_GETCHECK, 0, 0) == BST_CHECKED ? std::int16_t{1} : std::int16_t{0},
-      .blocked = lvBlock.Texts(),
-      .groups = tvGroups.Groups()};
-  const int swatch = ListView_GetNextItem(lvCol, -1, LVNI_SELECTED);
-  if (swatch >= 0) choices.colour = kPalette[static_cast<std::size_t>(swatch)].colour;
-  if (const int position = PressedPos()) choices.position = static_cast<std::int16_t>(position);
-  if (lvSnd.Selected() >= 0) choices.sound = SelectedSound();
   renamed_ = true;
-  Apply(choices, program_);
+  interface_->WriteLanguage();
+  program_.CloseSocket();
+  program_.Users().ClearlvUsers();  // it fills again with the answers to the new name
+  user_->WriteSets();
+  JoinNetwork();
+  interface_->WriteSets();
+  security_->WriteSets();
+  groups_->WriteSets();
+  core::SaveSets(program_);
 }
 
-void FrmOpt::SetPos(int position) {
-  for (int i = 0; i < 4; ++i)
-    ::SendMessageA(tbPos, TB_CHECKBUTTON, static_cast<WPARAM>(kFirstPosition + i), i + 1 == position);
+void FrmOpt::JoinNetwork() {
+  try {
+    program_.OpenSocket();
+  } catch (const core::RuntimeError& error) {
+    core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
+  }
 }
 
-int FrmOpt::PressedPos() const {
-  for (int i = 0; i < 4; ++i)
-    if (::SendMessageA(tbPos, TB_ISBUTTONCHECKED, static_cast<WPARAM>(kFirstPosition + i), 0)) return i + 1;
-  return 0;
-}
-
-void FrmOpt::SetCol(std::int32_t colour) {
-  const auto* const found = std::ranges::find(kPalette, colour, &Swatch::colour);
-  if (found == kPalette.end()) return;
-  const int index = static_cast<int>(found - kPalette.begin());
-  ListView_SetItemState(lvCol, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(lvCol, index, FALSE);
-  lvCol_ItemClick(index);
-}
-
-void FrmOpt::SelectSound(const std::string& key) {
-  const auto found = std::ranges::find(sounds_, key, &Sound::key);
-  if (found != sounds_.end()) lvSnd.Select(static_cast<int>(found - sounds_.begin()));
-}
-
-std::string FrmOpt::SelectedSound() const {
-  const int selected = lvSnd.Selected();
-  return selected < 0 ? std::string("(S)") : sounds_[static_cast<std::size_t>(selected)].key;
-}
-
-std::optional<std::string> FrmOpt::SelectedLanguage() const {
-  const auto index = ::SendMessageA(CMBlang, CB_GETCURSEL, 0, 0);
-  if (index < 0) return std::nullopt;
-  return kLanguages[index];
-}
-
-void FrmOpt::lvCol_ItemClick(int index) {
-  colour_ = kPalette[static_cast<std::size_t>(index)].colour;
-  ::InvalidateRect(txtName, nullptr, TRUE);
-  ::InvalidateRect(lblPrevew, nullptr, TRUE);
-}
-
-void FrmOpt::txtName_Change() { ::SetWindowTextA(lblPrevew, toolkit::TextOf(txtName).c_str()); }
-
-// Only within the dialog: nobody is held back who turns to another program.
 void FrmOpt::CheckName() {
-  const HWND focus = ::GetFocus();
-  if (accepting_ || focus == txtName || !::IsChild(hwnd(), focus)) return;
-  const std::string text = toolkit::TextOf(txtName), name(core::Trim(text));
-  if (name != text) ::SetWindowTextA(txtName, name.c_str());
-  if (!name.empty()) return;
-  ShowPage(kUser);
+  if (accepting_ || !user_->IsNameMissing()) return;
+  ShowPage(0);
   core::ShowBox({.text = core::GetText(kEmptyNameText), .icon = core::BoxIcon::Critical});
-  ::SetFocus(txtName);
+  ::SetFocus(user_->FirstControl());
 }
 
 void FrmOpt::Accept() {
   if (accepting_) return;
   const Flagged accepting(accepting_);
-  if (const int refusal = RefusalOf(toolkit::TrimmedTextOf(txtName), program_.Users(), atStartUp && !renamed_)) {
+  if (const int refusal = user_->Refusal(program_.Users(), atStartUp && !renamed_)) {
     core::ShowBox({.text = core::GetText(refusal)});
-    ShowPage(kUser);
-    ::SetFocus(txtName);
+    ShowPage(0);
+    ::SetFocus(user_->FirstControl());
     return;
   }
-  ChangeLanguage();
+  interface_->ChangeLanguage();
   WriteSets();
   toolkit::CloseModal(*this);
 }
@@ -302,25 +199,6 @@ void FrmOpt::CloseClicked() {
   if (accepting_) return;
   if (atStartUp) return shutDown_();
   toolkit::CloseModal(*this);
-}
-
-// The question is put in the language that is offered, and in English for whoever chose it by mistake. A language file
-// that cannot be read leaves everything as it was.
-void FrmOpt::ChangeLanguage() {
-  const auto chosen = SelectedLanguage();
-  if (!chosen || *chosen == core::gLanguage) return;
-  const int index = static_cast<int>(::SendMessageA(CMBlang, CB_GETCURSEL, 0, 0));
-  std::string question = core::GetText(kQuestionTexts[index]);
-  if (*chosen != kFirstLanguage) question += "\r\n\r\n" + core::GetText(kQuestionTexts[0]);
-  if (!core::AskBox({.text = question, .title = core::GetText(kQuestionTitleText)})) return;
-  const std::string former = std::exchange(core::gLanguage, *chosen);
-  try {
-    core::LoadLang();
-  } catch (const core::RuntimeError&) {
-    core::gLanguage = former;
-    throw;
-  }
-  SetLanOfAll();
 }
 
 }  // namespace options

@@ -29,7 +29,9 @@ void GroupTree::Attach(HWND treeView, HIMAGELIST pictures) {
 
 // While the name of a member is typed the tree is without the focus, and the system shows its selection so faintly then
 // that one cannot tell which group it will go to.
-LRESULT GroupTree::Paint(NMTVCUSTOMDRAW& draw) {
+LRESULT GroupTree::Notified(NMHDR& header) const {
+  if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
+  auto& draw = reinterpret_cast<NMTVCUSTOMDRAW&>(header);
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED)) {
     draw.clrText = ::GetSysColor(COLOR_HIGHLIGHTTEXT);

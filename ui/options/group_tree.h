@@ -19,8 +19,8 @@ class GroupTree {
   static constexpr DWORD kStyle =
       TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
 
-  // The answer to the tree view's NM_CUSTOMDRAW.
-  static LRESULT Paint(NMTVCUSTOMDRAW& draw);
+  // The answer to a WM_NOTIFY of the window around it.
+  LRESULT Notified(NMHDR& header) const;
 
   void Attach(HWND treeView, HIMAGELIST pictures);
 

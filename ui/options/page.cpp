@@ -1,35 +1,78 @@
 #include "ui/options/page.h"
 
+#include <algorithm>
+
+#include "ui/toolkit/screen.h"
+
 namespace options {
 
-void Page::Load(HWND parent, const char* className) {
-  Create({.className = className, .style = WS_CHILD | WS_CLIPSIBLINGS, .exStyle = WS_EX_CONTROLPARENT}, "", {}, parent);
+using toolkit::Px;
+using toolkit::operator""_dp;
+
+void Page::Load(HWND dialog) {
+  Create({.className = "picOpt", .style = WS_CHILD | WS_CLIPSIBLINGS, .exStyle = WS_EX_CONTROLPARENT}, "", {}, dialog);
+  CreateControls();
+}
+
+HWND Page::AddLabel(const toolkit::Caption& text) {
+  return AddControl("STATIC", text, SS_LEFTNOWORDWRAP | SS_NOPREFIX);
+}
+
+HWND Page::AddTextBox(int id) {
+  const HWND box = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id);
+  ::SendMessageA(box, EM_SETLIMITTEXT, 0, 0);
+  return box;
+}
+
+void Page::AddButtons(toolkit::Toolbar& toolbar, std::span<const toolkit::ToolButton> buttons) {
+  AddToolbar(toolbar, buttons);
+  toolbar.KeepInOneLine();
+}
+
+void Page::LayOutList(HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) const {
+  const SIZE page = ClientSize(hwnd()), tools = toolbar.NaturalSize();
+  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight(), field = FieldHeight();
+  const int rowHeight = std::max(static_cast<int>(tools.cy), line + gap + field);
+  const int left = page.cx - margin - tools.cx, boxTop = margin + rowHeight - field;
+  Place(label, margin, boxTop - gap - line, left - 2 * margin, line);
+  Place(box, margin, boxTop, left - 2 * margin, field);
+  Place(toolbar.hwnd(), left, margin + rowHeight - tools.cy, tools.cx, tools.cy);
+  const int listTop = margin + rowHeight + Px(8_dp);
+  Place(list, margin, listTop, page.cx - 2 * margin, page.cy - 2 * margin - listTop);
 }
 
 LRESULT Page::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
+      if (HIWORD(wParam) == EN_SETFOCUS) ::SendMessageA(reinterpret_cast<HWND>(lParam), EM_SETSEL, 0, -1);
+      break;
     case WM_NOTIFY:
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORSTATIC:
-      return ::SendMessageA(::GetParent(hwnd()), message, wParam, lParam);
-    case WM_PAINT:
-      if (!paint) break;
-      Paint();
-      return 0;
+      return Notified(*reinterpret_cast<NMHDR*>(lParam));
     default:
       break;
   }
   return Window::Handle(message, wParam, lParam);
 }
 
-void Page::Paint() const {
-  PAINTSTRUCT request{};
-  const HDC dc = ::BeginPaint(hwnd(), &request);
+int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
+
+int FieldHeight() { return std::max(Px(22_dp), LineHeight() + Px(6_dp)); }
+
+void Place(HWND window, int left, int top, int width, int height) {
+  ::MoveWindow(window, left, top, std::max(width, 0), std::max(height, 0), TRUE);
+}
+
+void BringToTop(HWND window) { ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
+
+SIZE ClientSize(HWND window) {
   RECT client{};
-  ::GetClientRect(hwnd(), &client);
-  paint(dc, client);
-  ::EndPaint(hwnd(), &request);
+  ::GetClientRect(window, &client);
+  return {client.right, client.bottom};
+}
+
+void ReturnTo(HWND box) {
+  ::SetFocus(box);
+  ::SendMessageA(box, EM_SETSEL, 0, -1);
 }
 
 }  // namespace options

@@ -181,11 +181,44 @@ int Toolbar::Place(int width) {
   SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kLeastSpare), Px(kSpare)));
   ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000_dp), SWP_NOZORDER | SWP_NOACTIVATE);
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
-  RECT last{};
-  ::SendMessageA(hwnd_, TB_GETITEMRECT, buttons_.size() - 1, reinterpret_cast<LPARAM>(&last));
-  const int height = static_cast<int>(last.bottom) + Px(2_dp);
+  const int height = ToolbarSize(hwnd_).cy;
   ::SetWindowPos(hwnd_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
   return height;
+}
+
+void Toolbar::MakeRadio() {
+  for (const ToolButton& button : buttons_) {
+    TBBUTTONINFOA info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_STYLE;
+    info.fsStyle = BTNS_CHECKGROUP | BTNS_AUTOSIZE;
+    ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(button.id), reinterpret_cast<LPARAM>(&info));
+  }
+}
+
+void Toolbar::Press(int id) { ::SendMessageA(hwnd_, TB_CHECKBUTTON, static_cast<WPARAM>(id), TRUE); }
+
+// A toolbar without a width has broken its line after each button already.
+void Toolbar::KeepInOneLine() {
+  const LONG_PTR style = ::GetWindowLongPtrA(hwnd_, GWL_STYLE);
+  ::SetWindowLongPtrA(hwnd_, GWL_STYLE, style & ~LONG_PTR{TBSTYLE_WRAPABLE});
+  for (const ToolButton& button : buttons_) {
+    const auto id = static_cast<WPARAM>(button.id);
+    const LRESULT state = ::SendMessageA(hwnd_, TB_GETSTATE, id, 0);
+    ::SendMessageA(hwnd_, TB_SETSTATE, id, state & ~LRESULT{TBSTATE_WRAP});
+  }
+}
+
+SIZE Toolbar::NaturalSize() {
+  Place(Px(2000_dp));
+  return ToolbarSize(hwnd_);
+}
+
+SIZE ToolbarSize(HWND toolbar) {
+  const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
+  RECT last{};
+  ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
+  return {last.right, last.bottom + Px(2_dp)};
 }
 
 void EnableKeyboardNavigation(HWND toolbar) {

@@ -33,12 +33,22 @@ class Toolbar {
 
   void Enable(int id, bool enabled);
 
+  // From now on one button is pressed at a time.
+  void MakeRadio();
+  void Press(int id);
+
   // Clicks the enabled button whose mnemonic this is; false when there is none.
   bool ClickMnemonic(char letter);
 
   // At the top of a client area of this width; returns its height. Pixels. Buttons that do not fit go to further
   // lines.
   int Place(int width);
+
+  // The buttons take no further line, however narrow the toolbar is.
+  void KeepInOneLine();
+
+  // The size that shows all buttons in one line, pixels. Gives the toolbar a new place: lay it out afterwards.
+  SIZE NaturalSize();
 
  private:
   void SetWidths(int spare);
@@ -48,6 +58,9 @@ class Toolbar {
   std::span<const ToolButton> buttons_;
   std::vector<std::string> captions_;
 };
+
+// What the buttons of a toolbar take, pixels.
+SIZE ToolbarSize(HWND toolbar);
 
 // The keyboard in a toolbar: it takes part in the Tab order, the arrows go from button to button, Space and Enter
 // click. The toolbar's window reports the clicks to its parent as it does those of the mouse.

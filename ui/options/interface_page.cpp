@@ -1,0 +1,233 @@
+#include "ui/options/interface_page.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/message_box.h"
+#include "core/numbers.h"
+#include "core/runtime_error.h"
+#include "core/sound.h"
+#include "res/pictures.h"
+#include "ui/options/drawn_images.h"
+#include "ui/toolkit/menu/menu_items.h"
+#include "ui/toolkit/pictures.h"
+#include "ui/toolkit/save/disk_folder.h"
+#include "ui/toolkit/save/save_name.h"
+#include "ui/toolkit/screen.h"
+
+namespace options {
+namespace {
+
+using toolkit::Px;
+using toolkit::operator""_dp;
+
+constexpr toolkit::ToolButton kSoundButtons[] = {
+    {kTestButton, {2013, "&Test"}, res::kToolbarTest},
+};
+
+// The languages on offer, whatever the language file holds, and the question that offers each.
+constexpr const char* kLanguages[] = {"English",
+                                      "Fran\xE7"
+                                      "ais",
+                                      "Deutsch", "Espa\xF1ol"};
+constexpr int kQuestionTexts[] = {10300, 10301, 10302, 10303};
+static_assert(std::size(kQuestionTexts) == std::size(kLanguages));
+constexpr int kQuestionTitleText = 9201;
+
+constexpr int kPositions = static_cast<int>(std::size(kPositionNames));
+constexpr toolkit::Twips kPositionWidth = 36_dp, kPositionHeight = 27_dp, kDropHeight = 200_dp;
+constexpr DWORD kPositionsStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT |
+                                  CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER;
+
+enum SoundPicture : int { kSilencePicture, kBeepPicture, kWavePicture };
+
+WPARAM PositionId(int position) { return static_cast<WPARAM>(kFirstPosition + position - 1); }
+
+int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label)).cx; }
+
+void AddIcon(HIMAGELIST list, res::Strip strip, int picture, int side) {
+  ::ImageList_ReplaceIcon(list, -1, toolkit::LoadPicture(strip, picture, side).get());
+}
+
+toolkit::ImageList SoundPictures() {
+  const int side = ::GetSystemMetrics(SM_CXSMICON);
+  toolkit::ImageList list(::ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, 3, 0));
+  AddIcon(list.get(), res::Strip::Menu, res::kMenuBlock, side);
+  AddIcon(list.get(), res::Strip::Menu, res::kMenuAlert, side);
+  AddIcon(list.get(), res::Strip::Toolbar, res::kToolbarTest, side);
+  return list;
+}
+
+// Empty when the program's folder cannot be read: silence and beep need no file.
+std::vector<std::string> WaveFiles() {
+  std::vector<std::string> files;
+  try {
+    files = toolkit::ReadFolder(core::ProgramDirectory()).files;
+  } catch (const core::RuntimeError&) {
+    return files;
+  }
+  std::erase_if(files, [](const std::string& file) { return !toolkit::MatchesPattern(file, "*.wav"); });
+  return files;
+}
+
+}  // namespace
+
+void InterfacePage::CreateControls() {
+  lblcapPosition = AddLabel({2011, "New Message Position"});
+  tbPos = toolkit::Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPositionsStyle, 0, 0, 0, 0, hwnd(), nullptr,
+                                             ::GetModuleHandleA(nullptr), nullptr));
+  ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  ::SendMessageA(tbPos, TB_SETMAXTEXTROWS, 0, 0);
+  toolkit::EnableKeyboardNavigation(tbPos);
+  lblcapHeight = AddLabel({2022, "Alert height:"});
+  lblHeight = AddLabel("");
+  lblcapLanguage = AddLabel("Language/Langage/Sprache/Lenguaje:");
+  CMBlang = AddControl("COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0, kLanguageBox);
+  for (const char* language : kLanguages) ::SendMessageA(CMBlang, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(language));
+  chkStartUp = AddControl("BUTTON", {2014, "&Run Quillon on StartUp"}, BS_AUTOCHECKBOX | WS_TABSTOP, 0, kStartUpBox);
+  lblcapSound = AddLabel({2012, "Play sound on new message?"});
+  imlSnd = SoundPictures();
+  lvSnd.Attach(AddControl(WC_LISTVIEWA, "", ChoiceList::kStyle | LVS_SHAREIMAGELISTS, WS_EX_CLIENTEDGE), imlSnd.get());
+  AddButtons(tbSnd, kSoundButtons);
+}
+
+void InterfacePage::Fill() {
+  AddPos();
+  AddSnd();
+}
+
+void InterfacePage::AddPos() {
+  while (::SendMessageA(tbPos, TB_DELETEBUTTON, 0, 0)) continue;
+  const Scratch picPos({Px(kPositionWidth), Px(kPositionHeight)});
+  toolkit::ImageList images = picPos.NewList(kPositions);
+  for (int position = 1; position <= kPositions; ++position)
+    picPos.Add(images.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });
+  ::SendMessageA(tbPos, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
+  imlPos = std::move(images);
+  for (int position = 1; position <= kPositions; ++position) {
+    TBBUTTON button{};
+    button.iBitmap = position - 1;
+    button.idCommand = static_cast<int>(PositionId(position));
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = BTNS_CHECKGROUP;
+    ::SendMessageA(tbPos, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    AddCaption(kPositionNames[position - 1],
+               [this, position](const std::string& text) { SetPositionName(position, toolkit::NameOf(text)); });
+  }
+}
+
+// For screen readers alone: the toolbar shows no lines of text.
+void InterfacePage::SetPositionName(int position, std::string name) {
+  TBBUTTONINFOA info{};
+  info.cbSize = sizeof info;
+  info.dwMask = TBIF_TEXT;
+  info.pszText = name.data();
+  ::SendMessageA(tbPos, TB_SETBUTTONINFOA, PositionId(position), reinterpret_cast<LPARAM>(&info));
+}
+
+void InterfacePage::AddSnd() {
+  const std::vector<std::string> lstWav = WaveFiles();
+  sounds_ = SoundsOf(lstWav);
+  lvSnd.Clear();
+  for (std::size_t i = 0; i < sounds_.size(); ++i)
+    lvSnd.Add(sounds_[i].text, static_cast<int>(std::min<std::size_t>(i, kWavePicture)));
+  AddCaption({2202, "(Silent)"}, [this](const std::string& text) { lvSnd.SetText(0, text); });
+  AddCaption({2203, "(Beep)"}, [this](const std::string& text) { lvSnd.SetText(1, text); });
+}
+
+void InterfacePage::LayOut() {
+  const SIZE page = ClientSize(hwnd());
+  const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight();
+  const int column = (page.cx - 3 * margin) / 2, right = margin + column + margin;
+  int top = margin;
+  const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
+  Place(lblcapPosition, margin, next(line, gap), column, line);
+  const int positions = toolkit::ToolbarSize(tbPos).cy;
+  Place(tbPos, margin, next(positions, Px(8_dp)), column, positions);
+  const int caption = WidthOf(lblcapHeight);
+  Place(lblcapHeight, margin, top, caption, line);
+  Place(lblHeight, margin + caption + Px(6_dp), next(line, Px(14_dp)), column - caption - Px(6_dp), line);
+  Place(lblcapLanguage, margin, next(line, gap), column, line);
+  Place(CMBlang, margin, next(FieldHeight(), Px(14_dp)), column, Px(kDropHeight));
+  Place(chkStartUp, margin, next(FieldHeight(), 0), column, FieldHeight());
+
+  const SIZE test = tbSnd.NaturalSize();
+  const int listTop = margin + line + gap, testTop = page.cy - 2 * margin - test.cy;
+  Place(lblcapSound, right, margin, column, line);
+  Place(lvSnd.hwnd(), right, listTop, column, testTop - gap - listTop);
+  Place(tbSnd.hwnd(), right, testTop, test.cx, test.cy);
+  lvSnd.FitColumn();
+}
+
+void InterfacePage::InputSets() {
+  SetPos(core::gPopPos);
+  ::SetWindowTextA(lblHeight, core::PlainText(core::gAlertHeight).c_str());
+  const auto* const language = std::ranges::find(kLanguages, core::gLanguage);
+  const auto index = language == std::end(kLanguages) ? -1 : language - std::begin(kLanguages);
+  ::SendMessageA(CMBlang, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+  ::SendMessageA(chkStartUp, BM_SETCHECK, core::gRunAtLogon == 0 ? BST_UNCHECKED : BST_CHECKED, 0);
+  const auto sound = std::ranges::find(sounds_, core::gSound, &Sound::key);
+  if (sound != sounds_.end()) lvSnd.Select(static_cast<int>(sound - sounds_.begin()));
+}
+
+void InterfacePage::WriteSets() {
+  if (const int position = PressedPos()) core::gPopPos = static_cast<std::int16_t>(position);
+  core::gSound = SelectedSound().value_or(core::gSound);
+  core::gRunAtLogon = ::SendMessageA(chkStartUp, BM_GETCHECK, 0, 0) == BST_CHECKED ? 1 : 0;
+}
+
+void InterfacePage::SetPos(int position) {
+  for (int i = 1; i <= kPositions; ++i) ::SendMessageA(tbPos, TB_CHECKBUTTON, PositionId(i), i == position);
+}
+
+int InterfacePage::PressedPos() const {
+  for (int i = 1; i <= kPositions; ++i)
+    if (::SendMessageA(tbPos, TB_ISBUTTONCHECKED, PositionId(i), 0)) return i;
+  return 0;
+}
+
+std::optional<std::string> InterfacePage::SelectedSound() const {
+  const int selected = lvSnd.Selected();
+  if (selected < 0) return std::nullopt;
+  return sounds_[static_cast<std::size_t>(selected)].key;
+}
+
+std::optional<std::string> InterfacePage::SelectedLanguage() const {
+  const auto index = ::SendMessageA(CMBlang, CB_GETCURSEL, 0, 0);
+  if (index < 0) return std::nullopt;
+  return kLanguages[index];
+}
+
+void InterfacePage::WriteLanguage() { core::gLanguage = SelectedLanguage().value_or(core::gLanguage); }
+
+// The question is put in the language on offer, and in English too, in case that language was chosen by mistake.
+void InterfacePage::ChangeLanguage() {
+  const auto chosen = SelectedLanguage();
+  if (!chosen || *chosen == core::gLanguage) return;
+  const int index = static_cast<int>(::SendMessageA(CMBlang, CB_GETCURSEL, 0, 0));
+  std::string question = core::GetText(kQuestionTexts[index]);
+  if (index != 0) question += "\r\n\r\n" + core::GetText(kQuestionTexts[0]);
+  if (!core::AskBox({.text = question, .title = core::GetText(kQuestionTitleText)})) return;
+  const std::string former = std::exchange(core::gLanguage, *chosen);
+  try {
+    core::LoadLang();
+  } catch (const core::RuntimeError&) {
+    core::gLanguage = former;
+    throw;
+  }
+  SetLanOfAll();
+}
+
+std::span<const toolkit::Command> InterfacePage::Commands() const {
+  static const toolkit::Command kCommands[] = {{kTestButton, &InterfacePage::tbSnd_Click}};
+  return kCommands;
+}
+
+void InterfacePage::tbSnd_Click() {
+  if (const auto key = SelectedSound()) core::PlayAlertSound(*key);
+}
+
+}  // namespace options

@@ -1,0 +1,55 @@
+// The second page of the options dialog: how new messages come in, the language, and the start with Windows.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "ui/options/choice_list.h"
+#include "ui/options/page.h"
+#include "ui/options/sounds.h"
+#include "ui/toolkit/handles.h"
+
+namespace options {
+
+enum InterfaceControl : int { kTestButton = 120, kFirstPosition = 150, kLanguageBox = 165, kStartUpBox };
+
+class InterfacePage : public Page {
+ public:
+  HWND FirstControl() const override { return tbPos; }
+  void LayOut() override;
+  void Fill() override;
+  void InputSets() override;
+  void WriteSets() override;  // all but the language
+
+  void AddPos();              // the buttons of the positions
+  void SetPos(int position);  // 1 to 4; any other number presses none
+  void AddSnd();              // the list of sounds
+
+  // Asks whether to change to the language that is chosen, if it is another one, and does so. Throws the failure of a
+  // language file that cannot be loaded; the language stays as it was then.
+  void ChangeLanguage();
+
+  // The chosen language into its setting, whatever the answer was.
+  void WriteLanguage();
+
+ private:
+  void CreateControls() override;
+  std::span<const toolkit::Command> Commands() const override;
+  LRESULT Notified(NMHDR& header) override { return lvSnd.Notified(header); }
+  void SetPositionName(int position, std::string name);
+  void tbSnd_Click();
+  int PressedPos() const;
+  std::optional<std::string> SelectedSound() const;
+  std::optional<std::string> SelectedLanguage() const;
+
+  HWND lblcapPosition = nullptr, lblcapHeight = nullptr, lblcapLanguage = nullptr, lblcapSound = nullptr;
+  HWND tbPos = nullptr, lblHeight = nullptr, CMBlang = nullptr, chkStartUp = nullptr;
+  ChoiceList lvSnd;
+  toolkit::Toolbar tbSnd;
+  toolkit::ImageList imlPos, imlSnd;
+  std::vector<Sound> sounds_;  // of lvSnd
+};
+
+}  // namespace options

@@ -1,0 +1,243 @@
+#include "ui/options/user_page.h"
+
+#include <algorithm>
+
+#include "core/globals.h"
+#include "core/text.h"
+#include "net/packet.h"
+#include "ui/options/drawn_images.h"
+#include "ui/options/names.h"
+#include "ui/options/palette.h"
+#include "ui/toolkit/byte_limit.h"
+#include "ui/toolkit/paint_colour.h"
+#include "ui/toolkit/screen.h"
+
+namespace options {
+namespace {
+
+using toolkit::Px;
+using toolkit::operator""_dp;
+
+constexpr toolkit::Twips kSwatchWidth = 38_dp, kSwatchHeight = 30_dp, kFrameHeight = 84_dp;
+
+constexpr DWORD kSwatchListStyle =
+    LVS_ICON | LVS_SHAREIMAGELISTS | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
+
+// The answer to a WM_CTLCOLOR message: text of this colour on the background of a text box.
+LRESULT ColourText(WPARAM dc, std::int32_t colour) {
+  ::SetTextColor(reinterpret_cast<HDC>(dc), toolkit::TextColour(colour));
+  ::SetBkColor(reinterpret_cast<HDC>(dc), ::GetSysColor(COLOR_WINDOW));
+  return reinterpret_cast<LRESULT>(::GetSysColorBrush(COLOR_WINDOW));
+}
+
+}  // namespace
+
+// The name as others will see it, in a sunken box.
+class Preview : public toolkit::Window {
+ public:
+  void Load(HWND page) {
+    Create({.className = "picPrevew", .style = WS_CHILD | WS_CLIPSIBLINGS, .exStyle = WS_EX_CONTROLPARENT}, "", {},
+           page);
+    lblPrevew = AddControl("STATIC", "<UName>", SS_CENTER | SS_NOPREFIX | SS_ENDELLIPSIS);
+    ::SendMessageA(lblPrevew, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
+    Show();
+  }
+
+  void SetName(const std::string& name) { ::SetWindowTextA(lblPrevew, name.c_str()); }
+
+  void SetColour(std::int32_t colour) {
+    colour_ = colour;
+    ::InvalidateRect(lblPrevew, nullptr, TRUE);
+  }
+
+  void LayOut() override {
+    const SIZE client = ClientSize(hwnd());
+    const int edge = Px(4_dp), line = LineHeight();
+    Place(lblPrevew, edge, (client.cy - line) / 2, client.cx - 2 * edge, line);
+  }
+
+ private:
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+    switch (message) {
+      case WM_CTLCOLORSTATIC:
+        return ColourText(wParam, colour_);
+      case WM_PAINT:
+        Paint();
+        return 0;
+      default:
+        return Window::Handle(message, wParam, lParam);
+    }
+  }
+
+  void Paint() const {
+    PAINTSTRUCT request{};
+    const HDC dc = ::BeginPaint(hwnd(), &request);
+    RECT area{};
+    ::GetClientRect(hwnd(), &area);
+    ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
+    ::DrawEdge(dc, &area, EDGE_SUNKEN, BF_RECT);
+    ::EndPaint(hwnd(), &request);
+  }
+
+  HWND lblPrevew = nullptr;
+  std::int32_t colour_ = 0;
+};
+
+UserPage::UserPage() : picPrevew(std::make_shared<Preview>()) {}
+
+void UserPage::CreateControls() {
+  lblcapName = AddLabel({2009, "Screen Name"});
+  txtName = AddTextBox(kNameBox);
+  toolkit::LimitBytes(txtName, net::kMaxName);
+  lblcapColour = AddLabel({2008, "Screen Colour"});
+  lvCol = AddControl(WC_LISTVIEWA, "", kSwatchListStyle, WS_EX_CLIENTEDGE);
+  ListView_SetExtendedListViewStyle(lvCol, LVS_EX_DOUBLEBUFFER);
+  Frame1 = AddControl("BUTTON", {2010, "Prevew"}, BS_GROUPBOX | WS_CLIPSIBLINGS);
+  picPrevew->Load(hwnd());
+}
+
+void UserPage::AddCols() {
+  const Scratch picBuf({Px(kSwatchWidth), Px(kSwatchHeight)});
+  imlCol = picBuf.NewList(static_cast<int>(kPalette.size()));
+  ListView_SetImageList(lvCol, imlCol.get(), LVSIL_NORMAL);
+  for (std::size_t i = 0; i < kPalette.size(); ++i) {
+    const Swatch& swatch = kPalette[i];
+    picBuf.Add(imlCol.get(), [colour = static_cast<COLORREF>(swatch.colour)](HDC dc, const RECT& box) {
+      DrawSwatch(dc, box, colour);
+    });
+    LVITEMA item{};
+    item.mask = LVIF_IMAGE | LVIF_PARAM;
+    item.iItem = static_cast<int>(i);
+    item.iImage = static_cast<int>(i);
+    item.lParam = swatch.colour;
+    ::SendMessageA(lvCol, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    AddCaption(swatch.name, [this, index = item.iItem](const std::string& name) { SetSwatchName(index, name); });
+  }
+}
+
+// For screen readers alone: the swatches are drawn without their texts.
+void UserPage::SetSwatchName(int index, const std::string& name) {
+  LVITEMA item{};
+  item.mask = LVIF_TEXT;
+  item.iItem = index;
+  item.pszText = const_cast<char*>(name.c_str());
+  ::SendMessageA(lvCol, LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void UserPage::LayOut() {
+  const SIZE page = ClientSize(hwnd());
+  const int margin = Px(kMargin), line = LineHeight(), fieldTop = margin + line + Px(kGap);
+  const int frameWidth = (page.cx - 3 * margin) * 2 / 5, frameHeight = Px(kFrameHeight);
+  const int nameWidth = page.cx - 3 * margin - frameWidth, frameLeft = margin + nameWidth + margin;
+  Place(lblcapName, margin, margin, nameWidth, line);
+  Place(txtName, margin, fieldTop, nameWidth, FieldHeight());
+  Place(Frame1, frameLeft, margin, frameWidth, frameHeight);
+  const int inner = Px(10_dp);
+  Place(picPrevew->hwnd(), frameLeft + inner, margin + line + Px(4_dp), frameWidth - 2 * inner,
+        frameHeight - line - 2 * inner + Px(6_dp));
+  BringToTop(picPrevew->hwnd());
+  picPrevew->LayOut();
+  const int colourTop = margin + frameHeight + Px(6_dp), listTop = colourTop + line + Px(kGap);
+  Place(lblcapColour, margin, colourTop, page.cx - 2 * margin, line);
+  Place(lvCol, margin, listTop, page.cx - 2 * margin, page.cy - 2 * margin - listTop);
+  const SIZE list = ClientSize(lvCol);
+  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4_dp)) / 2);
+  ListView_Arrange(lvCol, LVA_DEFAULT);
+}
+
+void UserPage::InputSets() {
+  ::SetWindowTextA(txtName, core::gUserName.c_str());
+  colour_ = core::gColour;
+  picPrevew->SetColour(colour_);
+  SetCol(core::gColour);
+}
+
+// Both names: the one in use is sent and saved, and start-up goes on with the configured one.
+void UserPage::WriteSets() {
+  core::gUserName = core::gCurName = toolkit::TrimmedTextOf(txtName);
+  const int swatch = ListView_GetNextItem(lvCol, -1, LVNI_SELECTED);
+  if (swatch >= 0) core::gColour = kPalette[static_cast<std::size_t>(swatch)].colour;
+}
+
+void UserPage::SetCol(std::int32_t colour) {
+  const auto* const found = std::ranges::find(kPalette, colour, &Swatch::colour);
+  if (found == kPalette.end()) return;
+  const int index = static_cast<int>(found - kPalette.begin());
+  ListView_SetItemState(lvCol, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  ListView_EnsureVisible(lvCol, index, FALSE);
+  lvCol_ItemClick(index);
+}
+
+int UserPage::Refusal(const core::Roster& users, bool ownNameIsTaken) const {
+  return RefusalOf(toolkit::TrimmedTextOf(txtName), users, ownNameIsTaken);
+}
+
+bool UserPage::IsNameMissing() {
+  const HWND focus = ::GetFocus();
+  if (focus == txtName || !::IsChild(::GetParent(hwnd()), focus)) return false;
+  const std::string text = toolkit::TextOf(txtName), name(core::Trim(text));
+  if (name != text) ::SetWindowTextA(txtName, name.c_str());
+  return name.empty();
+}
+
+std::span<const toolkit::Command> UserPage::Commands() const {
+  static const toolkit::Command kCommands[] = {
+      {kNameBox, &UserPage::txtName_Change, EN_CHANGE},
+      {kNameBox, &UserPage::txtName_LostFocus, EN_KILLFOCUS},
+  };
+  return kCommands;
+}
+
+void UserPage::txtName_Change() { picPrevew->SetName(toolkit::TextOf(txtName)); }
+
+void UserPage::txtName_LostFocus() { ::PostMessageA(::GetParent(hwnd()), kNameLeft, 0, 0); }
+
+LRESULT UserPage::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_CTLCOLOREDIT) return ColourText(wParam, colour_);
+  return Page::Handle(message, wParam, lParam);
+}
+
+LRESULT UserPage::Notified(NMHDR& header) {
+  if (header.hwndFrom != lvCol) return 0;
+  if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+  // The frames drawn below extend beyond the items that the list repaints by itself.
+  if (header.code == LVN_ITEMCHANGED || header.code == NM_SETFOCUS || header.code == NM_KILLFOCUS)
+    ::InvalidateRect(lvCol, nullptr, TRUE);
+  if (header.code == LVN_ITEMCHANGED) {
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    if ((change.uNewState & ~change.uOldState) & LVIS_SELECTED) lvCol_ItemClick(change.iItem);
+  }
+  return 0;
+}
+
+void UserPage::lvCol_ItemClick(int index) {
+  colour_ = kPalette[static_cast<std::size_t>(index)].colour;
+  ::InvalidateRect(txtName, nullptr, TRUE);
+  picPrevew->SetColour(colour_);
+}
+
+// The list would tint a selected image, and so the very colour that is chosen; the selection is a frame instead.
+LRESULT UserPage::DrawSwatchItem(const NMLVCUSTOMDRAW& draw) const {
+  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  const int index = static_cast<int>(draw.nmcd.dwItemSpec);
+  RECT cell{};
+  ListView_GetItemRect(lvCol, index, &cell, LVIR_ICON);
+  RECT swatch{0, 0, Px(kSwatchWidth), Px(kSwatchHeight)};
+  ::OffsetRect(&swatch, (cell.left + cell.right - swatch.right) / 2, (cell.top + cell.bottom - swatch.bottom) / 2);
+  ::ImageList_Draw(imlCol.get(), index, draw.nmcd.hdc, swatch.left, swatch.top, ILD_NORMAL);
+  if (ListView_GetItemState(lvCol, index, LVIS_SELECTED)) {
+    for (int i = Px(1_dp); i <= Px(3_dp); ++i) {
+      RECT frame = swatch;
+      ::InflateRect(&frame, i, i);
+      ::FrameRect(draw.nmcd.hdc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+    }
+  }
+  if (::GetFocus() == lvCol && ListView_GetItemState(lvCol, index, LVIS_FOCUSED)) {
+    ::InflateRect(&swatch, Px(5_dp), Px(5_dp));
+    ::DrawFocusRect(draw.nmcd.hdc, &swatch);
+  }
+  return CDRF_SKIPDEFAULT;
+}
+
+}  // namespace options

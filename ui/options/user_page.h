@@ -1,0 +1,60 @@
+// The first page of the options dialog: the user's own name and its colour.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "core/roster.h"
+#include "ui/options/page.h"
+#include "ui/toolkit/handles.h"
+
+namespace options {
+
+class Preview;
+
+// Posted to the dialog when the name box loses the focus: no message box may open while the focus is moving.
+inline constexpr UINT kNameLeft = WM_APP;
+
+enum UserControl : int { kNameBox = 160 };
+
+class UserPage : public Page {
+ public:
+  UserPage();
+
+  HWND FirstControl() const override { return txtName; }
+  void LayOut() override;
+  void Fill() override { AddCols(); }
+  void InputSets() override;
+  void WriteSets() override;
+
+  void AddCols();                    // the swatches
+  void SetCol(std::int32_t colour);  // a colour that is not among the sixteen selects none
+
+  // The text that refuses the name, 0 when the name is fine; see RefusalOf.
+  int Refusal(const core::Roster& users, bool ownNameIsTaken) const;
+
+  // After kNameLeft: trims the name in place, and is true when nothing is left of it. Does nothing unless the focus is
+  // on another control of the dialog: whoever changes to another program may come back to finish the name.
+  bool IsNameMissing();
+
+ private:
+  void CreateControls() override;
+  std::span<const toolkit::Command> Commands() const override;
+  LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT Notified(NMHDR& header) override;
+  LRESULT DrawSwatchItem(const NMLVCUSTOMDRAW& draw) const;
+  void SetSwatchName(int index, const std::string& name);
+  void lvCol_ItemClick(int index);
+  void txtName_Change();
+  void txtName_LostFocus();
+
+  HWND lblcapName = nullptr, lblcapColour = nullptr;
+  HWND txtName = nullptr, lvCol = nullptr, Frame1 = nullptr;
+  const std::shared_ptr<Preview> picPrevew;
+  toolkit::ImageList imlCol;
+  std::int32_t colour_ = 0;  // of the name and its preview
+};
+
+}  // namespace options
