@@ -141,6 +141,7 @@ class LanguageFile(unittest.TestCase):
                 self.assertEqual(text, text.strip(" "), "blank at an end")
                 self.assertNotIn("  ", text)
                 self.assertNotIn("\ufffd", text)
+                self.assertNotRegex(text, "[^ -~]\\|", "where letters have two bytes the bar would be part of this one")
                 self.assertLessEqual(len(text.encode("cp1252")), MENU_TEXT_BYTES)
         for code in range(10300, 10304):
             self.assertEqual(len(set(self.texts[code])), 1, f"{code}: asked in the language that is chosen")
