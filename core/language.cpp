@@ -59,8 +59,13 @@ void LoadLang() {
   }
 }
 
+std::optional<std::string> FindText(int code) {
+  const auto text = gTable.Find(code);
+  return text ? std::optional<std::string>(*text) : std::nullopt;
+}
+
 std::string GetText(int code) {
-  if (const auto text = gTable.Find(code)) return std::string(*text);
+  if (auto text = FindText(code)) return *std::move(text);
   if (gLangError != -1) ReportMissingCode(code);
   return {};
 }

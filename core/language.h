@@ -2,6 +2,7 @@
 // gLanguage.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace core {
@@ -15,6 +16,9 @@ void LoadLang();
 // The text of a code; empty when the code is unknown. The first unknown code of a run is reported in a box and in the
 // log and sets gLangError; later ones are silent.
 std::string GetText(int code);
+
+// The text of a code that a language file need not have; none, and no report, when it lacks it.
+std::optional<std::string> FindText(int code);
 
 // Counts the loadings, so that whoever keeps a text knows when to ask for it again.
 unsigned LanguageGeneration();

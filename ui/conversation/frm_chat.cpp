@@ -78,7 +78,7 @@ void FrmChat::CreateControls() {
   lvUsers.Attach(AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE), participants_.Rows(),
                  toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(0, "User", 0);
-  AddName({3003, "Conversation"});
+  AddName(toolkit::Caption::Spoken(3003, "Conversation"));
   txtMsg.Create(hwnd());
   AddName({4003, "Message"});
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);

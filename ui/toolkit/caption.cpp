@@ -5,7 +5,8 @@
 namespace toolkit {
 
 std::string Caption::Text(bool fromLanguageFile) const {
-  return fromLanguageFile && code != 0 ? core::GetText(code) : builtIn;
+  if (!fromLanguageFile || code == 0) return builtIn;
+  return spoken ? core::FindText(code).value_or(builtIn) : core::GetText(code);
 }
 
 }  // namespace toolkit
