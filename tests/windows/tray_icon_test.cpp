@@ -118,8 +118,10 @@ TEST_F(TrayIconTest, AsksABusyShellAgain) {
   icon.Create();
   retry(TrayIcon::kRetries);
   EXPECT_EQ(events, "refused ");
+  EXPECT_TRUE(icon.IsRefused());
   ::SendMessageA(window, ::RegisterWindowMessageA("TaskbarCreated"), 0, 0);
   EXPECT_EQ(shellCalls.back().message, DWORD{NIM_ADD});
+  EXPECT_FALSE(icon.IsRefused());
 }
 
 TEST_F(TrayIconTest, MouseMessagesBecomeEvents) {

@@ -127,7 +127,11 @@ void FrmMain::ShowMe() {
   Raise();
 }
 
-void FrmMain::Hide() { Show(SW_HIDE); }
+// Without an icon to click, a hidden window could never be shown again: it stays on the task bar.
+void FrmMain::Hide() {
+  if (!TI.IsRefused()) return Show(SW_HIDE);
+  if (!::IsIconic(hwnd())) Show(SW_MINIMIZE);
+}
 
 LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != WM_TIMER) tmrMnu.Wake();

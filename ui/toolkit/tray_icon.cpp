@@ -107,6 +107,7 @@ void TrayIcon::Create() {
   if (!record_.hWnd) record_.hWnd = MakeWindow(this);
   if (!record_.hWnd) return;
   active_ = true;
+  isRefused_ = false;
   if (Add()) return;
   retriesLeft_ = kRetries;
   ::SetTimer(record_.hWnd, kRetryTimer, kRetryTime, nullptr);
@@ -122,14 +123,15 @@ void TrayIcon::TryAgain() {
   retriesLeft_ = added ? 0 : retriesLeft_ - 1;
   if (retriesLeft_ > 0) return;
   ::KillTimer(record_.hWnd, kRetryTimer);
-  if (!added && Refused) Refused();
+  isRefused_ = !added;
+  if (isRefused_ && Refused) Refused();
 }
 
 void TrayIcon::Destroy() {
   if (active_) shell_(NIM_DELETE, &record_);
   if (record_.hWnd) ::KillTimer(record_.hWnd, kRetryTimer);
   retriesLeft_ = 0;
-  active_ = false;
+  active_ = isRefused_ = false;
 }
 
 void TrayIcon::SetIcon(HICON icon) {

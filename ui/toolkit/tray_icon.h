@@ -48,6 +48,9 @@ class TrayIcon {
   void Destroy();
   bool Active() const { return active_; }
 
+  // True while there is no icon because the shell took none within the minute; until it makes a new task bar.
+  bool IsRefused() const { return isRefused_; }
+
   // The icon shown: a bare handle of somebody else's, or a picture that this object keeps from then on. Shown at once
   // while active, else by the next Create.
   HICON Icon() const { return record_.hIcon; }
@@ -71,7 +74,7 @@ class TrayIcon {
   ShellNotify shell_;
   NOTIFYICONDATAA record_{};
   toolkit::Icon picture_;
-  bool active_ = false;
+  bool active_ = false, isRefused_ = false;
   int retriesLeft_ = 0;  // while the shell does not take the icon
   bool dispatching_ = false;
 };
