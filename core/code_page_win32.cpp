@@ -33,7 +33,7 @@ bool IsLetter(const std::string& bytes) {
 Letter AskLower(const std::string& letter) {
   std::string lower = letter;
   ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));
-  return NumberOf(lower[0] == '?' ? letter : lower);
+  return NumberOf(IsLetter(lower) && lower[0] != '?' ? lower : letter);
 }
 
 void AskPairs(CodePage& page) {
