@@ -14,8 +14,8 @@
 
 #include "core/event_loop.h"
 #include "core/globals.h"
-#include "core/language.h"
 #include "support/recording_network.h"
+#include "support/window_probe.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/user_roster.h"
 #include "ui/toolkit/window.h"
@@ -96,8 +96,7 @@ class BareBox {
 class Bench {
  public:
   Bench() {
-    core::gLanguage = "English";
-    core::LoadLang();
+    support::Speak("English");
     core::gSound = "(S)";
     core::gChatWidth = 5000;
     core::gChatHeight = 6000;
@@ -155,7 +154,7 @@ class Bench {
   }
 
   static void CloseAll(const char* className) {
-    while (const HWND hwnd = ::FindWindowA(className, nullptr)) Close(hwnd);
+    for (const HWND hwnd : support::WindowsOf(className)) Close(hwnd);
   }
 
   // What the heap keeps of the first windows it gives to the next ones, so only what a second round adds is left over.

@@ -12,9 +12,9 @@
 
 #include "core/event_loop.h"
 #include "core/globals.h"
-#include "core/language.h"
 #include "support/recording_network.h"
 #include "support/object_count.h"
+#include "support/window_probe.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_main.h"
 #include "ui/toolkit/window.h"
@@ -60,11 +60,11 @@ class Bench {
     Watch("1,000 menu openings", kOpenings, [this](int) { OpenMenu(); });
     Watch("1,000 popups", kPopups, [this](int) {
       windows_.ShowAlert("An ordinary alert", "anna", 1);
-      while (const HWND popup = ::FindWindowA("frmPop", nullptr)) ::SendMessageA(popup, WM_CLOSE, 0, 0);
+      for (const HWND popup : support::WindowsOf("frmPop")) ::SendMessageA(popup, WM_CLOSE, 0, 0);
       core::RunPendingEvents();
     });
     Watch("100 language changes", kLanguages, [this](int round) {
-      Speak(round % 2 ? "English" : "Deutsch");
+      support::Speak(round % 2 ? "English" : "Deutsch");
       toolkit::Window::SetLanOfAll();
     });
   }
@@ -72,11 +72,6 @@ class Bench {
   bool Passed() const { return passed_; }
 
  private:
-  static void Speak(const char* language) {
-    core::gLanguage = language;
-    core::LoadLang();
-  }
-
   void Load(std::int16_t safe) {
     Unload();
     core::gSafe = safe;
@@ -141,8 +136,7 @@ class Bench {
 
 int main() {
   toolkit::LoadCommonControls();
-  core::gLanguage = "English";
-  core::LoadLang();
+  support::Speak("English");
   Bench bench;
   bench.CompareOpening();
   bench.LeaveNothing();

@@ -4,7 +4,6 @@
 #include "core/callback_guard.h"
 #include "core/globals.h"
 #include "core/message_box.h"
-#include "core/splash_pulse.h"
 #include "tests/support/desktop_test.h"
 #include "support/recording_program.h"
 
@@ -145,15 +144,6 @@ TEST_F(StartUpTest, ShutDownWithoutSavingStillRemovesTheIcon) {
   EXPECT_EQ(Happened(),
             (Events{"restore main", "box Run-time error '75':\r\n\r\nPath/File access error", "remove tray", "end"}));
   EXPECT_EQ(Desktop().boxes[0].icon, BoxIcon::Critical);
-}
-
-TEST(SplashPulse, GoesFromRedToGreenAndBack) {
-  EXPECT_EQ(PulseColour(0).red, 255);
-  EXPECT_EQ(PulseColour(100).red, 0);
-  int ticks = 0;
-  for (int counter = 0; ticks == 0 || counter != 0; counter = NextPulse(counter), ++ticks)
-    EXPECT_NEAR(PulseColour(counter).red + PulseColour(counter).green, 255, 1) << counter;
-  EXPECT_EQ(ticks, 41);
 }
 
 }  // namespace

@@ -17,12 +17,6 @@ namespace {
 using support::ErrorOf;
 using Fields = std::vector<std::string_view>;
 
-TEST(Text, TrimTakesBlanksAlone) {
-  EXPECT_EQ(Trim("  a b "), "a b");
-  EXPECT_EQ(Trim(" \r\n "), "\r\n");
-  EXPECT_EQ(Trim("   "), "");
-}
-
 TEST(Text, LowerCaseFollowsTheCodePage) {
   EXPECT_EQ(LowerCase("AZ[\xC9\xDE\xD7\x8A\x9F"), "az[\xE9\xFE\xD7\x9A\xFF");
   EXPECT_TRUE(EqualIgnoringCase("Ren\xC9", "rEN\xE9"));

@@ -19,14 +19,12 @@ class Trouble(unittest.TestCase):
     def setUpClass(cls):
         cls.rig = copies.Rig()
         cls.wire = cls.rig.wire
-        cls.no_texts, cls.no_log, cls.no_port, cls.settled, cls.closed = (
-            cls.rig.copy(name, network.Host()) for name in ("notexts", "nolog", "noport", "anna", "dora"))
+        cls.no_texts, cls.no_port, cls.settled, cls.closed = (
+            cls.rig.copy(name, network.Host()) for name in ("notexts", "noport", "anna", "dora"))
         cls.alone = cls.rig.copy("alone", network.Host(joined=False))
         os.remove(f"{cls.no_texts.folder}/Lang.con")
-        cls.no_log.write_settings()
-        os.mkdir(f"{cls.no_log.folder}/Log.txt")
         cls.holder = wire.hold_port(cls.no_port.host)
-        for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_log, cls.no_port, cls.alone):
+        for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_port, cls.alone):
             copy.start()
         for name in ("anna", "dora"):  # somebody else bears the name, in another case
             cls.wire.wait_for(f"_{name}|S/0", 30)
@@ -38,26 +36,13 @@ class Trouble(unittest.TestCase):
         self.assertRegex(shown, text)
         copy.probe.answer(box)
 
-    def test_1_a_log_that_cannot_be_written(self):
-        for event in ("Quillon loaded", "  > Settings and language loaded"):
-            self._expect_box(self.no_log, PLAIN, "^Error writing to Log file. Text to write:\r\n\r\n" + event +
-                             "\r\n\r\nPlease contact Vextant at ")
-
-        def joined():
-            # The greetings of the others are events too, and each brings its box.
-            for box in self.no_log.probe.windows("#32770"):
-                self.no_log.probe.answer(box)
-            return f"nolog|M/nolog {GREETING}" in self.wire.texts("nolog")
-
-        probe.wait(joined, 30)
-
-    def test_2_without_a_language_file_the_built_in_texts_serve(self):
+    def test_1_without_a_language_file_the_built_in_texts_serve(self):
         self._expect_box(self.no_texts, "Language Error", "^Error reading language files. Cannot find code ")
         self.assertEqual(self.no_texts.read("User.ini"), DEFAULT_SETTINGS.format("notexts"))
         self.wire.wait_for("notexts|M/notexts ", 30)
         self.assertEqual(self.no_texts.probe.windows("#32770"), [])
 
-    def test_3_a_port_held_by_another_program(self):
+    def test_2_a_port_held_by_another_program(self):
         self._expect_box(self.no_port, PLAIN,
                          r"^Quillon could not be loaded: & 100(13: Permission denied|48: Address already in use)$")
         self.assertRegex(self.no_port.log()[-1], r"^Unable to load: 100(13|48): ")
@@ -67,14 +52,14 @@ class Trouble(unittest.TestCase):
         self.no_port.close()
         self.assertIn('"noport",0,4', self.no_port.read("User.ini"))
 
-    def test_4_no_network(self):
+    def test_3_no_network(self):
         main = self.alone.probe.wait_for("frmMain", visible=False)
         probe.wait(lambda: not any(w.visible for w in self.alone.probe.windows("frmSplash")), 30)
         self.assertEqual(self.alone.probe.windows("#32770"), [])
         self.assertEqual(self.alone.log(), ["Quillon loaded", "  > Settings and language loaded"])
         self.assertTrue(self.alone.runs() and main)
 
-    def test_5_a_taken_name_is_replaced_in_the_options(self):
+    def test_4_a_taken_name_is_replaced_in_the_options(self):
         self._expect_box(self.settled, PLAIN, TAKEN_AT_START)
         dialog, operate = self.settled.probe.wait_for("frmOpt"), self.settled.probe
         operate.command(dialog, copies.ACCEPT)
@@ -88,7 +73,7 @@ class Trouble(unittest.TestCase):
         self.assertEqual(texts, ["anna|L/", "Berta|L/", f"Berta|M/Berta {GREETING}"])
         self.assertIn('"Berta",0,4', self.settled.read("User.ini"))
 
-    def test_6_or_the_program_ends_with_them(self):
+    def test_5_or_the_program_ends_with_them(self):
         self._expect_box(self.closed, PLAIN, TAKEN_AT_START)
         self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # the button goes the same way
         self.closed.process.wait(15)

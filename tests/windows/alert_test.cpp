@@ -184,15 +184,6 @@ TEST_F(PopupTest, TheLongestAlertStaysOnTheScreen) {
   }
 }
 
-// A setting that changes while a popup slides, as when the options are applied, must not send it off the screen.
-TEST_F(PopupTest, KeepsTheCourseItBeganWith) {
-  const HWND popup = ShowAt(1, 2);
-  Tick(popup, kAniTimer);
-  core::gPopPos = 3;
-  core::gAlertHeight = 0;
-  EXPECT_NEAR(Slide(popup).top, Px(Twips{900}), Px(Twips{50}) + 1);
-}
-
 COLORREF Background(HWND control) {
   ::UpdateWindow(control);
   const HDC dc = ::GetDC(control);

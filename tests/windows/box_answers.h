@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/windows/window_probe.h"
+#include "support/window_probe.h"
 
 namespace support {
 

@@ -252,21 +252,14 @@ TEST_F(ChatTest, ViewOptionsAndTheirHelp) {
   }
 }
 
-// As a rich text box does with a turn of the wheel that it cannot use.
-LRESULT CALLBACK HandWheelBack(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR turns) {
-  if (message != WM_MOUSEWHEEL) return ::DefSubclassProc(box, message, wParam, lParam);
-  ++*reinterpret_cast<int*>(turns);
-  return ::SendMessageA(::GetParent(box), message, wParam, lParam);
-}
-
 TEST_F(ChatTest, TheWheelTurnsTheConversation) {
   Open("anna|");
-  int turns = 0;
-  ::SetWindowSubclass(txtMsg(), HandWheelBack, 1, reinterpret_cast<DWORD_PTR>(&turns));
+  for (int i = 0; i < 100; ++i) chat->AddMsg("line", "anna", 0);
+  const auto firstLine = [this] { return ::SendMessageA(txtMsg(), EM_GETFIRSTVISIBLELINE, 0, 0); };
+  const auto bottom = firstLine();
   ASSERT_EQ(::GetFocus(), txtSnd());
   ::SendMessageA(hwnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-  EXPECT_EQ(turns, 1);
-  ::RemoveWindowSubclass(txtMsg(), HandWheelBack, 1);
+  EXPECT_LT(firstLine(), bottom);
 }
 
 TEST_F(ChatTest, ExportsTextMarkupAndClipboard) {
@@ -320,14 +313,6 @@ TEST_F(ChatTest, ClosingKeepsItsPlaceAndLeavesNothingBehind) {
     chat->AddMsg("hi", "anna", 0);
     ::SendMessageA(hwnd(), WM_CLOSE, 0, 0);
   });
-}
-
-TEST_F(ChatTest, TheLanguageChangesInOpenWindows) {
-  Open("anna|");
-  support::Speak("Deutsch");
-  toolkit::Window::SetLanOfAll();
-  EXPECT_NE(ChildOf(hwnd(), "Button", "&Senden"), nullptr);
-  EXPECT_EQ(support::TextOf(lblStat()), " 1 Benutzer in diesem Chat");
 }
 
 // The bounds of the program are far away, so a conversation with nearer ones stands for it. What stays looks as it did.

@@ -12,7 +12,7 @@
 #include "core/files.h"
 #include "core/globals.h"
 #include "support/recording_network.h"
-#include "tests/windows/window_probe.h"
+#include "support/window_probe.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/user_roster.h"
 

@@ -10,8 +10,7 @@
 #include <vector>
 
 #include "core/globals.h"
-#include "tests/windows/leftovers.h"
-#include "tests/windows/window_probe.h"
+#include "support/window_probe.h"
 #include "ui/main/main_menu.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/pictures.h"
@@ -176,16 +175,6 @@ TEST_F(CoolMenuTest, HiddenItemsComeBackInTheirPlace) {
   EXPECT_EQ(FindItem(menu(), mainwindow::mnuStat)->menu, Info(mainwindow::mnuSetStatus).hSubMenu);
 }
 
-TEST_F(CoolMenuTest, LeavesForeignItemsToTheWindow) {
-  const auto stale = Info(mainwindow::mnuHide).dwItemData;
-  cool().ChangeCaptions([] {});
-  for (const ULONG_PTR key : {ULONG_PTR{0}, ULONG_PTR{1}, stale, ~ULONG_PTR{0}}) {
-    SIZE size{};
-    EXPECT_EQ(Measure(key, size), kHostAnswer);
-    EXPECT_EQ(Draw(Canvas(), key, 0), kHostAnswer);
-  }
-}
-
 TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_GT(Measured(mainwindow::mnuShowMe).cx, Measured(mainwindow::mnuHide).cx) << "a longer caption";
   EXPECT_GT(Measured(mainwindow::mnuHide).cy, Px(16_dp));
@@ -227,18 +216,6 @@ TEST_F(CoolMenuTest, AnswersMnemonicsAndTellsHelpTexts) {
   cool().help.MenuHelp = [this](const std::string&) { bar.reset(); };
   Highlight(mainwindow::mnuStatBar);
   EXPECT_FALSE(OwnerDrawn(mainwindow::mnuStatBar)) << "even ended by its own event it cleans up";
-}
-
-TEST_F(CoolMenuTest, NothingGrows) {
-  const auto round = [this] {
-    bar->SetCaptions(false);
-    Drawn(mainwindow::mnuStat, ODS_CHECKED | ODS_SELECTED);
-    Drawn(mainwindow::mnuClose, ODS_DISABLED);
-    Drawn(mainwindow::mnuPopSep0, 0);
-    Measured(mainwindow::mnuHide);
-  };
-  support::ExpectNothingLeft(200, round);
-  EXPECT_EQ(cool().Items().Count(), std::size(kMainMenu) - 3);
 }
 
 }  // namespace

@@ -15,7 +15,6 @@
 #include "core/message_box.h"
 #include "core/process.h"
 #include "core/runtime_error.h"
-#include "core/sound.h"
 #include "core/text.h"
 #include "support/temporary_folder.h"
 #include "tests/support/error_of.h"
@@ -118,15 +117,6 @@ TEST(DesktopWin32, KnowsUserClockAndProgram) {
   EXPECT_EQ(clock.size() - clock.find(' ') - 1, time.size()) << clock;  // the second may change in between
   EXPECT_FALSE(AnotherCopyRuns());
   EXPECT_TRUE(AnotherCopyRuns());
-}
-
-TEST(DesktopWin32, AlertSoundsNeedNoFile) {
-  const HMODULE before = ::GetModuleHandleA("winmm.dll");
-  PlayAlertSound("(S)");
-  PlayAlertSound("(B)");
-  EXPECT_EQ(::GetModuleHandleA("winmm.dll"), before);  // not loaded for a beep
-  PlayAlertSound("missing.wav");
-  EXPECT_NE(::GetModuleHandleA("winmm.dll"), nullptr);
 }
 
 TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {

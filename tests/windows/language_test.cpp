@@ -8,7 +8,7 @@
 #include "core/globals.h"
 #include "support/recording_network.h"
 #include "support/recording_program.h"
-#include "tests/windows/window_probe.h"
+#include "support/window_probe.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"

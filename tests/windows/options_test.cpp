@@ -15,8 +15,7 @@
 #include "support/recording_program.h"
 #include "tests/windows/box_answers.h"
 #include "tests/windows/leftovers.h"
-#include "tests/windows/window_probe.h"
-#include "ui/options/drawn_images.h"
+#include "support/window_probe.h"
 #include "ui/toolkit/modal.h"
 
 namespace {
@@ -170,16 +169,6 @@ TEST_F(OptionsDialog, TheWindowsBeforeStepBackMeanwhile) {
   EXPECT_FALSE(meanwhile);
   EXPECT_TRUE(IsOnTop(before));
   ::DestroyWindow(before);
-}
-
-TEST_F(OptionsDialog, PositionsLookAsTheySay) {
-  const Scratch surface({40, 30});
-  const toolkit::ImageList list = surface.NewList(1);
-  surface.Add(list.get(), [](HDC dc, const RECT& box) {
-    DrawPosition(dc, box, 3);
-    EXPECT_EQ(::GetPixel(dc, 10, 22), ::GetSysColor(COLOR_HIGHLIGHTTEXT));
-    EXPECT_EQ(::GetPixel(dc, 30, 22), ::GetSysColor(COLOR_HIGHLIGHT));
-  });
 }
 
 TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {

@@ -95,13 +95,6 @@ TEST_F(SaveDialog, FoldersOpenByDoubleClickAndKeepTheName) {
   EXPECT_EQ(form->Result(), folder + "\\inner\\no folder\\new.txt");
 }
 
-TEST_F(SaveDialog, AnAncestorOpensToo) {
-  Choose(kFolders, 0, LB_SETCURSEL, LBN_DBLCLK);
-  Type("new");
-  Click(IDOK);
-  EXPECT_EQ(form->Result(), folder.substr(0, 3) + "new.txt");
-}
-
 TEST_F(SaveDialog, SetLocationSelectsTheFileAndRefusesWhatIsNotThere) {
   form->SetLocation(folder + "\\TEA.TXT");
   EXPECT_EQ(Name(), "TEA.TXT");

@@ -1,4 +1,4 @@
-#include "tests/windows/window_probe.h"
+#include "support/window_probe.h"
 
 #include <commctrl.h>
 
