@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,5 +30,11 @@ void AppendToFile(const std::string& path, std::string_view bytes);
 // Where the folder takes no temporary file, or someone keeps the old one open for reading, but the file itself may be
 // written, it is written in place.
 void WriteFileSafely(const std::string& path, std::string_view bytes);
+
+// The same for what may be too large to stand in memory at once: `write` hands it over piece by piece, a second time
+// when the first file could not take the place.
+using Sink = std::function<void(std::string_view)>;
+using Writer = std::function<void(const Sink&)>;
+void WriteFileSafely(const std::string& path, const Writer& write);
 
 }  // namespace core

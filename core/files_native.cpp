@@ -105,15 +105,20 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
 }
 
 void WriteFileSafely(const std::string& path, std::string_view bytes) {
+  WriteFileSafely(path, [bytes](const Sink& sink) { sink(bytes); });
+}
+
+void WriteFileSafely(const std::string& path, const Writer& write) {
   if (IsKind(path, S_IFDIR)) throw RuntimeError(Err::PathFileAccess);
   std::string temporary = FolderOf(path) + "/QuiXXXXXX";
   const int made = ::mkstemp(temporary.data());
   if (made < 0) Fail(path);
   ::close(made);
   try {
-    File(temporary, O_WRONLY).Write(bytes);
+    const File file(temporary, O_WRONLY);
+    write([&](std::string_view bytes) { file.Write(bytes); });
     if (::rename(temporary.c_str(), path.c_str()) != 0) Fail(path);
-  } catch (const RuntimeError&) {
+  } catch (...) {
     ::unlink(temporary.c_str());
     throw;
   }

@@ -91,10 +91,10 @@ bool MayOverwrite(const std::string& path) {
   return false;
 }
 
-void WriteWhole(const std::string& path, std::string_view bytes) {
+void WriteWhole(const std::string& path, const Writer& write) {
   const File file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
   if (!file.IsOpen()) Fail();
-  file.Write(bytes);
+  write([&](std::string_view bytes) { file.Write(bytes); });
   file.Flush();
 }
 
@@ -109,29 +109,29 @@ std::string MakeTemporaryBeside(const std::string& path) {
   return ::GetTempFileNameA(folder, "Qui", 0, temporary) ? temporary : std::string();
 }
 
-// Into a file that was made for these bytes.
-void WriteOrRemove(const std::string& path, std::string_view bytes) {
+// Into a file that was made for this.
+void WriteOrRemove(const std::string& path, const Writer& write) {
   try {
-    WriteWhole(path, bytes);
-  } catch (const RuntimeError&) {
+    WriteWhole(path, write);
+  } catch (...) {
     ::DeleteFileA(path.c_str());
     throw;
   }
 }
 
 // False when the folder does not let a file take another one's place.
-bool Replace(const std::string& path, std::string_view bytes) {
+bool Replace(const std::string& path, const Writer& write) {
   const std::string temporary = MakeTemporaryBeside(path);
   if (temporary.empty()) return false;
-  WriteOrRemove(temporary, bytes);
+  WriteOrRemove(temporary, write);
   if (::MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
   ::DeleteFileA(temporary.c_str());
   return false;
 }
 
-void WriteNew(const std::string& path, std::string_view bytes) {
+void WriteNew(const std::string& path, const Writer& write) {
   if (!File(path, GENERIC_WRITE, CREATE_NEW).IsOpen()) Fail();
-  WriteOrRemove(path, bytes);
+  WriteOrRemove(path, write);
 }
 
 std::string ModuleFileName() {
@@ -171,10 +171,14 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
 }
 
 void WriteFileSafely(const std::string& path, std::string_view bytes) {
+  WriteFileSafely(path, [bytes](const Sink& sink) { sink(bytes); });
+}
+
+void WriteFileSafely(const std::string& path, const Writer& write) {
   const bool exists = MayOverwrite(path);
-  if (Replace(path, bytes)) return;
-  if (!exists) return WriteNew(path, bytes);
-  WriteWhole(path, bytes);
+  if (Replace(path, write)) return;
+  if (!exists) return WriteNew(path, write);
+  WriteWhole(path, write);
 }
 
 }  // namespace core

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "tests/support/in_code_page.h"
+#include "ui/conversation/box_cost.h"
 #include "ui/conversation/chat_export.h"
 
 namespace conversation {
@@ -81,15 +83,15 @@ TEST(PlainText, BytesThatAreNoText) {
 TEST(Paragraphs, AreTheSameBothWays) {
   Conversation said;
   for (const char* text : {"a\r\n\nb\r", "", "\n", "\r\r\n\n\r", "end"}) Say(said, text);
-  std::vector<Place> places;
-  for (Place at = BeginOf(said); at < EndOf(said); at = ParagraphAt(said, at).next) places.push_back(at);
-  EXPECT_EQ(places.size(), 4u + 1 + 2 + 5 + 1);
-  Place at = EndOf(said);
-  for (; !places.empty(); places.pop_back()) EXPECT_EQ(at = PlaceBefore(said, at), places.back());
-  const Place part = PlaceBehind(said, at, 300);
-  EXPECT_GT(part, at);
-  EXPECT_LE(PlaceAhead(said, part, 300), at);
-  EXPECT_EQ(PlaceBehind(said, at, 100000), EndOf(said));
+  std::vector<Position> positions;
+  for (Position at = BeginOf(said); at < EndOf(said); at = ParagraphAt(said, at).next) positions.push_back(at);
+  EXPECT_EQ(positions.size(), 4u + 1 + 2 + 5 + 1);
+  Position at = EndOf(said);
+  for (; !positions.empty(); positions.pop_back()) EXPECT_EQ(at = PreviousParagraph(said, at), positions.back());
+  const Position part = GoForward(said, at, 300);
+  EXPECT_TRUE(at < part);
+  EXPECT_FALSE(at < GoBack(said, part, 300));
+  EXPECT_EQ(GoForward(said, at, 100000), EndOf(said));
 }
 
 std::string MarkupOf(const Conversation& said, MarkupStyle style = {}) {
@@ -111,10 +113,11 @@ TEST(Markup, HasColoursAndHangingIndents) {
   Say(said, "hi");
   Say(said, "x\r\ny", "bob", 0x0302FF);
   Say(said, "z", "bob", 0x0302FF);
+  Say(said, "z", "bob", 0x0302FF);
   Say(said, "w");
   EXPECT_EQ(MarkupOf(said), kHead + "\\red255\\green2\\blue3;}\n\\f0\\fs17"s + kFirst +
                                 "\\cf0 anna:\\'09hi\\par\n\\cf1 bob:\\'09x\\par\n\\pard\\li500\\tx500 y\\par\n" +
-                                kFirst + " bob:\\'09z\\par\n\\cf0 anna:\\'09w\\par\n}\n");
+                                kFirst + " bob:\\'09z\\par\nbob:\\'09z\\par\n\\cf0 anna:\\'09w\\par\n}\n");
 }
 
 TEST(Markup, KeepsTextFromBeingTakenForMarkup) {
@@ -124,13 +127,15 @@ TEST(Markup, KeepsTextFromBeingTakenForMarkup) {
             kHead + "}\n\\f0\\fs17"s + kFirst + "\\cf0 anna:\\'09\\{\\\\rtf1 \\\\b x\\}\\'09 \\'20caf\\'e9 \\par\n}\n");
 }
 
-TEST(Markup, NamesTheCodePageAndLimitsTheIndent) {
+TEST(Markup, NamesTheCodePageAndKeepsItsLettersTogether) {
+  const support::InCodePage japanese(932);
   Conversation said;
-  said.Add({"", "x", "", 0, {99999}});
-  const std::string text = MarkupOf(said, {.codePage = 1251});
-  EXPECT_NE(text.find("\\ansicpg1251"), std::string::npos);
-  EXPECT_NE(text.find("\\fcharset204 Tahoma"), std::string::npos);
-  EXPECT_NE(text.find("\\fi-2000\\li2000"), std::string::npos);
+  said.Add({"", "x", "\x83\x5C\x83\x61z\x83", 0, {99999}});
+  const std::string text = MarkupOf(said, {.codePage = 932});
+  EXPECT_NE(text.find("\\ansicpg932\\"), std::string::npos);
+  EXPECT_NE(text.find("\\fcharset128 Tahoma"), std::string::npos);
+  EXPECT_NE(text.find("\\fi-2000\\li2000\\tx2000"), std::string::npos) << "an indent that leaves room";
+  EXPECT_NE(text.find("'09\\'83\\'5c\\'83\\'61z\\'83\\par"), std::string::npos) << text;
 }
 
 TEST(Markup, CutsLongParagraphsIntoShortRuns) {
@@ -143,6 +148,21 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
     longest = std::max(longest, next - at);
   EXPECT_LE(longest, 60u);
   EXPECT_EQ(std::ranges::count(text, 'x'), 1000 + 1) << "one is in \\tx";
+}
+
+TEST(BoxCost, PortionsGoByTheLastTimesAndCapacityByTheBest) {
+  BoxCost cost;
+  for (int i = 0; i < 5; ++i) cost.Took(1000, 1);
+  EXPECT_EQ(cost.Portion(25), 25000u);
+  for (int i = 0; i < 3; ++i) cost.Took(1000, 100);
+  EXPECT_EQ(cost.Portion(25), 250u);
+  EXPECT_EQ(cost.Capacity(25), 25000u);
+  cost.Grew(1000, 1 << 20);
+  EXPECT_EQ(cost.MemoryOf(1000), 0u) << "too little to tell";
+  cost.Grew(99000, 9 << 20);
+  EXPECT_EQ(cost.MemoryOf(100000), 10u << 20);
+  cost.Grew(100000, 0);
+  EXPECT_EQ(cost.MemoryOf(100000), 10u << 20) << "freed memory was taken again";
 }
 
 }  // namespace

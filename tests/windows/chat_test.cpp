@@ -3,14 +3,11 @@
 #include <commctrl.h>
 #include <richedit.h>
 
-#include <algorithm>
-
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "tests/windows/conversation_fixture.h"
 #include "tests/windows/leftovers.h"
 #include "ui/conversation/chat_menu.h"
-#include "ui/conversation/chat_text.h"
 #include "ui/conversation/frm_chat.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/screen.h"
@@ -313,55 +310,6 @@ TEST_F(ChatTest, ClosingKeepsItsPlaceAndLeavesNothingBehind) {
     chat->AddMsg("hi", "anna", 0);
     ::SendMessageA(hwnd(), WM_CLOSE, 0, 0);
   });
-}
-
-// The bounds of the program are far away, so a conversation with nearer ones stands for it. What stays looks as it did.
-TEST_F(ChatTest, TheOldestLinesGoFirst) {
-  Open("anna|");
-  ChatText text(500000);
-  text.Create(hwnd());
-  for (int i = 0; i < 1000; ++i) {
-    text.Append(MakeChatLine("", "anna", "line " + std::to_string(i)), 0xFF);
-    text.Append(MakeChatLine("", "bob", "yes\r\nno"), 0xFF00);
-  }
-  const std::string kept = text.PlainText();
-  const auto lines = std::ranges::count(kept, '\n') / 3;
-  EXPECT_GE(lines, 10);
-  EXPECT_LE(lines, 50);
-  const std::string begin = kept.substr(0, kept.find("anna"));
-  std::string newest = begin;
-  for (auto i = 1000 - lines; i < 1000; ++i) newest += "anna:\tline " + std::to_string(i) + "\r\nbob:\tyes\r\nno\r\n";
-  EXPECT_EQ(kept, newest);
-  const auto anna = static_cast<LONG>(begin.size() - static_cast<std::size_t>(std::ranges::count(begin, '\n')));
-  const LONG bob = anna + 15;
-  EXPECT_EQ(ColourAt(anna, text.hwnd()), 0xFFu);
-  EXPECT_EQ(ColourAt(bob, text.hwnd()), 0xFF00u);
-  EXPECT_EQ(ParagraphAt(anna, text.hwnd()).dxOffset, WidthOf("anna: "));
-  EXPECT_EQ(ParagraphAt(bob, text.hwnd()).dxOffset, WidthOf("bob: "));
-  EXPECT_EQ(ParagraphAt(bob + 9, text.hwnd()).dxStartIndent, WidthOf("bob: "));
-}
-
-TEST_F(ChatTest, AFloodOfLongLinesLeavesTheTalkBetweenThem) {
-  Open("anna|");
-  ChatText text;
-  text.Create(hwnd());
-  const std::string flood(60000, 'x');
-  std::string talk;
-  for (int i = 0; i < 7; ++i) {
-    const std::string line = "line " + std::to_string(i);
-    text.Append(MakeChatLine("", "anna", line), 0xFF);
-    text.Append(MakeChatLine("", "bob", flood), 0);
-    talk += "anna:\t" + line + "\r\n";
-  }
-  std::string shown = text.PlainText();
-  const auto floods = std::ranges::count(shown, 'x') / 60000;
-  EXPECT_GE(floods, 1);
-  EXPECT_LT(floods, 5);
-  EXPECT_TRUE(shown.ends_with("xx\r\n"));
-  std::erase(shown, 'x');
-  for (std::size_t at; (at = shown.find("bob:\t")) != std::string::npos;) shown.erase(at, 5);
-  while (shown.find("\r\n\r\n") != std::string::npos) shown.replace(shown.find("\r\n\r\n"), 4, "\r\n");
-  EXPECT_EQ(shown, talk);
 }
 
 }  // namespace

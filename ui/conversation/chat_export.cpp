@@ -4,15 +4,15 @@
 #include <map>
 #include <utility>
 
+#include "core/code_page.h"
+
 namespace conversation {
 namespace {
-
-using toolkit::Twips;
 
 constexpr char kLineEnd[] = "\r\n";
 constexpr char kLost[] = "... ";  // and how many lines are lost
 constexpr std::size_t kPieceSize = 64u << 10;
-constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
+constexpr std::size_t kLongParagraph = 200, kRunLength = 50, kMaxBlanks = 1000, kHiddenRunLength = 400;
 
 // What a font is told of the letters that it is used for, by code page.
 constexpr std::pair<unsigned, int> kCharsets[] = {{874, 222},  {932, 128},  {936, 134},  {949, 129},  {950, 136},
@@ -24,8 +24,11 @@ int CharsetOf(unsigned codePage) {
   return row == std::end(kCharsets) ? 0 : row->second;
 }
 
-// Bytes of the letter that a text begins with.
-std::size_t LetterSize(std::string_view) { return 1; }
+std::string_view TakeLetter(std::string_view& text) {
+  const std::string_view letter = text.substr(0, core::SystemCodePage().LetterSize(text));
+  text.remove_prefix(letter.size());
+  return letter;
+}
 
 // Collects what is written into large pieces.
 class Output {
@@ -53,10 +56,10 @@ class Markup {
  public:
   Markup(const MarkupStyle& style, const Sink& sink) : style_(style), out_(sink) {}
 
-  void Write(const Conversation& said, Place from, Place to) {
+  void Write(const Conversation& said, Position from, Position to) {
     Head(said, from, to);
     if (from == BeginOf(said) && said.First() > 0) {
-      SetFormat({}, true, 0);
+      SetFormat(0, true, 0);
       Text(LostText(said));
       out_ << "\\par\n";
     }
@@ -70,7 +73,7 @@ class Markup {
   }
 
  private:
-  void Head(const Conversation& said, Place from, Place to) {
+  void Head(const Conversation& said, Position from, Position to) {
     const int charset = CharsetOf(style_.codePage);
     out_ << "{\\rtf1\\ansi\\ansicpg" << static_cast<int>(style_.codePage) << "\\deff0{\\fonttbl";
     Font(0, "nil", charset);
@@ -96,7 +99,8 @@ class Markup {
   }
 
   void Write(const Paragraph& paragraph) {
-    SetFormat(std::min(paragraph.line.indent, style_.maxIndent), paragraph.first, colours_.at(paragraph.line.colour));
+    const int indent = std::min(paragraph.line.indent.value, style_.maxIndent.value);
+    SetFormat(indent, paragraph.first, colours_.at(paragraph.line.colour));
     if (paragraph.first) {
       Text(HeadOf(paragraph.line));
       Text("\t");
@@ -107,31 +111,45 @@ class Markup {
 
   // A second paragraph of the same line stands under the first one's text: at the left edge it could pass for a line of
   // somebody else.
-  void SetFormat(Twips indent, bool first, int colour) {
-    if (std::exchange(format_, {indent, first}) != std::pair{indent, first} || !begun_) {
-      out_ << "\\pard";
-      if (first) out_ << "\\fi" << -indent.value;
-      out_ << "\\li" << indent.value << "\\tx" << indent.value;
-    }
-    if (std::exchange(colour_, colour) != colour || !begun_) out_ << "\\cf" << colour;
+  void SetFormat(int indent, bool first, int colour) {
+    const bool newFormat = std::exchange(format_, {indent, first}) != std::pair{indent, first} || !begun_;
+    const bool newColour = std::exchange(colour_, colour) != colour || !begun_;
     begun_ = true;
-    out_ << " ";
+    if (newFormat) {
+      out_ << "\\pard";
+      if (first) out_ << "\\fi" << -indent;
+      out_ << "\\li" << indent << "\\tx" << indent;
+    }
+    if (newColour) out_ << "\\cf" << colour;
+    if (newFormat || newColour) out_ << " ";
   }
 
   void Text(std::string_view text) {
-    const bool inRuns = style_.shortRuns && text.size() > kLongParagraph;
-    char before = ' ';
-    for (std::size_t inRun = 0; !text.empty();) {
-      if (inRuns && inRun >= kRunLength) {
+    if (style_.shortRuns && text.size() > kLongParagraph) return InRuns(text);
+    for (char before = ' '; !text.empty();) {
+      const std::string_view letter = TakeLetter(text);
+      Letter(letter, before);
+      before = letter[0];
+    }
+  }
+
+  // What of a row is blank and beyond its end is hidden, since a box may take minutes to paint it.
+  void InRuns(std::string_view text) {
+    std::size_t inRun = 0, blanks = 0;
+    while (!text.empty()) {
+      if (inRun >= (blanks > kMaxBlanks ? kHiddenRunLength : kRunLength)) {
         out_ << (std::exchange(otherFont_, !otherFont_) ? "\\f0 " : "\\f1 ");
         inRun = 0;
       }
-      const std::size_t size = LetterSize(text);
-      Letter(text.substr(0, size), before);
-      before = text[0];
-      text.remove_prefix(size);
-      inRun += size;
+      const std::string_view letter = TakeLetter(text);
+      const bool blank = letter[0] == ' ' || letter[0] == '\t';
+      if (blank && blanks == kMaxBlanks) out_ << "\\v ";
+      if (!blank && blanks > kMaxBlanks) out_ << "\\v0 ";
+      blanks = blank ? blanks + 1 : 0;
+      Letter(letter, 0);
+      inRun += letter.size();
     }
+    if (blanks > kMaxBlanks) out_ << "\\v0 ";
   }
 
   // Blanks beside blanks, and tabs, are written as numbers: not every reader keeps them otherwise.
@@ -153,9 +171,9 @@ class Markup {
 
   const MarkupStyle& style_;
   Output out_;
-  std::map<std::int32_t, int> colours_;  // their places in the table, 0 = the reader's own
+  std::map<std::int32_t, int> colours_;  // their positions in the table, 0 = the reader's own
   int colourCount_ = 0, colour_ = 0;
-  std::pair<Twips, bool> format_;
+  std::pair<int, bool> format_;  // indent, and whether the first paragraph of a line
   bool begun_ = false, otherFont_ = false;
 };
 
@@ -164,7 +182,7 @@ class Markup {
 void WritePlainText(const Conversation& said, const Sink& sink) {
   Output out(sink);
   if (said.First() > 0) out << LostText(said) << kLineEnd;
-  for (Place at = BeginOf(said); at < EndOf(said);) {
+  for (Position at = BeginOf(said); at < EndOf(said);) {
     const Paragraph paragraph = ParagraphAt(said, at);
     if (paragraph.first) out << HeadOf(paragraph.line) << "\t";
     out << Shown(paragraph.text) << kLineEnd;
@@ -173,7 +191,7 @@ void WritePlainText(const Conversation& said, const Sink& sink) {
   out.Flush();
 }
 
-void WriteMarkup(const Conversation& said, Place from, Place to, const MarkupStyle& style, const Sink& sink) {
+void WriteMarkup(const Conversation& said, Position from, Position to, const MarkupStyle& style, const Sink& sink) {
   Markup(style, sink).Write(said, from, to);
 }
 

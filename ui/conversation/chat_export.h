@@ -8,12 +8,13 @@
 #include <string>
 #include <string_view>
 
+#include "core/files.h"
 #include "ui/conversation/paragraphs.h"
 
 namespace conversation {
 
-// Takes what is written, piece by piece: a conversation may be too large to stand in memory twice.
-using Sink = std::function<void(std::string_view)>;
+// What is written comes piece by piece: a conversation may be too large to stand in memory twice.
+using core::Sink;
 
 // A line for each paragraph, ended by CR LF.
 void WritePlainText(const Conversation& said, const Sink& sink);
@@ -33,6 +34,6 @@ struct MarkupStyle {
 };
 
 // The paragraphs from one place to another, from < to.
-void WriteMarkup(const Conversation& said, Place from, Place to, const MarkupStyle& style, const Sink& sink);
+void WriteMarkup(const Conversation& said, Position from, Position to, const MarkupStyle& style, const Sink& sink);
 
 }  // namespace conversation

@@ -1,11 +1,12 @@
 #include "ui/conversation/chat_text.h"
 
+#include <psapi.h>
+
 #include <algorithm>
-#include <new>
-#include <utility>
+#include <chrono>
 
 #include "core/runtime_error.h"
-#include "core/system_library_win32.h"
+#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -13,284 +14,358 @@ namespace {
 
 using toolkit::Px;
 using toolkit::Tw;
+using toolkit::Twips;
 using toolkit::operator""_dp;
 
-constexpr DWORD kStyle =
-    WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
+// What the box takes for a part of the conversation, milliseconds. A step at a time leaves room for input; what the
+// user waits for may take longer. All that it holds is laid out anew whenever its width changes.
+constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 250;
 
-// What the box needs at its most wasteful, bytes, measured in a narrow window: for a paragraph, and for one of a
-// length.
-constexpr std::size_t kCostOfParagraph = 4000;
-constexpr std::size_t CostOf(std::size_t length) { return kCostOfParagraph + 50 * length + 2 * length * length; }
+// The newest lines are shown even if they take longer, up to a limit.
+constexpr std::size_t kLeastParagraphs = 2000;
+constexpr double kMaxLayout = 1500;
 
-// The bound of one conversation holds more than fifty thousand lines, more than anybody says in a year. This one keeps
-// a hundred windows that strangers fill with lines within what a 32-bit program can hold.
-constexpr std::size_t kMostOfAll = ChatText::kMostOfOne;
+// Rather than catch up with more than this, the box is filled with the newest lines.
+constexpr double kBehind = 300;
 
-// Lines that cost so much are long. A flood of them must not take the place of all other talk.
-constexpr std::size_t kLong = 300u << 10, kMostOfLong = 100u << 20;
+// Of all boxes, bytes: a 32-bit program has room for a few times as much.
+constexpr std::size_t kMaxMemory = 400u << 20;
 
-// Lines that stay when the oldest go: as many as a new box takes in within a second.
-constexpr std::size_t kKept = 2000;
+// The weight of what is put in without asking for its cost.
+constexpr std::size_t kSmall = 400;
 
-// Beyond what those bounds let stand, so that the box never refuses a line.
-constexpr LPARAM kTextLimit = 256 << 20;
+// By how much a box may hold too much before something is taken out of it.
+constexpr double kTolerance = 1.1;
 
-// The box reads text that begins like this as markup, wherever it comes from.
-constexpr char kMarkupBegin = '{';
+constexpr UINT kWorkTime = 10, kIndentTime = 200;  // milliseconds
 
-constexpr toolkit::Twips kMargin = 4_dp;  // between text and frame
+constexpr Twips kLeastBesideHead = 40_dp, kLeastIndent = 40_dp;
 
-constexpr toolkit::Twips kLeastBesideHead = 40_dp;  // of a line's text
+constexpr Twips kMaxIndentOnPaper{2 * toolkit::kTwipsPerInch};
 
-constexpr char kLineEnd[] = "\r\n";
-
-LONG TwipsOf(int pixels) { return Tw(pixels).value; }
-
-// Loaded with the first conversation and kept: the class lives in the library.
-const char* RichEditClass() {
-  static const HMODULE library = core::LoadSystemLibrary("riched20.dll");
-  return library ? "RichEdit20A" : "";
+std::optional<COLORREF> TextColour(std::int32_t colour) {
+  constexpr auto kWindowText = static_cast<std::int32_t>(0x80000000u + COLOR_WINDOWTEXT);
+  if (colour == 0 || colour == kWindowText) return std::nullopt;
+  return toolkit::PaintColour(colour);
 }
 
-DWORD CALLBACK TakeStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* taken) {
-  try {
-    reinterpret_cast<std::string*>(cookie)->append(reinterpret_cast<const char*>(bytes),
-                                                   static_cast<std::size_t>(count));
-  } catch (const std::bad_alloc&) {
-    return ERROR_NOT_ENOUGH_MEMORY;
-  }
-  *taken = count;
-  return 0;
+MarkupStyle Style(Twips maxIndent, bool shortRuns) {
+  LOGFONTA font{};
+  ::GetObjectA(toolkit::DialogFont(), sizeof font, &font);
+  return {.codePage = ::GetACP(),
+          .font = font.lfFaceName,
+          .halfPoints = RichBox::FontSize(),
+          .maxIndent = maxIndent,
+          .paint = TextColour,
+          .shortRuns = shortRuns};
 }
 
-// A box of this class has no part in the desktop's theme: it would draw its edge at two sides only, unlike the boxes
-// above and below it.
-void DrawFrame(HWND box) {
-  RECT frame{};
-  ::GetWindowRect(box, &frame);
-  ::OffsetRect(&frame, -frame.left, -frame.top);
-  const HDC dc = ::GetWindowDC(box);
-  ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_3DSHADOW));
-  ::ReleaseDC(box, dc);
+std::size_t PrivateMemory() {
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &memory, sizeof memory);
+  return memory.PagefileUsage;
 }
 
-// The class's own procedure. A subclass of the common controls' kind would look it up anew for each of the dozen
-// messages that a line takes, which can take as long as everything else that they do.
-WNDPROC gClassProcedure = nullptr;
-
-LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
-  const LRESULT answer = ::CallWindowProcA(gClassProcedure, box, message, wParam, lParam);
-  if (message == WM_NCPAINT) DrawFrame(box);
-  // Coming by Tab would select the whole conversation.
-  return message == WM_GETDLGCODE ? answer & ~static_cast<LRESULT>(DLGC_HASSETSEL) : answer;
-}
-
-HWND MakeBox(HWND parent) {
-  const HWND box = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
-                                     ::GetModuleHandleA(nullptr), nullptr);
-  if (!box) throw core::RuntimeError(core::Err::OutOfMemory);
-  gClassProcedure =
-      reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
-  ::SendMessageA(box, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
-  ::SendMessageA(box, EM_EXLIMITTEXT, 0, kTextLimit);
-  ::SendMessageA(box, EM_SETUNDOLIMIT, 0, 0);
-  ::SendMessageA(box, EM_AUTOURLDETECT, FALSE, 0);
-  return box;
-}
-
-std::string StreamOut(HWND box, WPARAM format) {
-  std::string bytes;
-  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, TakeStream};
-  ::SendMessageA(box, EM_STREAMOUT, format, reinterpret_cast<LPARAM>(&stream));
-  if (stream.dwError != 0) throw core::RuntimeError(core::Err::OutOfMemory);
-  return bytes;
-}
-
-// The box would paint itself at each step, and what a painting costs grows with the conversation. So it is painted when
-// the program has nothing else to do, once for all lines that have come meanwhile.
-class WithoutPainting {
+// Measures what is done while it lives. The memory of a single line only now and then: asking for it takes a while.
+class Measured {
  public:
-  explicit WithoutPainting(HWND hwnd) : hwnd_(hwnd) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }
-  WithoutPainting(const WithoutPainting&) = delete;
-  WithoutPainting& operator=(const WithoutPainting&) = delete;
-  ~WithoutPainting() {
-    ::SendMessageA(hwnd_, WM_SETREDRAW, TRUE, 0);
-    ::RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);  // the scroll bar too
+  Measured(BoxCost& cost, std::size_t weight) : cost_(cost), weight_(weight) {
+    static unsigned count = 0;
+    asksMemory_ = weight > kSmall || ++count % 8 == 0;
+    memory_ = asksMemory_ ? PrivateMemory() : 0;
+    begin_ = std::chrono::steady_clock::now();
+  }
+  Measured(const Measured&) = delete;
+  Measured& operator=(const Measured&) = delete;
+  ~Measured() {
+    cost_.Took(weight_, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin_).count());
+    if (asksMemory_) cost_.Grew(weight_, std::max(PrivateMemory(), memory_) - memory_);
   }
 
  private:
-  HWND hwnd_;
+  BoxCost& cost_;
+  std::size_t weight_, memory_;
+  bool asksMemory_;
+  std::chrono::steady_clock::time_point begin_;
 };
 
 }  // namespace
 
+// Keeps what is in view, and what is selected, in its place while text is put in or taken out above it.
+class ChatText::View {
+ public:
+  explicit View(const ChatText& text)
+      : box_(text.box_),
+        quiet_(box_),
+        atEnd_(text.following_ && box_.AtEnd()),
+        selection_(box_.Selection()),
+        anchor_(box_.TopInView()) {}
+
+  void MovedBy(LONG characters) {
+    for (LONG* place : {&selection_.cpMin, &selection_.cpMax, &anchor_.character})
+      *place = std::max(*place + characters, 0L);
+  }
+
+  std::size_t Character() const { return static_cast<std::size_t>(anchor_.character); }
+
+  void Restore() const {
+    box_.Select(selection_);
+    if (atEnd_)
+      box_.ScrollToEnd();
+    else
+      box_.ScrollTo(anchor_);
+  }
+
+ private:
+  const RichBox box_;
+  const WithoutPainting quiet_;
+  const bool atEnd_;
+  CHARRANGE selection_;
+  RichBox::Anchor anchor_;
+};
+
 ChatText::~ChatText() {
   --open_;
-  costOfAll_ -= cost_;
+  weightOfAll_ -= shown_.Weight();
 }
 
-void ChatText::Create(HWND parent) { txtMsg = MakeBox(parent); }
+void ChatText::Create(HWND parent) {
+  parent_ = parent;
+  box_ = RichBox(RichBox::Make(parent));
+  if (!box_.hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
+}
 
-void ChatText::Place(const Area& area) {
+// A name as wide as the window must not push the text out of sight; one that leaves room for a short word is not
+// touched, so that a time and a name fit into the narrow window of the first start.
+Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kLeastBesideHead, kLeastIndent); }
+
+void ChatText::MoveTo(const Area& area) {
   area_ = area;
-  ::SetWindowPos(txtMsg, nullptr, area.left, area.top, area.Width(), area.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-  RECT text{};
-  ::GetClientRect(txtMsg, &text);
-  ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
-  ::SendMessageA(txtMsg, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
+  const bool atEnd = box_.AtEnd();
+  const Twips before = MaxIndent();
+  box_.MoveTo(area);
+  if (atEnd) box_.ScrollToEnd();
+  const bool capped = shown_.Widest() > std::min(before, MaxIndent());
+  if (capped && before != MaxIndent()) ::SetTimer(parent_, kIndentTimer, kIndentTime, nullptr);
 }
 
-void ChatText::Append(const ChatLine& line, COLORREF colour) {
+void ChatText::Append(std::string_view prefix, std::string_view sender, std::string_view text, std::int32_t colour) {
+  ChatLine line{.prefix = prefix, .sender = sender, .text = text, .colour = colour, .indent = {}};
+  line.indent = Tw(toolkit::MeasureText(toolkit::DialogFont(), (HeadOf(line) + ' ').c_str()).cx);
+  const bool behind = LaterLeft();
+  said_.Add(line);
+  if (!following_) return ShowEnd();
+  const std::size_t weight = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_));
+  const bool quick = weight <= kSmall || weight <= cost_.Portion(kAtOnce);
+  if (behind || !quick) return Wake();
+  AddNew(EndOf(said_));
+}
+
+void ChatText::Clear() {
+  said_.Clear();
+  following_ = true;
+  Rebuild({}, {});
+}
+
+void ChatText::WriteRichText(const Sink& sink) const {
+  WriteMarkup(said_, BeginOf(said_), EndOf(said_), Style(kMaxIndentOnPaper, false), sink);
+}
+
+void ChatText::Wake() const { ::SetTimer(parent_, kWorkTimer, kWorkTime, nullptr); }
+
+void ChatText::Used() {
+  if (EarlierLeft() || LaterLeft()) Wake();
+}
+
+void ChatText::Work(UINT_PTR timer) {
+  if (timer == kIndentTimer)
+    SetIndents();
+  else if (!Step())
+    ::KillTimer(parent_, kWorkTimer);
+}
+
+// False when there is nothing to do until something happens.
+bool ChatText::Step() {
+  const bool stale = !shown_.Empty() && shown_.First() < BeginOf(said_);
+  if (stale) return ShowEnd(), true;
+  if (following_ && LaterLeft()) return CatchUp(), true;
+  if (RichBox::ThumbDragged()) return false;
+  filling_ = filling_ && EarlierLeft() && !TooMuch(1);
+  if (filling_) return ShowEarlier(kStep), true;
+  if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kWaitedFor), true;
+  if (LaterLeft() && box_.AtEnd()) return ShowLater(), true;
+  return false;
+}
+
+void ChatText::CatchUp() {
+  const std::size_t most = cost_.Portion(kBehind);
+  if (ShownEnd() < GoBack(said_, EndOf(said_), most)) return ShowEnd();
+  AddNew(GoForward(said_, ShownEnd(), cost_.Portion(kStep)));
+}
+
+void ChatText::AddNew(Position to) {
+  const WithoutPainting quiet(box_);
+  if (!shown_.Empty()) TrimFirst(shown_.Characters() - 1);
+  AddLater(ShownEnd(), to);
+  box_.ScrollToEnd();
+}
+
+void ChatText::ShowEarlier(double milliseconds) {
+  View view(*this);
+  const auto from = GoBack(said_, shown_.First(), cost_.Portion(milliseconds));
+  view.MovedBy(AddEarlier(from));
+  if (!filling_) TrimLast(view.Character());
+  view.Restore();
+}
+
+void ChatText::ShowLater() {
+  View view(*this);
+  view.MovedBy(-TrimFirst(view.Character()));
+  AddLater(ShownEnd(), GoForward(said_, ShownEnd(), cost_.Portion(kWaitedFor)));
+  following_ = !LaterLeft();
+  view.Restore();
+}
+
+void ChatText::ShowEnd() {
+  following_ = true;
+  const Position end = EndOf(said_);
+  Rebuild(BeginOf(said_) < end ? GoBack(said_, end, cost_.Portion(kStep)) : end, end);
+  box_.ScrollToEnd();
+}
+
+bool ChatText::GoToEnd() {
+  if (following_) return false;
+  ShowEnd();
+  return true;
+}
+
+bool ChatText::GoToBeginning() {
+  if (!EarlierLeft()) return false;
+  following_ = false;
+  Rebuild(BeginOf(said_), GoForward(said_, BeginOf(said_), cost_.Portion(kWaitedFor)));
+  box_.Select({0, 0});
+  return true;
+}
+
+// What the indents were set to depends on the width.
+void ChatText::SetIndents() {
+  if (RichBox::InUse()) return;  // until the timer comes again
+  ::KillTimer(parent_, kIndentTimer);
+  if (shown_.Empty()) return;
+  if (following_ && box_.AtEnd()) return ShowEnd();
+  RichBox::Anchor anchor = box_.TopInView();
+  const auto [first, behind] = shown_.Find(static_cast<std::size_t>(anchor.character));
+  Rebuild(first, GoForward(said_, first, cost_.Portion(kWaitedFor)));
+  following_ = !LaterLeft();
+  anchor.character = static_cast<LONG>(behind);
+  box_.ScrollTo(anchor);
+}
+
+// In a new box, because to empty one may take as long as to fill it. In the old one if there is no other, or while it
+// must stay.
+void ChatText::Rebuild(Position from, Position to) {
+  const RichBox old = box_;
+  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_);
+  if (fresh) box_ = RichBox(fresh);
+  const WithoutPainting quiet(box_);
+  if (fresh)
+    box_.TakePlaceOf(old, area_);
+  else
+    box_.Remove(0, Characters());
+  weightOfAll_ -= shown_.Weight();
+  shown_ = {};
+  if (from < to) AddLater(from, to);
+  filling_ = true;
+  Wake();
+  if (!fresh) return;
+  if (::GetFocus() == old.hwnd()) ::SetFocus(fresh);
+  ::DestroyWindow(old.hwnd());
+  if (replaced) replaced(old.hwnd(), fresh);
+}
+
+void ChatText::AddLater(Position from, Position to) { shown_.AddLater(Insert(from, to, Characters())); }
+
+LONG ChatText::AddEarlier(Position from) {
+  const ShownPart part = Insert(from, shown_.First(), 0);
+  shown_.AddEarlier(part);
+  return static_cast<LONG>(part.characters);
+}
+
+ShownPart ChatText::Insert(Position from, Position to, LONG at) {
+  ShownPart part{.first = from, .end = to};
+  for (auto place = from; place < to;) {
+    const Paragraph paragraph = ParagraphAt(said_, place);
+    part.weight += WeightOf(paragraph);
+    ++part.paragraphs;
+    part.widest = std::max(part.widest, paragraph.line.indent);
+    place = paragraph.next;
+  }
+  const CHARRANGE caret = box_.Selection();
+  if (caret.cpMin != at || caret.cpMax != at) box_.Select({at, at});  // which takes longer
   {
-    const WithoutPainting quiet(txtMsg);
-    MoveCaretToEnd();
-    Write(line, colour);
-    ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+    const Measured measured(cost_, part.weight);
+    const bool aloneInIt = part.weight <= kSmall && (BeginOf(said_) < from || said_.First() == 0);
+    if (aloneInIt)
+      InsertByParagraphs(from, to);
+    else
+      box_.InsertMarkup(MarkupOf(from, to));
   }
-  Account(line, colour);
-  if (TooMuch()) Shed();
+  part.characters = static_cast<std::size_t>(box_.Selection().cpMax - at);
+  weightOfAll_ += part.weight;
+  return part;
 }
 
-// A second paragraph of the same text stands under the first one's text: at the left edge it could pass for a line of
-// somebody else.
-void ChatText::Write(const ChatLine& line, COLORREF colour) {
-  const LONG indent = TwipsOf(IndentOf(line.head));
-  std::string rest;
-  for (std::size_t i = 1; i < line.paragraphs.size(); ++i) rest += line.paragraphs[i] + kLineEnd;
-  Insert(line.paragraphs.front() + kLineEnd, colour, 0, indent);
-  if (!rest.empty()) Insert(rest, colour, indent, 0);
-  end_ = Selection().cpMax;
-}
-
-void ChatText::SetColour(COLORREF colour) {
-  CHARFORMATA format{};
-  format.cbSize = sizeof format;
-  format.dwMask = CFM_COLOR;
-  format.crTextColor = colour;
-  ::SendMessageA(txtMsg, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
-}
-
-// In the font of the conversation. A name as wide as the window must not push the text out of sight; one that leaves
-// room for a short word is not touched, so that a time and a name fit into the narrow window of the first start.
-int ChatText::IndentOf(const std::string& head) const {
-  RECT client{};
-  ::GetClientRect(txtMsg, &client);
-  const int most = std::max(static_cast<int>(client.right) - 2 * Px(kMargin) - Px(kLeastBesideHead), Px(40_dp));
-  const int width = toolkit::MeasureText(toolkit::DialogFont(), head.c_str()).cx;
-  return std::min(width, most);
-}
-
-// Every new paragraph begins in the colour of the box.
-void ChatText::Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset) {
-  SetColour(colour);
-  PARAFORMAT format{};
-  format.cbSize = sizeof format;
-  format.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
-  format.dxStartIndent = start;
-  format.dxOffset = offset;
-  format.cTabCount = 1;
-  format.rgxTabs[0] = start + offset;
-  ::SendMessageA(txtMsg, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
-  const bool couldBeMarkup = paragraphs.front() == kMarkupBegin;
-  if (couldBeMarkup) InsertPlain(paragraphs.substr(0, 1));
-  InsertPlain(couldBeMarkup ? paragraphs.substr(1) : paragraphs);
-}
-
-void ChatText::InsertPlain(const std::string& text) {
-  ::SendMessageA(txtMsg, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-CHARRANGE ChatText::Selection() const {
-  CHARRANGE selection{};
-  ::SendMessageA(txtMsg, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-  return selection;
-}
-
-// It mostly stands there, and looking for a place takes the box a walk through all paragraphs.
-void ChatText::MoveCaretToEnd() {
-  const CHARRANGE now = Selection();
-  if (now.cpMin != end_ || now.cpMax != end_) MoveCaret(end_, end_);
-}
-
-void ChatText::MoveCaret(LONG from, LONG to) {
-  CHARRANGE range{from, to};
-  ::SendMessageA(txtMsg, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
-}
-
-void ChatText::Account(const ChatLine& line, COLORREF colour) {
-  std::size_t cost = 0;
-  for (const std::string& paragraph : line.paragraphs) cost += CostOf(paragraph.size());
-  entries_.push_back({line, colour, cost});
-  Count(entries_.back());
-}
-
-void ChatText::Count(const Entry& entry) {
-  cost_ += entry.cost;
-  costOfAll_ += entry.cost;
-  if (entry.cost > kLong) costOfLong_ += entry.cost;
-}
-
-// Where all together are too many, those with more than their share give way.
-bool ChatText::TooMuch() const {
-  return cost_ > most_ || costOfLong_ > kMostOfLong || (costOfAll_ > kMostOfAll && cost_ > kMostOfAll / open_);
-}
-
-// The newest lines stay, up to half of each bound: the next line must not ask for this again.
-void ChatText::Shed() {
-  std::deque<Entry> kept;
-  std::size_t cost = 0, costOfLong = 0;
-  const std::size_t most = std::min(most_, kMostOfAll / open_) / 2;
-  for (auto entry = entries_.rbegin(); entry != entries_.rend() && kept.size() < kKept; ++entry) {
-    const std::size_t ifLong = entry->cost > kLong ? entry->cost : 0;
-    if (ifLong && !kept.empty() && costOfLong + ifLong > kMostOfLong / 2) continue;
-    if (!kept.empty() && cost + entry->cost > most) break;
-    cost += entry->cost;
-    costOfLong += ifLong;
-    kept.push_front(*entry);
+// Quicker than markup for few of them.
+void ChatText::InsertByParagraphs(Position from, Position to) const {
+  while (from < to) {
+    const Paragraph paragraph = ParagraphAt(said_, from);
+    const LONG indent = std::min(paragraph.line.indent, MaxIndent()).value;
+    const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
+    box_.InsertParagraph(head + Shown(paragraph.text), TextColour(paragraph.line.colour), paragraph.first ? 0 : indent,
+                         paragraph.first ? indent : 0);
+    from = paragraph.next;
   }
-  Renew(std::move(kept));
 }
 
-// A new box takes the place of the old one. To remove paragraphs from a box takes it a walk through all the others for
-// each of them: minutes, where this is a second. A new box that cannot be had leaves everything as it was.
-void ChatText::Renew(std::deque<Entry> kept) {
-  const HWND old = txtMsg;
-  const LONG oldEnd = end_;
-  try {
-    txtMsg = MakeBox(::GetParent(old));
-    Fill(kept, old);
-  } catch (...) {
-    if (txtMsg != old) ::DestroyWindow(txtMsg);
-    txtMsg = old;
-    end_ = oldEnd;
-    throw;
+std::string ChatText::MarkupOf(Position from, Position to) const {
+  std::string markup;
+  WriteMarkup(said_, from, to, Style(MaxIndent(), true), [&](std::string_view piece) { markup += piece; });
+  return markup;
+}
+
+bool ChatText::TooMuch(double tolerance) const {
+  const auto beyond = [&](std::size_t have, std::size_t most) {
+    return static_cast<double>(have) > tolerance * static_cast<double>(most);
+  };
+  const std::size_t weight = shown_.Weight();
+  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(shown_.Paragraphs(), kLeastParagraphs)) return true;
+  if (beyond(weight, cost_.Capacity(kMaxLayout))) return true;
+  return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
+}
+
+// Only from the first `most` characters. More at a time than is needed: the next line must not ask for it again.
+LONG ChatText::TrimFirst(std::size_t most) {
+  std::size_t characters = 0;
+  if (!TooMuch(kTolerance)) return 0;
+  while (TooMuch(1) && characters + shown_.FirstPart().characters <= most) {
+    weightOfAll_ -= shown_.FirstPart().weight;
+    characters += shown_.DropFirst().characters;
   }
-  if (::GetFocus() == old) ::SetFocus(txtMsg);
-  ::DestroyWindow(old);
-  entries_ = std::move(kept);
-  costOfAll_ -= cost_;
-  cost_ = costOfLong_ = 0;
-  for (const Entry& entry : entries_) Count(entry);
+  if (characters > 0) box_.Remove(0, static_cast<LONG>(characters));
+  return static_cast<LONG>(characters);
 }
 
-void ChatText::Fill(const std::deque<Entry>& lines, HWND old) {
-  const WithoutPainting quiet(txtMsg);
-  ::SetWindowPos(txtMsg, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Place(area_);
-  int numerator = 0, denominator = 0;
-  ::SendMessageA(old, EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator), reinterpret_cast<LPARAM>(&denominator));
-  ::SendMessageA(txtMsg, EM_SETZOOM, static_cast<WPARAM>(numerator), denominator);
-  end_ = 0;
-  for (const Entry& entry : lines) Write(entry.line, entry.colour);
-  ::SendMessageA(txtMsg, WM_VSCROLL, SB_BOTTOM, 0);
+// Only behind this character, which is in view.
+void ChatText::TrimLast(std::size_t character) {
+  const LONG end = Characters();
+  if (!TooMuch(kTolerance)) return;
+  while (TooMuch(1) && shown_.Characters() - shown_.LastPart().characters > character) {
+    weightOfAll_ -= shown_.LastPart().weight;
+    shown_.DropLast();
+  }
+  if (Characters() < end) box_.Remove(Characters(), end);
+  following_ = !LaterLeft();
 }
-
-void ChatText::Clear() { Renew({}); }
-
-std::string ChatText::PlainText() const { return StreamOut(txtMsg, SF_TEXT); }
-
-std::string ChatText::RichText() const { return StreamOut(txtMsg, SF_RTF); }
 
 }  // namespace conversation

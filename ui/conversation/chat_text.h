@@ -1,83 +1,106 @@
-// txtMsg: the conversation as it is read, one paragraph a line, in a rich text box that never takes a text for anything
-// but plain text.
+// txtMsg: the conversation as it is read, one paragraph a line, in a rich text box. The box is a view: it holds as much
+// of the conversation as it can carry, mostly the newest lines, and is given others when the user scrolls to its edge.
 #pragma once
 
 #include <windows.h>
-#include <richedit.h>
 
 #include <cstddef>
-#include <deque>
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "ui/conversation/area.h"
-#include "ui/conversation/chat_line.h"
+#include "ui/conversation/box_cost.h"
+#include "ui/conversation/chat_export.h"
+#include "ui/conversation/conversation.h"
+#include "ui/conversation/rich_box.h"
+#include "ui/conversation/shown_parts.h"
 
 namespace conversation {
 
 class ChatText {
  public:
-  // What the box needs at most for one conversation, bytes.
-  static constexpr std::size_t kMostOfOne = 800u << 20;
+  // Timers of the parent. It hands them to Work.
+  static constexpr UINT_PTR kWorkTimer = 0xC1, kIndentTimer = 0xC2;
 
-  explicit ChatText(std::size_t most = kMostOfOne) : most_(most) { ++open_; }
+  ChatText() { ++open_; }
   ~ChatText();
   ChatText(const ChatText&) = delete;
   ChatText& operator=(const ChatText&) = delete;
 
+  // A new box has taken the place of the one before.
+  std::function<void(HWND before, HWND now)> replaced;
+
   // A child of the window. Throws core::Err::OutOfMemory when the system gives none.
   void Create(HWND parent);
 
-  // The box of the moment: another one after Append or Clear.
-  HWND hwnd() const { return txtMsg; }
+  HWND hwnd() const { return box_.hwnd(); }
 
-  void Place(const Area& area);
+  void MoveTo(const Area& area);
 
-  // At the end, in one colour, with the text hanging behind its head; scrolls to it. The cost does not depend on what
-  // is there already. The oldest lines go when there are too many.
-  void Append(const ChatLine& line, COLORREF colour);
+  // At the end, in the sender's colour, with the text hanging behind "anna: "; scrolls to it. `prefix` is empty or ends
+  // in a blank. What takes the box long is shown a little later, in steps, so that the program never stands still.
+  void Append(std::string_view prefix, std::string_view sender, std::string_view text, std::int32_t colour);
 
   void Clear();
 
-  // Line ends are CR LF.
-  std::string PlainText() const;
+  // The user may have scrolled, as the box tells the parent (RichBox).
+  void Used();
 
-  // The markup of a rich text file.
-  std::string RichText() const;
+  // One short step of what is still to be shown.
+  void Work(UINT_PTR timer);
 
-  void ScrollPage(int command) { ::SendMessageA(txtMsg, WM_VSCROLL, static_cast<WPARAM>(command), 0); }
+  // False when the box shows them already, so that it can go there itself.
+  bool GoToBeginning();
+  bool GoToEnd();
+
+  void ScrollPage(int command) const { ::SendMessageA(hwnd(), WM_VSCROLL, static_cast<WPARAM>(command), 0); }
+
+  const Conversation& Said() const { return said_; }
+
+  // Of the whole conversation: the markup of a rich text file.
+  void WriteRichText(const Sink& sink) const;
 
  private:
-  // What one call of Append has added, and what it costs.
-  struct Entry {
-    ChatLine line;
-    COLORREF colour;
-    std::size_t cost;
-  };
+  class View;
 
-  int IndentOf(const std::string& head) const;
-  void SetColour(COLORREF colour);
-  void Insert(const std::string& paragraphs, COLORREF colour, LONG start, LONG offset);
-  void InsertPlain(const std::string& text);
-  void Write(const ChatLine& line, COLORREF colour);
-  void Account(const ChatLine& line, COLORREF colour);
-  void Count(const Entry& entry);
-  bool TooMuch() const;
-  void Shed();
-  void Renew(std::deque<Entry> kept);
-  void Fill(const std::deque<Entry>& lines, HWND old);
-  void MoveCaret(LONG from, LONG to);
-  void MoveCaretToEnd();
-  CHARRANGE Selection() const;
+  bool Step();
+  void CatchUp();
+  void ShowEarlier(double milliseconds);
+  void ShowLater();
+  void ShowEnd();
+  void SetIndents();
 
-  // All open conversations share the memory.
-  static inline std::size_t open_ = 0, costOfAll_ = 0;
+  void AddNew(Position to);
+  void Rebuild(Position from, Position to);
+  void AddLater(Position from, Position to);
+  LONG AddEarlier(Position from);
+  LONG TrimFirst(std::size_t most);
+  void TrimLast(std::size_t character);
+  ShownPart Insert(Position from, Position to, LONG at);
+  void InsertByParagraphs(Position from, Position to) const;
+  std::string MarkupOf(Position from, Position to) const;
 
-  const std::size_t most_;
-  HWND txtMsg = nullptr;
+  Position ShownEnd() const { return shown_.Empty() ? BeginOf(said_) : shown_.End(); }
+  bool EarlierLeft() const { return !shown_.Empty() && BeginOf(said_) < shown_.First(); }
+  bool LaterLeft() const { return ShownEnd() < EndOf(said_); }
+  bool TooMuch(double tolerance) const;
+  toolkit::Twips MaxIndent() const;
+  LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
+  void Wake() const;
+
+  // All boxes are of one kind, and share the memory.
+  static inline BoxCost cost_;
+  static inline std::size_t open_ = 0, weightOfAll_ = 0;
+
+  Conversation said_;
+  HWND parent_ = nullptr;
+  RichBox box_;
   Area area_{};
-  std::deque<Entry> entries_;
-  std::size_t cost_ = 0, costOfLong_ = 0;
-  LONG end_ = 0;
+  ShownParts shown_;
+  bool following_ = true;  // the newest line is shown, or about to be
+  bool filling_ = false;   // more is put in before what is shown until the box holds what it can carry
 };
 
 }  // namespace conversation

@@ -9,9 +9,7 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/conversation/chat_layout.h"
-#include "ui/conversation/chat_line.h"
 #include "ui/toolkit/byte_limit.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_keys.h"
@@ -80,6 +78,7 @@ void FrmChat::CreateControls() {
   lvUsers.AddColumn(0, "User", 0);
   AddName(toolkit::Caption::Spoken(3003, "Conversation"));
   txtMsg.Create(hwnd());
+  txtMsg.replaced = [this](HWND before, HWND now) { ControlReplaced(before, now); };
   AddName({4003, "Message"});
   txtSnd = AddControl("EDIT", "", kTypedStyle, WS_EX_CLIENTEDGE);
   toolkit::LimitBytes(txtSnd, net::kMaxText);
@@ -145,7 +144,7 @@ void FrmChat::LayOut() {
                                      toolkit::ScreenDpi());
   Place(lvUsers.hwnd(), parts.users);
   imgSep.Place({parts.bar.left, parts.bar.top, parts.bar.right, parts.bar.bottom});
-  txtMsg.Place(parts.conversation);
+  txtMsg.MoveTo(parts.conversation);
   Place(txtSnd, parts.typed);
   Place(tbSnd.hwnd(), parts.send);
   Place(lblStat, parts.status);
@@ -178,15 +177,9 @@ bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_
   if (!hwnd()) return false;
   const std::string prefix = addTime_ ? core::TimeText() + ' ' : std::string();
   if (!participants_.Takes(sender)) return false;
-  ChangeText([&] { txtMsg.Append(MakeChatLine(prefix, sender, text), toolkit::TextColour(colour)); });
+  txtMsg.Append(prefix, sender, text, colour);
   Flash();
   return true;
-}
-
-void FrmChat::ChangeText(const std::function<void()>& change) {
-  const HWND before = txtMsg.hwnd();
-  change();
-  ControlReplaced(before, txtMsg.hwnd());
 }
 
 // Once, until the user has looked.
@@ -247,6 +240,12 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_INITMENUPOPUP:
       MenuOpens(reinterpret_cast<HMENU>(wParam));
       break;
+    case WM_TIMER:
+      txtMsg.Work(wParam);
+      return 0;
+    case WM_COMMAND:
+      if (reinterpret_cast<HWND>(lParam) == txtMsg.hwnd()) return txtMsg.Used(), 0;
+      break;
     case WM_NOTIFY:
       return Notified(lParam);
     case WM_CLOSE:
@@ -276,6 +275,11 @@ bool FrmChat::TranslateInText(const MSG& key) {
       if (key.hwnd != txtSnd) return false;
       txtMsg.ScrollPage(key.wParam == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
       return true;
+    case VK_HOME:
+    case VK_END:
+      if (key.hwnd != txtMsg.hwnd() || !toolkit::KeyDown(VK_CONTROL)) return false;
+      if (toolkit::KeyDown(VK_SHIFT)) return false;
+      return key.wParam == VK_HOME ? txtMsg.GoToBeginning() : txtMsg.GoToEnd();
     case VK_UP:
     case VK_DOWN:
       if (!toolkit::KeyDown(VK_CONTROL)) return false;

@@ -61,7 +61,6 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void ChangeText(const std::function<void()>& change);
   bool Translate(MSG& message) override;
   bool TranslateInText(const MSG& key);
   void CreateControls();

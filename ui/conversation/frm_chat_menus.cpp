@@ -52,11 +52,17 @@ void FrmChat::mnuExportT_Click() {
   const std::string path = toolkit::AskSaveName(kExportTitle);
   if (!hwnd()) return;
   const std::string lowerCase = core::LowerCase(path);
-  if (lowerCase.ends_with("txt")) core::WriteFileSafely(path, txtMsg.PlainText());
-  if (lowerCase.ends_with("rtf")) core::WriteFileSafely(path, txtMsg.RichText());
+  if (lowerCase.ends_with("txt"))
+    core::WriteFileSafely(path, [this](const core::Sink& sink) { WritePlainText(txtMsg.Said(), sink); });
+  if (lowerCase.ends_with("rtf"))
+    core::WriteFileSafely(path, [this](const core::Sink& sink) { txtMsg.WriteRichText(sink); });
 }
 
-void FrmChat::mnuExportC_Click() { CopyText(hwnd(), txtMsg.RichText()); }
+void FrmChat::mnuExportC_Click() {
+  std::string markup;
+  txtMsg.WriteRichText([&](std::string_view piece) { markup += piece; });
+  CopyText(hwnd(), markup);
+}
 
 void FrmChat::mnuOnTop_Click() {
   onTop_ = !onTop_;
@@ -64,9 +70,7 @@ void FrmChat::mnuOnTop_Click() {
   toolkit::SetTopMost(hwnd(), onTop_);
 }
 
-void FrmChat::mnuCLS_Click() {
-  ChangeText([this] { txtMsg.Clear(); });
-}
+void FrmChat::mnuCLS_Click() { txtMsg.Clear(); }
 
 void FrmChat::mnuViewStat_Click() {
   statVisible_ = !statVisible_;

@@ -16,17 +16,17 @@ std::size_t BreakBefore(std::string_view text, std::size_t at) { return text.sub
 
 }  // namespace
 
-Paragraph ParagraphAt(const Conversation& said, Place at) {
+Paragraph ParagraphAt(const Conversation& said, Position at) {
   const ChatLine line = said.At(at.line);
   const std::size_t end = line.text.find_first_of(kBreaks, at.offset);
   const bool last = end == std::string_view::npos;
   return {.line = line,
           .text = line.text.substr(at.offset, last ? end : end - at.offset),
           .first = at.offset == 0,
-          .next = last ? Place{at.line + 1, 0} : Place{at.line, end + BreakAt(line.text, end)}};
+          .next = last ? Position{at.line + 1, 0} : Position{at.line, end + BreakAt(line.text, end)}};
 }
 
-Place PlaceBefore(const Conversation& said, Place at) {
+Position PreviousParagraph(const Conversation& said, Position at) {
   const std::size_t line = at.offset == 0 ? at.line - 1 : at.line;
   std::string_view text = said.At(line).text;
   if (at.offset != 0) text = text.substr(0, at.offset - BreakBefore(text, at.offset));
@@ -39,7 +39,17 @@ std::size_t WeightOf(const Paragraph& paragraph) {
   return kWeightOfParagraph + head + paragraph.text.size();
 }
 
-Place PlaceBehind(const Conversation& said, Place from, std::size_t weight) {
+std::size_t WeightBetween(const Conversation& said, Position from, Position to) {
+  std::size_t weight = 0;
+  while (from < to) {
+    const Paragraph paragraph = ParagraphAt(said, from);
+    weight += WeightOf(paragraph);
+    from = paragraph.next;
+  }
+  return weight;
+}
+
+Position GoForward(const Conversation& said, Position from, std::size_t weight) {
   std::size_t passed = 0;
   do {
     const Paragraph paragraph = ParagraphAt(said, from);
@@ -49,12 +59,12 @@ Place PlaceBehind(const Conversation& said, Place from, std::size_t weight) {
   return from;
 }
 
-Place PlaceAhead(const Conversation& said, Place from, std::size_t weight) {
+Position GoBack(const Conversation& said, Position from, std::size_t weight) {
   std::size_t passed = 0;
   do {
-    from = PlaceBefore(said, from);
+    from = PreviousParagraph(said, from);
     passed += WeightOf(ParagraphAt(said, from));
-  } while (passed < weight && from > BeginOf(said));
+  } while (passed < weight && BeginOf(said) < from);
   return from;
 }
 

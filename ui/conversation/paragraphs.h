@@ -1,7 +1,6 @@
 // The paragraphs of a conversation: a line is one of them, and each line break in its text begins another one.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -12,35 +11,38 @@ namespace conversation {
 
 // Where a paragraph begins: the number of the line, and the offset in its text. At offset 0 the text stands behind its
 // head, "anna:" and a tab.
-struct Place {
+struct Position {
   std::size_t line = 0, offset = 0;
-  // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the 0 of a comparison's result for a pointer
-  friend constexpr auto operator<=>(const Place&, const Place&) = default;
+  friend constexpr bool operator==(const Position&, const Position&) = default;
+  friend constexpr bool operator<(const Position& a, const Position& b) {
+    return a.line < b.line || (a.line == b.line && a.offset < b.offset);
+  }
 };
 
 struct Paragraph {
   ChatLine line;
   std::string_view text;  // of this paragraph, without the line break behind it
   bool first = false;     // of its line
-  Place next;             // where the next paragraph begins
+  Position next;          // where the next paragraph begins
 };
 
-inline Place BeginOf(const Conversation& said) { return {said.First(), 0}; }
-inline Place EndOf(const Conversation& said) { return {said.End(), 0}; }
+inline Position BeginOf(const Conversation& said) { return {said.First(), 0}; }
+inline Position EndOf(const Conversation& said) { return {said.End(), 0}; }
 
 // at < EndOf(said).
-Paragraph ParagraphAt(const Conversation& said, Place at);
+Paragraph ParagraphAt(const Conversation& said, Position at);
 
-// The place of the paragraph before; at > BeginOf(said).
-Place PlaceBefore(const Conversation& said, Place at);
+// The place of the paragraph before; BeginOf(said) < at.
+Position PreviousParagraph(const Conversation& said, Position at);
 
 // What showing a paragraph costs, in bytes of text: each has a share that does not depend on its length.
 std::size_t WeightOf(const Paragraph& paragraph);
+std::size_t WeightBetween(const Conversation& said, Position from, Position to);
 
 // The place of the first paragraph behind `from` before which there is so much, or the end; there is always one
 // paragraph between them. And the same backwards.
-Place PlaceBehind(const Conversation& said, Place from, std::size_t weight);
-Place PlaceAhead(const Conversation& said, Place from, std::size_t weight);
+Position GoForward(const Conversation& said, Position from, std::size_t weight);
+Position GoBack(const Conversation& said, Position from, std::size_t weight);
 
 // What comes from the network may hold anything. A rich text box would take control bytes for cell marks and page
 // breaks, so all but tabs become blanks.

@@ -1,0 +1,158 @@
+// The conversation's box: what it shows of a conversation that is longer than it can carry.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <richedit.h>
+
+#include <algorithm>
+
+#include "tests/windows/window_probe.h"
+#include "ui/conversation/chat_text.h"
+#include "ui/toolkit/screen.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Tw;
+
+class ChatTextTest : public testing::Test {
+ protected:
+  ChatTextTest() {
+    text.Create(parent_);
+    text.MoveTo({0, 0, 300, 200});
+  }
+  ~ChatTextTest() override { ::DestroyWindow(parent_); }
+
+  void Say(const std::string& line, std::int32_t colour = 0) { text.Append("", "anna", line, colour); }
+  void Say(int from, int to) {
+    for (int i = from; i < to; ++i) Say("line " + std::to_string(i));
+  }
+  static std::string Lines(int from, int to) {
+    std::string lines;
+    for (int i = from; i < to; ++i) lines += "anna:\tline " + std::to_string(i) + "\r\n";
+    return lines;
+  }
+
+  // Everything that the timers would have done.
+  void Settle() {
+    for (int i = 0; i < 500; ++i) text.Work(ChatText::kWorkTimer);
+  }
+
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return ::SendMessageA(text.hwnd(), message, wParam, lParam);
+  }
+  std::string Shown() const { return support::TextOf(text.hwnd()); }
+  std::string TopRow() const {
+    char row[200] = {static_cast<char>(sizeof row - 1), 0};
+    const auto first = static_cast<WPARAM>(Send(EM_GETFIRSTVISIBLELINE));
+    return std::string(row, static_cast<std::size_t>(Send(EM_GETLINE, first, reinterpret_cast<LPARAM>(row))));
+  }
+  LONG IndentAt(LONG at) const {
+    CHARRANGE range{at, at};
+    PARAFORMAT format{};
+    format.cbSize = sizeof format;
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    Send(EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+    return format.dxOffset;
+  }
+  std::string PlainText() const {
+    std::string plain;
+    WritePlainText(text.Said(), [&](std::string_view piece) { plain += piece; });
+    return plain;
+  }
+
+  HWND parent_ = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300, nullptr, nullptr,
+                                   nullptr, nullptr);
+  ChatText text;
+};
+
+TEST_F(ChatTextTest, ShowsTheNewestLinesAndTheOthersOnTheWayUp) {
+  constexpr int kAll = 6000;
+  Say(0, kAll);
+  Settle();
+  const std::string newest = Shown();
+  EXPECT_TRUE(Lines(0, kAll).ends_with(newest));
+  EXPECT_GE(std::ranges::count(newest, '\n'), 2000);
+  if (newest.starts_with("anna:\tline 0\r")) GTEST_SKIP() << "a box that is quick enough for all of them";
+
+  for (int i = 0; i < 3; ++i) {
+    Send(WM_VSCROLL, SB_TOP);
+    const std::string top = TopRow(), before = Shown();
+    EXPECT_TRUE(before.starts_with(top));
+    Settle();
+    EXPECT_EQ(TopRow(), top) << "what was being read has moved";
+    EXPECT_LT(Shown().find(before.substr(0, 500)), Shown().size()) << "nothing was put in before it";
+    EXPECT_FALSE(Shown().starts_with(top));
+  }
+  EXPECT_TRUE(text.GoToBeginning());
+  EXPECT_TRUE(Shown().starts_with(Lines(0, 20))) << Shown().substr(0, 300);
+  EXPECT_EQ(TopRow(), "anna:\tline 0\r");
+  Send(WM_VSCROLL, SB_BOTTOM);
+  const std::string before = Shown();
+  Settle();
+  EXPECT_TRUE(Lines(0, kAll).starts_with(Shown()));
+  EXPECT_GT(Shown().size(), before.size());
+  Say(kAll, kAll + 1);
+  EXPECT_TRUE(Lines(0, kAll + 1).ends_with(Shown()));
+  Settle();
+  EXPECT_GE(std::ranges::count(Shown(), '\n'), 2000);
+  EXPECT_EQ(PlainText(), Lines(0, kAll + 1));
+}
+
+TEST_F(ChatTextTest, ALongLineIsOneParagraph) {
+  std::string words;
+  while (words.size() < 60000) words += "seven7 ";
+  std::string expected;
+  for (const std::string& line :
+       {words, std::string(60000, 'x'), std::string(60000, ' ') + '.', std::string("{\\b x}")}) {
+    Say(line, 0xFF);
+    expected += "anna:\t" + line + "\r\n";
+  }
+  Settle();
+  EXPECT_EQ(Shown(), expected);
+  Send(EM_SETSEL, 0, -1);
+  Send(WM_COPY);
+  EXPECT_EQ(support::ClipboardText(), expected);
+}
+
+// Milliseconds of the processor, so that other programs on the machine do not count.
+double Spent() {
+  FILETIME created{}, ended{}, kernel{}, user{};
+  ::GetProcessTimes(::GetCurrentProcess(), &created, &ended, &kernel, &user);
+  const auto time = [](FILETIME part) { return ULARGE_INTEGER{{part.dwLowDateTime, part.dwHighDateTime}}.QuadPart; };
+  return static_cast<double>(time(kernel) + time(user)) / 1e4;
+}
+
+TEST_F(ChatTextTest, AFloodOfLongLinesHoldsNothingUp) {
+  const std::string lines[] = {std::string(60000, 'x'), std::string(60000, '\n'), std::string(60000, ' '),
+                               std::string(60000, '{')};
+  double longest = 0;
+  for (int i = 0; i < 60; ++i) {
+    const double start = Spent();
+    Say(lines[i % 4] + std::to_string(i));
+    if (i % 3 == 0) text.Work(ChatText::kWorkTimer);
+    longest = std::max(longest, Spent() - start);
+  }
+  EXPECT_LT(longest, 500) << "it is a fifth of that on an idle machine";
+  Settle();
+  EXPECT_TRUE(Shown().ends_with("{{59\r\n"));
+  EXPECT_GT(PlainText().size(), 60u * 60000);
+}
+
+TEST_F(ChatTextTest, IndentsFollowTheWidth) {
+  text.Append("", std::string(30, 'W'), "hi", 0);
+  text.Append("", "anna", "hi", 0);
+  const LONG narrow = IndentAt(0), own = IndentAt(40);
+  EXPECT_LT(narrow, Tw(300 - 40).value);
+  text.MoveTo({0, 0, 700, 200});
+  text.Work(ChatText::kIndentTimer);
+  EXPECT_EQ(IndentAt(0),
+            Tw(toolkit::MeasureText(toolkit::DialogFont(), (std::string(30, 'W') + ": ").c_str()).cx).value);
+  EXPECT_EQ(IndentAt(40), own);
+  text.MoveTo({0, 0, 200, 200});
+  text.Work(ChatText::kIndentTimer);
+  EXPECT_LT(IndentAt(0), narrow);
+}
+
+}  // namespace
+}  // namespace conversation

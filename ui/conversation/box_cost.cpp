@@ -1,0 +1,53 @@
+#include "ui/conversation/box_cost.h"
+
+#include <algorithm>
+
+namespace conversation {
+namespace {
+
+// Memory grows in steps, so a figure needs the growth of many lines.
+constexpr std::size_t kEnough = 64u << 10;
+
+constexpr std::size_t kLast = 5;
+
+// Before anything was measured.
+constexpr std::size_t kFirstPortion = 8000, kFirstCapacity = 1u << 20;
+
+constexpr double kMost = 1e9;
+
+}  // namespace
+
+void BoxCost::Took(std::size_t weight, double milliseconds) {
+  times_[count_++ % times_.size()] = std::max(milliseconds, 1e-6) / static_cast<double>(weight);
+}
+
+// What a box has freed is taken again without a trace, so the largest figure is the true one.
+void BoxCost::Grew(std::size_t weight, std::size_t bytes) {
+  weight_ += weight;
+  grown_ += bytes;
+  if (weight_ < kEnough) return;
+  memory_ = std::max(memory_, static_cast<double>(grown_) / static_cast<double>(weight_));
+  weight_ = grown_ = 0;
+}
+
+std::size_t BoxCost::Portion(double milliseconds) const {
+  if (count_ == 0) return kFirstPortion;
+  std::array<double, kLast> last{};
+  for (std::size_t i = 0; i < kLast; ++i) last[i] = times_[(count_ - 1 - std::min(i, count_ - 1)) % times_.size()];
+  std::ranges::sort(last);
+  return static_cast<std::size_t>(std::min(milliseconds / last[kLast / 2], kMost));
+}
+
+// Other programs disturb a measurement, but never make it too short.
+std::size_t BoxCost::Capacity(double milliseconds) const {
+  if (count_ == 0) return kFirstCapacity;
+  const auto measured = static_cast<std::ptrdiff_t>(std::min(count_, times_.size()));
+  return static_cast<std::size_t>(
+      std::min(milliseconds / *std::min_element(times_.begin(), times_.begin() + measured), kMost));
+}
+
+std::size_t BoxCost::MemoryOf(std::size_t weight) const {
+  return static_cast<std::size_t>(std::min(memory_ * static_cast<double>(weight), kMost));
+}
+
+}  // namespace conversation

@@ -1,0 +1,249 @@
+#include "ui/conversation/rich_box.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "core/system_library_win32.h"
+#include "ui/toolkit/screen.h"
+#include "ui/toolkit/text_keys.h"
+
+namespace conversation {
+namespace {
+
+using toolkit::Px;
+using toolkit::operator""_dp;
+
+constexpr DWORD kStyle =
+    WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
+
+// More than is ever shown, so that the box never refuses a line.
+constexpr LPARAM kTextLimit = 256 << 20;
+
+// The box reads text that begins like this as markup, wherever it comes from.
+constexpr char kMarkupBegin = '{';
+
+constexpr char kLineEnd[] = "\r\n";
+
+constexpr toolkit::Twips kMargin = 4_dp;  // between text and frame
+
+// Loaded with the first conversation and kept: the class lives in the library.
+const char* RichEditClass() {
+  static const HMODULE library = core::LoadSystemLibrary("riched20.dll");
+  return library ? "RichEdit20A" : "";
+}
+
+// A box of this class has no part in the desktop's theme: it would draw its edge at two sides only, unlike the boxes
+// above and below it.
+void DrawFrame(HWND box) {
+  RECT frame{};
+  ::GetWindowRect(box, &frame);
+  ::OffsetRect(&frame, -frame.left, -frame.top);
+  const HDC dc = ::GetWindowDC(box);
+  ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_3DSHADOW));
+  ::ReleaseDC(box, dc);
+}
+
+// The class's own procedure. A subclass of the common controls' kind would look it up anew for each of the dozen
+// messages that a line takes, which can take as long as everything else that they do.
+WNDPROC gClassProcedure = nullptr;
+
+int gInside = 0;  // calls of it that have not returned
+bool gThumbDragged = false;
+
+// What a user may scroll with. A drag along the edge while text is selected scrolls by a timer.
+bool MayScroll(UINT message) {
+  return message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_TIMER;
+}
+
+LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_VSCROLL) gThumbDragged = LOWORD(wParam) == SB_THUMBTRACK;
+  ++gInside;
+  const LRESULT answer = ::CallWindowProcA(gClassProcedure, box, message, wParam, lParam);
+  --gInside;
+  if (message == WM_NCPAINT) DrawFrame(box);
+  if (MayScroll(message))
+    ::PostMessageA(::GetParent(box), WM_COMMAND, MAKEWPARAM(0, EN_VSCROLL), reinterpret_cast<LPARAM>(box));
+  return toolkit::WithoutSelecting(message, answer);
+}
+
+struct Stream {
+  const std::string& bytes;
+  std::size_t done = 0;
+};
+
+DWORD CALLBACK GiveStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* given) {
+  auto& stream = *reinterpret_cast<Stream*>(cookie);
+  const std::size_t size = std::min(stream.bytes.size() - stream.done, static_cast<std::size_t>(count));
+  std::memcpy(bytes, stream.bytes.data() + stream.done, size);
+  stream.done += size;
+  *given = static_cast<LONG>(size);
+  return 0;
+}
+
+int FontHeight() {
+  LOGFONTA font{};
+  ::GetObjectA(toolkit::DialogFont(), sizeof font, &font);
+  return std::abs(font.lfHeight);
+}
+
+}  // namespace
+
+HWND RichBox::Make(HWND parent) {
+  const HWND hwnd = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
+                                      ::GetModuleHandleA(nullptr), nullptr);
+  if (!hwnd) return nullptr;
+  gClassProcedure =
+      reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
+  const RichBox box(hwnd);
+  box.Send(WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()));
+  CHARFORMATA size{};
+  size.cbSize = sizeof size;
+  size.dwMask = CFM_SIZE;
+  size.yHeight = FontSize() * 10;
+  box.Send(EM_SETCHARFORMAT, SCF_DEFAULT, &size);
+  box.Send(EM_EXLIMITTEXT, 0, kTextLimit);
+  box.Send(EM_SETUNDOLIMIT);
+  box.Send(EM_AUTOURLDETECT, FALSE);
+  return hwnd;
+}
+
+bool RichBox::InUse() { return gInside > 0; }
+
+bool RichBox::ThumbDragged() { return gThumbDragged; }
+
+void RichBox::MoveTo(const Area& area) const {
+  ::SetWindowPos(hwnd_, nullptr, area.left, area.top, area.Width(), area.Height(),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  RECT text{};
+  ::GetClientRect(hwnd_, &text);
+  ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
+  Send(EM_SETRECT, 0, &text);
+}
+
+void RichBox::TakePlaceOf(const RichBox& other, const Area& area) const {
+  ::SetWindowPos(hwnd_, other.hwnd_, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  MoveTo(area);
+  int numerator = 0, denominator = 0;
+  other.Send(EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator), reinterpret_cast<LPARAM>(&denominator));
+  Send(EM_SETZOOM, static_cast<WPARAM>(numerator), denominator);
+}
+
+int RichBox::TextWidth() const {
+  RECT client{};
+  ::GetClientRect(hwnd_, &client);
+  return static_cast<int>(client.right) - 2 * Px(kMargin);
+}
+
+// Markup knows no smaller steps. Rounded up, so that neither a box that rounds nor one that cuts makes it a smaller
+// font.
+int RichBox::FontSize() {
+  const int dpi = toolkit::ScreenDpi().value;
+  return (FontHeight() * 144 + dpi - 1) / dpi;
+}
+
+void RichBox::Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
+
+CHARRANGE RichBox::Selection() const {
+  CHARRANGE selection{};
+  Send(EM_EXGETSEL, 0, &selection);
+  return selection;
+}
+
+// Every new paragraph begins in the colour of the box.
+void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const {
+  CHARFORMATA format{};
+  format.cbSize = sizeof format;
+  format.dwMask = CFM_COLOR;
+  if (colour)
+    format.crTextColor = *colour;
+  else
+    format.dwEffects = CFE_AUTOCOLOR;
+  Send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+  PARAFORMAT indents{};
+  indents.cbSize = sizeof indents;
+  indents.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
+  indents.dxStartIndent = start;
+  indents.dxOffset = offset;
+  indents.cTabCount = 1;
+  indents.rgxTabs[0] = start + offset;
+  Send(EM_SETPARAFORMAT, 0, &indents);
+  const std::size_t plain = text.starts_with(kMarkupBegin) ? 1 : 0;
+  if (plain) InsertPlain(text.substr(0, plain));
+  InsertPlain(text.substr(plain) + kLineEnd);
+}
+
+void RichBox::InsertPlain(const std::string& text) const { Send(EM_REPLACESEL, FALSE, text.c_str()); }
+
+// The end of the last paragraph is not taken for one by every box.
+void RichBox::InsertMarkup(const std::string& markup) const {
+  Stream bytes{markup};
+  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, GiveStream};
+  Send(EM_STREAMIN, SF_RTF | SFF_SELECTION, &stream);
+  const LONG caret = Selection().cpMax;
+  char last[4] = "";
+  TEXTRANGEA range{{caret - 1, caret}, last};
+  Send(EM_GETTEXTRANGE, 0, &range);
+  if (last[0] != '\r' && last[0] != '\n') InsertPlain(kLineEnd);
+}
+
+void RichBox::Remove(LONG from, LONG to) const {
+  Select({from, to});
+  InsertPlain("");
+}
+
+SCROLLINFO RichBox::Scroll() const {
+  SCROLLINFO scroll{};
+  scroll.cbSize = sizeof scroll;
+  scroll.fMask = SIF_POS | SIF_RANGE | SIF_PAGE;
+  ::GetScrollInfo(hwnd_, SB_VERT, &scroll);
+  return scroll;
+}
+
+bool RichBox::AtTop() const {
+  const SCROLLINFO scroll = Scroll();
+  return scroll.nPos <= scroll.nMin;
+}
+
+bool RichBox::AtEnd() const {
+  const SCROLLINFO scroll = Scroll();
+  return scroll.nPos + static_cast<int>(scroll.nPage) >= scroll.nMax;
+}
+
+// Past our own procedure: it is not the user who scrolls.
+void RichBox::ScrollToEnd() const { ::CallWindowProcA(gClassProcedure, hwnd_, WM_VSCROLL, SB_BOTTOM, 0); }
+
+LONG RichBox::TopOf(LONG character) const {
+  POINTL at{};
+  ::SendMessageA(hwnd_, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&at), character);
+  return at.y;
+}
+
+RichBox::Anchor RichBox::TopInView() const {
+  const LRESULT row = Send(EM_GETFIRSTVISIBLELINE);
+  const auto character = static_cast<LONG>(Send(EM_LINEINDEX, static_cast<WPARAM>(row)));
+  return {character, TopOf(character)};
+}
+
+// By rows, then by the pixels that are left. A box may count no more than 65,535 of them, so where that leads further
+// away it is by rows alone.
+void RichBox::ScrollTo(Anchor anchor) const {
+  const LRESULT row = Send(EM_EXLINEFROMCHAR, 0, anchor.character);
+  const auto byRows = [&] { Send(EM_LINESCROLL, 0, row - Send(EM_GETFIRSTVISIBLELINE)); };
+  const auto away = [&] { return TopOf(anchor.character) - anchor.top; };
+  byRows();
+  const LONG left = away();
+  if (left == 0) return;
+  POINT place{};
+  Send(EM_GETSCROLLPOS, 0, &place);
+  place.y += left;
+  Send(EM_SETSCROLLPOS, 0, &place);
+  if (std::abs(away()) > std::abs(left)) byRows();
+}
+
+WithoutPainting::~WithoutPainting() {
+  ::SendMessageA(hwnd_, WM_SETREDRAW, TRUE, 0);
+  ::RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);  // the scroll bar too
+}
+
+}  // namespace conversation
