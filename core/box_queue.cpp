@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "core/scoped_flag.h"
 #include "core/text.h"
 
 namespace core {
@@ -34,11 +35,7 @@ void BoxQueue::Post(Box box) {
 
 void BoxQueue::ShowAll(const std::function<void(const Box&)>& show) {
   if (showing_) return;
-  struct Showing {
-    explicit Showing(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Showing() { flag_ = false; }
-    bool& flag_;
-  } showing(showing_);
+  const ScopedFlag showing(showing_);
   while (!waiting_.empty()) {
     const Box box = std::move(waiting_.front());
     waiting_.pop_front();

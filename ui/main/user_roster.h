@@ -61,8 +61,8 @@ class UserRoster : public core::Roster {
   void SetGroupLines(std::vector<std::string> lines) override { lstGroups = std::move(lines); }
 
   // The present members of a group, each followed by a bar, in the order of the group's line and spelled as in the
-  // roster. The name may stand in its row's parentheses. The last group line is never looked at; groups kept by users
-  // allow for that, so leave it.
+  // roster. The name may stand in its row's parentheses. The last group line is deliberately ignored, for
+  // compatibility.
   std::string GetActiveGroupList(std::string_view name) const;
 
   // The selected rows as a recipient list: names, each followed by a bar; a group row stands for its present members.

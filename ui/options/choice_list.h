@@ -1,4 +1,4 @@
-// A list view of one column from which one row is chosen.
+// A list view with one column, in which one row can be selected.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@ class ChoiceList {
 
   HWND hwnd() const { return hwnd_; }
 
-  // The answer to a WM_NOTIFY of the window around it.
+  // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
   LRESULT Notified(NMHDR& header) const;
 
   void Clear() { ListView_DeleteAllItems(hwnd_); }
@@ -26,18 +26,19 @@ class ChoiceList {
   void Remove(int index) { ListView_DeleteItem(hwnd_, index); }
   int Count() const { return ListView_GetItemCount(hwnd_); }
 
-  // Counted from 0; -1 is none.
+  // Index of the selected row, -1 when there is none.
   int Selected() const { return ListView_GetNextItem(hwnd_, -1, LVNI_SELECTED); }
 
   // Selects a row and scrolls it into view.
   void Select(int index);
 
-  // Whole, whatever its length: a name that is heard may fill a datagram.
+  // Of any length: a name from the network may fill a datagram.
   std::string TextAt(int index) const;
   void SetText(int index, const std::string& text);
   std::vector<std::string> Texts() const;
 
-  // The column takes the width of the list; to be called after the list has its place or other rows.
+  // Makes the column as wide as the list. Call it after the list was resized or rows were added or removed, which may
+  // show or hide the scroll bar.
   void FitColumn();
 
  private:

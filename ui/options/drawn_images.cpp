@@ -9,6 +9,13 @@ using toolkit::operator""_dp;
 
 void Fill(HDC dc, const RECT& place, int systemColour) { ::FillRect(dc, &place, ::GetSysColorBrush(systemColour)); }
 
+RECT QuarterOf(const RECT& whole, int position) {
+  const LONG middleX = (whole.left + whole.right) / 2, middleY = (whole.top + whole.bottom) / 2;
+  const bool right = position % 2 == 0, bottom = position > 2;
+  return {right ? middleX : whole.left, bottom ? middleY : whole.top, right ? whole.right : middleX,
+          bottom ? whole.bottom : middleY};
+}
+
 }  // namespace
 
 Scratch::Scratch(SIZE size) : size_(size), dc_(::CreateCompatibleDC(nullptr)) {
@@ -16,8 +23,8 @@ Scratch::Scratch(SIZE size) : size_(size), dc_(::CreateCompatibleDC(nullptr)) {
   bitmap_ = toolkit::Bitmap(::CreateCompatibleBitmap(screen.get(), size.cx, size.cy));
 }
 
-toolkit::ImageList Scratch::NewList(int room) const {
-  return toolkit::ImageList(::ImageList_Create(size_.cx, size_.cy, ILC_COLOR24, room, 0));
+toolkit::ImageList Scratch::NewList(int count) const {
+  return toolkit::ImageList(::ImageList_Create(size_.cx, size_.cy, ILC_COLOR24, count, 0));
 }
 
 void Scratch::Add(HIMAGELIST list, const std::function<void(HDC dc, const RECT& whole)>& draw) const {

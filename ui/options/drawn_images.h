@@ -1,5 +1,5 @@
-// The images of the options dialog that are drawn by the program itself, because they show colours and places of the
-// user's own system.
+// Images that the options dialog draws at run time, because they depend on the system's colours and the screen's
+// scaling.
 #pragma once
 
 #include <windows.h>
@@ -12,15 +12,15 @@
 
 namespace options {
 
-// A surface on which an image is drawn and from which it goes into an image list. Pixels.
+// An off-screen bitmap, on which the images of an image list are drawn one after the other. Sizes in pixels.
 class Scratch {
  public:
   explicit Scratch(SIZE size);
 
-  // An empty image list for images of this surface.
-  toolkit::ImageList NewList(int room) const;
+  // An empty list for `count` images of this size.
+  toolkit::ImageList NewList(int count) const;
 
-  // Draws, and adds the outcome to the list.
+  // Draws an image and appends it to the list.
   void Add(HIMAGELIST list, const std::function<void(HDC dc, const RECT& whole)>& draw) const;
 
  private:
@@ -29,10 +29,10 @@ class Scratch {
   toolkit::Bitmap bitmap_;
 };
 
-// A swatch: a bordered box full of a colour.
+// A swatch: a box filled with a colour, with a border.
 void DrawSwatch(HDC dc, const RECT& box, COLORREF colour);
 
-// A screen with one quarter of it lit: 1 top left, 2 top right, 3 bottom left, 4 bottom right.
+// A screen with one quarter highlighted: 1 top left, 2 top right, 3 bottom left, 4 bottom right.
 void DrawPosition(HDC dc, const RECT& screen, int position);
 
 // Their names for screen readers, as the menu calls the corners.
@@ -42,13 +42,5 @@ inline constexpr toolkit::Caption kPositionNames[] = {
     {1119, "|Move window to bottom left|Bottom L&eft"},
     {1120, "|Move window to bottom right|Bottom R&ight"},
 };
-
-// The place of that quarter, which has half the width and half the height of the whole.
-constexpr RECT QuarterOf(const RECT& whole, int position) {
-  const LONG middleX = (whole.left + whole.right) / 2, middleY = (whole.top + whole.bottom) / 2;
-  const bool right = position % 2 == 0, bottom = position > 2;
-  return {right ? middleX : whole.left, bottom ? middleY : whole.top, right ? whole.right : middleX,
-          bottom ? whole.bottom : middleY};
-}
 
 }  // namespace options

@@ -5,6 +5,7 @@
 #include "core/language.h"
 #include "core/message_box.h"
 #include "core/runtime_error.h"
+#include "core/scoped_flag.h"
 #include "core/settings.h"
 #include "res/pictures.h"
 #include "ui/toolkit/modal.h"
@@ -32,24 +33,13 @@ constexpr int kNoNetworkText = 1208, kEmptyNameText = 2206;
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
-// The frame height is that of the window's caption and border.
+// The frame height is that of caption and border.
 constexpr toolkit::Twips kPageWidth = 450_dp, kPageHeight = 260_dp, kFrameHeight{400};
-
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-  ~Flagged() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
 void FrmOpt::Load() {
-  // A window without a visible owner has a button in the task bar.
+  // Without a visible owner the window gets a button of its own in the task bar.
   const HWND active = ::GetActiveWindow(), owner = ::IsWindowVisible(active) ? active : nullptr;
   Create({"frmOpt", kStyle, kExStyle, COLOR_BTNFACE}, {2001, "Options - Quillon"}, {}, owner);
   AddToolbar(tbOpt, kPageButtons);
@@ -81,8 +71,8 @@ void FrmOpt::PlaceWindow() {
   ::MoveWindow(hwnd(), left, top, width, height, FALSE);
 }
 
-// The pages have the same height whatever frame the system gives the window: a thick frame takes from the margin at
-// their lower end, over which the command bar extends then.
+// The pages have the same height whatever frame the system gives the window. Under a thick frame the command bar covers
+// some of the margin at their lower end.
 void FrmOpt::LayOut() {
   const SIZE client = ClientSize(hwnd());
   const int selector = tbOpt.Place(client.cx);
@@ -140,7 +130,7 @@ bool FrmOpt::ClickMnemonic(MSG& message) {
 }
 
 void FrmOpt::ShowPage(unsigned page) {
-  // The focus stays on the selector for a user who walks through the pages there.
+  // A user who steps through the selector with the arrow keys keeps the focus there.
   const bool enters = ::GetFocus() != tbOpt.hwnd();
   const unsigned former = std::exchange(page_, page);
   tbOpt.Press(kUserButton + static_cast<int>(page));
@@ -157,7 +147,7 @@ void FrmOpt::WriteSets() {
   renamed_ = true;
   interface_->WriteLanguage();
   program_.CloseSocket();
-  program_.Users().ClearlvUsers();  // it fills again with the answers to the new name
+  program_.Users().ClearlvUsers();  // the answers to the new name fill it again
   user_->WriteSets();
   JoinNetwork();
   interface_->WriteSets();
@@ -183,7 +173,7 @@ void FrmOpt::CheckName() {
 
 void FrmOpt::Accept() {
   if (accepting_) return;
-  const Flagged accepting(accepting_);
+  const core::ScopedFlag accepting(accepting_);
   if (const int refusal = user_->Refusal(program_.Users(), atStartUp && !renamed_)) {
     core::ShowBox({.text = core::GetText(refusal)});
     ShowPage(0);

@@ -1,5 +1,5 @@
-// The options dialog: four pages, a selector above them and the commands below. Its controls hold copies of the
-// settings; Accept puts them into effect, Close discards them.
+// The options dialog: a page selector, four pages, a command bar. The controls hold copies of the settings: Accept
+// applies them, Close discards them.
 #pragma once
 
 #include <array>
@@ -32,18 +32,18 @@ class FrmOpt : public toolkit::Window {
   // `shutDown`: ends the program, when the dialog is closed at start-up.
   FrmOpt(core::Program& program, std::function<void()> shutDown) : program_(program), shutDown_(std::move(shutDown)) {}
 
-  // Set before the dialog is shown: the own name is another user's, and closing the dialog ends the program.
+  // Set before the dialog is shown at start-up: the user's name is in use, and closing the dialog ends the program.
   bool atStartUp = false;
 
   // Creates the window, hidden, in the middle of the work area, with the settings in its controls.
   void Load();
 
-  // Settings into controls.
+  // Copies the settings into the controls.
   void InputSets();
 
-  // Controls into settings: leaves the network under the old name, joins it under the new one, and saves all settings.
-  // A network that cannot be joined is reported in a message box and stops nothing else. Throws the file's error when
-  // the settings cannot be saved; they are in effect then, and the file is the old one.
+  // Copies the controls into the settings: leaves the network under the old name, joins it under the new one, and saves
+  // everything. A failure to join is reported in a message box, and the rest is done all the same. Throws the file's
+  // error when the settings cannot be saved; they are in effect then, and the file is unchanged.
   void WriteSets();
 
  private:
@@ -74,8 +74,8 @@ class FrmOpt : public toolkit::Window {
   toolkit::Toolbar tbOpt, TB;
   std::array<HWND, 2> lines_{};  // below the page selector and above the commands
   unsigned page_ = 0;
-  bool accepting_ = false;  // events run while choices are applied
-  bool renamed_ = false;    // the own name was chosen in this dialog, so it clashes with nobody any more
+  bool accepting_ = false;  // pending events run while the settings are applied
+  bool renamed_ = false;    // the name was chosen in this dialog, so the conflict at start-up is over
 };
 
 }  // namespace options

@@ -27,8 +27,8 @@ void GroupTree::Attach(HWND treeView, HIMAGELIST pictures) {
   TreeView_SetImageList(hwnd_, pictures, TVSIL_NORMAL);
 }
 
-// While the name of a member is typed the tree is without the focus, and the system shows its selection so faintly then
-// that one cannot tell which group it will go to.
+// Draws the selection as if the tree had the focus. While a name is typed it has not, and the system's pale colour
+// would hardly show which group the name will be added to.
 LRESULT GroupTree::Notified(NMHDR& header) const {
   if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
   auto& draw = reinterpret_cast<NMTVCUSTOMDRAW&>(header);

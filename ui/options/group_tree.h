@@ -1,4 +1,4 @@
-// The groups and their members as a tree. Three kinds of node: the root, a group, a member of the group above it.
+// The tree of groups and their members. Three kinds of node: the root, its groups, and their members.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@ class GroupTree {
   static constexpr DWORD kStyle =
       TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
 
-  // The answer to a WM_NOTIFY of the window around it.
+  // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
   LRESULT Notified(NMHDR& header) const;
 
   void Attach(HWND treeView, HIMAGELIST pictures);
@@ -29,20 +29,20 @@ class GroupTree {
   void AddRoot();
   void SetRootText(const std::string& text);
 
-  // Replaces all groups, each unfolded.
+  // Replaces all groups; each is expanded.
   void Fill(const std::vector<Group>& groups);
   std::vector<Group> Groups() const;
   bool HasGroups() const { return FirstGroup() != nullptr; }
 
-  // Add a node and select it. False, and nothing is added, when there is one of exactly this text beside it already,
-  // or when a member has no group to go to.
+  // Add a node and select it. False, and nothing is added, when a sibling has exactly the same text, or when no group
+  // is selected that a member could join.
   bool AddGroup(const std::string& name);
-  bool AddMember(const std::string& name);  // to the selected group or the group of the selected member
+  bool AddMember(const std::string& name);  // to the selected group, or to that of the selected member
 
   NodeKind SelectedKind() const;
   bool IsInGroup() const { return SelectedKind() == NodeKind::Group || SelectedKind() == NodeKind::User; }
 
-  // Removes the selected node with all below it and returns its text.
+  // Removes the selected node with its children; returns its text.
   std::string RemoveSelected();
 
  private:

@@ -1,4 +1,4 @@
-// Groups of users, as lines ("family|anna|bob|") and as the tree that the user edits.
+// Conversion of groups of users between lines ("family|anna|bob|"), as they are stored, and a structure to edit.
 #pragma once
 
 #include <string>
@@ -12,10 +12,10 @@ struct Group {
   friend bool operator==(const Group&, const Group&) = default;
 };
 
-// The groups of the lines. Only what a bar closes counts, so a last member without one is lost.
+// Parses lines. A bar terminates each name, so a last member without one is dropped.
 std::vector<Group> GroupsOf(const std::vector<std::string>& lines);
 
-// The lines of the groups, in order. A group without members is not kept.
+// The lines of the groups, in order. Groups without members are left out.
 std::vector<std::string> LinesOf(const std::vector<Group>& groups);
 
 }  // namespace options

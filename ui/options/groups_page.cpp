@@ -16,7 +16,7 @@ constexpr toolkit::ToolButton kGroupButtons[] = {
     {kRemoveNodeButton, {2021, "&Remove"}, res::kToolbarRemove},
 };
 
-// A bar would end the name in the line that the group is stored as.
+// A bar terminates a name in the stored line.
 bool IsStorable(const std::string& name) { return core::Find(name, "|") == std::string::npos; }
 
 }  // namespace
@@ -75,7 +75,7 @@ void GroupsPage::RemoveClick() {
 
 void GroupsPage::cmdGroups_Click() { tvGroups.HasGroups() ? AddClick() : NewClick(); }
 
-// Beeps for an edit that was refused, and returns to the box for the next one.
+// Beeps when an edit was refused; the box gets the focus for the next one.
 void GroupsPage::EndEdit(bool done) {
   if (!done) core::Beep();
   ReturnTo(txtGroups);

@@ -28,7 +28,7 @@ constexpr toolkit::ToolButton kSoundButtons[] = {
     {kTestButton, {2013, "&Test"}, res::kToolbarTest},
 };
 
-// The languages on offer, whatever the language file holds, and the question that offers each.
+// The languages on offer, whatever the language file contains, and for each the question whether to switch to it.
 constexpr const char* kLanguages[] = {"English",
                                       "Fran\xE7"
                                       "ais",
@@ -61,7 +61,7 @@ toolkit::ImageList SoundPictures() {
   return list;
 }
 
-// Empty when the program's folder cannot be read: silence and beep need no file.
+// None when the program's folder cannot be read; silence and beep remain.
 std::vector<std::string> WaveFiles() {
   std::vector<std::string> files;
   try {
@@ -203,7 +203,7 @@ std::optional<std::string> InterfacePage::SelectedLanguage() const {
 
 void InterfacePage::WriteLanguage() { core::gLanguage = SelectedLanguage().value_or(core::gLanguage); }
 
-// The question is put in the language on offer, and in English too, in case that language was chosen by mistake.
+// The question is put in the selected language, and in English too, in case it was selected by mistake.
 void InterfacePage::ChangeLanguage() {
   const auto chosen = SelectedLanguage();
   if (!chosen || *chosen == core::gLanguage) return;

@@ -1,4 +1,4 @@
-// The second page of the options dialog: how new messages come in, the language, and the start with Windows.
+// The second page of the options dialog: position and sound of new messages, language, start at logon.
 #pragma once
 
 #include <optional>
@@ -24,14 +24,14 @@ class InterfacePage : public Page {
   void WriteSets() override;  // all but the language
 
   void AddPos();              // the buttons of the positions
-  void SetPos(int position);  // 1 to 4; any other number presses none
+  void SetPos(int position);  // 1 to 4; any other number releases all
   void AddSnd();              // the list of sounds
 
-  // Asks whether to change to the language that is chosen, if it is another one, and does so. Throws the failure of a
-  // language file that cannot be loaded; the language stays as it was then.
+  // If another language is selected, asks whether to switch now; on Yes loads it and captions every window anew. Throws
+  // what LoadLang throws; the language stays unchanged then.
   void ChangeLanguage();
 
-  // The chosen language into its setting, whatever the answer was.
+  // Stores the selected language.
   void WriteLanguage();
 
  private:

@@ -1,4 +1,4 @@
-// A page of the options dialog: a child window with the controls of some settings. And what the pages have in common.
+// The base of the pages of the options dialog, and what their layouts have in common.
 #pragma once
 
 #include <span>
@@ -9,18 +9,19 @@
 
 namespace options {
 
+// A child window that holds the controls of some settings, and that answers for them.
 class Page : public toolkit::Window {
  public:
   // Creates the page, hidden and without a size, with its controls in their Tab order.
   void Load(HWND dialog);
 
-  // Puts into the controls what there is to choose from; called once, before the page gets its size.
+  // Fills the lists of choices. Called once, after the captions were set and before the page gets its size.
   virtual void Fill() {}
 
   // Gives the controls their places in the page.
   void LayOut() override = 0;
 
-  // Settings into controls, and back. A setting of which nothing is selected keeps its value.
+  // Copy the settings into the controls, and back. A setting keeps its value while nothing is selected for it.
   virtual void InputSets() = 0;
   virtual void WriteSets() = 0;
 
@@ -30,10 +31,10 @@ class Page : public toolkit::Window {
   // Enter was pressed; true when the page has used it.
   virtual bool Enter() { return false; }
 
-  // Of a mnemonic that a button of the page and one of the dialog share: true when it is the page's.
+  // True while the page takes mnemonics that its buttons share with the dialog's.
   virtual bool OwnsMnemonics() const { return false; }
 
-  // The mnemonics of the page's toolbars.
+  // Handles the mnemonics of the page's toolbars.
   using Window::Translate;
 
  protected:
@@ -41,7 +42,7 @@ class Page : public toolkit::Window {
 
   HWND AddLabel(const toolkit::Caption& text);
 
-  // A text box without a limit: other users' names come from anywhere. Its text is selected when it gets the focus.
+  // A text box without a length limit, since names of other users have none. Getting the focus selects its text.
   HWND AddTextBox(int id);
 
   // A toolbar whose buttons stay in one line.
@@ -56,18 +57,19 @@ class Page : public toolkit::Window {
   virtual LRESULT Notified(NMHDR&) { return 0; }
 };
 
-// Lengths of the design, and the height in pixels of what holds one line of text.
+// The margin of a page and the gap between a label and its control; the heights, in pixels, of a line of text and of a
+// control that holds one.
 inline constexpr toolkit::Twips kMargin = toolkit::DesignPixels(12), kGap = toolkit::DesignPixels(4);
 int LineHeight();
 int FieldHeight();
 
-// Places a window within its parent, in pixels; a negative width or height counts as 0.
+// Places a control in its parent, in pixels; a negative width or height counts as 0.
 void Place(HWND window, int left, int top, int width, int height);
 void BringToTop(HWND window);
 
 SIZE ClientSize(HWND window);
 
-// Gives the focus to a text box and selects its text, so that typing replaces it.
+// Gives the focus to a text box and selects its text.
 void ReturnTo(HWND box);
 
 }  // namespace options

@@ -60,7 +60,7 @@ std::span<const toolkit::Command> SecurityPage::Commands() const {
   return kCommands;
 }
 
-// Duplicates are allowed in the list; a name that is listed twice is blocked once.
+// Duplicates are not refused: a name that is listed twice is blocked once.
 void SecurityPage::AddBlock() {
   const std::string name = toolkit::TrimmedTextOf(txtBlock);
   if (name.empty()) return;

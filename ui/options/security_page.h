@@ -22,7 +22,7 @@ class SecurityPage : public Page {
   bool Enter() override { return ::GetFocus() == txtBlock && RunCommand(kBlockEnter); }
   bool OwnsMnemonics() const override { return !toolkit::TrimmedTextOf(txtBlock).empty(); }
 
-  void RefBloc();  // Remove is enabled while somebody is listed
+  void RefBloc();  // enables Remove while the list has rows
 
  private:
   void CreateControls() override;

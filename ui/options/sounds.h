@@ -1,4 +1,4 @@
-// The sounds of a new message that the user can choose from.
+// The sounds on offer for a new message.
 #pragma once
 
 #include <string>
@@ -13,10 +13,10 @@ struct Sound {
   friend bool operator==(const Sound&, const Sound&) = default;
 };
 
-// Silence and beep, whose texts follow the language, then the wave files of the program's folder.
+// Silence and beep, whose texts depend on the language, then the wave files of the program's folder.
 std::vector<Sound> SoundsOf(const std::vector<std::string>& files);
 
-// The key of a file: its name, with ".wav" behind it unless it ends so, in exactly this case.
+// The key of a file: its name, with ".wav" appended unless it ends in exactly that; case counts.
 std::string SoundKey(std::string_view file);
 
 }  // namespace options

@@ -1,13 +1,13 @@
 #include "ui/options/user_page.h"
 
 #include <algorithm>
+#include <array>
 
 #include "core/globals.h"
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/options/drawn_images.h"
 #include "ui/options/names.h"
-#include "ui/options/palette.h"
 #include "ui/toolkit/byte_limit.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
@@ -15,8 +15,34 @@
 namespace options {
 namespace {
 
+using toolkit::Caption;
 using toolkit::Px;
 using toolkit::operator""_dp;
+
+// A colour that a name can have, 0x00BBGGRR.
+struct Swatch {
+  std::int32_t colour;
+  Caption name;  // for screen readers
+};
+
+constexpr std::array<Swatch, 16> kPalette{{
+    {0x000000, Caption::Spoken(2101, "Black")},
+    {0x800000, Caption::Spoken(2102, "Dark blue")},
+    {0x008000, Caption::Spoken(2103, "Dark green")},
+    {0x808000, Caption::Spoken(2104, "Dark cyan")},
+    {0x000080, Caption::Spoken(2105, "Dark red")},
+    {0x800080, Caption::Spoken(2106, "Purple")},
+    {0x008080, Caption::Spoken(2107, "Olive")},
+    {0xC0C0C0, Caption::Spoken(2108, "Light grey")},
+    {0x808080, Caption::Spoken(2109, "Dark grey")},
+    {0xFF0000, Caption::Spoken(2110, "Blue")},
+    {0x00FF00, Caption::Spoken(2111, "Green")},
+    {0xFFFF00, Caption::Spoken(2112, "Cyan")},
+    {0x0000FF, Caption::Spoken(2113, "Red")},
+    {0xFF00FF, Caption::Spoken(2114, "Magenta")},
+    {0x00FFFF, Caption::Spoken(2115, "Yellow")},
+    {0xFFFFFF, Caption::Spoken(2116, "White")},
+}};
 
 constexpr toolkit::Twips kSwatchWidth = 38_dp, kSwatchHeight = 30_dp, kFrameHeight = 84_dp;
 
@@ -152,7 +178,7 @@ void UserPage::InputSets() {
   SetCol(core::gColour);
 }
 
-// Both names: the one in use is sent and saved, and start-up goes on with the configured one.
+// Both names: gCurName is sent and saved, and start-up continues with gUserName.
 void UserPage::WriteSets() {
   core::gUserName = core::gCurName = toolkit::TrimmedTextOf(txtName);
   const int swatch = ListView_GetNextItem(lvCol, -1, LVNI_SELECTED);
@@ -200,7 +226,7 @@ LRESULT UserPage::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT UserPage::Notified(NMHDR& header) {
   if (header.hwndFrom != lvCol) return 0;
   if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
-  // The frames drawn below extend beyond the items that the list repaints by itself.
+  // The frames that DrawSwatchItem draws extend beyond the area that the list repaints by itself.
   if (header.code == LVN_ITEMCHANGED || header.code == NM_SETFOCUS || header.code == NM_KILLFOCUS)
     ::InvalidateRect(lvCol, nullptr, TRUE);
   if (header.code == LVN_ITEMCHANGED) {
@@ -216,7 +242,7 @@ void UserPage::lvCol_ItemClick(int index) {
   picPrevew->SetColour(colour_);
 }
 
-// The list would tint a selected image, and so the very colour that is chosen; the selection is a frame instead.
+// A list tints the image of a selected item, which would falsify the colour. A frame marks the selection instead.
 LRESULT UserPage::DrawSwatchItem(const NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;

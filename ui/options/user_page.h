@@ -30,13 +30,13 @@ class UserPage : public Page {
   void WriteSets() override;
 
   void AddCols();                    // the swatches
-  void SetCol(std::int32_t colour);  // a colour that is not among the sixteen selects none
+  void SetCol(std::int32_t colour);  // selects its swatch; a colour that has none changes nothing
 
   // The text that refuses the name, 0 when the name is fine; see RefusalOf.
   int Refusal(const core::Roster& users, bool ownNameIsTaken) const;
 
-  // After kNameLeft: trims the name in place, and is true when nothing is left of it. Does nothing unless the focus is
-  // on another control of the dialog: whoever changes to another program may come back to finish the name.
+  // Answers kNameLeft: trims the name in place; true when it is empty then. Only while the focus stays in this dialog,
+  // not when the user switches to another program.
   bool IsNameMissing();
 
  private:

@@ -1,0 +1,17 @@
+// A flag that is true within a scope, however the scope is left.
+#pragma once
+
+namespace core {
+
+class ScopedFlag {
+ public:
+  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
+  ~ScopedFlag() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace core
