@@ -19,31 +19,26 @@ std::string Decided(std::string_view typed, std::string_view extension = ".txt",
 }
 
 TEST(SaveName, TheTypedNameDecides) {
-  EXPECT_EQ(Decided("   "), "none");
-  EXPECT_EQ(Decided(" *.rtf "), "filter *.rtf");
-  EXPECT_EQ(Decided("talks"), "go to C:\\Users\\anna\\talks\\");
-  EXPECT_EQ(Decided(".."), "go to C:\\Users\\anna\\..\\");
-  EXPECT_EQ(Decided("D:"), "go to D:\\");
-  EXPECT_EQ(Decided("/temp"), "go to C:\\temp\\");
-  EXPECT_EQ(Decided(" tea "), "save C:\\Users\\anna\\tea.txt");
-  EXPECT_EQ(Decided("*tea"), "save C:\\Users\\anna\\*tea.txt");
-}
-
-TEST(SaveName, TheExtensionIsAddedOnce) {
-  EXPECT_EQ(Decided("tea.TXT"), "save C:\\Users\\anna\\tea.TXT");
+  const std::pair<const char*, const char*> kRows[] = {
+      {"   ", "none"},
+      {" *.rtf ", "filter *.rtf"},
+      {"talks", "go to C:\\Users\\anna\\talks\\"},
+      {"..", "go to C:\\Users\\anna\\..\\"},
+      {"D:", "go to D:\\"},
+      {"/temp", "go to C:\\temp\\"},
+      {" tea ", "save C:\\Users\\anna\\tea.txt"},
+      {"*tea", "save C:\\Users\\anna\\*tea.txt"},
+      {"tea.TXT", "save C:\\Users\\anna\\tea.TXT"},
+      {"txt", "save C:\\Users\\anna\\txt.txt"},
+      {"sub\\tea", "save C:\\Users\\anna\\sub\\tea.txt"},
+      {"E:\\tea", "save E:\\tea.txt"},
+      {"E:tea", "save E:\\tea.txt"},
+      {"c:tea", "save C:\\Users\\anna\\tea.txt"},
+      {"\\tea", "save C:\\tea.txt"},
+      {"\\\\server\\share\\tea", "save \\\\server\\share\\tea.txt"},
+  };
+  for (const auto& [typed, decision] : kRows) EXPECT_EQ(Decided(typed), decision);
   EXPECT_EQ(Decided("tea.txt", ".rtf"), "save C:\\Users\\anna\\tea.txt.rtf");
-  EXPECT_EQ(Decided("txt"), "save C:\\Users\\anna\\txt.txt");
-  EXPECT_EQ(ExtensionOf(kSaveTypes[0]), ".txt");
-  EXPECT_EQ(ExtensionOf(kSaveTypes[1]), ".rtf");
-}
-
-TEST(SaveName, TheResultIsAFullPath) {
-  EXPECT_EQ(Decided("sub\\tea"), "save C:\\Users\\anna\\sub\\tea.txt");
-  EXPECT_EQ(Decided("E:\\tea"), "save E:\\tea.txt");
-  EXPECT_EQ(Decided("E:tea"), "save E:\\tea.txt");
-  EXPECT_EQ(Decided("c:tea"), "save C:\\Users\\anna\\tea.txt");
-  EXPECT_EQ(Decided("\\tea"), "save C:\\tea.txt");
-  EXPECT_EQ(Decided("\\\\server\\share\\tea"), "save \\\\server\\share\\tea.txt");
   EXPECT_EQ(Decided("tea", ".txt", "C:\\"), "save C:\\tea.txt");
   EXPECT_EQ(Decided("\\tea", ".txt", "\\\\server\\share\\deep\\down"), "save \\\\server\\share\\tea.txt");
 }

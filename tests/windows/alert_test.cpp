@@ -16,6 +16,7 @@
 namespace conversation {
 namespace {
 
+using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 using support::ChildOf;
 using support::ChildrenOf;
@@ -115,7 +116,7 @@ TEST_F(ComposerTest, TheTextBoxHoldsWhatADatagramCan) {
   EXPECT_EQ(port.sent, Texts{"me|P/\xDF" + text + "|bob"});
 }
 
-constexpr WPARAM kAniTimer = 1, kTimer = 2;
+constexpr WPARAM kTimer = 2;
 
 std::vector<HWND> Popups() { return support::WindowsOf("frmPop"); }
 
@@ -137,18 +138,6 @@ class PopupTest : public ConversationTest {
 
   static HWND Label(HWND popup, const std::string& text = "hello") { return ChildOf(popup, "Static", text + "\r\n"); }
 
-  static void Tick(HWND popup, WPARAM timer) { ::SendMessageA(popup, WM_TIMER, timer, 0); }
-
-  // Plays the animation until the popup stays where it is; its place then.
-  static RECT Slide(HWND popup) {
-    for (int still = 0, ticks = 0; still < 5 && ticks < 2000; ++ticks) {
-      const RECT before = PlaceOf(popup);
-      Tick(popup, kAniTimer);
-      still = PlaceOf(popup).top == before.top ? still + 1 : 0;
-    }
-    return PlaceOf(popup);
-  }
-
   static void Press(HWND popup, const char* button) {
     ::SendMessageA(ChildOf(popup, "Button", button), BM_CLICK, 0, 0);
   }
@@ -158,30 +147,23 @@ class PopupTest : public ConversationTest {
     for (const WPARAM key : keys) ::PostMessageA(popup, WM_KEYDOWN, key, 0);
     Press(popup, "Options");
   }
-
-  const int screenWidth = ::GetSystemMetrics(SM_CXSCREEN), screenHeight = ::GetSystemMetrics(SM_CYSCREEN);
 };
 
 TEST_F(PopupTest, TheLabelHoldsTheTextAsItCame) {
-  const std::string lines = "R&D && \"more\"\r\nand a line that is surely wider than the narrowest of popups";
-  const HWND popup = Show(lines), label = Label(popup, lines);
-  ASSERT_NE(label, nullptr);
-  const RECT inside = PlaceOf(label), whole = PlaceOf(popup);
-  EXPECT_GT(inside.right - inside.left, Px(Twips{2000}));
-  EXPECT_TRUE(inside.left >= whole.left && inside.right <= whole.right && inside.bottom <= whole.bottom);
-  EXPECT_NE(ChildOf(Show(std::string("seen\0hidden", 11)), "Static", "seen"), nullptr);
-}
-
-TEST_F(PopupTest, TheLongestAlertStaysOnTheScreen) {
+  core::gPopPos = 0;
   std::string lines;
   while (lines.size() < 60000) lines += "line\r\n";
-  for (const std::string& text : {std::string(60000, 'W'), lines}) {
-    const HWND popup = Show(text);
-    ASSERT_NE(Label(popup, text), nullptr);
-    const RECT place = Slide(popup);
-    EXPECT_TRUE(place.left >= 0 && place.top >= -1 && place.right <= screenWidth + 1 &&
-                place.bottom <= screenHeight + 1);
+  for (const std::string& text : {"R&D && \"more\"\r\nand a line that is surely wider than the narrowest of popups"s,
+                                  std::string(60000, 'W'), lines}) {
+    const HWND popup = Show(text), label = Label(popup, text);
+    ASSERT_NE(label, nullptr);
+    const RECT inside = PlaceOf(label), whole = PlaceOf(popup);
+    EXPECT_GT(inside.right - inside.left, Px(text == lines ? Twips{1000} : Twips{2000}));
+    EXPECT_TRUE(inside.left >= whole.left && inside.right <= whole.right && inside.bottom <= whole.bottom);
+    EXPECT_TRUE(whole.left >= 0 && whole.top >= 0 && whole.right <= ::GetSystemMetrics(SM_CXSCREEN) + 1 &&
+                whole.bottom <= ::GetSystemMetrics(SM_CYSCREEN) + 1);
   }
+  EXPECT_NE(ChildOf(Show("seen\0hidden"s), "Static", "seen"), nullptr);
 }
 
 COLORREF Background(HWND control) {
@@ -199,7 +181,7 @@ TEST_F(PopupTest, FlashesThreeTimes) {
     const bool lit = tick <= 6 && tick % 2 == 1;
     for (const HWND control : {label, picture})
       EXPECT_EQ(Background(control), ::GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNFACE)) << tick;
-    Tick(popup, kTimer);
+    ::SendMessageA(popup, WM_TIMER, kTimer, 0);
   }
 }
 
