@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr UINT kSocketMessage = WM_APP;
+constexpr UINT kSocketMessage = WM_APP, kCountMessage = WM_APP + 1;  // the second one asks for the number of senders
 constexpr u_short kPort = 1414;
-constexpr int kReceiveBuffer = 4 << 20;  // bytes; holds a burst that arrives while the program sleeps
+constexpr int kReceiveBuffer = 8 << 20;  // bytes, as Quillon; holds a burst that arrives while the program sleeps
 constexpr std::string_view kName = "bare";
 
 SOCKET theSocket = INVALID_SOCKET;
@@ -50,6 +50,7 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     Receive();
     return 0;
   }
+  if (message == kCountMessage) return static_cast<LRESULT>(users.size());
   if (message == WM_CLOSE) ::PostQuitMessage(0);
   return ::DefWindowProcA(window, message, wParam, lParam);
 }

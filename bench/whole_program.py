@@ -17,6 +17,7 @@ from rig import copies, network, private_machine, probe, wine, wire  # noqa: E40
 
 _BARE = copies.WINDOWS_BUILD + "/bench/bare_receiver.exe"
 _MEGABYTE = 1 << 20
+_BARE_COUNT = 0x8001  # the bare receiver's message that asks how many senders it has heard
 _HIDE = 1009  # command id of the main window's menu
 _EM_GETLINECOUNT, _WM_GETTEXTLENGTH = 0xBA, 0x0E
 
@@ -163,6 +164,7 @@ def _measure_running(table, rig, quillon, bare):
     bare.end()
     _measure_burst(table, rig, quillon)
     _measure_chat_flood(table, rig, quillon.probe)
+    _measure_newcomers(table, rig, quillon, bare)
 
 
 def _measure_idle(table, quillon, state):
@@ -203,6 +205,33 @@ def _measure_burst(table, rig, quillon):
     _settle(rig)
     listed = _users(quillon) - before
     table.row(f"burst of {count} packets of {count} senders, listed", f"{count}", f"{listed}", listed == count)
+
+
+def _bare_users(bare):
+    return bare.probe.send(bare.probe.wait_for("BareReceiver", visible=False), _BARE_COUNT)
+
+
+def _kept(rig, subject, users, count, rounds=3):
+    """Of so many newcomers that speak as fast as one host can, how many a subject notices: the median of some rounds."""
+    kept = []
+    for number in range(rounds):
+        _settle(rig)
+        before = users(subject)
+        for packet in [f"{subject.process}-{number}-{newcomer}|S/0" for newcomer in range(count)]:
+            rig.wire.send(packet)
+        _settle(rig)
+        kept.append(users(subject) - before)
+    return statistics.median(kept)
+
+
+def _measure_newcomers(table, rig, quillon, bare):
+    """Each of them alone on the segment, and with as large a buffer as the system gives."""
+    count = 20000
+    mine = _kept(rig, quillon, _users, count)
+    quillon.end()
+    bare.start()
+    least = _kept(rig, bare, _bare_users, count)
+    table.row(f"burst of {count} newcomers, noticed", ">= 1.5 x bare", f"{mine} (bare {least})", mine >= 1.5 * least)
 
 
 def _measure_chat_flood(table, rig, eyes):

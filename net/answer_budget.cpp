@@ -11,7 +11,7 @@ void AnswerBudget::Begin(bool listed, std::size_t seed, std::int32_t now) {
   listed_ = listed;
   names_ = 0;
   random_.seed(static_cast<std::minstd_rand::result_type>(seed));
-  if (listed) joined_ = Later(now, limits_.repeatAfter, limits_.repeatBefore);
+  if (listed) joined_ = After(limits_.repetition, now);
 }
 
 Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
@@ -19,8 +19,7 @@ Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
   if (!owed_ && names <= limits_.fewNames && TakeOne(now)) return Answer::Now;
   owedToListed_ = listed || (owed_ && owedToListed_);
   if (owed_) return Settle(now) ? Answer::Now : Answer::Gathered;  // now if its timer is late
-  const std::uint32_t delay = DelayFor(names);
-  owed_ = Later(now, delay / 3, delay);
+  owed_ = After(DelayFor(names), now);
   again_.reset();
   return Answer::Owed;
 }
@@ -30,7 +29,7 @@ Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
 bool AnswerBudget::Settle(std::int32_t now) {
   if (IsDue(owed_, now)) {
     owed_.reset();
-    if (listed_ && owedToListed_) again_ = Later(now, limits_.repeatAfter, limits_.repeatBefore);
+    if (listed_ && owedToListed_) again_ = After(limits_.repetition, now);
     return true;
   }
   bool repeats = false;
@@ -58,12 +57,14 @@ bool AnswerBudget::TakeOne(std::int32_t now) {
   return true;
 }
 
-// Nobody waits for the answer of a hidden copy. It comes last, so that it does not make everybody answer once more who
-// has not yet answered at all.
-std::uint32_t AnswerBudget::DelayFor(std::size_t names) const {
-  if (!listed_) return limits_.longestDelay;
+// Nobody waits for the answer of a hidden copy, and it must come when all others have given theirs: each of them that
+// it reached earlier would have to answer twice.
+AnswerLimits::Span AnswerBudget::DelayFor(std::size_t names) const {
+  const std::uint32_t longest = limits_.longestDelay;
+  if (!listed_) return {longest - longest / 3, longest};
   const std::uint64_t delay = std::uint64_t{limits_.microsecondsPerName} * names / 1000;
-  return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(delay, limits_.shortestDelay, limits_.longestDelay));
+  const auto most = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(delay, limits_.shortestDelay, longest));
+  return {most / 3, most};
 }
 
 // Nothing lies further ahead than the longest delay, unless the clock has jumped; then it is due.
@@ -72,8 +73,8 @@ std::uint32_t AnswerBudget::Left(std::int32_t time, std::int32_t now) const {
   return left <= limits_.longestDelay ? left : 0;
 }
 
-std::int32_t AnswerBudget::Later(std::int32_t now, std::uint32_t least, std::uint32_t most) {
-  return core::TicksAfter(now, std::uniform_int_distribution<std::uint32_t>(least, most)(random_));
+std::int32_t AnswerBudget::After(AnswerLimits::Span span, std::int32_t now) {
+  return core::TicksAfter(now, std::uniform_int_distribution<std::uint32_t>(span.least, span.most)(random_));
 }
 
 }  // namespace net

@@ -12,6 +12,10 @@ namespace net {
 
 // Times are milliseconds. bench/segment_simulation shows what these numbers do to segments of two to a thousand copies.
 struct AnswerLimits {
+  struct Span {
+    std::uint32_t least, most;
+  };
+
   // With up to so many names (the own one is among them, and perhaps one that ended without leaving) a start costs
   // little although everybody answers everything: about 9 n^2 packets among n copies.
   std::size_t fewNames = 6;
@@ -32,7 +36,7 @@ struct AnswerLimits {
 
   // Nobody notices a lost packet, and where a thousand hear it one of them will lose it. So a copy that has joined, or
   // has answered somebody who did, says its presence once more.
-  std::uint32_t repeatAfter = 1000, repeatBefore = 1500;
+  Span repetition{.least = 1000, .most = 1500};
 };
 
 enum class Answer {
@@ -67,10 +71,10 @@ class AnswerBudget {
   using Time = std::optional<std::int32_t>;
 
   bool TakeOne(std::int32_t now);
-  std::uint32_t DelayFor(std::size_t names) const;
+  AnswerLimits::Span DelayFor(std::size_t names) const;
   std::uint32_t Left(std::int32_t time, std::int32_t now) const;
   bool IsDue(Time time, std::int32_t now) const { return time && Left(*time, now) == 0; }
-  std::int32_t Later(std::int32_t now, std::uint32_t least, std::uint32_t most);
+  std::int32_t After(AnswerLimits::Span span, std::int32_t now);
 
   AnswerLimits limits_;
   std::minstd_rand random_;

@@ -25,7 +25,7 @@ struct Conditions {
   double loss = 0;               // share of the packets that a desk does not hear; its own are never lost
   Time perPacket = 20us;         // of processor time that a desk takes for each packet received
   std::size_t buffer = 8 << 20;  // bytes of packets that wait to be received; what does not fit is lost
-  net::AnswerLimits limits;
+  net::AnswerLimits limits{};
 };
 
 class MemorySegment;

@@ -297,7 +297,7 @@ class AnswerBudgetTest : public testing::Test {
   }
 
   void ForgetTheJoining() {
-    Pass(kLimits.repeatBefore);
+    Pass(kLimits.repetition.most);
     budget.Settle(now);
   }
 
@@ -330,8 +330,8 @@ TEST_F(AnswerBudgetTest, AmongManyOneAnswerServesAllAndIsRepeatedOnce) {
     EXPECT_FALSE(budget.Settle(now));
   }
   const std::uint32_t wait = Pass();
-  EXPECT_GE(wait, kLimits.repeatAfter);
-  EXPECT_LE(wait, kLimits.repeatBefore);
+  EXPECT_GE(wait, kLimits.repetition.least);
+  EXPECT_LE(wait, kLimits.repetition.most);
   EXPECT_TRUE(budget.Settle(now));
   EXPECT_EQ(budget.Wait(now), std::nullopt);
 }
@@ -345,7 +345,7 @@ TEST_F(AnswerBudgetTest, HiddenNewcomersGetNoRepetition) {
   budget.Begin(false, 1, now);
   EXPECT_EQ(budget.Wait(now), std::nullopt);
   EXPECT_EQ(budget.Ask(true, kMany, now), Answer::Owed);
-  EXPECT_GE(Pass(), kLimits.longestDelay / 3);
+  EXPECT_GE(Pass(), kLimits.longestDelay * 2 / 3);
   EXPECT_TRUE(budget.Settle(now));
   EXPECT_EQ(budget.Wait(now), std::nullopt);
 }

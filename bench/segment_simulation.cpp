@@ -1,0 +1,301 @@
+// What starts, changes and hostile hosts cost on segments of two to a thousand copies, and how soon everybody is on
+// every list: a table, each row of which is simulated in a process of its own (support/memory_segment.h). Exit status 1
+// when a row passes its limits.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "core/globals.h"
+#include "core/language.h"
+#include "support/memory_segment.h"
+#include "support/program_folder.h"
+#include "support/recording_desktop.h"
+
+namespace {
+
+using support::Desk;
+using support::MemorySegment;
+using support::Time;
+using namespace std::chrono_literals;
+
+constexpr int kSizes[] = {2, 5, 10, 20, 50, 100, 200, 500, 1000};
+constexpr Time kBegin = 10s;      // the segments that are up have settled
+constexpr Time kStartTime = 12s;  // from a start until everybody should know everybody: ten of listening and two more
+constexpr Time kStep = 50ms;      // between two looks at the rosters
+constexpr int kInventedNames = 10000;
+
+constexpr net::AnswerLimits kNoLimits{.fewNames = std::numeric_limits<std::size_t>::max(),
+                                      .maxAtOnce = std::numeric_limits<std::uint32_t>::max()};
+
+struct Setting {
+  const char* name;
+  support::Conditions conditions;
+  bool limited;
+};
+const Setting kSettings[] = {
+    {"", {}, true},
+    {"1 %, old", {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10}, true},
+    {"no limits", {.limits = kNoLimits}, false},
+    {"no limits, 1 %, old", {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10, .limits = kNoLimits}, false},
+};
+
+struct Result {
+  double packets = 0, perStart = 0, worstSecond = 0;
+  double busiest = 0;    // seconds of processor time within one second, of one desk
+  double complete = -1;  // seconds until everybody knew everybody; -1 = never
+  double missing = 0;    // pairs of desks of which one does not know the other in time
+};
+
+// The last one to start, and how many did.
+struct Starts {
+  Time last = kBegin;
+  int count = 1;
+};
+
+class Simulation {
+ public:
+  Simulation(int size, const Setting& setting) : segment_(setting.conditions) {
+    for (int i = 0; i < size; ++i)
+      segment_.Add("user" + std::to_string(i), 1 + 7 * i, static_cast<std::int16_t>(i % 3));
+  }
+
+  Starts StartOne() {
+    segment_.StartSettled();
+    segment_.Add("newcomer", 77, 1);
+    At(kBegin, [this] { segment_.Desks().back().Start(); });
+    return {};
+  }
+  Starts StartAllWithin(Time span) {
+    Starts starts{kBegin, static_cast<int>(segment_.Desks().size())};
+    for (Desk& desk : segment_.Desks()) {
+      const Time time = kBegin + Time(std::uniform_int_distribution<Time::rep>(0, span.count())(random_));
+      starts.last = std::max(starts.last, time);
+      At(time, [&desk] { desk.Start(); });
+    }
+    return starts;
+  }
+  // Nobody starts, so everybody should know everybody two seconds later.
+  Starts Accept() {
+    segment_.StartSettled();
+    At(kBegin, [this] { segment_.Desks().front().Accept("renamed", 88); });
+    return {kBegin - 10s, 1};
+  }
+  Starts RestartOne() {
+    segment_.StartSettled();
+    At(kBegin, [this] { Restart(segment_.Desks().front()); });
+    return {};
+  }
+  Starts RestartAll() {
+    segment_.StartSettled();
+    for (Desk& desk : segment_.Desks()) desk.Kill();
+    return StartAllWithin(100ms);
+  }
+  Starts Flood() {
+    segment_.StartSettled();
+    for (int i = 0; i < kInventedNames; ++i)
+      At(kBegin + i * Time(1s) / kInventedNames, [this, i] { segment_.Broadcast("evil" + std::to_string(i) + "|M/"); });
+    return {kBegin - 10s, 1};
+  }
+
+  Result Run(const Starts& starts) {
+    Result result;
+    const Time due = starts.last + kStartTime;
+    std::vector<std::size_t> known(segment_.Desks().size());
+    for (Time time = starts.last + 10s; time <= due + 3s; time += kStep) {
+      segment_.RunUntil(time);
+      if (result.complete < 0 && AllKnow(known)) result.complete = Seconds(time - kBegin);
+      if (time - kStep < due && time >= due) result.missing = MissingPairs();
+    }
+    const auto& packets = segment_.PacketsBySecond();
+    for (const std::uint32_t each : packets) result.packets += each;
+    result.perStart = result.packets / starts.count;
+    result.worstSecond = *std::ranges::max_element(packets);
+    for (const Desk& desk : segment_.Desks()) result.busiest = std::max(result.busiest, Seconds(desk.BusiestSecond()));
+    return result;
+  }
+
+ private:
+  static double Seconds(Time time) { return std::chrono::duration<double>(time).count(); }
+
+  static void Restart(Desk& desk) {
+    desk.Kill();
+    desk.Start();
+  }
+
+  void At(Time time, std::function<void()> action) { segment_.At(time, std::move(action)); }
+
+  static bool Know(const Desk& one, const Desk& other) { return one.IsUp() && other.IsUp() && one.Knows(other); }
+
+  // Goes on where the last look ended: `known` tells for each desk how many it knew.
+  bool AllKnow(std::vector<std::size_t>& known) {
+    auto& desks = segment_.Desks();
+    bool all = true;
+    for (std::size_t i = 0; i < desks.size(); ++i) {
+      while (known[i] < desks.size() && Know(desks[i], desks[known[i]])) ++known[i];
+      all = all && known[i] == desks.size();
+    }
+    return all;
+  }
+
+  double MissingPairs() {
+    auto& desks = segment_.Desks();
+    double missing = 0;
+    for (const Desk& one : desks)
+      missing +=
+          static_cast<double>(std::ranges::count_if(desks, [&](const Desk& other) { return !Know(one, other); }));
+    return missing;
+  }
+
+  MemorySegment segment_;
+  std::minstd_rand random_{5};
+};
+
+struct Case {
+  const char* name;
+  Starts (*begin)(Simulation&);
+  int largestWithoutLimits;  // else it takes minutes
+  bool packetsLimited = false, paceLimited = false, timeLimited = false, floodLimited = false;
+};
+const Case kCases[] = {
+    {.name = "one desk starts",
+     .begin = [](Simulation& s) { return s.StartOne(); },
+     .largestWithoutLimits = 100,
+     .packetsLimited = true},
+    {.name = "all start within one second",
+     .begin = [](Simulation& s) { return s.StartAllWithin(1s); },
+     .largestWithoutLimits = 50,
+     .timeLimited = true},
+    {.name = "all start within one minute",
+     .begin = [](Simulation& s) { return s.StartAllWithin(60s); },
+     .largestWithoutLimits = 50,
+     .paceLimited = true},
+    {.name = "one accepts new options", .begin = [](Simulation& s) { return s.Accept(); }, .largestWithoutLimits = 200},
+    {.name = "one is killed and starts again",
+     .begin = [](Simulation& s) { return s.RestartOne(); },
+     .largestWithoutLimits = 100,
+     .packetsLimited = true},
+    {.name = "all are killed and start again",
+     .begin = [](Simulation& s) { return s.RestartAll(); },
+     .largestWithoutLimits = 50,
+     .timeLimited = true},
+    {.name = "a host sends 10,000 names",
+     .begin = [](Simulation& s) { return s.Flood(); },
+     .largestWithoutLimits = 20,
+     .floodLimited = true},
+};
+
+struct Row {
+  const Case& what;
+  int desks;
+  const Setting& setting;
+};
+
+// What the row has passed, or nothing.
+const char* Complaint(const Row& row, const Result& result) {
+  const bool lossless = row.setting.conditions.loss == 0;
+  const int n = row.desks;
+  if (!row.setting.limited) return "";
+  if (row.what.packetsLimited && n >= 10 && result.packets > (n >= 1000 ? 15 : n >= 100 ? 35 : 60) * n)
+    return "TOO MANY PACKETS";
+  if (row.what.paceLimited && (result.worstSecond > 5000 || result.busiest > 0.5)) return "TOO BUSY";
+  if (row.what.floodLimited && result.packets - kInventedNames > 100 * n) return "TOO MANY ANSWERS";
+  if (row.what.timeLimited && lossless && (result.complete < 0 || result.complete > 13)) return "TOO LATE";
+  // A small segment is as it always was: one loss is one of a few pairs.
+  if (lossless ? result.missing > 0 : n >= 10 && result.missing > 0.001 * n * n) return "TOO MANY MISSING";
+  return "";
+}
+
+std::vector<Row> Rows(int largest) {
+  std::vector<Row> rows;
+  for (const Case& what : kCases)
+    for (const int desks : kSizes)
+      for (const Setting& setting : kSettings)
+        if (desks <= (setting.limited ? largest : std::min(largest, what.largestWithoutLimits)))
+          rows.push_back({what, desks, setting});
+  return rows;
+}
+
+Result Simulate(const Row& row) {
+  support::ResetDesktop();
+  core::LoadLang();
+  Simulation simulation(row.desks, row.setting);
+  return simulation.Run(row.what.begin(simulation));
+}
+
+// Simulates rows in processes of their own, as many at a time as there are processors.
+class Workers {
+ public:
+  explicit Workers(std::vector<Row> rows) : rows_(std::move(rows)) {
+    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) StartNext();
+  }
+
+  // Of the rows, one after the other.
+  Result Next() {
+    Result result;
+    const int pipe = pipes_.front();
+    pipes_.pop_front();
+    if (::read(pipe, &result, sizeof result) != sizeof result) std::abort();
+    ::close(pipe);
+    ::wait(nullptr);
+    StartNext();
+    return result;
+  }
+
+ private:
+  void StartNext() {
+    if (started_ == rows_.size()) return;
+    const Row& row = rows_[started_++];
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0) std::abort();
+    if (::fork() == 0) {
+      const Result result = Simulate(row);
+      const bool told = ::write(ends[1], &result, sizeof result) == sizeof result;
+      ::_exit(told ? 0 : 1);
+    }
+    ::close(ends[1]);
+    pipes_.push_back(ends[0]);
+  }
+
+  std::vector<Row> rows_;
+  std::size_t started_ = 0;
+  std::deque<int> pipes_;
+};
+
+void Print(const Row& row, const Result& result, const char* complaint) {
+  std::printf("%-30s %5d %-19s %9.0f %9.0f %7.1f %8.0f %7.3f ", row.what.name, row.desks, row.setting.name,
+              result.packets, result.perStart, result.perStart / row.desks, result.worstSecond, result.busiest);
+  if (result.complete < 0)
+    std::printf("%8s", "-");
+  else
+    std::printf("%8.2f", result.complete);
+  std::printf(" %8.0f  %s\n", result.missing, complaint);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const support::ProgramFolder folder;
+  folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n10201,is now on the network");
+  if (::symlink("/dev/null", folder.Path("Log.txt").c_str()) != 0) return 2;  // each greeting is a line of each log
+  const std::vector<Row> rows = Rows(argc > 1 ? std::atoi(argv[1]) : kSizes[std::size(kSizes) - 1]);
+  Workers workers(rows);
+  std::printf("%-30s %5s %-19s %9s %9s %7s %8s %7s %8s %8s\n", "case", "desks", "conditions", "packets", "a start",
+              "x desks", "a second", "busy s", "known s", "missing");
+  bool passed = true;
+  for (const Row& row : rows) {
+    const Result result = workers.Next();
+    const char* complaint = Complaint(row, result);
+    passed = passed && *complaint == '\0';
+    Print(row, result, complaint);
+  }
+  return passed ? 0 : 1;
+}
