@@ -22,7 +22,7 @@ _HIDE = 1009  # command id of the main window's menu
 _EM_GETLINECOUNT, _WM_GETTEXTLENGTH = 0xBA, 0x0E
 
 
-def _process_ids(name):
+def process_ids(name):
     """The processes of this private machine whose command line names a program."""
     found = []
     for entry in os.listdir("/proc"):
@@ -67,11 +67,11 @@ class Subject:
     def start(self):
         """Starts the program; returns the seconds until its first packet."""
         start = self._rig.wire.mark()
-        known = set(_process_ids(self._exe))
+        known = set(process_ids(self._exe))
         began = time.time()
         self.prefix.start(self._place, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         arrived = self._rig.wire.wait_for(self._first_packet, 30, start).time
-        self.process = next(iter(set(_process_ids(self._exe)) - known))
+        self.process = next(iter(set(process_ids(self._exe)) - known))
         return arrived - began
 
     def end(self):
@@ -103,7 +103,7 @@ def _pace(rig, texts, per_second=1000):
         rig.wire.send(text)
 
 
-def _settle(rig, silence=1.0):
+def settle(rig, silence=1.0):
     """Waits until the answers to what was sent have all been given."""
     heard = -1
     while heard != rig.wire.mark():
@@ -117,10 +117,10 @@ def _costs(rig, subjects, texts, batches=6):
     size = len(texts) // batches
     costs = [[] for _ in subjects]
     for batch in range(batches):
-        _settle(rig, 0.5)
+        settle(rig, 0.5)
         before = [subject.cpu() for subject in subjects]
         _pace(rig, texts[batch * size:(batch + 1) * size])
-        _settle(rig, 0.5)
+        settle(rig, 0.5)
         for cost, subject, start in zip(costs, subjects, before):
             cost.append((subject.cpu() - start) / size * 1e6)
     return [statistics.median(cost) for cost in costs]
@@ -189,22 +189,19 @@ def _measure_packets(table, rig, quillon, bare):
         _pace(rig, leaving, 1000)
 
 
-def _users(quillon):
-    """The number of users that the main window counts."""
-    main = quillon.probe.wait_for("frmMain", visible=False)
-    texts = [child.text for child in quillon.probe.children(main, "Static")]
-    return next(int(text.split()[0]) for text in texts if "online" in text)
-
-
 def _measure_burst(table, rig, quillon):
     count = 5000
-    _settle(rig)
-    before = _users(quillon)
+    settle(rig)
+    before = copies.users_online(quillon.probe)
     for number in range(count):
         rig.wire.send(f"burst{number}|S/0")
-    _settle(rig)
-    listed = _users(quillon) - before
+    settle(rig)
+    listed = copies.users_online(quillon.probe) - before
     table.row(f"burst of {count} packets of {count} senders, listed", f"{count}", f"{listed}", listed == count)
+
+
+def _quillon_users(quillon):
+    return copies.users_online(quillon.probe)
 
 
 def _bare_users(bare):
@@ -215,11 +212,11 @@ def _kept(rig, subject, users, count, rounds=3):
     """Of so many newcomers that speak as fast as one host can, how many a subject notices: the median of some rounds."""
     kept = []
     for number in range(rounds):
-        _settle(rig)
+        settle(rig)
         before = users(subject)
         for packet in [f"{subject.process}-{number}-{newcomer}|S/0" for newcomer in range(count)]:
             rig.wire.send(packet)
-        _settle(rig)
+        settle(rig)
         kept.append(users(subject) - before)
     return statistics.median(kept)
 
@@ -227,7 +224,7 @@ def _kept(rig, subject, users, count, rounds=3):
 def _measure_newcomers(table, rig, quillon, bare):
     """Each of them alone on the segment, and with as large a buffer as the system gives."""
     count = 20000
-    mine = _kept(rig, quillon, _users, count)
+    mine = _kept(rig, quillon, _quillon_users, count)
     quillon.end()
     bare.start()
     least = _kept(rig, bare, _bare_users, count)

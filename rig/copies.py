@@ -38,6 +38,12 @@ class Rig:
         return Copy(self.system, user, host or self.segment, on_screen or self.screen, **options)
 
 
+def users_online(eyes):
+    """The number of users that the main window of a copy counts, be it hidden or not."""
+    texts = [child.text for child in eyes.children(eyes.wait_for("frmMain", visible=False), "Static")]
+    return next(int(text.split()[0]) for text in texts if "online" in text)
+
+
 class Copy:
     """One installed copy of Quillon. Its files are in `folder`."""
 
