@@ -41,8 +41,8 @@ TEST(Layout, NothingTurnsInsideOut) {
 }
 
 TEST(ComposerLayout, OpensInTheMiddleButNeverBeyondTheCorner) {
-  EXPECT_EQ(CentredIn({0, 40, 1000, 740}, 400, 300), (Area{300, 240, 700, 540}));
-  EXPECT_EQ(CentredIn({10, 20, 110, 120}, 400, 300), (Area{10, 20, 410, 320}));
+  EXPECT_EQ(toolkit::CentredIn({0, 40, 1000, 740}, 400, 300), (Area{300, 240, 700, 540}));
+  EXPECT_EQ(toolkit::CentredIn({10, 20, 110, 120}, 400, 300), (Area{10, 20, 410, 320}));
 }
 
 // A task bar at the left and one at the bottom, so that no edge of the work area is an edge of the screen by chance.

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 
-#include "ui/conversation/area.h"
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {
 
+using toolkit::Area;
 using toolkit::Twips;
 using toolkit::operator""_dp;
 

@@ -140,7 +140,7 @@ void ChatText::Create(HWND parent) {
 // touched, so that a time and a name fit into the narrow window of the first start.
 Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kLeastBesideHead, kLeastIndent); }
 
-void ChatText::MoveTo(const Area& area) {
+void ChatText::MoveTo(const toolkit::Area& area) {
   area_ = area;
   const bool atEnd = box_.AtEnd();
   const Twips before = MaxIndent();

@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-#include "ui/conversation/area.h"
 #include "ui/conversation/box_cost.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/conversation.h"
 #include "ui/conversation/rich_box.h"
 #include "ui/conversation/shown_parts.h"
+#include "ui/toolkit/area.h"
 
 namespace conversation {
 
@@ -37,7 +37,7 @@ class ChatText {
 
   HWND hwnd() const { return box_.hwnd(); }
 
-  void MoveTo(const Area& area);
+  void MoveTo(const toolkit::Area& area);
 
   // At the end, in the sender's colour, with the text hanging behind "anna: "; scrolls to it. `prefix` is empty or ends
   // in a blank. What takes the box long is shown a little later, in steps, so that the program never stands still.
@@ -97,7 +97,7 @@ class ChatText {
   Conversation said_;
   HWND parent_ = nullptr;
   RichBox box_;
-  Area area_{};
+  toolkit::Area area_{};
   ShownParts shown_;
   bool following_ = true;  // the newest line is shown, or about to be
   bool filling_ = false;   // more is put in before what is shown until the box holds what it can carry

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 
-#include "ui/conversation/area.h"
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {
 
+using toolkit::Area;
 using toolkit::operator""_dp;
 
 inline constexpr toolkit::Twips kComposerWidth = 460_dp, kComposerHeight = 320_dp;
@@ -29,13 +30,6 @@ constexpr ComposerParts ComposerLayout(int width, int height, int top, int line,
           {textLeft, labelTop, right, labelTop + line},
           {margin, fieldTop, margin + share, bottom},
           {textLeft, fieldTop, right, bottom}};
-}
-
-// A window of that size in the middle of an area, never beyond its left and top edge.
-constexpr Area CentredIn(const Area& area, int width, int height) {
-  const int left = area.left + std::max((area.Width() - width) / 2, 0);
-  const int top = area.top + std::max((area.Height() - height) / 2, 0);
-  return {left, top, left + width, top + height};
 }
 
 }  // namespace conversation

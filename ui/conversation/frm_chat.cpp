@@ -34,18 +34,6 @@ constexpr DWORD kListStyle =
 constexpr DWORD kTypedStyle = ES_MULTILINE | ES_AUTOVSCROLL | WS_TABSTOP;
 constexpr DWORD kStatStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
 
-// Nothing of the old picture is kept: a copied frame would show gaps on some desktops.
-void Place(HWND control, const Area& area) {
-  ::SetWindowPos(control, nullptr, area.left, area.top, area.Width(), area.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-}
-
-RECT WindowRect(HWND hwnd) {
-  RECT rect{};
-  ::GetWindowRect(hwnd, &rect);
-  return rect;
-}
-
 }  // namespace
 
 FrmChat::FrmChat(const core::Roster& roster, const MainList& mainList, net::Messenger& messenger)
@@ -53,6 +41,7 @@ FrmChat::FrmChat(const core::Roster& roster, const MainList& mainList, net::Mess
 
 void FrmChat::Make(std::string_view participants) {
   Create({.className = "frmChat"}, {3001, "Chating - Quillon"}, {});
+  SetMinSize(kChatMinWidth, kChatMinHeight);
   CreateControls();
   AddMenu(menu_);
   menu_.Check(chatmenu::mnuViewStat, statVisible_);
@@ -104,7 +93,7 @@ void FrmChat::MoveToSharedPlace() {
   RECT place{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
              Px(Twips{core::gChatTop + core::gChatHeight})};
   if (!::MonitorFromRect(&place, MONITOR_DEFAULTTONULL)) {
-    const RECT work = toolkit::WorkAreaPixels();
+    const Area work = toolkit::WorkAreaPixels();
     ::OffsetRect(&place, work.left - place.left, work.top - place.top);
   }
   ::MoveWindow(hwnd(), place.left, place.top, place.right - place.left, place.bottom - place.top, FALSE);
@@ -112,17 +101,14 @@ void FrmChat::MoveToSharedPlace() {
 
 void FrmChat::SavePos() const {
   if (::IsIconic(hwnd())) return;
-  const RECT place = WindowRect(hwnd());
+  const Area place = toolkit::AreaOf(hwnd());
   core::gChatLeft = Tw(place.left).value;
   core::gChatTop = Tw(place.top).value;
-  core::gChatWidth = Tw(place.right - place.left).value;
-  core::gChatHeight = Tw(place.bottom - place.top).value;
+  core::gChatWidth = Tw(place.Width()).value;
+  core::gChatHeight = Tw(place.Height()).value;
 }
 
-Twips FrmChat::BarTop(Twips wanted) const {
-  const RECT window = WindowRect(hwnd());
-  return BarTopWithin(wanted, Tw(window.bottom - window.top));
-}
+Twips FrmChat::BarTop(Twips wanted) const { return BarTopWithin(wanted, Tw(toolkit::AreaOf(hwnd()).Height())); }
 
 void FrmChat::MoveBar(Twips way) {
   barTop_ = BarTop(BarTop(barTop_) + way);
@@ -130,8 +116,7 @@ void FrmChat::MoveBar(Twips way) {
 }
 
 void FrmChat::LayOut() {
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const Area client = toolkit::ClientAreaOf(hwnd());
   const int sendHeight = tbSnd.Place(client.right);
   SIZE send{};
   ::SendMessageA(tbSnd.hwnd(), TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&send));
@@ -142,19 +127,15 @@ void FrmChat::LayOut() {
                                       .sendHeight = sendHeight,
                                       .status = statVisible_},
                                      toolkit::ScreenDpi());
-  Place(lvUsers.hwnd(), parts.users);
-  imgSep.Place({parts.bar.left, parts.bar.top, parts.bar.right, parts.bar.bottom});
+  toolkit::SetArea(lvUsers.hwnd(), parts.users);
+  imgSep.Place(parts.bar);
   txtMsg.MoveTo(parts.conversation);
-  Place(txtSnd, parts.typed);
-  Place(tbSnd.hwnd(), parts.send);
-  Place(lblStat, parts.status);
+  toolkit::SetArea(txtSnd, parts.typed);
+  toolkit::SetArea(tbSnd.hwnd(), parts.send);
+  toolkit::SetArea(lblStat, parts.status);
   ::ShowWindow(lblStat, statVisible_ ? SW_SHOWNA : SW_HIDE);
-  RECT list{};
-  ::GetClientRect(lvUsers.hwnd(), &list);
-  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right);
+  lvUsers.FitColumn();
 }
-
-void FrmChat::LimitSize(MINMAXINFO& limits) const { limits.ptMinTrackSize = {Px(kChatMinWidth), Px(kChatMinHeight)}; }
 
 void FrmChat::ShowForTyping() {
   Raise();
@@ -224,9 +205,6 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SIZE:
       if (menu_.handle() && wParam != SIZE_MINIMIZED) LayOut();
-      return 0;
-    case WM_GETMINMAXINFO:
-      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE) flashing_ = false;

@@ -67,7 +67,6 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void MoveToSharedPlace();
   void LayOut() override;
   void MoveBar(toolkit::Twips way);
-  void LimitSize(MINMAXINFO& limits) const;
   toolkit::Twips BarTop(toolkit::Twips wanted) const;
   void UsersChanged();
   void UpdateStat();

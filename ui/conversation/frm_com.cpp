@@ -29,16 +29,12 @@ constexpr toolkit::ToolButton kComposerButtons[] = {
 constexpr DWORD kListStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER | WS_TABSTOP;
 constexpr DWORD kTextStyle = ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP;
 
-void Place(HWND control, const Area& area) {
-  ::MoveWindow(control, area.left, area.top, area.Width(), area.Height(), TRUE);
-}
-
 }  // namespace
 
 void FrmCom::Load() {
-  const RECT work = toolkit::WorkAreaPixels();
-  const Area place = CentredIn({work.left, work.top, work.right, work.bottom}, Px(kComposerWidth), Px(kComposerHeight));
-  Create({.className = "frmCom"}, {4001, "Send Message - Quillon"}, {place.left, place.top, place.right, place.bottom});
+  Create({.className = "frmCom"}, {4001, "Send Message - Quillon"},
+         toolkit::CentredIn(toolkit::WorkAreaPixels(), Px(kComposerWidth), Px(kComposerHeight)));
+  SetMinSize(kComposerMinWidth, kComposerMinHeight);
   CreateControls();
   SetLan();
   core::RunPendingEvents();
@@ -59,28 +55,20 @@ void FrmCom::CreateControls() {
 }
 
 void FrmCom::LayOut() {
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const Area client = toolkit::ClientAreaOf(hwnd());
   const int line = toolkit::MeasureText(toolkit::DialogFont(), "X").cy;
   const int top = TB.Place(client.right);
   const ComposerParts parts = ComposerLayout(client.right, client.bottom, top, line, toolkit::ScreenDpi());
-  Place(lblCap[0], parts.toLabel);
-  Place(lblCap[1], parts.messageLabel);
-  Place(lvUsers.hwnd(), parts.recipients);
-  Place(txtMsg, parts.text);
-  FitColumn();
-}
-
-// As wide as the list shows, which is less while it has a scroll bar.
-void FrmCom::FitColumn() {
-  RECT list{};
-  ::GetClientRect(lvUsers.hwnd(), &list);
-  ListView_SetColumnWidth(lvUsers.hwnd(), 0, list.right);
+  toolkit::SetArea(lblCap[0], parts.toLabel);
+  toolkit::SetArea(lblCap[1], parts.messageLabel);
+  toolkit::SetArea(lvUsers.hwnd(), parts.recipients);
+  toolkit::SetArea(txtMsg, parts.text);
+  lvUsers.FitColumn();
 }
 
 void FrmCom::RowsChanged() {
   lvUsers.Sync();
-  FitColumn();
+  lvUsers.FitColumn();
 }
 
 void FrmCom::AddRecipient(std::string_view name) {
@@ -108,9 +96,6 @@ LRESULT FrmCom::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
       if (txtMsg && wParam != SIZE_MINIMIZED) LayOut();
       return 0;
-    case WM_GETMINMAXINFO:
-      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
-      return 0;
     case WM_NOTIFY: {
       LRESULT result = 0;
       if (lvUsers.Notify(*reinterpret_cast<const NMHDR*>(lParam), lParam, result)) return result;
@@ -120,10 +105,6 @@ LRESULT FrmCom::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
   }
   return Window::Handle(message, wParam, lParam);
-}
-
-void FrmCom::LimitSize(MINMAXINFO& limits) const {
-  limits.ptMinTrackSize = {Px(kComposerMinWidth), Px(kComposerMinHeight)};
 }
 
 bool FrmCom::Translate(MSG& message) {

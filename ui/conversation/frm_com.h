@@ -38,9 +38,7 @@ class FrmCom : public toolkit::Window {
   bool Translate(MSG& message) override;
   void CreateControls();
   void LayOut() override;
-  void FitColumn();
   void RowsChanged();
-  void LimitSize(MINMAXINFO& limits) const;
   std::span<const toolkit::Command> Commands() const override;
   void Close() { ::DestroyWindow(hwnd()); }
   void Send();

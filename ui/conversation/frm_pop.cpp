@@ -46,8 +46,7 @@ Size PictureBox() {
 }
 
 void PlaceControl(HWND control, const Box& box) {
-  const int left = Px(box.left), top = Px(box.top);
-  ::MoveWindow(control, left, top, Px(box.left + box.width) - left, Px(box.top + box.height) - top, FALSE);
+  toolkit::SetArea(control, {Px(box.left), Px(box.top), Px(box.left + box.width), Px(box.top + box.height)});
 }
 
 }  // namespace
@@ -179,8 +178,7 @@ void FrmPop::DrawPicture(const DRAWITEMSTRUCT& request) const {
 void FrmPop::PaintFrame() {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(hwnd(), &paint);
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const RECT client = toolkit::RectOf(toolkit::ClientAreaOf(hwnd()));
   ::FrameRect(dc, &client, ::GetSysColorBrush(COLOR_3DSHADOW));
   ::EndPaint(hwnd(), &paint);
 }

@@ -177,8 +177,7 @@ LRESULT MessageLabel::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
 void MessageLabel::Paint() {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(hwnd_, &paint);
-  RECT client{};
-  ::GetClientRect(hwnd_, &client);
+  const RECT client = toolkit::RectOf(toolkit::ClientAreaOf(hwnd_));
   ::FillRect(dc, &client, ::GetSysColorBrush(backColour_));
   PaintLines(dc);
   ::EndPaint(hwnd_, &paint);
@@ -198,9 +197,7 @@ void MessageLabel::PaintLines(HDC dc) const {
 }
 
 int MessageLabel::PageLines() const {
-  RECT client{};
-  ::GetClientRect(hwnd_, &client);
-  return std::max((static_cast<int>(client.bottom) - 2 * Px(kMargin)) / lineHeight_, 1);
+  return std::max((toolkit::ClientAreaOf(hwnd_).bottom - 2 * Px(kMargin)) / lineHeight_, 1);
 }
 
 void MessageLabel::Scroll(int command) {

@@ -112,16 +112,15 @@ bool RichBox::InUse() { return gInside > 0; }
 
 bool RichBox::ThumbDragged() { return gThumbDragged; }
 
-void RichBox::MoveTo(const Area& area) const {
-  ::SetWindowPos(hwnd_, nullptr, area.left, area.top, area.Width(), area.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+void RichBox::MoveTo(const toolkit::Area& area) const {
+  toolkit::SetArea(hwnd_, area);
   RECT text{};
   ::GetClientRect(hwnd_, &text);
   ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
   Send(EM_SETRECT, 0, &text);
 }
 
-void RichBox::TakePlaceOf(const RichBox& other, const Area& area) const {
+void RichBox::TakePlaceOf(const RichBox& other, const toolkit::Area& area) const {
   ::SetWindowPos(hwnd_, other.hwnd_, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   MoveTo(area);
   int numerator = 0, denominator = 0;

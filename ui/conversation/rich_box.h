@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "ui/conversation/area.h"
+#include "ui/toolkit/area.h"
 
 namespace conversation {
 
@@ -27,10 +27,10 @@ class RichBox {
 
   static bool ThumbDragged();
 
-  void MoveTo(const Area& area) const;
+  void MoveTo(const toolkit::Area& area) const;
 
   // Puts itself there, in the order of controls too, and takes over the size in which the user reads.
-  void TakePlaceOf(const RichBox& other, const Area& area) const;
+  void TakePlaceOf(const RichBox& other, const toolkit::Area& area) const;
 
   // Width for text, pixels.
   int TextWidth() const;

@@ -26,7 +26,7 @@ bool SplitterBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return true;
     case WM_LBUTTONDOWN: {
       const POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-      if (!::PtInRect(&imgSep, at)) return false;
+      if (!IsOver(at)) return false;
       Press(at.y);
       return true;
     }
@@ -46,15 +46,20 @@ bool SplitterBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+bool SplitterBar::IsOver(POINT at) const {
+  const RECT bar = toolkit::RectOf(imgSep);
+  return ::PtInRect(&bar, at) != FALSE;
+}
+
 bool SplitterBar::PointerIsOver() const {
   POINT pointer{};
   ::GetCursorPos(&pointer);
   ::ScreenToClient(host_, &pointer);
-  return ::PtInRect(&imgSep, pointer) != FALSE;
+  return IsOver(pointer);
 }
 
 void SplitterBar::Press(int y) {
-  grip_ = y - static_cast<int>(imgSep.top);
+  grip_ = y - imgSep.top;
   ::SetCapture(host_);
   Drag(y);
   ::ShowWindow(picSep, SW_SHOWNA);
@@ -62,9 +67,7 @@ void SplitterBar::Press(int y) {
 
 void SplitterBar::Drag(int y) {
   dragTop_ = within(Tw(y - *grip_));
-  RECT client{};
-  ::GetClientRect(host_, &client);
-  ::SetWindowPos(picSep, HWND_TOP, 0, Px(dragTop_), client.right, imgSep.bottom - imgSep.top, SWP_NOACTIVATE);
+  ::SetWindowPos(picSep, HWND_TOP, 0, Px(dragTop_), imgSep.Width(), imgSep.Height(), SWP_NOACTIVATE);
 }
 
 void SplitterBar::Release() {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {
@@ -20,12 +21,13 @@ class SplitterBar {
   void Create(HWND host);
 
   // Pixels of the client area.
-  void Place(const RECT& bar) { imgSep = bar; }
+  void Place(const toolkit::Area& bar) { imgSep = bar; }
 
   // Offers a message of the host; true when it is used up.
   bool Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  bool IsOver(POINT at) const;
   bool PointerIsOver() const;
   void Press(int y);
   void Drag(int y);
@@ -33,7 +35,7 @@ class SplitterBar {
   void Cancel();
 
   HWND host_ = nullptr;
-  RECT imgSep{};
+  toolkit::Area imgSep{};
   HWND picSep = nullptr;
   std::optional<int> grip_;  // where the pointer holds the bar, pixels below its top; none while it is not dragged
   toolkit::Twips dragTop_{};

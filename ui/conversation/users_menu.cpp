@@ -20,8 +20,7 @@ constexpr char kMore[] = "...";
 constexpr toolkit::Twips kEntryHeight = 24_dp;
 
 std::size_t EntriesInColumn() {
-  const RECT work = toolkit::WorkAreaPixels();
-  return static_cast<std::size_t>(std::max<LONG>((work.bottom - work.top) / toolkit::Px(kEntryHeight) - 6, 8));
+  return static_cast<std::size_t>(std::max(toolkit::WorkAreaPixels().Height() / toolkit::Px(kEntryHeight) - 6, 8));
 }
 
 // A tab would part the name from a shortcut, other control bytes would show as boxes.

@@ -12,6 +12,7 @@
 namespace mainwindow {
 namespace {
 
+using toolkit::AreaAt;
 using toolkit::Px;
 using toolkit::operator""_dp;
 
@@ -29,13 +30,9 @@ toolkit::Font NameFont() {
 }  // namespace
 
 void FrmAbout::Load() {
-  constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-  RECT place{0, 0, Px(kWidth), Px(kHeight)};
-  ::AdjustWindowRectEx(&place, style, FALSE, WS_EX_DLGMODALFRAME);
-  const RECT area = toolkit::WorkAreaPixels();
-  ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
-               (area.top + area.bottom - place.bottom - place.top) / 2);
-  Create({"frmAbout", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, {7001, "About Quillon"}, place);
+  constexpr toolkit::WindowStyle style{"frmAbout", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
+                                       WS_EX_DLGMODALFRAME};
+  Create(style, {7001, "About Quillon"}, toolkit::CentredAround(style, Px(kWidth), Px(kHeight)));
 
   icon_ = toolkit::LoadProgramIcon(Px(kIconSide));
   nameFont_ = NameFont();
@@ -59,12 +56,13 @@ void FrmAbout::Load() {
 
 void FrmAbout::LayOut() {
   const int left = Px(kMargin + kIconSide + kMargin), width = Px(kWidth - kMargin) - left;
-  ::MoveWindow(picIcon_, Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide), FALSE);
+  toolkit::SetArea(picIcon_, AreaAt(Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide)));
   const std::array<std::pair<HWND, toolkit::Twips>, 5> lines{
       {{lblName_, 14_dp}, {lblVersion_, 42_dp}, {lblMaker_, 66_dp}, {lblRights_, 86_dp}, {lnkWeb_, 116_dp}}};
   for (const auto& [line, top] : lines)
-    ::MoveWindow(line, left, Px(top), width, Px(line == lblName_ ? 26_dp : 18_dp), FALSE);
-  ::MoveWindow(cmdClose_, Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp), FALSE);
+    toolkit::SetArea(line, AreaAt(left, Px(top), width, Px(line == lblName_ ? 26_dp : 18_dp)));
+  toolkit::SetArea(cmdClose_,
+                   AreaAt(Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp)));
 }
 
 std::span<const toolkit::Command> FrmAbout::Commands() const {

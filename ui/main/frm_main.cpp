@@ -34,14 +34,8 @@ constexpr toolkit::Twips kStatusHeight = 20_dp, kStatusMargin = 4_dp, kToolMargi
 constexpr DWORD kRosterStyle =
     WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
 
-RECT WindowRect(HWND hwnd) {
-  RECT rect{};
-  ::GetWindowRect(hwnd, &rect);
-  return rect;
-}
-
-core::WindowPlace PlaceOf(const RECT& rect) {
-  return {Tw(rect.left).value, Tw(rect.top).value, Tw(rect.right - rect.left).value, Tw(rect.bottom - rect.top).value};
+core::WindowPlace PlaceOf(const toolkit::Area& area) {
+  return {Tw(area.left).value, Tw(area.top).value, Tw(area.Width()).value, Tw(area.Height()).value};
 }
 
 }  // namespace
@@ -51,6 +45,7 @@ FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands comm
 
 void FrmMain::Load() {
   Create({"frmMain", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN}, {1001, "Quillon"}, {0, 0, Px(200_dp), Px(320_dp)});
+  SetMinSize(kMinWidth, kMinHeight);
   SetLan();
   SetUpInt();
 }
@@ -96,9 +91,8 @@ void FrmMain::SetUpInt() {
 }
 
 void FrmMain::Move(const core::WindowPlace& place) {
-  const int left = Px(toolkit::Twips{place.left}), top = Px(toolkit::Twips{place.top});
-  ::SetWindowPos(hwnd(), nullptr, left, top, Px(toolkit::Twips{place.left + place.width}) - left,
-                 Px(toolkit::Twips{place.top + place.height}) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+  const Twips left{place.left}, top{place.top}, width{place.width}, height{place.height};
+  toolkit::SetArea(hwnd(), {Px(left), Px(top), Px(left + width), Px(top + height)});
 }
 
 core::WindowPlace FrmMain::Restore() {
@@ -109,7 +103,7 @@ core::WindowPlace FrmMain::Restore() {
     stayHidden_ = false;
     if (!visible) Hide();
   }
-  return PlaceOf(WindowRect(hwnd()));
+  return PlaceOf(toolkit::AreaOf(hwnd()));
 }
 
 // Every call that takes a window out of its minimised or maximised state shows it too.
@@ -145,9 +139,6 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_WINDOWPOSCHANGING:
       KeepHidden(*reinterpret_cast<WINDOWPOS*>(lParam));
       break;
-    case WM_GETMINMAXINFO:
-      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
-      return 0;
     case WM_NOTIFY:
       return Notified(lParam);
     case WM_TIMER:
@@ -174,19 +165,13 @@ void FrmMain::Resized(WPARAM kind) {
     LayOut();
 }
 
-void FrmMain::LimitSize(MINMAXINFO& limits) const {
-  limits.ptMinTrackSize.x = Px(kMinWidth);
-  limits.ptMinTrackSize.y = Px(kMinHeight);
-}
-
 void FrmMain::LayOut() {
   if (!lblStat) return;  // sized while it is being made
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const toolkit::Area client = toolkit::ClientAreaOf(hwnd());
   const MainBands bands = BandsOf(client.bottom, TB.Place(client.right), Px(kStatusHeight), statBarVisible_);
-  ::MoveWindow(lvUsers.hwnd(), 0, bands.rosterTop, client.right, bands.rosterHeight, TRUE);
-  ::MoveWindow(lblStat, Px(kStatusMargin), bands.statusTop, client.right - 2 * Px(kStatusMargin), Px(kStatusHeight),
-               TRUE);
+  const int margin = Px(kStatusMargin);
+  toolkit::SetArea(lvUsers.hwnd(), toolkit::AreaAt(0, bands.rosterTop, client.right, bands.rosterHeight));
+  toolkit::SetArea(lblStat, {margin, bands.statusTop, client.right - margin, bands.statusTop + Px(kStatusHeight)});
   ::ShowWindow(lblStat, statBarVisible_ ? SW_SHOWNA : SW_HIDE);
   LayOutColumns(Tw(client.right));
 }

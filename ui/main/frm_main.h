@@ -70,7 +70,6 @@ class FrmMain : public toolkit::Window {
   void LayOut() override;
   void LayOutColumns(toolkit::Twips list);
   void Resized(WPARAM kind);
-  void LimitSize(MINMAXINFO& limits) const;
   void KeepHidden(WINDOWPOS& change) const;
   LRESULT Notified(LPARAM lParam);
   std::span<const toolkit::Command> Commands() const override;

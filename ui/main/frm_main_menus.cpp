@@ -85,10 +85,7 @@ void FrmMain::mnuStatBar_Click() {
 
 void FrmMain::mnuMoveSub_Click(unsigned corner) {
   Restore();
-  RECT window{};
-  ::GetWindowRect(hwnd(), &window);
-  const RECT place = CornerPlace(corner, toolkit::WorkAreaPixels(), window);
-  ::SetWindowPos(hwnd(), nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  toolkit::SetArea(hwnd(), CornerPlace(corner, toolkit::WorkAreaPixels(), toolkit::AreaOf(hwnd())));
 }
 
 void FrmMain::mnuWp_Click(unsigned link) { toolkit::OpenLink(kWebLinks[link]); }

@@ -10,6 +10,7 @@
 namespace mainwindow {
 namespace {
 
+using toolkit::AreaAt;
 using toolkit::Px;
 using toolkit::Twips;
 using toolkit::operator""_dp;
@@ -26,8 +27,6 @@ toolkit::Font VersionFont() {
   lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
   return toolkit::Font(::CreateFontIndirectA(&font));
 }
-
-RECT BoxAt(int left, int top, int width, int height) { return {left, top, left + width, top + height}; }
 
 int TextLeft() { return Px(kMargin) + toolkit::PictureSize(res::Strip::Splash) + Px(kMargin); }
 
@@ -59,18 +58,17 @@ void FrmSplash::ShowOnTop() {
 }
 
 void FrmSplash::CreateControls() {
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const toolkit::Area client = toolkit::ClientAreaOf(hwnd());
   const int picture = toolkit::PictureSize(res::Strip::Splash), margin = Px(kMargin), dot = Px(kDotSide);
   const int left = TextLeft(), top = (client.bottom - Px(44_dp)) / 2;
   const int line = std::max(Px(16_dp), static_cast<int>(toolkit::MeasureText(toolkit::DialogFont(), kDoing).cy));
-  Picture1 = BoxAt(margin, (client.bottom - picture) / 2, picture, picture);
-  picDot = BoxAt(left, top + Px(26_dp), dot, dot);
+  Picture1 = toolkit::RectOf(AreaAt(margin, (client.bottom - picture) / 2, picture, picture));
+  picDot = toolkit::RectOf(AreaAt(left, top + Px(26_dp), dot, dot));
   // Into the margin: the last letter may overhang what was measured.
-  label_->Load(hwnd(), kDoing, BoxAt(left, top, client.right - left, line), toolkit::DialogFont(),
+  label_->Load(hwnd(), kDoing, AreaAt(left, top, client.right - left, line), toolkit::DialogFont(),
                ::GetSysColor(COLOR_WINDOWTEXT));
   const int version = left + dot + margin / 2;
-  lblVer->Load(hwnd(), core::gVersion.c_str(), BoxAt(version, top + Px(28_dp), client.right - margin - version, line),
+  lblVer->Load(hwnd(), core::gVersion.c_str(), AreaAt(version, top + Px(28_dp), client.right - margin - version, line),
                versionFont_.get(), kVersionColour);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace mainwindow {
@@ -34,17 +35,11 @@ constexpr MainBands BandsOf(int clientHeight, int toolbarHeight, int statusHeigh
 }
 
 // A window moved into a corner of the work area, flush with its edges: 0 top left, 1 top right, 2 bottom left, 3 bottom
-// right. Any unit, the same for both.
-template <class Rect>
-constexpr Rect CornerPlace(unsigned corner, const Rect& area, const Rect& window) {
-  const auto width = window.right - window.left, height = window.bottom - window.top;
+// right.
+constexpr toolkit::Area CornerPlace(unsigned corner, const toolkit::Area& area, const toolkit::Area& window) {
   const bool right = corner == 1 || corner == 3, bottom = corner >= 2;
-  Rect place = window;
-  place.left = right ? area.right - width : area.left;
-  place.top = bottom ? area.bottom - height : area.top;
-  place.right = place.left + width;
-  place.bottom = place.top + height;
-  return place;
+  return toolkit::AreaAt(right ? area.right - window.Width() : area.left,
+                         bottom ? area.bottom - window.Height() : area.top, window.Width(), window.Height());
 }
 
 }  // namespace mainwindow

@@ -6,7 +6,7 @@
 
 namespace mainwindow {
 
-void SplashLabel::Load(HWND parent, const char* text, RECT place, HFONT font, COLORREF colour) {
+void SplashLabel::Load(HWND parent, const char* text, const toolkit::Area& place, HFONT font, COLORREF colour) {
   font_ = font;
   colour_ = colour;
   Create({"SplashLabel", WS_CHILD | WS_VISIBLE, 0, COLOR_WINDOW}, text, place, parent);

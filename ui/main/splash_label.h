@@ -9,7 +9,7 @@ namespace mainwindow {
 class SplashLabel : public toolkit::Window {
  public:
   // The text is the window's; the font has to outlive it.
-  void Load(HWND parent, const char* text, RECT place, HFONT font, COLORREF colour);
+  void Load(HWND parent, const char* text, const toolkit::Area& place, HFONT font, COLORREF colour);
 
  private:
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,13 +1,10 @@
 #include "ui/options/choice_list.h"
 
+#include "ui/toolkit/item_text.h"
 #include "ui/toolkit/plain_selection.h"
+#include "ui/toolkit/screen.h"
 
 namespace options {
-namespace {
-
-constexpr std::size_t kUsualText = 256;  // characters
-
-}  // namespace
 
 void ChoiceList::Attach(HWND listView, HIMAGELIST pictures) {
   hwnd_ = listView;
@@ -40,16 +37,12 @@ void ChoiceList::Select(int index) {
 }
 
 std::string ChoiceList::TextAt(int index) const {
-  for (std::size_t room = kUsualText;; room *= 2) {
-    std::string text(room, '\0');
+  return toolkit::ItemText([&](char* buffer, int size) {
     LVITEMA item{};
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(room);
-    const LRESULT length =
-        ::SendMessageA(hwnd_, LVM_GETITEMTEXTA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
-    text.resize(static_cast<std::size_t>(length));
-    if (text.size() + 1 < room) return text;
-  }
+    item.pszText = buffer;
+    item.cchTextMax = size;
+    ::SendMessageA(hwnd_, LVM_GETITEMTEXTA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+  });
 }
 
 void ChoiceList::SetText(int index, const std::string& text) {
@@ -64,10 +57,6 @@ std::vector<std::string> ChoiceList::Texts() const {
   return texts;
 }
 
-void ChoiceList::FitColumn() {
-  RECT client{};
-  ::GetClientRect(hwnd_, &client);
-  ListView_SetColumnWidth(hwnd_, 0, client.right);
-}
+void ChoiceList::FitColumn() { ListView_SetColumnWidth(hwnd_, 0, toolkit::ClientAreaOf(hwnd_).right); }
 
 }  // namespace options

@@ -14,7 +14,9 @@
 namespace options {
 namespace {
 
+using toolkit::AreaAt;
 using toolkit::Px;
+using toolkit::SetArea;
 using toolkit::operator""_dp;
 
 constexpr toolkit::ToolButton kPageButtons[] = {
@@ -65,25 +67,22 @@ void FrmOpt::PlaceWindow() {
   ::AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
   const int width = frame.right - frame.left;
   const int height = pages.cy + Px(kPageHeight) + commands.cy + Px(kFrameHeight);
-  const RECT area = toolkit::WorkAreaPixels();
-  const int left = area.left + std::max((static_cast<int>(area.right - area.left) - width) / 2, 0);
-  const int top = area.top + std::max((static_cast<int>(area.bottom - area.top) - height) / 2, 0);
-  ::MoveWindow(hwnd(), left, top, width, height, FALSE);
+  toolkit::SetArea(hwnd(), toolkit::CentredIn(toolkit::WorkAreaPixels(), width, height));
 }
 
 // The pages have the same height whatever frame the system gives the window. Under a thick frame the command bar covers
 // some of the margin at their lower end.
 void FrmOpt::LayOut() {
-  const SIZE client = ClientSize(hwnd());
-  const int selector = tbOpt.Place(client.cx);
+  const toolkit::Area client = toolkit::ClientAreaOf(hwnd());
+  const int selector = tbOpt.Place(client.right);
   for (Page* page : picOpt) {
-    Place(page->hwnd(), 0, selector, client.cx, Px(kPageHeight));
+    SetArea(page->hwnd(), AreaAt(0, selector, client.right, Px(kPageHeight)));
     page->LayOut();
   }
-  const int commands = TB.Place(client.cx);
-  ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.cy - commands, client.cx, commands, SWP_NOACTIVATE);
-  Place(lines_[0], 0, selector, client.cx, 2);
-  Place(lines_[1], 0, client.cy - commands - Px(3_dp), client.cx, 2);
+  const int commands = TB.Place(client.right);
+  ::SetWindowPos(TB.hwnd(), HWND_TOP, 0, client.bottom - commands, client.right, commands, SWP_NOACTIVATE);
+  SetArea(lines_[0], AreaAt(0, selector, client.right, 2));
+  SetArea(lines_[1], AreaAt(0, client.bottom - commands - Px(3_dp), client.right, 2));
   for (const HWND line : lines_) BringToTop(line);
 }
 

@@ -1,13 +1,10 @@
 #include "ui/options/group_tree.h"
 
-#include <cstring>
-
 #include "res/pictures.h"
+#include "ui/toolkit/item_text.h"
 
 namespace options {
 namespace {
-
-constexpr std::size_t kUsualText = 256;  // characters
 
 int PictureOf(NodeKind kind) {
   switch (kind) {
@@ -115,17 +112,14 @@ NodeKind GroupTree::KindOf(HTREEITEM node) const {
 }
 
 std::string GroupTree::TextOf(HTREEITEM node) const {
-  for (std::size_t room = kUsualText;; room *= 2) {
-    std::string text(room, '\0');
+  return toolkit::ItemText([&](char* buffer, int size) {
     TVITEMA item{};
     item.mask = TVIF_TEXT;
     item.hItem = node;
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(room);
+    item.pszText = buffer;
+    item.cchTextMax = size;
     ::SendMessageA(hwnd_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    text.resize(std::strlen(text.c_str()));  // a text that does not fit need not be ended
-    if (text.size() + 1 < room) return text;
-  }
+  });
 }
 
 bool GroupTree::HasChild(HTREEITEM parent, const std::string& text) const {

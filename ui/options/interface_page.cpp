@@ -21,7 +21,9 @@
 namespace options {
 namespace {
 
+using toolkit::AreaAt;
 using toolkit::Px;
+using toolkit::SetArea;
 using toolkit::operator""_dp;
 
 constexpr toolkit::ToolButton kSoundButtons[] = {
@@ -139,26 +141,26 @@ void InterfacePage::AddSnd() {
 }
 
 void InterfacePage::LayOut() {
-  const SIZE page = ClientSize(hwnd());
+  const toolkit::Area page = toolkit::ClientAreaOf(hwnd());
   const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight();
-  const int column = (page.cx - 3 * margin) / 2, right = margin + column + margin;
+  const int column = (page.right - 3 * margin) / 2, right = margin + column + margin;
   int top = margin;
   const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
-  Place(lblcapPosition, margin, next(line, gap), column, line);
+  SetArea(lblcapPosition, AreaAt(margin, next(line, gap), column, line));
   const int positions = toolkit::ToolbarSize(tbPos).cy;
-  Place(tbPos, margin, next(positions, Px(8_dp)), column, positions);
+  SetArea(tbPos, AreaAt(margin, next(positions, Px(8_dp)), column, positions));
   const int caption = WidthOf(lblcapHeight);
-  Place(lblcapHeight, margin, top, caption, line);
-  Place(lblHeight, margin + caption + Px(6_dp), next(line, Px(14_dp)), column - caption - Px(6_dp), line);
-  Place(lblcapLanguage, margin, next(line, gap), column, line);
-  Place(CMBlang, margin, next(FieldHeight(), Px(14_dp)), column, Px(kDropHeight));
-  Place(chkStartUp, margin, next(FieldHeight(), 0), column, FieldHeight());
+  SetArea(lblcapHeight, AreaAt(margin, top, caption, line));
+  SetArea(lblHeight, AreaAt(margin + caption + Px(6_dp), next(line, Px(14_dp)), column - caption - Px(6_dp), line));
+  SetArea(lblcapLanguage, AreaAt(margin, next(line, gap), column, line));
+  SetArea(CMBlang, AreaAt(margin, next(FieldHeight(), Px(14_dp)), column, Px(kDropHeight)));
+  SetArea(chkStartUp, AreaAt(margin, next(FieldHeight(), 0), column, FieldHeight()));
 
   const SIZE test = tbSnd.NaturalSize();
-  const int listTop = margin + line + gap, testTop = page.cy - 2 * margin - test.cy;
-  Place(lblcapSound, right, margin, column, line);
-  Place(lvSnd.hwnd(), right, listTop, column, testTop - gap - listTop);
-  Place(tbSnd.hwnd(), right, testTop, test.cx, test.cy);
+  const int listTop = margin + line + gap, testTop = page.bottom - 2 * margin - test.cy;
+  SetArea(lblcapSound, AreaAt(right, margin, column, line));
+  SetArea(lvSnd.hwnd(), AreaAt(right, listTop, column, testTop - gap - listTop));
+  SetArea(tbSnd.hwnd(), AreaAt(right, testTop, test.cx, test.cy));
   lvSnd.FitColumn();
 }
 

@@ -6,7 +6,9 @@
 
 namespace options {
 
+using toolkit::AreaAt;
 using toolkit::Px;
+using toolkit::SetArea;
 using toolkit::operator""_dp;
 
 void Page::Load(HWND dialog) {
@@ -30,15 +32,16 @@ void Page::AddButtons(toolkit::Toolbar& toolbar, std::span<const toolkit::ToolBu
 }
 
 void Page::LayOutList(HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) const {
-  const SIZE page = ClientSize(hwnd()), tools = toolbar.NaturalSize();
+  const toolkit::Area page = toolkit::ClientAreaOf(hwnd());
+  const SIZE tools = toolbar.NaturalSize();
   const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight(), field = FieldHeight();
   const int rowHeight = std::max(static_cast<int>(tools.cy), line + gap + field);
-  const int left = page.cx - margin - tools.cx, boxTop = margin + rowHeight - field;
-  Place(label, margin, boxTop - gap - line, left - 2 * margin, line);
-  Place(box, margin, boxTop, left - 2 * margin, field);
-  Place(toolbar.hwnd(), left, margin + rowHeight - tools.cy, tools.cx, tools.cy);
+  const int left = page.right - margin - tools.cx, boxTop = margin + rowHeight - field;
+  SetArea(label, AreaAt(margin, boxTop - gap - line, left - 2 * margin, line));
+  SetArea(box, AreaAt(margin, boxTop, left - 2 * margin, field));
+  SetArea(toolbar.hwnd(), AreaAt(left, margin + rowHeight - tools.cy, tools.cx, tools.cy));
   const int listTop = margin + rowHeight + Px(8_dp);
-  Place(list, margin, listTop, page.cx - 2 * margin, page.cy - 2 * margin - listTop);
+  SetArea(list, AreaAt(margin, listTop, page.right - 2 * margin, page.bottom - 2 * margin - listTop));
 }
 
 LRESULT Page::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -58,17 +61,7 @@ int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
 
 int FieldHeight() { return std::max(Px(22_dp), LineHeight() + Px(6_dp)); }
 
-void Place(HWND window, int left, int top, int width, int height) {
-  ::MoveWindow(window, left, top, std::max(width, 0), std::max(height, 0), TRUE);
-}
-
 void BringToTop(HWND window) { ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
-
-SIZE ClientSize(HWND window) {
-  RECT client{};
-  ::GetClientRect(window, &client);
-  return {client.right, client.bottom};
-}
 
 void ReturnTo(HWND box) {
   ::SetFocus(box);

@@ -63,11 +63,7 @@ inline constexpr toolkit::Twips kMargin = toolkit::DesignPixels(12), kGap = tool
 int LineHeight();
 int FieldHeight();
 
-// Places a control in its parent, in pixels; a negative width or height counts as 0.
-void Place(HWND window, int left, int top, int width, int height);
 void BringToTop(HWND window);
-
-SIZE ClientSize(HWND window);
 
 // Gives the focus to a text box and selects its text.
 void ReturnTo(HWND box);

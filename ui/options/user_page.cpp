@@ -15,8 +15,10 @@
 namespace options {
 namespace {
 
+using toolkit::AreaAt;
 using toolkit::Caption;
 using toolkit::Px;
+using toolkit::SetArea;
 using toolkit::operator""_dp;
 
 // A colour that a name can have, 0x00BBGGRR.
@@ -77,9 +79,9 @@ class Preview : public toolkit::Window {
   }
 
   void LayOut() override {
-    const SIZE client = ClientSize(hwnd());
+    const toolkit::Area client = toolkit::ClientAreaOf(hwnd());
     const int edge = Px(4_dp), line = LineHeight();
-    Place(lblPrevew, edge, (client.cy - line) / 2, client.cx - 2 * edge, line);
+    SetArea(lblPrevew, AreaAt(edge, (client.bottom - line) / 2, client.right - 2 * edge, line));
   }
 
  private:
@@ -98,8 +100,7 @@ class Preview : public toolkit::Window {
   void Paint() const {
     PAINTSTRUCT request{};
     const HDC dc = ::BeginPaint(hwnd(), &request);
-    RECT area{};
-    ::GetClientRect(hwnd(), &area);
+    RECT area = toolkit::RectOf(toolkit::ClientAreaOf(hwnd()));
     ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
     ::DrawEdge(dc, &area, EDGE_SUNKEN, BF_RECT);
     ::EndPaint(hwnd(), &request);
@@ -151,23 +152,23 @@ void UserPage::SetSwatchName(int index, const std::string& name) {
 }
 
 void UserPage::LayOut() {
-  const SIZE page = ClientSize(hwnd());
+  const toolkit::Area page = toolkit::ClientAreaOf(hwnd());
   const int margin = Px(kMargin), line = LineHeight(), fieldTop = margin + line + Px(kGap);
-  const int frameWidth = (page.cx - 3 * margin) * 2 / 5, frameHeight = Px(kFrameHeight);
-  const int nameWidth = page.cx - 3 * margin - frameWidth, frameLeft = margin + nameWidth + margin;
-  Place(lblcapName, margin, margin, nameWidth, line);
-  Place(txtName, margin, fieldTop, nameWidth, FieldHeight());
-  Place(Frame1, frameLeft, margin, frameWidth, frameHeight);
+  const int frameWidth = (page.right - 3 * margin) * 2 / 5, frameHeight = Px(kFrameHeight);
+  const int nameWidth = page.right - 3 * margin - frameWidth, frameLeft = margin + nameWidth + margin;
+  SetArea(lblcapName, AreaAt(margin, margin, nameWidth, line));
+  SetArea(txtName, AreaAt(margin, fieldTop, nameWidth, FieldHeight()));
+  SetArea(Frame1, AreaAt(frameLeft, margin, frameWidth, frameHeight));
   const int inner = Px(10_dp);
-  Place(picPrevew->hwnd(), frameLeft + inner, margin + line + Px(4_dp), frameWidth - 2 * inner,
-        frameHeight - line - 2 * inner + Px(6_dp));
+  SetArea(picPrevew->hwnd(), AreaAt(frameLeft + inner, margin + line + Px(4_dp), frameWidth - 2 * inner,
+                                    frameHeight - line - 2 * inner + Px(6_dp)));
   BringToTop(picPrevew->hwnd());
   picPrevew->LayOut();
   const int colourTop = margin + frameHeight + Px(6_dp), listTop = colourTop + line + Px(kGap);
-  Place(lblcapColour, margin, colourTop, page.cx - 2 * margin, line);
-  Place(lvCol, margin, listTop, page.cx - 2 * margin, page.cy - 2 * margin - listTop);
-  const SIZE list = ClientSize(lvCol);
-  ListView_SetIconSpacing(lvCol, list.cx / 8, (list.cy - Px(4_dp)) / 2);
+  SetArea(lblcapColour, AreaAt(margin, colourTop, page.right - 2 * margin, line));
+  SetArea(lvCol, AreaAt(margin, listTop, page.right - 2 * margin, page.bottom - 2 * margin - listTop));
+  const toolkit::Area list = toolkit::ClientAreaOf(lvCol);
+  ListView_SetIconSpacing(lvCol, list.right / 8, (list.bottom - Px(4_dp)) / 2);
   ListView_Arrange(lvCol, LVA_DEFAULT);
 }
 

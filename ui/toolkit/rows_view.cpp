@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/plain_selection.h"
+#include "ui/toolkit/screen.h"
 
 namespace toolkit {
 namespace {
@@ -50,6 +51,8 @@ void RowsView::AddColumn(int index, const char* caption, int width) {
   column.pszText = const_cast<char*>(caption);  // the control copies it
   ::SendMessageA(hwnd_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
 }
+
+void RowsView::FitColumn() { ListView_SetColumnWidth(hwnd_, 0, ClientAreaOf(hwnd_).right); }
 
 void RowsView::Sync() {
   if (rows_->SetChanges() != seenSet_) {

@@ -25,6 +25,9 @@ class RowsView {
 
   void AddColumn(int index, const char* caption, int width);
 
+  // The only column as wide as the list shows, which is less while it has a scroll bar.
+  void FitColumn();
+
   // Brings the control in line with the rows: their number, the selection, the caret, what is on the screen. Costs a
   // comparison when nothing has changed since the last call.
   void Sync();

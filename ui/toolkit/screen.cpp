@@ -1,5 +1,6 @@
 #include "ui/toolkit/screen.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/wide_text_win32.h"
@@ -18,6 +19,11 @@ LOGFONTA MessageFont() {
   return fallback;
 }
 
+Area Of(const RECT& rect) {
+  return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
+          static_cast<int>(rect.bottom)};
+}
+
 Font MakeFont(LONG weight) {
   LOGFONTA font = MessageFont();
   if (weight) font.lfWeight = weight;
@@ -33,10 +39,10 @@ Dpi ScreenDpi() {
 
 ScreenSize WholeScreen() { return {Tw(::GetSystemMetrics(SM_CXSCREEN)), Tw(::GetSystemMetrics(SM_CYSCREEN))}; }
 
-RECT WorkAreaPixels() {
+Area WorkAreaPixels() {
   RECT area{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
   ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
-  return area;
+  return Of(area);
 }
 
 HFONT DialogFont() {
@@ -63,10 +69,29 @@ SIZE MeasureText(HDC dc, std::string_view text) {
 }
 
 WorkArea GetWorkArea(HWND window) {
-  const RECT area = WorkAreaPixels();
+  const Area area = WorkAreaPixels();
   const WindowDc dc(window);
   const Dpi across{::GetDeviceCaps(dc.get(), LOGPIXELSX)}, down{::GetDeviceCaps(dc.get(), LOGPIXELSY)};
   return {ToTwips(area.left, across), ToTwips(area.top, down), ToTwips(area.right, across), ToTwips(area.bottom, down)};
+}
+
+Area AreaOf(HWND window) {
+  RECT rect{};
+  ::GetWindowRect(window, &rect);
+  return Of(rect);
+}
+
+Area ClientAreaOf(HWND window) {
+  RECT rect{};
+  ::GetClientRect(window, &rect);
+  return Of(rect);
+}
+
+RECT RectOf(const Area& area) { return {area.left, area.top, area.right, area.bottom}; }
+
+void SetArea(HWND window, const Area& area) {
+  ::SetWindowPos(window, nullptr, area.left, area.top, std::max(area.Width(), 0), std::max(area.Height(), 0),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 }  // namespace toolkit

@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace toolkit {
@@ -24,10 +25,20 @@ struct ScreenSize {
 ScreenSize WholeScreen();
 
 // The desktop without the task bar, pixels; the whole screen when the system does not tell it.
-RECT WorkAreaPixels();
+Area WorkAreaPixels();
 
 // The same in twips of the window's screen.
 WorkArea GetWorkArea(HWND window);
+
+// Of a window, on the screen or, for its inside, from its own corner; pixels.
+Area AreaOf(HWND window);
+Area ClientAreaOf(HWND window);
+
+RECT RectOf(const Area& area);
+
+// Moves a window to a place on the screen, a control to one inside its window. Nothing of the old picture is kept: a
+// copied frame would show gaps on some desktops.
+void SetArea(HWND window, const Area& area);
 
 // The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
 HFONT DialogFont();

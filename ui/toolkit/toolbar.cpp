@@ -179,10 +179,10 @@ int Toolbar::Place(int width) {
   int free = width - indent_;
   for (const std::string& caption : captions_) free -= ContentWidth(caption);
   SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kLeastSpare), Px(kSpare)));
-  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, Px(1000_dp), SWP_NOZORDER | SWP_NOACTIVATE);
+  SetArea(hwnd_, {0, 0, width, Px(1000_dp)});
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
   const int height = ToolbarSize(hwnd_).cy;
-  ::SetWindowPos(hwnd_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  SetArea(hwnd_, {0, 0, width, height});
   return height;
 }
 

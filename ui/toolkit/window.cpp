@@ -33,11 +33,8 @@ constexpr UINT kSnapBackTime = 200;  // milliseconds after the last attempt
 // By way of another size: the window has its size already, and only a change is told to the desktop.
 void CALLBACK SnapBack(HWND hwnd, UINT, UINT_PTR id, DWORD) {
   ::KillTimer(hwnd, id);
-  RECT place{};
-  ::GetWindowRect(hwnd, &place);
-  const int width = place.right - place.left, height = place.bottom - place.top;
-  for (const int extra : {1, 0})
-    ::SetWindowPos(hwnd, nullptr, 0, 0, width + extra, height + extra, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const Area place = AreaOf(hwnd);
+  for (const int extra : {1, 0}) SetArea(hwnd, {place.left, place.top, place.right + extra, place.bottom + extra});
 }
 
 constexpr UINT kTopMostFlags = SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE;
@@ -78,10 +75,10 @@ void Window::Register(const WindowStyle& style) {
   ::RegisterClassExA(&windowClass);
 }
 
-void Window::Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner) {
+void Window::Create(const WindowStyle& style, const Caption& title, const Area& place, HWND owner) {
   Register(style);
   Created(::CreateWindowExA(style.exStyle, style.className, title.builtIn, style.style, place.left, place.top,
-                            place.right - place.left, place.bottom - place.top, owner, nullptr, Instance(), this));
+                            place.Width(), place.Height(), owner, nullptr, Instance(), this));
   AddCaption(title, [this](const std::string& text) { ::SetWindowTextA(hwnd_, text.c_str()); });
 }
 
@@ -196,6 +193,10 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND:
       if (RunCommand(LOWORD(wParam), HIWORD(wParam))) return 0;
       break;
+    case WM_GETMINMAXINFO:
+      if (minWidth_ == Twips{}) break;
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {Px(minWidth_), Px(minHeight_)};
+      return 0;
     case WM_WINDOWPOSCHANGING:
       return KeepLeastSize(wParam, lParam);
     case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
@@ -305,6 +306,12 @@ void RemoveCloseItem(HWND window) {
   const HMENU menu = ::GetSystemMenu(window, FALSE);
   ::RemoveMenu(menu, static_cast<UINT>(::GetMenuItemCount(menu) - 1), kRemoveFlags);
   ::DrawMenuBar(window);
+}
+
+Area CentredAround(const WindowStyle& style, int width, int height) {
+  RECT frame{0, 0, width, height};
+  ::AdjustWindowRectEx(&frame, style.style, FALSE, style.exStyle);
+  return CentredIn(WorkAreaPixels(), frame.right - frame.left, frame.bottom - frame.top);
 }
 
 }  // namespace toolkit

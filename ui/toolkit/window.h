@@ -13,8 +13,10 @@
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/area.h"
 #include "ui/toolkit/caption.h"
 #include "ui/toolkit/toolbar.h"
+#include "ui/toolkit/units.h"
 
 namespace toolkit {
 
@@ -84,7 +86,7 @@ class Window : public std::enable_shared_from_this<Window> {
 
   // Creates the window, hidden, at a place in pixels. Call it after the window has its shared_ptr. Like AddControl, it
   // throws core::Err::OutOfMemory when the desktop has no room for another window.
-  void Create(const WindowStyle& style, const Caption& title, RECT place, HWND owner = nullptr);
+  void Create(const WindowStyle& style, const Caption& title, const Area& place, HWND owner = nullptr);
 
   // A child control in the dialog font. Its place comes from the layout.
   HWND AddControl(const char* className, const Caption& text, DWORD style, DWORD exStyle = 0, int id = 0);
@@ -105,6 +107,9 @@ class Window : public std::enable_shared_from_this<Window> {
 
   // Gives all controls their places; called when captions have changed, too.
   virtual void LayOut() {}
+
+  // Windows keeps the window from becoming smaller.
+  void SetMinSize(Twips width, Twips height) { minWidth_ = width, minHeight_ = height; }
 
   // The control that gets the keyboard with the window unless another one had it before. Giving it at once would
   // activate a hidden window.
@@ -145,6 +150,7 @@ class Window : public std::enable_shared_from_this<Window> {
   static inline std::vector<Window*> open_;  // in the order of making, children too
 
   HWND hwnd_ = nullptr;
+  Twips minWidth_, minHeight_;
   HWND firstFocus_ = nullptr;
   HWND lastFocus_ = nullptr;  // where the keyboard was when the window lost it
   std::vector<Toolbar*> toolbars_;
@@ -156,6 +162,9 @@ class Window : public std::enable_shared_from_this<Window> {
 // The filter of the event loop: dialog keys of whichever of our windows the message belongs to, and F6, which leads
 // from one of them to the next.
 bool FilterMessage(MSG& message);
+
+// In the middle of the work area, for a window without a menu whose inside takes this size. Pixels.
+Area CentredAround(const WindowStyle& style, int width, int height);
 
 // While a message of the keyboard is handled: whether a key (VK_...) is held.
 inline bool KeyDown(int key) { return ::GetKeyState(key) < 0; }

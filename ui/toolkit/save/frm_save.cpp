@@ -27,10 +27,6 @@ constexpr Twips kMargin = 10_dp, kGap = 8_dp, kButtonWidth = 90_dp, kButtonHeigh
 constexpr DWORD kLabelStyle = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE;
 constexpr DWORD kDropDown = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
 
-void MoveTo(HWND control, int left, int top, int width, int height) {
-  ::MoveWindow(control, left, top, std::max(width, 0), std::max(height, 0), TRUE);
-}
-
 int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)); }
 
 // A caption from the language file may be wider than the room that the design gives it.
@@ -57,13 +53,10 @@ std::string AskSaveName(const Caption& title) {
 }
 
 void FrmSave::Load() {
-  constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
-  RECT place{0, 0, Px(kWidth), Px(kHeight)};
-  ::AdjustWindowRectEx(&place, style, FALSE, WS_EX_DLGMODALFRAME);
-  const RECT area = WorkAreaPixels();
-  ::OffsetRect(&place, (area.left + area.right - place.right - place.left) / 2,
-               (area.top + area.bottom - place.bottom - place.top) / 2);
-  Create({"frmSave", style, WS_EX_DLGMODALFRAME, COLOR_BTNFACE}, title_, place, ::GetActiveWindow());
+  constexpr WindowStyle style{"frmSave", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN,
+                              WS_EX_DLGMODALFRAME};
+  Create(style, title_, CentredAround(style, Px(kWidth), Px(kHeight)), ::GetActiveWindow());
+  SetMinSize(kMinWidth, kMinHeight);
   CreateControls();
   SetLan();
   LayOut();
@@ -94,8 +87,7 @@ void FrmSave::CreateControls() {
 }
 
 void FrmSave::LayOut() {
-  RECT client{};
-  ::GetClientRect(hwnd(), &client);
+  const Area client = ClientAreaOf(hwnd());
   const int line = static_cast<int>(MeasureText(DialogFont(), "X").cy);
   const int margin = Px(kMargin), gap = Px(kGap), field = std::max(Px(kFieldHeight), line + Px(6_dp));
   const int row = std::max(Px(kButtonHeight), field), inRow = (row - field) / 2;
@@ -108,27 +100,22 @@ void FrmSave::LayOut() {
   const int listTop = margin + field + gap, listHeight = nameTop - gap - listTop;
   const int folders = (right - margin - gap) / 2, filesLeft = margin + folders + gap;
 
-  MoveTo(Label1[kFolderLabel], margin, margin, label, field);
-  MoveTo(Drive1, fieldLeft, margin, right - fieldLeft, Px(kDropHeight));
-  MoveTo(Dir1.hwnd(), margin, listTop, folders, listHeight);
-  MoveTo(List1.hwnd(), filesLeft, listTop, right - filesLeft, listHeight);
-  MoveTo(Label1[kNameLabel], margin, nameTop + inRow, label, field);
-  MoveTo(txtFileName, fieldLeft, nameTop + inRow, fieldWidth, field);
-  MoveTo(cmdSave, right - button, nameTop, button, row);
-  MoveTo(Label1[kTypeLabel], margin, typeTop + inRow, label, field);
-  MoveTo(txtFileType, fieldLeft, typeTop + inRow, fieldWidth, Px(kDropHeight));
-  MoveTo(cmdClose, right - button, typeTop, button, row);
+  SetArea(Label1[kFolderLabel], AreaAt(margin, margin, label, field));
+  SetArea(Drive1, AreaAt(fieldLeft, margin, right - fieldLeft, Px(kDropHeight)));
+  SetArea(Dir1.hwnd(), AreaAt(margin, listTop, folders, listHeight));
+  SetArea(List1.hwnd(), AreaAt(filesLeft, listTop, right - filesLeft, listHeight));
+  SetArea(Label1[kNameLabel], AreaAt(margin, nameTop + inRow, label, field));
+  SetArea(txtFileName, AreaAt(fieldLeft, nameTop + inRow, fieldWidth, field));
+  SetArea(cmdSave, AreaAt(right - button, nameTop, button, row));
+  SetArea(Label1[kTypeLabel], AreaAt(margin, typeTop + inRow, label, field));
+  SetArea(txtFileType, AreaAt(fieldLeft, typeTop + inRow, fieldWidth, Px(kDropHeight)));
+  SetArea(cmdClose, AreaAt(right - button, typeTop, button, row));
 }
-
-void FrmSave::LimitSize(MINMAXINFO& limits) const { limits.ptMinTrackSize = {Px(kMinWidth), Px(kMinHeight)}; }
 
 LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SIZE:
       if (cmdClose) LayOut();
-      return 0;
-    case WM_GETMINMAXINFO:
-      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_DRAWITEM:
       (wParam == kFolders ? Dir1 : List1).Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));

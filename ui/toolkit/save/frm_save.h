@@ -37,7 +37,6 @@ class FrmSave : public Window {
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   void CreateControls();
   void LayOut() override;
-  void LimitSize(MINMAXINFO& limits) const;
   std::span<const Command> Commands() const override;
   void Entered();
   void cmdSave_Click();
