@@ -20,6 +20,7 @@ _PARTNERS = (("Berta", 0x208020, 0), ("Carl", 0xC04000, 0), ("Dora", 0x800080, 1
 _ABOUT = 1018
 _FIRST_PAGE, _BLOCK_BOX, _BLOCK_ENTER = 100, 161, 163
 _EXPORT_CHAT = 202
+_POPUP_OPTIONS = 102
 
 
 def _start_partner(name, colour, state, *arguments):
@@ -150,7 +151,7 @@ class Scene:
     def popup(self):
         popup, _ = self.anna.popup_at_rest()
         self.camera.take_area("popup", popup.left, popup.top, popup.width, popup.height)
-        drop = next(child for child in self.probe.children(popup) if child.text == "Options")
+        drop = next(child for child in self.probe.children(popup) if child.id == _POPUP_OPTIONS)
         self.screen.xdotool("mousemove", str((drop.left + drop.right) // 2), str((drop.top + drop.bottom) // 2), "click", "1")
         time.sleep(0.5)
         self.screen.keys("Down", "Down", "Down", "Right")

@@ -21,7 +21,7 @@ HIGHEST_LINES = 201
 MENU_TEXT_BYTES = 200  # the menu conversion reads an item's text into 201 bytes, the last of them zero
 
 _STRING = r'"((?:[^"\\]|\\.)*)"'
-_CAPTION = re.compile(r"(?:\{|Caption::Spoken\()(\d{4,5}),\s*" + _STRING)
+_CAPTION = re.compile(r"\{(\d{4,5}),\s*" + _STRING)
 _TEXT_CODE = re.compile(r"\bint (k\w*Texts?\b[^;]*);")
 _TABLE = re.compile(r"\b(MenuRow|ToolButton)\b[^;={]*?\b(k\w+)\b[^;={]*= \{(.*?)\n?\};", re.DOTALL)
 _MENU_ROW = re.compile(r"\{(\d), [^{}]*?\{(\d{4,5}),\s*" + _STRING + r"\}([^}]*)\}")

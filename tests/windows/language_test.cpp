@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "core/files.h"
 #include "core/globals.h"
 #include "support/recording_network.h"
 #include "support/recording_program.h"
@@ -90,6 +91,16 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
     EXPECT_EQ(names.size(), english.size());
     EXPECT_EQ(names.count("Yellow"), 0u) << language;
   }
+}
+
+TEST(EveryWindow, LanguageFilesMayLackWhatNobodySees) {
+  const std::string path = core::InProgramDirectory("Lang.con"), whole = core::ReadFile(path);
+  const std::size_t line = whole.find("3003,");
+  core::WriteFileSafely(path, whole.substr(0, line) + whole.substr(whole.find("3101,")));
+  support::Speak("Deutsch");
+  core::WriteFileSafely(path, whole);
+  EXPECT_EQ(NamesInEveryWindow().count("Conversation"), 1u);
+  EXPECT_EQ(core::gLangError, 0);
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ void FrmChat::CreateControls() {
   lvUsers.Attach(AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE), participants_.Rows(),
                  toolkit::SharedPictures(res::Strip::Roster));
   lvUsers.AddColumn(0, "User", 0);
-  AddName(toolkit::Caption::Spoken(3003, "Conversation"));
+  AddName({3003, "Conversation"});
   txtMsg.Create(hwnd());
   txtMsg.replaced = [this](HWND before, HWND now) { ControlReplaced(before, now); };
   AddName({4003, "Message"});

@@ -10,7 +10,6 @@
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/recipients.h"
-#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
@@ -74,9 +73,9 @@ void FrmPop::CreateControls() {
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
   lblMsg.SetForeColour(colour_);
   lblDrop.Create(hwnd(), kDropId, kDropGlyph);
-  AddCaption({5101, "-Options"}, [this](const std::string& text) { lblDrop.SetName(toolkit::NameOf(text)); });
+  AddName({5101, "-Options"}, [this](const std::string& name) { lblDrop.SetName(name); });
   lblClose.Create(hwnd(), kCloseId, kCloseGlyph);
-  AddCaption({4005, "&Close"}, [this](const std::string& text) { lblClose.SetName(toolkit::NameOf(text)); });
+  AddName({4005, "&Close"}, [this](const std::string& name) { lblClose.SetName(name); });
   FocusFirst(lblDrop.hwnd());
   AddMenu(mnuPop);
   mnuPop.DrawItems();

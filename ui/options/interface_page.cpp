@@ -12,7 +12,6 @@
 #include "core/sound.h"
 #include "res/pictures.h"
 #include "ui/options/drawn_images.h"
-#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
@@ -116,8 +115,8 @@ void InterfacePage::AddPos() {
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = BTNS_CHECKGROUP;
     ::SendMessageA(tbPos, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
-    AddCaption(kPositionNames[position - 1],
-               [this, position](const std::string& text) { SetPositionName(position, toolkit::NameOf(text)); });
+    AddName(kPositionNames[position - 1],
+            [this, position](const std::string& name) { SetPositionName(position, name); });
   }
 }
 

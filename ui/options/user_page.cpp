@@ -16,7 +16,6 @@ namespace options {
 namespace {
 
 using toolkit::AreaAt;
-using toolkit::Caption;
 using toolkit::Px;
 using toolkit::SetArea;
 using toolkit::operator""_dp;
@@ -24,26 +23,26 @@ using toolkit::operator""_dp;
 // A colour that a name can have, 0x00BBGGRR.
 struct Swatch {
   std::int32_t colour;
-  Caption name;  // for screen readers
+  toolkit::Caption name;  // for screen readers
 };
 
 constexpr std::array<Swatch, 16> kPalette{{
-    {0x000000, Caption::Spoken(2101, "Black")},
-    {0x800000, Caption::Spoken(2102, "Dark blue")},
-    {0x008000, Caption::Spoken(2103, "Dark green")},
-    {0x808000, Caption::Spoken(2104, "Dark cyan")},
-    {0x000080, Caption::Spoken(2105, "Dark red")},
-    {0x800080, Caption::Spoken(2106, "Purple")},
-    {0x008080, Caption::Spoken(2107, "Olive")},
-    {0xC0C0C0, Caption::Spoken(2108, "Light grey")},
-    {0x808080, Caption::Spoken(2109, "Dark grey")},
-    {0xFF0000, Caption::Spoken(2110, "Blue")},
-    {0x00FF00, Caption::Spoken(2111, "Green")},
-    {0xFFFF00, Caption::Spoken(2112, "Cyan")},
-    {0x0000FF, Caption::Spoken(2113, "Red")},
-    {0xFF00FF, Caption::Spoken(2114, "Magenta")},
-    {0x00FFFF, Caption::Spoken(2115, "Yellow")},
-    {0xFFFFFF, Caption::Spoken(2116, "White")},
+    {0x000000, {2101, "Black"}},
+    {0x800000, {2102, "Dark blue"}},
+    {0x008000, {2103, "Dark green"}},
+    {0x808000, {2104, "Dark cyan"}},
+    {0x000080, {2105, "Dark red"}},
+    {0x800080, {2106, "Purple"}},
+    {0x008080, {2107, "Olive"}},
+    {0xC0C0C0, {2108, "Light grey"}},
+    {0x808080, {2109, "Dark grey"}},
+    {0xFF0000, {2110, "Blue"}},
+    {0x00FF00, {2111, "Green"}},
+    {0xFFFF00, {2112, "Cyan"}},
+    {0x0000FF, {2113, "Red"}},
+    {0xFF00FF, {2114, "Magenta"}},
+    {0x00FFFF, {2115, "Yellow"}},
+    {0xFFFFFF, {2116, "White"}},
 }};
 
 constexpr toolkit::Twips kSwatchWidth = 38_dp, kSwatchHeight = 30_dp, kFrameHeight = 84_dp;
@@ -138,7 +137,7 @@ void UserPage::AddCols() {
     item.iImage = static_cast<int>(i);
     item.lParam = swatch.colour;
     ::SendMessageA(lvCol, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    AddCaption(swatch.name, [this, index = item.iItem](const std::string& name) { SetSwatchName(index, name); });
+    AddName(swatch.name, [this, index = item.iItem](const std::string& name) { SetSwatchName(index, name); });
   }
 }
 

@@ -12,20 +12,12 @@ struct Caption {
   constexpr Caption(const char* text) : builtIn(text) {}
   constexpr Caption(int textCode, const char* text) : code(textCode), builtIn(text) {}
 
-  // A name that nobody sees, for screen readers: where the language file lacks it the built-in one stands, and nothing
-  // is reported.
-  static constexpr Caption Spoken(int textCode, const char* text) {
-    Caption caption(textCode, text);
-    caption.spoken = true;
-    return caption;
-  }
-
-  // As it is shown; a code that the language file lacks gives the empty text.
+  // As it is shown; a code that the language file lacks gives the empty text, but of a name the built-in one.
   std::string Text(bool fromLanguageFile) const;
 
   int code = 0;  // 0: no other language has another text
   const char* builtIn;
-  bool spoken = false;
+  bool spoken = false;  // a name that only screen readers say: language files of other makers may lack it
 };
 
 }  // namespace toolkit

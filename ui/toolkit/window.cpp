@@ -100,10 +100,15 @@ void Window::AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons) {
     AddCaption(buttons[i].caption, [&toolbar, i](const std::string& text) { toolbar.SetCaption(i, text); });
 }
 
+void Window::AddName(Caption name, std::function<void(const std::string& name)> show) {
+  name.spoken = true;
+  AddCaption(name, [show = std::move(show)](const std::string& text) { show(NameOf(text)); });
+}
+
 void Window::AddName(const Caption& name) {
   const HWND label = AddControl("STATIC", "", SS_NOPREFIX);
   ::ShowWindow(label, SW_HIDE);
-  AddCaption(name, [label](const std::string& text) { ::SetWindowTextA(label, NameOf(text).c_str()); });
+  AddName(name, [label](const std::string& shown) { ::SetWindowTextA(label, shown.c_str()); });
 }
 
 bool Command::Run(Window& window, unsigned id, unsigned notification) const {

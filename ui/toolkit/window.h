@@ -94,8 +94,10 @@ class Window : public std::enable_shared_from_this<Window> {
   // A toolbar that answers Alt+letter and the other keys.
   void AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons);
 
-  // A name for whoever hears the screen read, of the control that is created next and has no text of its own: a label
-  // before it in the order of Tab, which nobody sees. An authored caption names it without its marks.
+  // What screen readers call a part that shows no text of its own; an authored caption names it without its marks.
+  // Given to `show`, as AddCaption does, or to the control that is created next: by a label before it in the order of
+  // Tab, which nobody sees.
+  void AddName(Caption name, std::function<void(const std::string& name)> show);
   void AddName(const Caption& name);
 
   // The window's menu.
