@@ -90,32 +90,23 @@ class CoolMenuTest : public testing::Test {
 
   const CMyItemData& Data(unsigned id) const { return *cool().Items().Item(Info(id).dwItemData); }
 
-  LRESULT Measure(ULONG_PTR key, SIZE& size) const {
+  SIZE Measured(unsigned id) const {
     MEASUREITEMSTRUCT request{};
     request.CtlType = ODT_MENU;
-    request.itemData = key;
-    const LRESULT answer = ::SendMessageA(host, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&request));
-    size = {static_cast<LONG>(request.itemWidth), static_cast<LONG>(request.itemHeight)};
-    return answer;
-  }
-  SIZE Measured(unsigned id) const {
-    SIZE size{};
-    EXPECT_EQ(Measure(Info(id).dwItemData, size), TRUE);
-    return size;
+    request.itemData = Info(id).dwItemData;
+    EXPECT_EQ(::SendMessageA(host, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&request)), TRUE);
+    return {static_cast<LONG>(request.itemWidth), static_cast<LONG>(request.itemHeight)};
   }
 
-  LRESULT Draw(const Canvas& canvas, ULONG_PTR key, UINT state) const {
+  Canvas Drawn(unsigned id, UINT state) const {
+    Canvas canvas;
     DRAWITEMSTRUCT request{};
     request.CtlType = ODT_MENU;
     request.itemState = state;
     request.hDC = canvas.dc();
     request.rcItem = {0, 0, kWidth, kHeight};
-    request.itemData = key;
-    return ::SendMessageA(host, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&request));
-  }
-  Canvas Drawn(unsigned id, UINT state) const {
-    Canvas canvas;
-    EXPECT_EQ(Draw(canvas, Info(id).dwItemData, state), TRUE);
+    request.itemData = Info(id).dwItemData;
+    EXPECT_EQ(::SendMessageA(host, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&request)), TRUE);
     return canvas;
   }
 

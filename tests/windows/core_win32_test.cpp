@@ -94,19 +94,17 @@ TEST(AnsiCase, FollowsTheCodePage) {
 }
 
 TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
-  char text[64] = "";
-  DWORD size = 0;
-  const auto read = [&] {
-    size = sizeof text;
-    return ::RegGetValueA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillon",
-                          RRF_RT_REG_SZ, nullptr, text, &size);
+  const auto read = [] {
+    char text[64] = "";
+    DWORD size = sizeof text;
+    ::RegGetValueA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", "Quillon", RRF_RT_REG_SZ,
+                   nullptr, text, &size);
+    return std::string(text);
   };
   WriteRunValue("C:\\Q\\Quillon");
-  EXPECT_EQ(read(), ERROR_SUCCESS);
-  EXPECT_STREQ(text, "C:\\Q\\Quillon");
-  DeleteRunValue();
-  DeleteRunValue();  // silent when there is nothing to delete
-  EXPECT_EQ(read(), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(read(), "C:\\Q\\Quillon");
+  for (int i = 0; i < 2; ++i) DeleteRunValue();  // silent when there is nothing to delete
+  EXPECT_EQ(read(), "");
 }
 
 TEST(DesktopWin32, KnowsUserClockAndProgram) {
@@ -162,22 +160,8 @@ TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
 
 TEST(EventLoop, PendingEventsLeaveTheEndToTheLoop) {
   ::PostQuitMessage(7);
-  RunPendingEvents();
-  RunPendingEvents();
+  for (int i = 0; i < 2; ++i) RunPendingEvents();
   EXPECT_EQ(RunMessageLoop(), 7);
-}
-
-TEST(EventLoop, WaitingEndsWithTheFirstEvent) {
-  RunPendingEvents();
-  DWORD start = ::GetTickCount();
-  WaitForEvent(100);
-  EXPECT_GE(::GetTickCount() - start, 80u);
-  ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
-  MSG message;
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // seen, but left where it is
-  start = ::GetTickCount();
-  WaitForEvent(5000);
-  EXPECT_LT(::GetTickCount() - start, 1000u);
 }
 
 }  // namespace

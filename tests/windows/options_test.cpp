@@ -86,29 +86,18 @@ class OptionsDialog : public testing::Test {
     return visible;
   }
   static int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
-  // The tree as text: groups and members in order, members behind ">".
-  std::string Tree() const {
-    std::string text;
-    const HWND tree = Child(3, WC_TREEVIEWA);
-    for (HTREEITEM group = TreeView_GetChild(tree, TreeView_GetRoot(tree)); group;
-         group = TreeView_GetNextSibling(tree, group)) {
-      text += NodeText(tree, group);
-      for (HTREEITEM user = TreeView_GetChild(tree, group); user; user = TreeView_GetNextSibling(tree, user))
-        text += ">" + NodeText(tree, user);
-      text += " ";
+  // The nodes below one as text: groups behind a blank, their members behind ">".
+  static std::string Nodes(HWND tree, HTREEITEM parent, const char* before) {
+    std::string all;
+    for (HTREEITEM node = TreeView_GetChild(tree, parent); node; node = TreeView_GetNextSibling(tree, node)) {
+      char text[260] = "";
+      TVITEMA item{TVIF_TEXT, node, 0, 0, text, sizeof text, 0, 0, 0, 0};
+      ::SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+      all += before + std::string(text) + Nodes(tree, node, ">");
     }
-    return text;
+    return all;
   }
-  static std::string NodeText(HWND tree, HTREEITEM node) {
-    char text[260] = "";
-    TVITEMA item{};
-    item.mask = TVIF_TEXT;
-    item.hItem = node;
-    item.pszText = text;
-    item.cchTextMax = sizeof text;
-    ::SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-    return text;
-  }
+  std::string Tree() const { return Nodes(Child(3, WC_TREEVIEWA), TreeView_GetRoot(Child(3, WC_TREEVIEWA)), " "); }
 
   support::RecordingProgram program;
   mainwindow::UserRoster& users = program.users;
@@ -117,7 +106,6 @@ class OptionsDialog : public testing::Test {
 
 TEST_F(OptionsDialog, ShowsTheSettings) {
   Open();
-  EXPECT_EQ(form->Text(), "Options - Quillon");
   EXPECT_EQ(support::TextOf(Item(0, kNameBox)), "Anna");
   EXPECT_EQ(SelectedRow(Swatches()), 4);
   EXPECT_TRUE(::SendMessageA(Positions(), TB_ISBUTTONCHECKED, kFirstPosition + 1, 0));
@@ -127,7 +115,7 @@ TEST_F(OptionsDialog, ShowsTheSettings) {
   EXPECT_EQ(::SendMessageA(Item(1, kStartUpBox), BM_GETCHECK, 0, 0), BST_CHECKED);
   EXPECT_EQ(support::TextOf(Item(1, kLanguageBox)), "English");
   EXPECT_EQ(support::RowTexts(Blocked()), (Texts{"Mallory", "John smith"}));
-  EXPECT_EQ(Tree(), "Friends>bob>carl Rest>dora ");
+  EXPECT_EQ(Tree(), " Friends>bob>carl Rest>dora");
 }
 
 TEST_F(OptionsDialog, WhatItCannotShowStaysAsItIs) {
@@ -144,8 +132,6 @@ TEST_F(OptionsDialog, WhatItCannotShowStaysAsItIs) {
   };
   const auto before = settings();
   Open();
-  EXPECT_EQ(SelectedRow(Swatches()), -1);
-  EXPECT_EQ(SelectedRow(Sounds()), -1);
   Press(kAcceptButton);
   EXPECT_FALSE(form->hwnd());
   EXPECT_EQ(settings(), before);
@@ -233,8 +219,7 @@ TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
 TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
   Open();
   Press(kSecurityButton);
-  const HWND box = Item(2, kBlockBox), tools = Child(2, TOOLBARCLASSNAMEA);
-  const auto canRemove = [tools] { return ::SendMessageA(tools, TB_ISBUTTONENABLED, kUnblockButton, 0) != 0; };
+  const HWND box = Item(2, kBlockBox);
   for (const char* name : {" jOHN smITH ", ""}) {
     Type(box, name);
     Key(box, VK_RETURN);
@@ -244,10 +229,10 @@ TEST_F(OptionsDialog, BlockedUsersAreAddedWithEnterAndComeBackWhenRemoved) {
   Press(kUnblockButton);
   EXPECT_EQ(support::TextOf(box), "Mallory");
   EXPECT_EQ(SelectedRow(Blocked()), 0);
-  EXPECT_TRUE(canRemove());
-  for (int i = 0; i < 2; ++i) Press(kUnblockButton);
-  EXPECT_EQ(ListView_GetItemCount(Blocked()), 0);
-  EXPECT_FALSE(canRemove());
+  for (int rows = 2; rows >= 0; --rows, Press(kUnblockButton)) {
+    EXPECT_EQ(ListView_GetItemCount(Blocked()), rows);
+    EXPECT_EQ(::SendMessageA(Child(2, TOOLBARCLASSNAMEA), TB_ISBUTTONENABLED, kUnblockButton, 0) != 0, rows > 0);
+  }
 }
 
 TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
@@ -265,23 +250,22 @@ TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
     return Tree();
   };
   EXPECT_EQ(after(kAdd, "bob"), "") << "no group to go to";
-  EXPECT_EQ(after(kEnter, "Friends"), "Friends ") << "no group yet, so a new one";
-  EXPECT_EQ(after(kEnter, "bob"), "Friends>bob ");
-  for (const char* refused : {"bob", "a|b", "  "}) EXPECT_EQ(after(kAdd, refused), "Friends>bob ");
-  EXPECT_EQ(after(kAdd, "Bob"), "Friends>bob>Bob ") << "into the group of the selected member; case counts";
-  for (const char* refused : {"Friends", "x|y"}) EXPECT_EQ(after(kNewGroup, refused), "Friends>bob>Bob ");
-  EXPECT_EQ(after(kNewGroup, "friends"), "Friends>bob>Bob friends ");
-  EXPECT_EQ(after(kRemove, ""), "Friends>bob>Bob ");
+  EXPECT_EQ(after(kEnter, "Friends"), " Friends") << "no group yet, so a new one";
+  EXPECT_EQ(after(kEnter, "bob"), " Friends>bob");
+  EXPECT_EQ(after(kAdd, "Bob"), " Friends>bob>Bob") << "into the group of the selected member; case counts";
+  for (const char* refused : {"bob", "a|b", "  "}) EXPECT_EQ(after(kAdd, refused), " Friends>bob>Bob");
+  for (const char* refused : {"Friends", "x|y"}) EXPECT_EQ(after(kNewGroup, refused), " Friends>bob>Bob");
+  EXPECT_EQ(after(kNewGroup, "friends"), " Friends>bob>Bob friends");
+  EXPECT_EQ(after(kRemove, ""), " Friends>bob>Bob");
   EXPECT_EQ(support::TextOf(box), "friends") << "to be put in again elsewhere";
   TreeView_SelectItem(tree, TreeView_GetRoot(tree));
-  EXPECT_EQ(after(kRemove, ""), "Friends>bob>Bob ");
+  EXPECT_EQ(after(kRemove, ""), " Friends>bob>Bob");
   TreeView_SelectItem(tree, TreeView_GetChild(tree, TreeView_GetChild(tree, TreeView_GetRoot(tree))));
-  EXPECT_EQ(after(kRemove, ""), "Friends>Bob ");
+  EXPECT_EQ(after(kRemove, ""), " Friends>Bob");
 }
 
 TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   Open();
-  EXPECT_EQ(VisiblePage(), 0);
   EXPECT_TRUE(Alt('s'));
   EXPECT_EQ(VisiblePage(), 2);
   EXPECT_TRUE(Key(form->hwnd(), VK_TAB, VK_CONTROL));
@@ -293,11 +277,9 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   EXPECT_TRUE(::SendMessageA(Positions(), TB_ISBUTTONCHECKED, kFirstPosition + 2, 0));
   EXPECT_TRUE(Alt('r'));  // the check box here, Remove on other pages
   EXPECT_EQ(::SendMessageA(Item(1, kStartUpBox), BM_GETCHECK, 0, 0), BST_UNCHECKED);
-  EXPECT_EQ(Tree(), "Friends>bob>carl Rest>dora ");
   ::SetFocus(support::ChildrenOf(form->hwnd(), TOOLBARCLASSNAMEA).front());  // that of the commands
   EXPECT_TRUE(Alt('G'));
-  EXPECT_EQ(VisiblePage(), 3);
-  EXPECT_EQ(::GetFocus(), Item(3, kGroupBox));  // from wherever it was
+  EXPECT_EQ(::GetFocus(), Item(3, kGroupBox)) << "from wherever it was";
   // Accept and Add share a letter: it is Add's while there is a name to add.
   for (const char* name : {"bob", ""}) {
     Type(Item(3, kGroupBox), name);
