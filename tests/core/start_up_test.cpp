@@ -105,7 +105,7 @@ TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
   folder.PutFolder("Log.txt");
   folder.PutFolder("User.ini");
   Main(program, "");
-  EXPECT_EQ(Happened().back(), "box : & 75: Path/File access error") << "the language comes with the settings";
+  EXPECT_EQ(Happened().back(), "box : & 75: Path/File access error") << "no text is loaded before the settings are";
   EXPECT_EQ(gUserName, "anna");
   EXPECT_FALSE(Desktop().posted.empty());
 }

@@ -69,23 +69,7 @@ class Desks(unittest.TestCase):
         self.assertEqual(self.bob.probe.windows("frmPop"), [])
         self.assertEqual(self.bob.log()[-1], "alert sent to all")
 
-    def test_3_a_sender_blocked_by_his_alert_is_not_shown_again(self):
-        self.wire.send("mallory|C/0")
-        self.wire.send("mallory|P/\xdfBuy now!|Bob")
-        popup, _ = self.bob.popup_at_rest()
-        options = next(button for button in self.bob.probe.children(popup, "Button") if button.text == "Options")
-        self.bob.probe.post(options, probe.BM_CLICK)
-        self.bob.probe.wait_for("#32768")
-        for key in (probe.VK_UP, probe.VK_RETURN):  # the last entry of the menu
-            self.bob.probe.post(popup, probe.WM_KEYDOWN, key)
-        probe.wait(lambda: not [menu for menu in self.bob.probe.windows("#32768") if menu.visible])
-        self.bob.probe.close(popup)
-        self.wire.send("mallory|P/\xdfReally!|Bob")
-        self.wire.send("dora|P/\xdfIs it quiet now?|Bob")
-        self.assertEqual(self.bob.popup_at_rest()[1], ["Is it quiet now?\r\n"])
-        self.assertEqual(len(self.bob.probe.windows("frmPop")), 1)
-
-    def test_4_a_conversation_in_public_and_in_private(self):
+    def test_3_a_conversation_in_public_and_in_private(self):
         start = self.wire.mark()
         at_anna = self.anna.open_chat("(All)")
         self.anna.say(at_anna, "Who has the keys?")
@@ -106,7 +90,7 @@ class Desks(unittest.TestCase):
         self.assertEqual((self.bob.said(at_bob), self.carla.said(at_carla)), (line, line))
         self.assertEqual([len(copy.probe.windows("frmChat")) for copy in self.everybody], [1, 1, 1])
 
-    def test_5_twenty_lines_back_to_back(self):
+    def test_4_twenty_lines_back_to_back(self):
         for number in range(20):
             self.wire.send(f"dora|M/\xdeline {number}")
         expected = "".join(f"dora:\tline {number}\r\n" for number in range(20))
@@ -114,7 +98,7 @@ class Desks(unittest.TestCase):
             self._wait_said(copy, copy.probe.wait_for("frmChat"), expected)
             self.assertEqual(len(copy.probe.windows("frmChat")), 1)
 
-    def test_6_name_and_colour_reach_the_others(self):
+    def test_5_name_and_colour_reach_the_others(self):
         start = self.wire.mark()
         dialog = self.anna.open_options()
         self.anna.probe.set_text(self.anna.probe.control(dialog, NAME_BOX), "  Berta ")
@@ -142,7 +126,7 @@ class Desks(unittest.TestCase):
         self.anna.probe.wait_gone(dialog)
         return box.text, text
 
-    def test_7_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
+    def test_6_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
         composer, _ = self.anna.open_composer("(All)"), self.anna.open_chat("(All)")
         self.wire.send("eve|M/\xdfHello!")
         self.anna.popup_at_rest()
@@ -167,7 +151,7 @@ class Desks(unittest.TestCase):
         self.assertEqual(dialog.text, "Optionen - Quillon")
         self.anna.probe.close(dialog)
 
-    def test_8_who_leaves_leaves_the_conversation(self):
+    def test_7_who_leaves_leaves_the_conversation(self):
         at_bob = self.bob.open_chat("carla")
         self.bob.say(at_bob, "Have a nice evening")
         self._wait_said(self.carla, self.carla.probe.wait_for("frmChat"), "Bob:\tHave a nice evening\r\n")

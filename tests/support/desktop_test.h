@@ -1,8 +1,9 @@
-// The ground on which most native tests stand: fresh settings, a fresh desktop, an empty program folder.
+// The base of most native tests: fresh settings, a fresh desktop, no texts, a program folder of its own.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include "core/language.h"
 #include "tests/support/error_of.h"
 #include "support/program_folder.h"
 #include "support/recording_desktop.h"
@@ -11,7 +12,11 @@ namespace support {
 
 class DesktopTest : public testing::Test {
  protected:
-  DesktopTest() { ResetDesktop(); }
+  DesktopTest() {
+    ResetDesktop();
+    folder.Put("Lang.con", "Code,English");
+    core::LoadLang();  // or the texts of an earlier test would stay
+  }
 
   // The texts of the log, without time and quotes, ";" behind each.
   std::string Log() const {
