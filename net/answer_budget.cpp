@@ -16,20 +16,22 @@ void AnswerBudget::Begin(bool listed, std::size_t seed, std::int32_t now) {
 
 Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
   names_ = names;
-  if (!owed_ && names <= limits_.fewNames && TakeOne(now)) return Answer::Now;
+  if (!owed_ && TakeOne(now)) {
+    RepeatLater(listed, now);
+    return Answer::Now;
+  }
   owedToListed_ = listed || (owed_ && owedToListed_);
   if (owed_) return Settle(now) ? Answer::Now : Answer::Gathered;  // now if its timer is late
-  owed_ = After(DelayFor(names), now);
+  owed_ = After(Delay(), now);
   again_.reset();
   return Answer::Owed;
 }
 
-// Only what others list is worth a repetition: who is hidden, here or there, forgets everything after his ten seconds.
-// While newcomers keep asking, each answer repeats the one before.
 bool AnswerBudget::Settle(std::int32_t now) {
   if (IsDue(owed_, now)) {
     owed_.reset();
-    if (listed_ && owedToListed_) again_ = After(limits_.repetition, now);
+    TakeOne(now);
+    RepeatLater(owedToListed_, now);
     return true;
   }
   bool repeats = false;
@@ -41,6 +43,12 @@ bool AnswerBudget::Settle(std::int32_t now) {
   return repeats;
 }
 
+// Only what others list is worth a repetition: who is hidden, here or there, forgets everything after his ten seconds.
+// While newcomers keep asking, each answer repeats the one before.
+void AnswerBudget::RepeatLater(bool listed, std::int32_t now) {
+  if (listed_ && listed && names_ > limits_.fewNames) again_ = After(limits_.repetition, now);
+}
+
 std::optional<std::uint32_t> AnswerBudget::Wait(std::int32_t now) const {
   std::optional<std::uint32_t> wait;
   for (const Time& time : {owed_, again_, joined_})
@@ -49,21 +57,30 @@ std::optional<std::uint32_t> AnswerBudget::Wait(std::int32_t now) const {
 }
 
 bool AnswerBudget::TakeOne(std::int32_t now) {
-  const std::uint32_t refills = core::TicksSince(refilled_, now) / limits_.refillTime;
-  taken_ -= std::min(taken_, refills);
-  refilled_ = taken_ == 0 ? now : core::TicksAfter(refilled_, refills * limits_.refillTime);
-  if (taken_ >= limits_.maxAtOnce) return false;
+  const std::uint32_t refillTime = std::max(limits_.refillTime, FullDelay());
+  const std::uint32_t refills = core::TicksSince(refilled_, now) / refillTime;
+  taken_ -= std::min<std::size_t>(taken_, refills);
+  refilled_ = taken_ == 0 ? now : core::TicksAfter(refilled_, refills * refillTime);
+  if (taken_ >= MaxAtOnce()) return false;
   ++taken_;
   return true;
 }
 
+std::size_t AnswerBudget::MaxAtOnce() const {
+  return names_ <= limits_.fewNames ? limits_.maxAtOnce : limits_.maxAtOnceOfAll / names_;
+}
+
+std::uint32_t AnswerBudget::FullDelay() const {
+  const std::uint64_t delay = std::uint64_t{limits_.microsecondsPerName} * names_ / 1000;
+  return static_cast<std::uint32_t>(std::min<std::uint64_t>(delay, limits_.longestDelay));
+}
+
 // Nobody waits for the answer of a hidden copy, and it must come when all others have given theirs: each of them that
 // it reached earlier would have to answer twice.
-AnswerLimits::Span AnswerBudget::DelayFor(std::size_t names) const {
+AnswerLimits::Span AnswerBudget::Delay() const {
   const std::uint32_t longest = limits_.longestDelay;
   if (!listed_) return {longest - longest / 3, longest};
-  const std::uint64_t delay = std::uint64_t{limits_.microsecondsPerName} * names / 1000;
-  const auto most = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(delay, limits_.shortestDelay, longest));
+  const std::uint32_t most = std::max(FullDelay(), limits_.shortestDelay);
   return {most / 3, most};
 }
 

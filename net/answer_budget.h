@@ -1,6 +1,6 @@
-// When a copy answers newcomers. An answer is a broadcast: one that goes out after ten newcomers were heard serves all
-// ten. So each packet of a newcomer is answered at once only while few names are heard. Among many an answer is owed:
-// it follows within two seconds, at a random time, and serves everybody who asked until then.
+// When a copy answers newcomers: at once and each of their packets, while its budget lasts. An answer is a broadcast:
+// one that goes out after ten newcomers were heard serves all ten. So beyond the budget an answer is owed: it follows
+// within two seconds, at a random time, and serves everybody who asked until then.
 #pragma once
 
 #include <cstddef>
@@ -23,11 +23,18 @@ struct AnswerLimits {
   // Even then an endless stream of newcomers must not be answered with three times as much. Five copies that are
   // switched on together take 68 answers from one that runs already.
   std::uint32_t maxAtOnce = 72;
-  std::uint32_t refillTime = 1000 / 16;  // for each further one
 
-  // Among many an answer is owed for a third to the whole of a delay that grows with the names. Then all copies
-  // together send about 2,000 packets a second: when asked once they spread over two thirds of it, and when asked all
-  // the time they answer each two thirds of it, on average.
+  // Among more, all copies together answer so many at once: 255 packets, since the smallest receive buffer in use,
+  // 64 kB, holds 256. With 16 for each copy among up to forty, and one second's worth beyond, a start among twenty
+  // would take 72 packets for each copy, not 34, and among two hundred old machines would lose 160 of the answers.
+  std::size_t maxAtOnceOfAll = 85;
+
+  // Refills one of them; among many it takes as long as the longest delay below.
+  std::uint32_t refillTime = 1000 / 16;
+
+  // An answer is owed for a third to the whole of a delay that grows with the names. Then all copies together send
+  // about 2,000 packets a second: when asked once they spread over two thirds of it, and when asked all the time they
+  // answer each two thirds of it, on average.
   std::uint32_t microsecondsPerName = 2250;
   // The packets of one start arrive within milliseconds, and so do leaving and joining again: one answer for all.
   std::uint32_t shortestDelay = 250;
@@ -71,16 +78,19 @@ class AnswerBudget {
   using Time = std::optional<std::int32_t>;
 
   bool TakeOne(std::int32_t now);
-  AnswerLimits::Span DelayFor(std::size_t names) const;
+  std::size_t MaxAtOnce() const;
+  std::uint32_t FullDelay() const;
+  AnswerLimits::Span Delay() const;
+  void RepeatLater(bool listed, std::int32_t now);
   std::uint32_t Left(std::int32_t time, std::int32_t now) const;
   bool IsDue(Time time, std::int32_t now) const { return time && Left(*time, now) == 0; }
   std::int32_t After(AnswerLimits::Span span, std::int32_t now);
 
   AnswerLimits limits_;
   std::minstd_rand random_;
-  bool listed_ = false;      // the own name
-  std::size_t names_ = 0;    // at the last question
-  std::uint32_t taken_ = 0;  // answers at once, less the refilled ones
+  bool listed_ = false;    // the own name
+  std::size_t names_ = 0;  // at the last question
+  std::size_t taken_ = 0;  // answers at once, less the refilled ones
   std::int32_t refilled_ = 0;
 
   // When an answer is due, when the last one is repeated, and when the joining is.

@@ -246,15 +246,21 @@ class AnswerBudgetTest : public testing::Test {
   AnswerBudget budget{kLimits};
 };
 
-TEST_F(AnswerBudgetTest, AmongFewEverybodyIsAnsweredAtOnceUpToAFlood) {
-  ForgetTheJoining();
-  for (std::uint32_t i = 0; i < kLimits.maxAtOnce; ++i) EXPECT_EQ(budget.Ask(true, kFew, now), Answer::Now);
-  EXPECT_EQ(budget.Ask(true, kFew, now), Answer::Owed);
-  EXPECT_EQ(budget.Ask(true, kFew, now), Answer::Gathered);
-  Pass();
-  EXPECT_TRUE(budget.Settle(now));
-  now = core::TicksAfter(now, 1000);
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(budget.Ask(true, kFew, now), Answer::Now) << i;
+TEST_F(AnswerBudgetTest, EverybodyIsAnsweredAtOnceUpToAFlood) {
+  const struct {
+    std::size_t names, atOnce, refilled;  // within a second
+  } kRows[] = {{kFew, kLimits.maxAtOnce, 16}, {20, 4, 4}, {85, 1, 1}, {86, 0, 0}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.names);
+    now = core::TicksAfter(now, 60000);
+    for (std::size_t i = 0; i < row.atOnce; ++i) EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Now);
+    EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Owed);
+    EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Gathered);
+    Pass();
+    EXPECT_TRUE(budget.Settle(now));
+    now = core::TicksAfter(now, 1000);
+    for (std::size_t i = 0; i < row.refilled; ++i) EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Now);
+  }
 }
 
 TEST_F(AnswerBudgetTest, AmongManyOneAnswerServesAllAndIsRepeatedOnce) {

@@ -93,7 +93,7 @@ TEST_F(SegmentTest, LargeSegmentsKnowEverybodyAtLittleCost) {
   };
   desks.front().Kill();
   desks.front().Start();
-  expectFew(20);
+  expectFew(25);
   desks.front().Accept("renamed", 7);
   expectFew(10);
   for (Desk& desk : desks) {
