@@ -161,19 +161,34 @@ void MemorySegment::StartSettled() {
   settling_ = false;
 }
 
-void MemorySegment::At(Time time, std::function<void()> action) {
-  events_.push_back({time, eventCount_++, std::move(action)});
+void MemorySegment::At(Time time, std::function<void()> action) { Push({time, eventCount_++, std::move(action)}); }
+
+void MemorySegment::Push(Event event) {
+  events_.push_back(std::move(event));
   std::ranges::push_heap(events_, IsLater);
 }
 
+MemorySegment::Event MemorySegment::Pop() {
+  std::ranges::pop_heap(events_, IsLater);
+  Event event = std::move(events_.back());
+  events_.pop_back();
+  return event;
+}
+
 void MemorySegment::RunUntil(Time end) {
-  while (!events_.empty() && events_.front().time <= end) {
-    std::ranges::pop_heap(events_, IsLater);
-    const Event event = std::move(events_.back());
-    events_.pop_back();
+  const auto isNext = [this](Time last) { return !events_.empty() && events_.front().time <= last; };
+  while (isNext(end)) {
+    Event event = Pop();
     now_ = event.time;
     SetClock(now_);
-    event.action();
+    if (event.action) {
+      event.action();
+      continue;
+    }
+    std::vector<Event> arrivals;
+    arrivals.push_back(std::move(event));
+    while (isNext(std::min(now_ + conditions_.together, end)) && !events_.front().action) arrivals.push_back(Pop());
+    Deliver(arrivals);
   }
   now_ = end;
   SetClock(now_);
@@ -184,14 +199,18 @@ Time MemorySegment::Broadcast(std::string packet, Time after, const Desk* sender
   ++BySecond(packets_, now_);
   if (transcript) transcript->push_back(packet);
   const Time arrival = std::max(now_ + Between(kShortestWay, kLongestWay, ways_), after + 1us);
-  At(arrival, [this, packet = std::move(packet), sender] { Deliver(packet, sender); });
+  Push({arrival, eventCount_++, {}, std::move(packet), sender});
   return arrival;
 }
 
-void MemorySegment::Deliver(std::string_view packet, const Desk* sender) {
+void MemorySegment::Deliver(const std::vector<Event>& arrivals) {
   std::bernoulli_distribution isLost(conditions_.loss);
-  for (Desk& desk : desks_)
-    if (&desk == sender || !isLost(losses_)) desk.Hear(packet);
+  for (Desk& desk : desks_) {
+    for (const Event& arrival : arrivals) {
+      now_ = arrival.time;
+      if (&desk == arrival.sender || conditions_.loss == 0 || !isLost(losses_)) desk.Hear(arrival.packet);
+    }
+  }
 }
 
 void MemorySegment::SetClock(Time time) {
