@@ -105,6 +105,9 @@ TEST_F(ParticipantsTest, UsersOnlineAreAllButGroups) {
   roster.AddUser("Anna");
   EXPECT_TRUE(offered.Take(roster.lvUsers)) << "in another order";
   EXPECT_EQ(offered.Names(), (Texts{"(All)", "bob", "me", "Anna"}));
+  EXPECT_EQ(GroupsOf(0).size(), 1u);
+  EXPECT_EQ(GroupsOf(500).size(), 1u);
+  EXPECT_EQ(GroupsOf(501), (std::vector<std::size_t>{0, 83, 167, 250, 334, 417}));
 }
 
 class RecipientsTest : public ParticipantsTest {

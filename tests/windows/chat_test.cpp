@@ -188,12 +188,27 @@ TEST_F(ChatTest, TheUsersMenuOffersWhoIsOnline) {
   EXPECT_EQ(UserCaptions(menu).size(), 5u) << "an open menu keeps its entries";
   for (unsigned entry = 1; entry < 6; ++entry) Choose(mnuUser + entry);  // the last is none
   EXPECT_EQ(support::RowTexts(lvUsers()), (Texts{"anna", "-bob", "#x", "a&b"}));
-  for (int i = 0; i < 5000; ++i) roster.AddUser("user" + std::to_string(i));
-  EXPECT_EQ(UserCaptions(UsersMenu()).size(), kMostOffered);
-  EXPECT_TRUE(toolkit::FindItem(menu, mnuMore).has_value());
   selected = "user4711|user4712|";
   Choose(mnuAdd);
   EXPECT_EQ(support::TextOf(lblStat()), " 6 users in this chat");
+}
+
+TEST_F(ChatTest, ThousandsOfUsersAreOfferedInGroups) {
+  core::gSafe = 1;
+  for (int i = 0; i < 4995; ++i) roster.AddUser("user" + std::to_string(i));
+  Open("");
+  const HMENU menu = UsersMenu();
+  const int group = 5;
+  const int position = toolkit::FindItem(menu, mnuOnlineSep)->position + 1 + group;
+  EXPECT_EQ(support::MenuText(menu, position), "user495 - user594");
+  const HMENU names = ::GetSubMenu(menu, position);
+  for (const HMENU opens : {::GetSubMenu(menu, position + 1), names})
+    ::SendMessageA(hwnd(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(opens), 0);
+  EXPECT_EQ(::GetMenuItemCount(::GetSubMenu(menu, position + 1)), 0);
+  EXPECT_EQ(UserCaptions(names).size(), 100u);
+  Choose(mnuUser + 99);
+  Choose(mnuUser + 100);
+  EXPECT_EQ(support::RowTexts(lvUsers()), Texts{"user594"});
 }
 
 TEST_F(ChatTest, ViewOptionsAndTheirHelp) {

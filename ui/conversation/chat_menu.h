@@ -1,8 +1,6 @@
 // The menus of a chat window.
 #pragma once
 
-#include <cstddef>
-
 #include "res/pictures.h"
 #include "ui/toolkit/menu/menu_table.h"
 
@@ -30,7 +28,7 @@ enum Id : unsigned {
   mnuAdd,
   mnuOnlineSep,
   mnuRemove,
-  mnuMore,  // stands for the names that are too many for a menu
+  mnuGroup,  // of each sub-menu of names, where they are too many for one menu
   mnuUser = 1000,
 };
 
@@ -55,9 +53,5 @@ inline constexpr toolkit::MenuRow kChatMenu[] = {
     {1, chatmenu::mnuRemove, {3116, "|Remove selected user from list|&Remove User"}, res::kMenuRemoveUser},
 };
 static_assert(toolkit::IsSound(kChatMenu));
-
-// So many users are offered at most. A menu of thousands would take seconds to open and could not be read; the others
-// are added by selecting them in the main window.
-inline constexpr std::size_t kMostOffered = 120;
 
 }  // namespace conversation

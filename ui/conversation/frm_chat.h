@@ -14,6 +14,7 @@
 #include "ui/conversation/chat_text.h"
 #include "ui/conversation/participants.h"
 #include "ui/conversation/splitter_bar.h"
+#include "ui/conversation/users_menu.h"
 #include "ui/conversation/users_online.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/rows_view.h"
@@ -108,6 +109,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   ULONGLONG shownAt_ = 0;  // for reading, milliseconds since the system started; 0 = never
 
   toolkit::WindowMenu menu_{kChatMenu, toolkit::MenuKind::Bar};
+  UsersMenu mnuUser_{menu_};
 };
 
 }  // namespace conversation

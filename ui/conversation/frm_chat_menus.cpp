@@ -6,7 +6,6 @@
 #include "core/text.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_chat.h"
-#include "ui/conversation/users_menu.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/frm_save.h"
 
@@ -20,13 +19,13 @@ constexpr toolkit::Caption kExportTitle{3202, "Export Chat"};
 }  // namespace
 
 void FrmChat::MenuOpens(HMENU menu) {
+  mnuUser_.Opens(menu);
   const auto remove = menu_.Find(mnuRemove);
   if (!remove || remove->menu != menu) return;
   menu_.Enable(mnuRemove, participants_.Rows().SelectedCount() > 0);
   if (!usersOnlineStale_) return;
   usersOnlineStale_ = false;
-  if (!lstUsers.Take(mainList_.lvUsers)) return;
-  FillUsersMenu(menu_, lstUsers.Names());
+  if (lstUsers.Take(mainList_.lvUsers)) mnuUser_.Fill(lstUsers.Names());
 }
 
 std::span<const toolkit::Command> FrmChat::Commands() const {
@@ -41,7 +40,7 @@ std::span<const toolkit::Command> FrmChat::Commands() const {
       {mnuTime, &FrmChat::mnuTime_Click},
       {mnuClose, &FrmChat::Close},
       {mnuAdd, &FrmChat::mnuAdd_Click},
-      {mnuUser, kMostOffered, &FrmChat::mnuUser_Click},
+      {mnuUser, kMaxInMenu, &FrmChat::mnuUser_Click},
       {mnuRemove, &FrmChat::mnuRemove_Click},
   };
   return kCommands;
@@ -93,7 +92,8 @@ void FrmChat::mnuAdd_Click() {
 
 // By its place in the list: what the caption shows of a name is not the name.
 void FrmChat::mnuUser_Click(unsigned index) {
-  if (index < lstUsers.Names().size()) AddUser(lstUsers.Names()[index]);
+  const std::string* const name = mnuUser_.NameOf(index);
+  if (name) AddUser(std::string(*name));
 }
 
 void FrmChat::mnuRemove_Click() {

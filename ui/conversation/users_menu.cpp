@@ -4,6 +4,7 @@
 
 #include "core/text.h"
 #include "ui/conversation/chat_menu.h"
+#include "ui/conversation/users_online.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/screen.h"
 
@@ -11,32 +12,40 @@ namespace conversation {
 namespace {
 
 using namespace chatmenu;
+using toolkit::Px;
 using toolkit::operator""_dp;
 
-constexpr std::size_t kShownOfName = 40;
-constexpr char kMore[] = "...";
+// What a drawn menu item keeps of a caption.
+constexpr std::size_t kMaxShown = 190;
 
-// About the height of an entry; as many entries as fit the screen make a column.
-constexpr toolkit::Twips kEntryHeight = 24_dp;
-
-std::size_t EntriesInColumn() {
-  return static_cast<std::size_t>(std::max(toolkit::WorkAreaPixels().Height() / toolkit::Px(kEntryHeight) - 6, 8));
-}
+// About the size of an entry beside its name, rounded up.
+constexpr toolkit::Twips kEntryHeight = 24_dp, kEntryWidth = 60_dp;
 
 // A tab would part the name from a shortcut, other control bytes would show as boxes.
-std::string Shown(const std::string& name) {
-  std::string shown(core::LeadingLetters(name, kShownOfName));
+std::string Cleaned(const std::string& name) {
+  std::string shown(core::LeadingLetters(name, kMaxShown));
   std::ranges::replace_if(
       shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
-  if (name.size() > kShownOfName) shown += kMore;
-  return toolkit::LiteralCaption(shown);
+  return name.size() > kMaxShown ? shown + "..." : shown;
 }
 
-bool IsUserEntry(unsigned id) { return (id >= mnuUser && id < mnuUser + kMostOffered) || id == mnuMore; }
+// The group's first and last name; both can be told by their beginnings.
+std::string GroupCaption(const std::string& first, const std::string& last) {
+  const auto part = [](const std::string& name) { return Cleaned(std::string(core::LeadingLetters(name, 80))); };
+  return toolkit::LiteralCaption(part(first) + " - " + part(last));
+}
 
-void RemoveEntries(HMENU menu) {
-  for (int position = ::GetMenuItemCount(menu); position-- > 0;)
-    if (IsUserEntry(::GetMenuItemID(menu, position))) ::RemoveMenu(menu, static_cast<UINT>(position), MF_BYPOSITION);
+// How many entries make a column, so that they all fit on the screen. Where they do not, there are no columns: a single
+// one can be scrolled.
+std::size_t EntriesInColumn(const std::vector<std::string>& names, std::size_t begin, std::size_t end) {
+  const auto work = toolkit::WorkAreaPixels();
+  const auto rows = static_cast<std::size_t>(std::max(work.Height() / Px(kEntryHeight) - 6, 8));
+  LONG widest = 0;
+  for (std::size_t i = begin; i < end; ++i)
+    widest = std::max(widest, toolkit::MeasureText(toolkit::DialogFont(), Cleaned(names[i]).c_str()).cx);
+  const std::size_t columns = (end - begin + rows - 1) / rows;
+  const bool fits = static_cast<LONG>(columns) * (widest + Px(kEntryWidth)) <= work.Width();
+  return fits ? rows : end - begin;
 }
 
 void BreakColumn(HMENU menu, int position) {
@@ -49,19 +58,56 @@ void BreakColumn(HMENU menu, int position) {
 
 }  // namespace
 
-void FillUsersMenu(toolkit::WindowMenu& menu, const std::vector<std::string>& names) {
-  RemoveEntries(menu.Find(mnuRemove)->menu);
-  auto place = *menu.Find(mnuRemove);
-  const std::size_t offered = std::min(names.size(), kMostOffered), column = EntriesInColumn();
-  for (std::size_t i = 0; i < offered; ++i, ++place.position) {
-    menu.Insert(place, mnuUser + static_cast<unsigned>(i), Shown(names[i]));
-    if (i > 0 && i % column == 0) BreakColumn(place.menu, place.position);
+void UsersMenu::Fill(const std::vector<std::string>& names) {
+  Empty();
+  names_ = &names;
+  groups_ = GroupsOf(names.size());
+  auto place = *menu_.Find(mnuRemove);
+  if (groups_.size() == 1) {
+    AddEntries(place, 0, names.size());
+  } else {
+    for (std::size_t i = 0; i < groups_.size(); ++i, ++place.position) {
+      const std::size_t end = i + 1 < groups_.size() ? groups_[i + 1] : names.size();
+      subMenus_.push_back(menu_.InsertSubMenu(place, mnuGroup, GroupCaption(names[groups_[i]], names[end - 1])));
+    }
   }
-  if (offered < names.size()) {
-    menu.Insert(place, mnuMore, kMore);
-    menu.Enable(mnuMore, false);
+  menu_.ItemsChanged();
+}
+
+void UsersMenu::Opens(HMENU menu) {
+  const auto found = std::ranges::find(subMenus_, menu);
+  if (found == subMenus_.end()) return;
+  for (const HMENU subMenu : subMenus_)
+    while (::DeleteMenu(subMenu, 0, MF_BYPOSITION)) {
+    }
+  const auto group = static_cast<std::size_t>(found - subMenus_.begin());
+  AddEntries({menu, 0}, groups_[group], group + 1 < groups_.size() ? groups_[group + 1] : names_->size());
+  menu_.ItemsChanged();
+}
+
+const std::string* UsersMenu::NameOf(unsigned index) const {
+  return begin_ + index < end_ ? &(*names_)[begin_ + index] : nullptr;
+}
+
+// Everything between the head and mnuRemove, the sub-menus with it.
+void UsersMenu::Empty() {
+  const auto head = menu_.Find(mnuOnlineSep), remove = menu_.Find(mnuRemove);
+  for (int position = remove->position; --position > head->position;)
+    ::DeleteMenu(head->menu, static_cast<UINT>(position), MF_BYPOSITION);
+  subMenus_.clear();
+  begin_ = end_ = 0;
+}
+
+void UsersMenu::AddEntries(const toolkit::ItemPlace& place, std::size_t begin, std::size_t end) {
+  const std::size_t column = EntriesInColumn(*names_, begin, end);
+  for (std::size_t i = 0; i < end - begin; ++i) {
+    const int position = place.position + static_cast<int>(i);
+    const std::string caption = toolkit::LiteralCaption(Cleaned((*names_)[begin + i]));
+    menu_.Insert({place.menu, position}, mnuUser + static_cast<unsigned>(i), caption);
+    if (i > 0 && i % column == 0) BreakColumn(place.menu, position);
   }
-  menu.ItemsChanged();
+  begin_ = begin;
+  end_ = end;
 }
 
 }  // namespace conversation

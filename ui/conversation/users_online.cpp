@@ -6,6 +6,13 @@
 
 namespace conversation {
 
+std::vector<std::size_t> GroupsOf(std::size_t names) {
+  const std::size_t count = names <= kMaxInMenu ? 1 : (names + kInGroup - 1) / kInGroup;
+  std::vector<std::size_t> groups;
+  for (std::size_t i = 0; i < count; ++i) groups.push_back(i * names / count);
+  return groups;
+}
+
 bool UsersOnline::Take(const toolkit::ListRows& online) {
   if (seen_ == online.SetChanges()) return false;
   seen_ = online.SetChanges();

@@ -1,6 +1,7 @@
 // lstUsers: the names that a chat window offers for adding.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,6 +10,12 @@
 #include "ui/toolkit/list_rows.h"
 
 namespace conversation {
+
+// So many names are offered in one menu. More are grouped into sub-menus of about kInGroup.
+inline constexpr std::size_t kMaxInMenu = 500, kInGroup = 100;
+
+// Where each of the groups begins that so many names are offered in; one when they are few.
+std::vector<std::size_t> GroupsOf(std::size_t names);
 
 class UsersOnline {
  public:

@@ -81,22 +81,29 @@ void WindowMenu::Insert(const ItemPlace& place, unsigned id, const std::string& 
   SetCaption(place, authored);
 }
 
+HMENU WindowMenu::InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored) {
+  Insert(place, id, authored);
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_SUBMENU;
+  info.hSubMenu = ::CreatePopupMenu();
+  ::SetMenuItemInfoA(place.menu, static_cast<UINT>(place.position), TRUE, &info);
+  return info.hSubMenu;
+}
+
 // Appends the rows from `row` on that stand on this level or deeper; returns the first row after them.
 std::size_t WindowMenu::AppendRows(HMENU menu, std::size_t row) {
   const int level = table_[row].level;
   while (row < table_.size() && table_[row].level == level) {
-    const int position = ::GetMenuItemCount(menu);
-    Insert({menu, position}, table_[row].id, captions_[row]);
-    if (!OpensSubMenu(table_, row)) {
+    const ItemPlace end{menu, ::GetMenuItemCount(menu)};
+    const unsigned id = table_[row].id;
+    const std::string& caption = captions_[row];
+    if (OpensSubMenu(table_, row)) {
+      row = AppendRows(InsertSubMenu(end, id, caption), row + 1);
+    } else {
+      Insert(end, id, caption);
       ++row;
-      continue;
     }
-    MENUITEMINFOA info{};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_SUBMENU;
-    info.hSubMenu = ::CreatePopupMenu();
-    ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
-    row = AppendRows(info.hSubMenu, row + 1);
   }
   return row;
 }

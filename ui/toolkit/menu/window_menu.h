@@ -55,6 +55,9 @@ class WindowMenu {
   // Inserts an item that no row stands for, one of a list of users for instance, before the item at `position`. It is
   // drawn like the others after ItemsChanged.
   void Insert(const ItemPlace& place, unsigned id, const std::string& authored);
+
+  // The same for one that opens a sub-menu, empty as yet.
+  HMENU InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored);
   void ItemsChanged() { drawing_.Convert(); }
 
   HMENU handle() const { return menu_; }
