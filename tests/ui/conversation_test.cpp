@@ -88,9 +88,9 @@ TEST(Paragraphs, AreTheSameBothWays) {
   EXPECT_EQ(positions.size(), 4u + 1 + 2 + 5 + 1);
   Position at = EndOf(said);
   for (; !positions.empty(); positions.pop_back()) EXPECT_EQ(at = PreviousParagraph(said, at), positions.back());
-  const Position part = GoForward(said, at, 300);
+  const Position part = GoForward(said, at, 100);
   EXPECT_TRUE(at < part);
-  EXPECT_FALSE(at < GoBack(said, part, 300));
+  EXPECT_FALSE(at < GoBack(said, part, 100));
   EXPECT_EQ(GoForward(said, at, 100000), EndOf(said));
 }
 
@@ -152,9 +152,9 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
 
 TEST(BoxCost, PortionsGoByTheLastTimesAndCapacityByTheBest) {
   BoxCost cost;
-  for (int i = 0; i < 5; ++i) cost.Took(1000, 1);
-  EXPECT_EQ(cost.Portion(25), 25000u);
-  for (int i = 0; i < 3; ++i) cost.Took(1000, 100);
+  for (const int milliseconds : {50, 2, 1, 2}) cost.Took(1000, milliseconds);
+  EXPECT_EQ(cost.Portion(50), 25000u);
+  cost.Took(1000, 100);
   EXPECT_EQ(cost.Portion(25), 250u);
   EXPECT_EQ(cost.Capacity(25), 25000u);
   cost.Grew(1000, 1 << 20);

@@ -35,7 +35,7 @@ class ChatTextTest : public testing::Test {
 
   // Everything that the timers would have done.
   void Settle() {
-    for (int i = 0; i < 500; ++i) text.Work(ChatText::kWorkTimer);
+    for (int i = 0; i < 300; ++i) text.Work(ChatText::kWorkTimer);
   }
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -67,7 +67,7 @@ class ChatTextTest : public testing::Test {
 };
 
 TEST_F(ChatTextTest, ShowsTheNewestLinesAndTheOthersOnTheWayUp) {
-  constexpr int kAll = 6000;
+  constexpr int kAll = 3500;
   Say(0, kAll);
   Settle();
   const std::string newest = Shown();

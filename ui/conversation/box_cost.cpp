@@ -8,10 +8,10 @@ namespace {
 // Memory grows in steps, so a figure needs the growth of many lines.
 constexpr std::size_t kEnough = 64u << 10;
 
-constexpr std::size_t kLast = 5;
+constexpr std::size_t kLast = 3;
 
 // Before anything was measured.
-constexpr std::size_t kFirstPortion = 8000, kFirstCapacity = 1u << 20;
+constexpr std::size_t kFirstPortion = 4000, kFirstCapacity = 1u << 20;
 
 constexpr double kMost = 1e9;
 
@@ -32,10 +32,10 @@ void BoxCost::Grew(std::size_t weight, std::size_t bytes) {
 
 std::size_t BoxCost::Portion(double milliseconds) const {
   if (count_ == 0) return kFirstPortion;
-  std::array<double, kLast> last{};
-  for (std::size_t i = 0; i < kLast; ++i) last[i] = times_[(count_ - 1 - std::min(i, count_ - 1)) % times_.size()];
-  std::ranges::sort(last);
-  return static_cast<std::size_t>(std::min(milliseconds / last[kLast / 2], kMost));
+  double slowest = 0;
+  for (std::size_t i = 0; i < std::min(kLast, count_); ++i)
+    slowest = std::max(slowest, times_[(count_ - 1 - i) % times_.size()]);
+  return static_cast<std::size_t>(std::min(milliseconds / slowest, kMost));
 }
 
 // Other programs disturb a measurement, but never make it too short.

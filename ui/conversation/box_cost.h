@@ -16,8 +16,8 @@ class BoxCost {
   // While so much was put in, the program's memory has grown by so many bytes.
   void Grew(std::size_t weight, std::size_t bytes);
 
-  // What can be put in next in such a time. It goes by the last few times: of long lines a weight may cost more than of
-  // others, and so does everything while other programs keep the processor busy.
+  // What can be put in next in such a time. It goes by the slowest of the last times: of long lines a weight may cost
+  // more than of others, and so does everything while other programs keep the processor busy.
   std::size_t Portion(double milliseconds) const;
 
   // What a box can lay out in such a time when nothing disturbs it.

@@ -32,7 +32,7 @@ constexpr double kBehind = 300;
 constexpr std::size_t kMaxMemory = 400u << 20;
 
 // The weight of what is put in without asking for its cost.
-constexpr std::size_t kSmall = 400;
+constexpr std::size_t kSmall = 300;
 
 // By how much a box may hold too much before something is taken out of it.
 constexpr double kTolerance = 1.1;
@@ -334,12 +334,13 @@ std::string ChatText::MarkupOf(Position from, Position to) const {
   return markup;
 }
 
-bool ChatText::TooMuch(double tolerance) const {
+bool ChatText::TooMuch(double tolerance, const ShownPart& without) const {
   const auto beyond = [&](std::size_t have, std::size_t most) {
     return static_cast<double>(have) > tolerance * static_cast<double>(most);
   };
-  const std::size_t weight = shown_.Weight();
-  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(shown_.Paragraphs(), kLeastParagraphs)) return true;
+  const std::size_t weight = shown_.Weight() - without.weight;
+  const std::size_t paragraphs = shown_.Paragraphs() - without.paragraphs;
+  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(paragraphs, kLeastParagraphs)) return true;
   if (beyond(weight, cost_.Capacity(kMaxLayout))) return true;
   return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
 }
@@ -348,7 +349,7 @@ bool ChatText::TooMuch(double tolerance) const {
 LONG ChatText::TrimFirst(std::size_t most) {
   std::size_t characters = 0;
   if (!TooMuch(kTolerance)) return 0;
-  while (TooMuch(1) && characters + shown_.FirstPart().characters <= most) {
+  while (TooMuch(1, shown_.FirstPart()) && characters + shown_.FirstPart().characters <= most) {
     weightOfAll_ -= shown_.FirstPart().weight;
     characters += shown_.DropFirst().characters;
   }
@@ -360,7 +361,7 @@ LONG ChatText::TrimFirst(std::size_t most) {
 void ChatText::TrimLast(std::size_t character) {
   const LONG end = Characters();
   if (!TooMuch(kTolerance)) return;
-  while (TooMuch(1) && shown_.Characters() - shown_.LastPart().characters > character) {
+  while (TooMuch(1, shown_.LastPart()) && shown_.Characters() - shown_.LastPart().characters > character) {
     weightOfAll_ -= shown_.LastPart().weight;
     shown_.DropLast();
   }

@@ -85,7 +85,7 @@ class ChatText {
   Position ShownEnd() const { return shown_.Empty() ? BeginOf(said_) : shown_.End(); }
   bool EarlierLeft() const { return !shown_.Empty() && BeginOf(said_) < shown_.First(); }
   bool LaterLeft() const { return ShownEnd() < EndOf(said_); }
-  bool TooMuch(double tolerance) const;
+  bool TooMuch(double tolerance, const ShownPart& without = {}) const;
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
   void Wake() const;

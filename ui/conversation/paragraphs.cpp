@@ -6,7 +6,7 @@ namespace conversation {
 namespace {
 
 constexpr std::string_view kBreaks = "\r\n";
-constexpr std::size_t kWeightOfParagraph = 100;
+constexpr std::size_t kWeightOfParagraph = 20;
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
