@@ -28,7 +28,7 @@ void AppendToFile(const std::string& path, std::string_view bytes);
 // Replaces the file whole: writes a temporary file, of a name that no other has, in the same folder and moves it over
 // the old one, so that neither a crash nor a full disk leaves a torn file. On failure the old file stands as it was.
 // Where the folder takes no temporary file, or someone keeps the old one open for reading, but the file itself may be
-// written, it is written in place.
+// written, it is written in place; what it held is put back when that fails, unless the program itself is ended.
 void WriteFileSafely(const std::string& path, std::string_view bytes);
 
 // The same for what may be too large to stand in memory at once: `write` hands it over piece by piece, a second time

@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "core/files.h"
+#include "core/file_steps.h"
 #include "core/runtime_error.h"
 
 namespace core {
@@ -104,24 +104,30 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
   File(path, O_WRONLY | O_APPEND | O_CREAT).Write(bytes);
 }
 
-void WriteFileSafely(const std::string& path, std::string_view bytes) {
-  WriteFileSafely(path, [bytes](const Sink& sink) { sink(bytes); });
+bool MayOverwrite(const std::string& path) {
+  if (IsKind(path, S_IFDIR)) throw RuntimeError(Err::PathFileAccess);
+  if (::access(path.c_str(), W_OK) == 0) return true;
+  if (errno != ENOENT) Fail(path);
+  return false;
 }
 
-void WriteFileSafely(const std::string& path, const Writer& write) {
-  if (IsKind(path, S_IFDIR)) throw RuntimeError(Err::PathFileAccess);
+std::string MakeTemporaryBeside(const std::string& path) {
   std::string temporary = FolderOf(path) + "/QuiXXXXXX";
   const int made = ::mkstemp(temporary.data());
-  if (made < 0) Fail(path);
+  if (made < 0) return {};
   ::close(made);
-  try {
-    const File file(temporary, O_WRONLY);
-    write([&](std::string_view bytes) { file.Write(bytes); });
-    if (::rename(temporary.c_str(), path.c_str()) != 0) Fail(path);
-  } catch (...) {
-    ::unlink(temporary.c_str());
-    throw;
-  }
+  return temporary;
 }
+
+void MakeFile(const std::string& path) { File(path, O_WRONLY | O_CREAT | O_EXCL); }
+
+void Overwrite(const std::string& path, const Writer& write) {
+  const File file(path, O_WRONLY | O_TRUNC);
+  write([&](std::string_view bytes) { file.Write(bytes); });
+}
+
+bool MoveOver(const std::string& from, const std::string& to) { return ::rename(from.c_str(), to.c_str()) == 0; }
+
+void RemoveFile(const std::string& path) noexcept { ::unlink(path.c_str()); }
 
 }  // namespace core

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/files.h"
+#include "core/file_steps.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
 
@@ -82,58 +82,6 @@ bool IsReadOnly(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-// True when the file exists and may be written, false when there is none. Asks now, because moving another file over
-// one that is held or protected fails with a code that does not say which.
-bool MayOverwrite(const std::string& path) {
-  if (IsReadOnly(path)) throw RuntimeError(Err::PathFileAccess);
-  if (File(path, GENERIC_WRITE, OPEN_EXISTING).IsOpen()) return true;
-  if (::GetLastError() != ERROR_FILE_NOT_FOUND) Fail();
-  return false;
-}
-
-void WriteWhole(const std::string& path, const Writer& write) {
-  const File file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
-  if (!file.IsOpen()) Fail();
-  write([&](std::string_view bytes) { file.Write(bytes); });
-  file.Flush();
-}
-
-// A new, empty file beside another one. The system finds it a name that is free and short; empty when the folder takes
-// no file or its path leaves no room for the name.
-std::string MakeTemporaryBeside(const std::string& path) {
-  char folder[MAX_PATH], temporary[MAX_PATH];
-  char* name = nullptr;
-  const DWORD length = ::GetFullPathNameA(path.c_str(), MAX_PATH, folder, &name);
-  if (length == 0 || length >= MAX_PATH || !name) return {};
-  *name = '\0';
-  return ::GetTempFileNameA(folder, "Qui", 0, temporary) ? temporary : std::string();
-}
-
-// Into a file that was made for this.
-void WriteOrRemove(const std::string& path, const Writer& write) {
-  try {
-    WriteWhole(path, write);
-  } catch (...) {
-    ::DeleteFileA(path.c_str());
-    throw;
-  }
-}
-
-// False when the folder does not let a file take another one's place.
-bool Replace(const std::string& path, const Writer& write) {
-  const std::string temporary = MakeTemporaryBeside(path);
-  if (temporary.empty()) return false;
-  WriteOrRemove(temporary, write);
-  if (::MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
-  ::DeleteFileA(temporary.c_str());
-  return false;
-}
-
-void WriteNew(const std::string& path, const Writer& write) {
-  if (!File(path, GENERIC_WRITE, CREATE_NEW).IsOpen()) Fail();
-  WriteOrRemove(path, write);
-}
-
 std::string ModuleFileName() {
   char path[MAX_PATH];
   const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
@@ -170,15 +118,38 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
   file.Write(bytes);
 }
 
-void WriteFileSafely(const std::string& path, std::string_view bytes) {
-  WriteFileSafely(path, [bytes](const Sink& sink) { sink(bytes); });
+bool MayOverwrite(const std::string& path) {
+  if (IsReadOnly(path)) throw RuntimeError(Err::PathFileAccess);
+  if (File(path, GENERIC_WRITE, OPEN_EXISTING).IsOpen()) return true;
+  if (::GetLastError() != ERROR_FILE_NOT_FOUND) Fail();
+  return false;
 }
 
-void WriteFileSafely(const std::string& path, const Writer& write) {
-  const bool exists = MayOverwrite(path);
-  if (Replace(path, write)) return;
-  if (!exists) return WriteNew(path, write);
-  WriteWhole(path, write);
+// The system finds a name that is free and short. A path that leaves no room for it has no temporary file.
+std::string MakeTemporaryBeside(const std::string& path) {
+  char folder[MAX_PATH], temporary[MAX_PATH];
+  char* name = nullptr;
+  const DWORD length = ::GetFullPathNameA(path.c_str(), MAX_PATH, folder, &name);
+  if (length == 0 || length >= MAX_PATH || !name) return {};
+  *name = '\0';
+  return ::GetTempFileNameA(folder, "Qui", 0, temporary) ? temporary : std::string();
 }
+
+void MakeFile(const std::string& path) {
+  if (!File(path, GENERIC_WRITE, CREATE_NEW).IsOpen()) Fail();
+}
+
+void Overwrite(const std::string& path, const Writer& write) {
+  const File file(path, GENERIC_WRITE, TRUNCATE_EXISTING);
+  if (!file.IsOpen()) Fail();
+  write([&](std::string_view bytes) { file.Write(bytes); });
+  file.Flush();
+}
+
+bool MoveOver(const std::string& from, const std::string& to) {
+  return ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+void RemoveFile(const std::string& path) noexcept { ::DeleteFileA(path.c_str()); }
 
 }  // namespace core

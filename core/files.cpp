@@ -1,0 +1,66 @@
+#include "core/files.h"
+
+#include <optional>
+
+#include "core/file_steps.h"
+#include "core/runtime_error.h"
+
+namespace core {
+namespace {
+
+// Into a file that was made for this.
+void WriteOrRemove(const std::string& path, const Writer& write) {
+  try {
+    Overwrite(path, write);
+  } catch (...) {
+    RemoveFile(path);
+    throw;
+  }
+}
+
+// False when the folder does not let a file take another one's place.
+bool Replace(const std::string& path, const Writer& write) {
+  const std::string temporary = MakeTemporaryBeside(path);
+  if (temporary.empty()) return false;
+  WriteOrRemove(temporary, write);
+  if (MoveOver(temporary, path)) return true;
+  RemoveFile(temporary);
+  return false;
+}
+
+// The file's bytes; none when it may only be written, or is larger than what the program reads.
+std::optional<std::string> Contents(const std::string& path) {
+  try {
+    std::string bytes = ReadFile(path);
+    if (bytes.size() < kMaxFileSize) return bytes;
+  } catch (const RuntimeError&) {
+  }
+  return std::nullopt;
+}
+
+// The disk had room for the old bytes a moment ago.
+void OverwriteOrPutBack(const std::string& path, const Writer& write) {
+  const std::optional<std::string> former = Contents(path);
+  try {
+    Overwrite(path, write);
+  } catch (...) {
+    if (former) Overwrite(path, [&](const Sink& sink) { sink(*former); });
+    throw;
+  }
+}
+
+}  // namespace
+
+void WriteFileSafely(const std::string& path, std::string_view bytes) {
+  WriteFileSafely(path, [bytes](const Sink& sink) { sink(bytes); });
+}
+
+void WriteFileSafely(const std::string& path, const Writer& write) {
+  const bool exists = MayOverwrite(path);
+  if (Replace(path, write)) return;
+  if (exists) return OverwriteOrPutBack(path, write);
+  MakeFile(path);
+  WriteOrRemove(path, write);
+}
+
+}  // namespace core
