@@ -1,6 +1,7 @@
 #include "core/code_page_native.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -84,15 +85,20 @@ CodePage PageOf(int number) {
   return page;
 }
 
-CodePage& Page() {
-  static CodePage page = PageOf(1252);
-  return page;
-}
+const CodePage* gPage = nullptr;
 
 }  // namespace
 
-void SetSystemCodePage(int number) { Page() = PageOf(number); }
+// Each is made once: a fuzzer changes the code page with every input.
+void SetSystemCodePage(int number) {
+  static std::map<int, CodePage> pages;
+  if (!pages.contains(number)) pages.emplace(number, PageOf(number));
+  gPage = &pages.at(number);
+}
 
-const CodePage& SystemCodePage() { return Page(); }
+const CodePage& SystemCodePage() {
+  if (!gPage) SetSystemCodePage(1252);
+  return *gPage;
+}
 
 }  // namespace core

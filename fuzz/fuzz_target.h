@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "core/code_page_native.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
@@ -17,6 +19,27 @@ inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
 // Stops at the input that breaks a promise.
 inline void Require(bool promise) {
   if (!promise) std::abort();
+}
+
+// Takes the first byte off the text, 0 when there is none.
+inline unsigned char TakeByte(std::string_view& text) {
+  if (text.empty()) return 0;
+  const auto byte = static_cast<unsigned char>(text.front());
+  text.remove_prefix(1);
+  return byte;
+}
+
+// Takes the text's first line off, and the "\n" behind it.
+inline std::string_view TakeLine(std::string_view& text) {
+  const std::string_view line = text.substr(0, text.find('\n'));
+  text.remove_prefix(line.size() < text.size() ? line.size() + 1 : line.size());
+  return line;
+}
+
+// A digit stands for 1252.
+inline void ChooseCodePage(unsigned char choice) {
+  constexpr int kCodePages[] = {932, 936, 949, 1252, 950};
+  core::SetSystemCodePage(kCodePages[choice / 16 % 5]);
 }
 
 }  // namespace fuzz

@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Require(failure <= 0 || failure == 6 || failure == 9 || failure == 13);
   fuzz::Require(table.LastEntry() >= -1 && table.LastEntry() <= 200);
   int found = 0;
-  for (int code = -2; code < 1300; ++code) {
+  for (const int code : {-1, 0, 1, 2, 7, 1001, 1201, 32767}) {
     if (table.Find(code)) ++found;
   }
   fuzz::Require(found <= table.LastEntry() + 1);

@@ -6,20 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "core/code_page_native.h"
 #include "core/globals.h"
 #include "core/name_hash.h"
 #include "core/text.h"
 #include "fuzz/fuzz_target.h"
 #include "net/dispatcher.h"
-#include "support/program_folder.h"
+#include "support/memory_files.h"
 #include "support/recording_desktop.h"
 #include "ui/main/user_roster.h"
 
 namespace {
 
 constexpr std::string_view kBlocked = "eve";
-constexpr int kCodePages[] = {932, 936, 949, 1252, 950};
 
 // What holds for the letters of any text, whatever else is made of it.
 void CheckLetters(std::string_view text) {
@@ -51,9 +49,7 @@ struct Session : net::DatagramPort, net::Conversations {
   }
 
   void HearNext() {
-    const std::size_t end = rest.find('\n');
-    const std::string datagram(rest.substr(0, end));
-    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    const std::string datagram(fuzz::TakeLine(rest));
     ++heard;
     CheckLetters(datagram);
     dispatcher.DataArrived(datagram);
@@ -130,13 +126,10 @@ void CheckRoster(const Session& session) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const support::ProgramFolder folder;
-  folder.Put("Log.txt", "");
+  support::Files() = {};
   std::string_view text = fuzz::TextOf(data, size);
-  if (text.empty()) return 0;
-  const auto choice = static_cast<unsigned char>(text.front());
-  text.remove_prefix(1);
-  core::SetSystemCodePage(kCodePages[choice / 16 % 5]);  // a digit stands for 1252
+  const unsigned char choice = fuzz::TakeByte(text);
+  fuzz::ChooseCodePage(choice);
   Session session(text, choice & 4 ? "_anna" : "anna");
   core::gStatus = static_cast<std::int16_t>(choice % 4 % 3);
   while (!session.rest.empty()) session.HearNext();

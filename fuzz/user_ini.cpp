@@ -4,17 +4,10 @@
 #include "core/runtime_error.h"
 #include "core/settings.h"
 #include "fuzz/fuzz_target.h"
-#include "support/program_folder.h"
+#include "support/memory_files.h"
 #include "support/recording_program.h"
 
 namespace {
-
-const support::ProgramFolder& Folder() {
-  static const support::ProgramFolder folder;
-  static const bool filled = (folder.Put("Lang.con", "Code,English,Deutsch\r\n1001,one,eins\r\n"), true);
-  static_cast<void>(filled);
-  return folder;
-}
 
 // 0 or the number of the failure.
 long Read(std::string_view bytes, support::RecordingProgram& program) {
@@ -36,7 +29,8 @@ bool HasQuote(const std::vector<std::string>& lines) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const support::ProgramFolder& folder = Folder();
+  support::Files() = {};
+  support::Files()["Lang.con"] = "Code,English,Deutsch\r\n1001,one,eins\r\n";
   support::ResetDesktop();
   support::RecordingProgram program;
   const long failure = Read(fuzz::TextOf(data, size), program);
@@ -49,9 +43,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (HasQuote(texts)) return 0;
   core::gCurName = core::gUserName;
   core::SaveSets(program);
-  const std::string saved = folder.Get("User.ini");
+  const std::string saved = support::Files()["User.ini"];
   fuzz::Require(Read(saved, program) == 0);
   core::SaveSets(program);
-  fuzz::Require(folder.Get("User.ini") == saved);
+  fuzz::Require(support::Files()["User.ini"] == saved);
   return 0;
 }

@@ -1,0 +1,106 @@
+// Any bytes as what is typed into the save dialog, on any folder and with any pattern, a line each. The first byte
+// chooses the code page and the type of file.
+#include "ui/toolkit/save/save_name.h"
+
+#include <string>
+#include <vector>
+
+#include "core/code_page.h"
+#include "core/text.h"
+#include "fuzz/fuzz_target.h"
+
+namespace {
+
+using Letters = std::vector<std::string_view>;
+
+Letters LettersOf(std::string_view text) {
+  Letters letters;
+  for (; !text.empty(); text.remove_prefix(letters.back().size())) letters.push_back(core::FirstLetter(text));
+  return letters;
+}
+
+// An edit control gives no half letters. One would take what is put behind it for its other half.
+std::string WholeLetters(std::string_view text) {
+  std::string whole;
+  for (const std::string_view letter : LettersOf(text)) {
+    const bool half = letter.size() == 1 && core::SystemCodePage().first[core::ByteOf(letter[0])];
+    whole.append(half ? "?" : letter);
+  }
+  return whole;
+}
+
+// By what the first letters of the name and of the pattern match: slower than the dialog's way, and plainly right.
+bool Matches(const Letters& name, const Letters& pattern) {
+  std::vector<bool> row(name.size() + 1, false);
+  row[0] = true;
+  for (const std::string_view wanted : pattern) {
+    std::vector<bool> next(row.size(), false);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (wanted == "*")
+        next[i] = row[i] || (i > 0 && next[i - 1]);
+      else
+        next[i] = i > 0 && row[i - 1] && (wanted == "?" || core::EqualIgnoringCase(wanted, name[i - 1]));
+    }
+    row = next;
+  }
+  return row.back();
+}
+
+bool MatchesAny(std::string_view name, std::string_view patterns) {
+  const Letters letters = LettersOf(name);
+  for (std::size_t end = 0; end != std::string_view::npos;) {
+    end = patterns.find(';');
+    if (Matches(letters, LettersOf(core::Trim(patterns.substr(0, end))))) return true;
+    if (end != std::string_view::npos) patterns.remove_prefix(end + 1);
+  }
+  return false;
+}
+
+void CheckDecision(std::string_view typed, const std::string& folder, std::string_view extension) {
+  const auto isFolder = [](const std::string& path) { return path.size() % 3 == 0; };
+  const toolkit::SaveDecision decision = toolkit::DecideSave(typed, folder, extension, isFolder);
+  switch (decision.action) {
+    case toolkit::SaveAction::None:
+      return fuzz::Require(core::Trim(typed).empty());
+    case toolkit::SaveAction::Filter:
+      return fuzz::Require(decision.text.starts_with("*."));
+    case toolkit::SaveAction::GoTo:
+      fuzz::Require(toolkit::ClosedFolder(decision.text) == decision.text);
+      break;
+    case toolkit::SaveAction::Save:
+      fuzz::Require(core::EqualIgnoringCase(decision.text.substr(decision.text.size() - 4), extension));
+      break;
+  }
+  const bool onDrive = decision.text.size() > 2 && decision.text[1] == ':' && decision.text[2] == '\\';
+  fuzz::Require(onDrive || decision.text.starts_with("\\\\"));
+}
+
+void CheckSteps(const std::string& folder) {
+  const std::vector<std::string> steps = toolkit::PathSteps(folder);
+  const std::string whole = toolkit::FolderOf(steps, steps.size());
+  fuzz::Require(toolkit::PathSteps(whole) == steps);
+  fuzz::Require(toolkit::FolderOf(steps, 1) == steps[0]);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::string_view text = fuzz::TextOf(data, size);
+  if (text.size() > 1000) return 0;  // paths are shorter, and the plain way to match is slow
+  const unsigned char choice = fuzz::TakeByte(text);
+  fuzz::ChooseCodePage(choice);
+  const std::string typed = WholeLetters(fuzz::TakeLine(text));
+  const std::string_view pattern = fuzz::TakeLine(text);
+  const std::string folder = (choice & 2 ? "\\\\server\\share\\" : "C:\\") + WholeLetters(text);
+  const std::string_view extension = toolkit::ExtensionOf(toolkit::kSaveTypes[choice & 1]);
+  const std::string_view other = toolkit::ExtensionOf(toolkit::kSaveTypes[~choice & 1]);
+
+  CheckDecision(typed, folder, extension);
+  CheckSteps(folder);
+  fuzz::Require(toolkit::MatchesPattern(typed, pattern) == MatchesAny(typed, pattern));
+  const std::string switched = toolkit::SwitchExtension(typed, toolkit::PatternOf(extension), other);
+  const std::string back = toolkit::SwitchExtension(switched, toolkit::PatternOf(other), extension);
+  fuzz::Require(switched.size() == typed.size());
+  fuzz::Require(core::EqualIgnoringCase(back, typed) || switched == typed);
+  return 0;
+}
