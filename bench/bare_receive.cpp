@@ -57,7 +57,7 @@ double ReceiveDatagrams(std::size_t count) {
 double BareReceive() {
   static const double median = [] {
     std::vector<double> seconds(501);
-    for (double& each : seconds) each = ReceiveDatagrams(kMostWaiting) / kMostWaiting;
+    for (double& each : seconds) each = ReceiveDatagrams(kMaxWaiting) / kMaxWaiting;
     std::ranges::nth_element(seconds, seconds.begin() + 250);
     return seconds[250];
   }();

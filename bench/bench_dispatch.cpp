@@ -41,14 +41,14 @@ class CountingChat : public net::ChatWindow {
   void RemoveUser(std::string_view) override {}
   void RefUserList() override {
     const toolkit::ListRows& rows = users_.lvUsers;
-    if (rows.SetChanges() == drawnSet_ && rows.IconChanges() == drawnIcons_) return;
-    drawnSet_ = rows.SetChanges();
-    drawnIcons_ = rows.IconChanges();
+    if (rows.MembershipRevision() == drawnSet_ && rows.IconRevision() == drawnIcons_) return;
+    drawnSet_ = rows.MembershipRevision();
+    drawnIcons_ = rows.IconRevision();
     for (const char* participant : {"user1", "user2", "user3"}) benchmark::DoNotOptimize(rows.FindKey(participant));
   }
   void RefListOfUsers() override {
-    if (users_.lvUsers.SetChanges() == listedSet_) return;
-    listedSet_ = users_.lvUsers.SetChanges();
+    if (users_.lvUsers.MembershipRevision() == listedSet_) return;
+    listedSet_ = users_.lvUsers.MembershipRevision();
   }
 
  private:
@@ -111,8 +111,8 @@ void CompareWithBareReceive(benchmark::State& state) {
 }
 
 void BareReceive(benchmark::State& state) {
-  while (state.KeepRunningBatch(bench::kMostWaiting))
-    state.SetIterationTime(bench::ReceiveDatagrams(bench::kMostWaiting));
+  while (state.KeepRunningBatch(bench::kMaxWaiting))
+    state.SetIterationTime(bench::ReceiveDatagrams(bench::kMaxWaiting));
   CompareWithBareReceive(state);
 }
 BENCHMARK(BareReceive)->Name("receive one datagram, nothing else")->UseManualTime();

@@ -11,7 +11,7 @@ namespace core {
 namespace {
 
 constexpr DWORD kPendingTime = 50;  // milliseconds
-constexpr int kMostInterjected = 64;
+constexpr int kMaxInterjected = 64;
 
 MessageFilter gFilter = nullptr;
 
@@ -62,7 +62,7 @@ void RunPendingEvents() {
 }
 
 void RunTimersAndPainting() {
-  RunWhilePending(kMostInterjected,
+  RunWhilePending(kMaxInterjected,
                   [](MSG& message) { return Take(message, WM_TIMER, WM_TIMER) || Take(message, WM_PAINT, WM_PAINT); });
 }
 

@@ -131,8 +131,6 @@ std::int16_t ToInt16(double value) { return Rounded<std::int16_t>(value); }
 
 std::int32_t ToInt32(double value) { return Rounded<std::int32_t>(value); }
 
-std::string GeneralText(std::int32_t value) { return value < 0 ? PlainText(value) : " " + PlainText(value); }
-
-std::string PlainText(std::int64_t value) { return std::to_string(value); }
+std::string GeneralText(std::int32_t value) { return value < 0 ? std::to_string(value) : " " + std::to_string(value); }
 
 }  // namespace core

@@ -23,7 +23,4 @@ std::int32_t ToInt32(double value);
 // The general form: a blank stands where a minus sign would ("C/ 255", "C/-5").
 std::string GeneralText(std::int32_t value);
 
-// Plain decimal without a blank.
-std::string PlainText(std::int64_t value);
-
 }  // namespace core

@@ -37,8 +37,8 @@ enum class Default { Initial, QuotedInitial, Present, LogonName };
 
 std::string TextOf(Global global) {
   if (const auto text = std::get_if<std::string*>(&global)) return **text;
-  if (const auto number = std::get_if<std::int16_t*>(&global)) return PlainText(**number);
-  return PlainText(*std::get<std::int32_t*>(global));
+  if (const auto number = std::get_if<std::int16_t*>(&global)) return std::to_string(**number);
+  return std::to_string(*std::get<std::int32_t*>(global));
 }
 
 struct Field {
@@ -147,7 +147,7 @@ void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&
 }
 
 void WriteList(RecordWriter& writer, const std::vector<std::string>& lines) {
-  writer.Bare(PlainText(static_cast<std::int64_t>(lines.size()))).EndRecord();
+  writer.Bare(std::to_string(lines.size())).EndRecord();
   for (const std::string& line : lines) writer.Text(Trim(line)).EndRecord();
 }
 

@@ -27,8 +27,8 @@ constexpr int kNotLoadedText = 8209;
 constexpr std::int32_t kListenStep = 10;
 
 std::string VersionText() {
-  return PlainText(QUILLON_VERSION_MAJOR) + "." + PlainText(QUILLON_VERSION_MINOR) + "." +
-         PlainText(QUILLON_VERSION_REVISION);
+  return std::to_string(QUILLON_VERSION_MAJOR) + "." + std::to_string(QUILLON_VERSION_MINOR) + "." +
+         std::to_string(QUILLON_VERSION_REVISION);
 }
 
 void LoadSettings(Program& program, std::string_view arguments) {

@@ -40,7 +40,7 @@ void CheckConversion(double value, Convert convert) {
   try {
     const auto whole = convert(value);
     fuzz::Require(std::abs(static_cast<double>(whole) - value) <= 0.5);
-    fuzz::Require(core::StrictNumber(core::PlainText(whole)) == whole);
+    fuzz::Require(core::StrictNumber(std::to_string(whole)) == whole);
     fuzz::Require(core::TolerantNumber(core::GeneralText(whole)) == whole);
   } catch (const core::RuntimeError& error) {
     fuzz::Require(error.number == 6 && std::abs(value) > 32767);

@@ -24,8 +24,8 @@ constexpr int kSendBuffer = 1024 * 1024;  // an alert for each of a crowd of rec
 // What one window message may read, in datagrams and time, and how often the other events get their chance. Messages of
 // the socket are posted ones, and Windows serves those before input, painting and timers: a steady stream of datagrams
 // would freeze the windows.
-constexpr int kMostPerMessage = 64;
-constexpr std::chrono::milliseconds kMostTime{8};
+constexpr int kMaxPerMessage = 64;
+constexpr std::chrono::milliseconds kMaxTime{8};
 constexpr std::chrono::milliseconds kTurn{15};
 constexpr UINT kRestTime = 10;  // milliseconds
 
@@ -165,13 +165,13 @@ void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
 
 void BroadcastSocket::Read() {
   const auto start = Clock::now();
-  const int most = lastCount_ > 1 || start - lastRead_ < kCrowd ? kMostPerMessage : 1;
+  const int most = lastCount_ > 1 || start - lastRead_ < kCrowd ? kMaxPerMessage : 1;
   if (most > 1) ForgetMessages();
   int count = 0;
-  while (count < most && ReadOne() && Clock::now() - start < kMostTime) ++count;
+  while (count < most && ReadOne() && Clock::now() - start < kMaxTime) ++count;
   lastCount_ = count;
   lastRead_ = Clock::now();
-  LetOthersRun();
+  YieldToMessageLoop();
 }
 
 // Each datagram read brings a message of its own while there are more. Those that piled up would stand before
@@ -193,7 +193,7 @@ bool BroadcastSocket::ReadOne() {
 // Input must reach the loop that waits for it, which may be that of an open menu: the reading stops for a while. Timers
 // and painting are the same whoever dispatches them, and resting for each of the program's timers would cost half of
 // the speed. Looks now and then only, because asking is not cheap.
-void BroadcastSocket::LetOthersRun() {
+void BroadcastSocket::YieldToMessageLoop() {
   if (lastRead_ - lastTurn_ < kTurn) return;
   lastTurn_ = lastRead_;  // a timer that lets events run must not come back here
   const DWORD waiting = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER));

@@ -42,7 +42,7 @@ class BroadcastSocket : public DatagramPort {
   void Read();
   bool ReadOne();
   void ForgetMessages() const;
-  void LetOthersRun();
+  void YieldToMessageLoop();
   void EndRest();
   void Wake();
 

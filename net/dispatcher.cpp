@@ -44,7 +44,7 @@ Dispatcher::Dispatcher(core::Roster& roster, Conversations& conversations, Messe
 
 void Dispatcher::DataArrived(std::string_view data) {
   if (core::gDispatching) {
-    if (waiting_.size() >= kMostWaiting || waitingBytes_ + data.size() > kMostWaitingBytes) return;
+    if (waiting_.size() >= kMaxWaiting || waitingBytes_ + data.size() > kMaxWaitingBytes) return;
     waiting_.emplace_back(data);
     waitingBytes_ += data.size();
     return;
@@ -119,7 +119,7 @@ bool Dispatcher::AnswersHidden(std::string_view sender) {
     answeredBytes_ = 0;
   }
   if (answered_.contains(sender)) return false;
-  if (answered_.size() >= kMostHiddenNames || answeredBytes_ + sender.size() > kMostHiddenBytes) return false;
+  if (answered_.size() >= kMaxHiddenNames || answeredBytes_ + sender.size() > kMaxHiddenBytes) return false;
   answered_.emplace(sender);
   answeredBytes_ += sender.size();
   return true;
@@ -195,7 +195,7 @@ void Dispatcher::NoteLostLine(std::string_view sender) {
   const std::int32_t now = core::TickCount();
   if (core::TicksSince(lossNotedSince_, now) >= kLossInterval) lossNoted_.clear();
   if (lossNoted_.empty()) lossNotedSince_ = now;
-  if (lossNoted_.size() >= kMostLossesNoted || !lossNoted_.insert(core::NameHash()(sender)).second) return;
+  if (lossNoted_.size() >= kMaxLossesNoted || !lossNoted_.insert(core::NameHash()(sender)).second) return;
   core::WriteLog(std::string("Chat line lost, too many chat windows are open (").append(sender).append(")"));
 }
 

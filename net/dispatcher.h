@@ -22,12 +22,12 @@ class Dispatcher {
  public:
   // Of datagrams that wait for a running dispatch at most so many are kept, and of hidden senders at most so many are
   // answered during one stay under a hidden name; the rest is lost, as datagrams may be.
-  static constexpr std::size_t kMostWaiting = 10000, kMostWaitingBytes = 16 * 1024 * 1024;
-  static constexpr std::size_t kMostHiddenNames = 1000, kMostHiddenBytes = 1024 * 1024;
+  static constexpr std::size_t kMaxWaiting = 10000, kMaxWaitingBytes = 16 * 1024 * 1024;
+  static constexpr std::size_t kMaxHiddenNames = 1000, kMaxHiddenBytes = 1024 * 1024;
 
   // A line that no window could be opened for is noted once for each sender and minute, of so many senders at most.
   static constexpr std::uint32_t kLossInterval = 60000;  // milliseconds
-  static constexpr std::size_t kMostLossesNoted = 1000;
+  static constexpr std::size_t kMaxLossesNoted = 1000;
 
   Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger);
 

@@ -76,6 +76,6 @@ void Messenger::SendAnswer() {
 
 void Messenger::SendColour() { SendCmd(Command(kColour, core::GeneralText(core::gColour))); }
 
-void Messenger::SendState() { SendCmd(Command(kState, core::PlainText(core::gStatus))); }
+void Messenger::SendState() { SendCmd(Command(kState, std::to_string(core::gStatus))); }
 
 }  // namespace net

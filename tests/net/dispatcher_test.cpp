@@ -85,11 +85,11 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   Expect({{"_bob|S/0", kHiddenAnswer}});
   // A crowd of invented names is answered up to a bound.
   std::size_t answered = 0;
-  for (std::size_t i = 0; i < Dispatcher::kMostHiddenNames + 10; ++i)
+  for (std::size_t i = 0; i < Dispatcher::kMaxHiddenNames + 10; ++i)
     answered += On("_" + std::to_string(i) + "|M/") == kHiddenAnswer;
-  EXPECT_EQ(answered, Dispatcher::kMostHiddenNames - 1);
+  EXPECT_EQ(answered, Dispatcher::kMaxHiddenNames - 1);
   messenger.OpenSocket();
-  for (std::size_t bytes = 60000; bytes < Dispatcher::kMostHiddenBytes; bytes += 60000)
+  for (std::size_t bytes = 60000; bytes < Dispatcher::kMaxHiddenBytes; bytes += 60000)
     EXPECT_EQ(On("_" + std::string(59999, 'x') + std::to_string(bytes) + "|M/"), kHiddenAnswer);
   EXPECT_EQ(On("_" + std::string(60000, 'y') + "|M/"), "");
 }
@@ -206,11 +206,11 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   EXPECT_EQ(support::Desktop().events.back(), "box Run-time error '7':\r\n\r\nOut of memory");
 
   conversations.onOpen = [&] {
-    for (std::size_t i = 0; i < Dispatcher::kMostWaiting + 5; ++i)
+    for (std::size_t i = 0; i < Dispatcher::kMaxWaiting + 5; ++i)
       dispatcher.DataArrived("carl" + std::to_string(i) + "|M/");
   };
   On("dora|M/\xDEhi");
-  EXPECT_EQ(roster.lvUsers.Count(), Dispatcher::kMostWaiting + 2) << "the last five are lost";
+  EXPECT_EQ(roster.lvUsers.Count(), Dispatcher::kMaxWaiting + 2) << "the last five are lost";
 
   // What a burst of long lines holds in memory is free again once they have been shown.
   for (const std::string name : {"emma", "fay"}) {

@@ -25,10 +25,10 @@ TEST(ListRows, KeysAreUniqueAndExact) {
   const ListRow& second = rows.Add({.text = "y", .key = "G"});
   const ListRow& accented = rows.Add({.text = "\xC9mile"});
   rows.Add({.text = "no key"});
-  const std::uint64_t changes = rows.SetChanges();
+  const std::uint64_t changes = rows.MembershipRevision();
   EXPECT_EQ(support::ErrorOf([&] { rows.Add({.text = "z", .key = "G"}); }), 35602);
   EXPECT_EQ(support::RowsAndIcons(rows), "x=0 y=0 \xC9mile=0 no key=0 ");
-  EXPECT_EQ(rows.SetChanges(), changes);
+  EXPECT_EQ(rows.MembershipRevision(), changes);
   EXPECT_EQ(rows.FindKey("G"), &second);
   EXPECT_EQ(rows.FindText("Y"), nullptr);
   EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
@@ -37,7 +37,7 @@ TEST(ListRows, KeysAreUniqueAndExact) {
 TEST(ListRows, CountersMoveOnRealChangesOnly) {
   ListRows rows;
   const ListRow& row = rows.Add({.text = "anna", .icon = 2, .smallIcon = 2, .foreColour = 5});
-  const auto changes = [&] { return std::pair(rows.SetChanges(), rows.LookChanges()); };
+  const auto changes = [&] { return std::pair(rows.MembershipRevision(), rows.LookRevision()); };
   const auto before = changes();
   rows.SetSubText(row, "");
   rows.SetIcon(row, 2);
@@ -217,13 +217,13 @@ TEST_F(UserRosterTest, TheSelectionBecomesRecipientsOrIsBlocked) {
 
 TEST_F(UserRosterTest, AFloodOfNamesIsListedUpToABound) {
   std::size_t listed = 0;
-  for (std::size_t i = 0; i < UserRoster::kMostRows + 5; ++i) listed += roster.AddUser(std::to_string(i));
-  EXPECT_EQ(listed, UserRoster::kMostRows - 1);
+  for (std::size_t i = 0; i < UserRoster::kMaxRows + 5; ++i) listed += roster.AddUser(std::to_string(i));
+  EXPECT_EQ(listed, UserRoster::kMaxRows - 1);
 
   roster.ClearlvUsers();
   const std::string longName(60000, 'x');
   for (int i = 0; i < 400; ++i) roster.AddUser(longName + std::to_string(i));
-  EXPECT_LE(roster.lvUsers.TextBytes(), UserRoster::kMostTextBytes);
+  EXPECT_LE(roster.lvUsers.TextBytes(), UserRoster::kMaxTextBytes);
   EXPECT_GT(roster.lvUsers.Count(), 200u);
   EXPECT_FALSE(roster.AddUser(longName));
   EXPECT_TRUE(roster.AddUser("bob"));

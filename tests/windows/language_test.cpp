@@ -60,7 +60,7 @@ std::multiset<std::string> NamesInEveryWindow() {
   users.ClearlvUsers();
   const auto main = std::make_shared<mainwindow::FrmMain>(users, messenger, mainwindow::MainCommands{});
   main->Load();
-  main->Furnish();
+  main->CreateContents();
   windows.StartChat("anna|");
   windows.OpenComposer("anna|");
   windows.ShowAlert("hello", "anna", 0);

@@ -30,7 +30,7 @@ class MainWindowTest : public testing::Test {
     core::gCurName = "me";
     core::gStatus = 0;
     main->Load();
-    main->Furnish();
+    main->CreateContents();
     main->Move({3000, 3000, 4005, 4995});
     for (const char* name : {"anna", "bob", "carl"}) users.AddUser(name);
     users.UpdateStat();

@@ -23,7 +23,7 @@ class OpenedClipboard {
 struct MemoryDeleter {
   static void Free(HGLOBAL memory) { ::GlobalFree(memory); }
 };
-using Memory = toolkit::Owned<HGLOBAL, MemoryDeleter>;
+using Memory = toolkit::UniqueHandle<HGLOBAL, MemoryDeleter>;
 
 Memory CopyOf(const void* bytes, std::size_t size) {
   Memory memory(::GlobalAlloc(GMEM_MOVEABLE, size));

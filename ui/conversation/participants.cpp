@@ -4,7 +4,6 @@
 
 #include "core/language.h"
 #include "core/log.h"
-#include "core/numbers.h"
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/conversation/recipients.h"
@@ -81,7 +80,7 @@ void Participants::Send(std::string_view line, net::Messenger& messenger) const 
 std::string Participants::CountsText() const {
   const std::string words = core::GetText(kCountsText);
   return std::string(" ")
-      .append(core::PlainText(static_cast<std::int64_t>(rows_.Count())))
+      .append(std::to_string(rows_.Count()))
       .append(" ")
       .append(core::BarField(words, rows_.Count() == 1 ? 0 : 1))
       .append(" ")

@@ -58,7 +58,7 @@ class Participants {
   bool Add(std::string_view name);
   bool Remove(std::string_view name);
   int IconOf(std::string_view name) const;
-  Changes Now() const { return {rows_.SetChanges(), online_.SetChanges(), online_.LookChanges()}; }
+  Changes Now() const { return {rows_.MembershipRevision(), online_.MembershipRevision(), online_.LookRevision()}; }
 
   const core::Roster& roster_;
   const toolkit::ListRows& online_;

@@ -14,8 +14,8 @@ std::vector<std::size_t> GroupsOf(std::size_t names) {
 }
 
 bool UsersOnline::Take(const toolkit::ListRows& online) {
-  if (seen_ == online.SetChanges()) return false;
-  seen_ = online.SetChanges();
+  if (seen_ == online.MembershipRevision()) return false;
+  seen_ = online.MembershipRevision();
   std::vector<std::string> names;
   names.reserve(online.Count());
   for (std::size_t i = 0; i < online.Count(); ++i) {

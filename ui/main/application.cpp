@@ -61,7 +61,7 @@ core::WindowPlace Application::RestoreMain() {
 
 void Application::OpenSocket() {
   messenger_.OpenSocket();
-  if (frmMain_) frmMain_->Furnish();
+  if (frmMain_) frmMain_->CreateContents();
 }
 
 void Application::ShowSplash() {

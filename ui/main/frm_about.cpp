@@ -37,32 +37,31 @@ void FrmAbout::Load() {
   icon_ = toolkit::LoadProgramIcon(Px(kIconSide));
   nameFont_ = NameFont();
   constexpr DWORD label = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
-  picIcon_ = AddControl("STATIC", "", SS_OWNERDRAW, 0, kIconId);
-  lblName_ = AddControl("STATIC", core::kProgramName, label);
-  ::SendMessageA(lblName_, WM_SETFONT, reinterpret_cast<WPARAM>(nameFont_.get()), FALSE);
-  lblVersion_ = AddControl("STATIC", "", label);
+  picIcon = AddControl("STATIC", "", SS_OWNERDRAW, 0, kIconId);
+  lblName = AddControl("STATIC", core::kProgramName, label);
+  ::SendMessageA(lblName, WM_SETFONT, reinterpret_cast<WPARAM>(nameFont_.get()), FALSE);
+  lblVersion = AddControl("STATIC", "", label);
   AddCaption({7002, "Version"},
-             [this](const std::string& word) { ::SetWindowTextA(lblVersion_, (word + " " + core::gVersion).c_str()); });
-  lblMaker_ = AddControl("STATIC", {7003, "Made by Vextant"}, label);
-  lblRights_ = AddControl("STATIC", {7004, "All rights reserved."}, label);
-  lnkWeb_ = AddControl(kLinkClass, "", WS_TABSTOP, 0, kLinkId);
+             [this](const std::string& word) { ::SetWindowTextA(lblVersion, (word + " " + core::gVersion).c_str()); });
+  lblMaker = AddControl("STATIC", {7003, "Made by Vextant"}, label);
+  lblRights = AddControl("STATIC", {7004, "All rights reserved."}, label);
+  lnkWeb = AddControl(kLinkClass, "", WS_TABSTOP, 0, kLinkId);
   AddCaption({7005, "Visit our web site"},
-             [this](const std::string& text) { ::SetWindowTextA(lnkWeb_, ("<a>" + text + "</a>").c_str()); });
-  cmdClose_ = AddControl("BUTTON", {7006, "&Close"}, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
+             [this](const std::string& text) { ::SetWindowTextA(lnkWeb, ("<a>" + text + "</a>").c_str()); });
+  cmdClose = AddControl("BUTTON", {7006, "&Close"}, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
   LayOut();
   SetLan();
-  FocusFirst(cmdClose_);
+  FocusFirst(cmdClose);
 }
 
 void FrmAbout::LayOut() {
   const int left = Px(kMargin + kIconSide + kMargin), width = Px(kWidth - kMargin) - left;
-  toolkit::SetArea(picIcon_, AreaAt(Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide)));
+  toolkit::SetArea(picIcon, AreaAt(Px(kMargin), Px(kMargin), Px(kIconSide), Px(kIconSide)));
   const std::array<std::pair<HWND, toolkit::Twips>, 5> lines{
-      {{lblName_, 14_dp}, {lblVersion_, 42_dp}, {lblMaker_, 66_dp}, {lblRights_, 86_dp}, {lnkWeb_, 116_dp}}};
+      {{lblName, 14_dp}, {lblVersion, 42_dp}, {lblMaker, 66_dp}, {lblRights, 86_dp}, {lnkWeb, 116_dp}}};
   for (const auto& [line, top] : lines)
-    toolkit::SetArea(line, AreaAt(left, Px(top), width, Px(line == lblName_ ? 26_dp : 18_dp)));
-  toolkit::SetArea(cmdClose_,
-                   AreaAt(Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp)));
+    toolkit::SetArea(line, AreaAt(left, Px(top), width, Px(line == lblName ? 26_dp : 18_dp)));
+  toolkit::SetArea(cmdClose, AreaAt(Px(kWidth - kMargin - 90_dp), Px(kHeight - kMargin - 25_dp), Px(90_dp), Px(25_dp)));
 }
 
 std::span<const toolkit::Command> FrmAbout::Commands() const {
@@ -86,7 +85,7 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_DESTROY:
       // Some link controls free the font that they were given; this one is every window's.
-      ::SendMessageA(lnkWeb_, WM_SETFONT, 0, FALSE);
+      ::SendMessageA(lnkWeb, WM_SETFONT, 0, FALSE);
       return 0;
     default:
       return Window::Handle(message, wParam, lParam);

@@ -19,9 +19,9 @@ class FrmAbout : public toolkit::Window {
   void LayOut() override;
   void Close() { ::DestroyWindow(hwnd()); }
 
-  HWND lblName_ = nullptr, lblVersion_ = nullptr, lblMaker_ = nullptr, lblRights_ = nullptr, lnkWeb_ = nullptr,
-       cmdClose_ = nullptr;
-  HWND picIcon_ = nullptr;
+  HWND lblName = nullptr, lblVersion = nullptr, lblMaker = nullptr, lblRights = nullptr, lnkWeb = nullptr,
+       cmdClose = nullptr;
+  HWND picIcon = nullptr;
   toolkit::Font nameFont_;
   toolkit::Icon icon_;
 };

@@ -50,9 +50,9 @@ void FrmMain::Load() {
   SetUpInt();
 }
 
-void FrmMain::Furnish() {
-  if (furnished_) return;
-  furnished_ = true;
+void FrmMain::CreateContents() {
+  if (hasContents_) return;
+  hasContents_ = true;
   toolkit::LoadCommonControls();
   CreateControls();
   SetUpMenus();
@@ -116,7 +116,7 @@ void FrmMain::Wake() {
 }
 
 void FrmMain::ShowMe() {
-  Furnish();
+  CreateContents();
   lvUsers.Sync();
   Raise();
 }
@@ -131,7 +131,7 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != WM_TIMER) tmrMnu.Wake();
   switch (message) {
     case WM_SIZE:
-      Resized(wParam);
+      OnSize(wParam);
       return 0;
     case kHideMinimised:
       if (::IsIconic(hwnd())) Hide();
@@ -140,7 +140,7 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       KeepHidden(*reinterpret_cast<WINDOWPOS*>(lParam));
       break;
     case WM_NOTIFY:
-      return Notified(lParam);
+      return OnNotify(lParam);
     case WM_TIMER:
       tmrMnu_Timer();
       return 0;
@@ -158,7 +158,7 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // The program never sits minimised on the task bar: it lives in the notification area. The hiding is posted, since the
 // minimising is still under way here and would lose the window's normal place.
-void FrmMain::Resized(WPARAM kind) {
+void FrmMain::OnSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED)
     ::PostMessageA(hwnd(), kHideMinimised, 0, 0);
   else
@@ -183,7 +183,7 @@ void FrmMain::LayOutColumns(toolkit::Twips list) {
   ListView_SetColumnWidth(lvUsers.hwnd(), kStat, second > 0 ? second : 0);
 }
 
-LRESULT FrmMain::Notified(LPARAM lParam) {
+LRESULT FrmMain::OnNotify(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   LRESULT result = 0;
   if (header.hwndFrom == lvUsers.hwnd() && header.code == NM_DBLCLK) tbAlert_Click();

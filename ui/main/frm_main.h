@@ -38,7 +38,7 @@ class FrmMain : public toolkit::Window {
 
   // Gives the window its controls, menus and icon: once, by the first who needs them. A start joins the network before
   // it spends time on what nobody sees yet.
-  void Furnish();
+  void CreateContents();
 
   void Move(const core::WindowPlace& place);
 
@@ -69,9 +69,9 @@ class FrmMain : public toolkit::Window {
   void SetUpMenus();
   void LayOut() override;
   void LayOutColumns(toolkit::Twips list);
-  void Resized(WPARAM kind);
+  void OnSize(WPARAM kind);
   void KeepHidden(WINDOWPOS& change) const;
-  LRESULT Notified(LPARAM lParam);
+  LRESULT OnNotify(LPARAM lParam);
   std::span<const toolkit::Command> Commands() const override;
   void tbAlert_Click();
   void tbChat_Click();
@@ -92,7 +92,7 @@ class FrmMain : public toolkit::Window {
   void ShowStateIcon();
   void ShowStatus();
   void ShowRoster();
-  void AnswerEnter();
+  void OnEnter();
   void Hide();
 
   UserRoster& users_;
@@ -105,7 +105,7 @@ class FrmMain : public toolkit::Window {
   toolkit::TrayIcon TI;
   toolkit::RestingTimer tmrMnu;
   toolkit::WindowMenu menu_{kMainMenu, toolkit::MenuKind::Bar};
-  bool furnished_ = false;
+  bool hasContents_ = false;
   bool statBarVisible_ = true;
   bool stayHidden_ = false;
   bool statusStale_ = true;

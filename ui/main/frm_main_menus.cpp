@@ -36,7 +36,7 @@ void FrmMain::ShowMenuState() {
 
 std::span<const toolkit::Command> FrmMain::Commands() const {
   static const toolkit::Command kCommands[] = {
-      {IDOK, &FrmMain::AnswerEnter},
+      {IDOK, &FrmMain::OnEnter},
       {tbAlert, &FrmMain::tbAlert_Click},
       {tbChat, &FrmMain::tbChat_Click},
       {tbBlock, &FrmMain::tbBlock_Click},
@@ -66,8 +66,8 @@ void FrmMain::mnuChatAll_Click() { commands_.openChat(EverybodyList()); }
 void FrmMain::mnuSndAll_Click() { commands_.openComposer(EverybodyList()); }
 
 // The dialog keys turn Enter into this command before the list could tell of it.
-void FrmMain::AnswerEnter() {
-  if (furnished_ && ::GetFocus() == lvUsers.hwnd()) tbAlert_Click();
+void FrmMain::OnEnter() {
+  if (hasContents_ && ::GetFocus() == lvUsers.hwnd()) tbAlert_Click();
 }
 
 void FrmMain::mnuStat_Click(unsigned state) {
@@ -104,7 +104,7 @@ void FrmMain::ShowStateIcon() {
 }
 
 void FrmMain::ShowTray() {
-  Furnish();
+  CreateContents();
   toolkit::LoadPictures();  // its menu can be opened while no window is shown
   TI.Create();
   if (!TI.Active()) ShowMe();

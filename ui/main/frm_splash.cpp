@@ -115,7 +115,7 @@ void FrmSplash::DrawDot(HDC dc) const {
   const core::DotColour colour = core::PulseColour(pulse_);
   const COLORREF rgb = RGB(colour.red, colour.green, 0);
   const toolkit::Brush fill(::CreateSolidBrush(rgb));
-  const toolkit::Owned<HPEN, toolkit::ObjectFreer> outline(::CreatePen(PS_SOLID, 1, rgb));
+  const toolkit::UniqueHandle<HPEN, toolkit::ObjectDeleter> outline(::CreatePen(PS_SOLID, 1, rgb));
   const toolkit::Selected brush(dc, fill.get()), pen(dc, outline.get());
   const int half = (picDot.right - picDot.left) / 2, radius = half - 3;
   const int x = picDot.left + half, y = picDot.top + half;

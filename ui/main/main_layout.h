@@ -16,10 +16,10 @@ constexpr Twips kMinWidth{2000}, kMinHeight{2500};
 constexpr Twips kColumnMargin{250};
 
 // In a window of the first size the states get the more of the two; a wider one shows longer names.
-constexpr Twips kLeastNameColumn{1185};
+constexpr Twips kMinNameColumn{1185};
 
 constexpr Twips NameColumnWidth(Twips list) {
-  return std::max(Twips{(list - kColumnMargin).value / 2}, kLeastNameColumn);
+  return std::max(Twips{(list - kColumnMargin).value / 2}, kMinNameColumn);
 }
 
 constexpr Twips StatColumnWidth(Twips list, Twips firstColumn) { return list - firstColumn - kColumnMargin; }

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/language.h"
-#include "core/numbers.h"
 #include "core/text.h"
 
 namespace mainwindow {
@@ -24,8 +23,8 @@ std::size_t UserRoster::CountUsers() const {
 
 // The icon is right from the start, so that a newcomer does not cost a walk through all rows.
 bool UserRoster::AddUser(std::string_view name) {
-  if (lvUsers.Count() >= kMostRows) return false;
-  if (name.size() > kLongName && lvUsers.TextBytes() + 2 * name.size() > kMostTextBytes) return false;
+  if (lvUsers.Count() >= kMaxRows) return false;
+  if (name.size() > kLongName && lvUsers.TextBytes() + 2 * name.size() > kMaxTextBytes) return false;
   const int icon = IconOf(name);
   lvUsers.Add(
       {.text = std::string(name), .icon = icon, .smallIcon = icon, .checked = true, .key = core::LowerCase(name)});
@@ -75,9 +74,9 @@ void UserRoster::RefGroups() {
 void UserRoster::RefBlock() {
   if (marksAreStale_) MarkAllRows();
   UpdateStat();
-  if (toldSet_ == lvUsers.SetChanges() && toldIcons_ == lvUsers.IconChanges()) return;
-  toldSet_ = lvUsers.SetChanges();
-  toldIcons_ = lvUsers.IconChanges();
+  if (toldSet_ == lvUsers.MembershipRevision() && toldIcons_ == lvUsers.IconRevision()) return;
+  toldSet_ = lvUsers.MembershipRevision();
+  toldIcons_ = lvUsers.IconRevision();
   if (refreshChatWindows) refreshChatWindows();
 }
 
@@ -110,13 +109,13 @@ std::string UserRoster::CountsText() const {
   const std::string words = core::GetText(kCountsText);
   const std::string_view word = core::BarField(words, users == 1 ? 0 : 1);
   return std::string(" ")
-      .append(core::PlainText(users))
+      .append(std::to_string(users))
       .append(" ")
       .append(word)
       .append(" ")
       .append(core::BarField(words, 2))
       .append(" (-")
-      .append(core::PlainText(static_cast<std::int64_t>(lstBlock.size())))
+      .append(std::to_string(lstBlock.size()))
       .append(")");
 }
 

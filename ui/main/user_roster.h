@@ -30,7 +30,7 @@ class UserRoster : public core::Roster {
  public:
   // Newcomers beyond these bounds are not listed, so that a flood of invented names cannot fill the memory. The bytes
   // bound long names only: a few giants must not shut everybody else out.
-  static constexpr std::size_t kMostRows = 100000, kMostTextBytes = 32 * 1024 * 1024, kLongName = 255;
+  static constexpr std::size_t kMaxRows = 100000, kMaxTextBytes = 32 * 1024 * 1024, kLongName = 255;
 
   toolkit::ListRows lvUsers;
   toolkit::StatusLine lblStat;

@@ -14,7 +14,7 @@ void ChoiceList::Attach(HWND listView, HIMAGELIST pictures) {
   ::SendMessageA(hwnd_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
 }
 
-LRESULT ChoiceList::Notified(NMHDR& header) const {
+LRESULT ChoiceList::OnNotify(NMHDR& header) const {
   if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
   auto& draw = reinterpret_cast<NMLVCUSTOMDRAW&>(header);
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;

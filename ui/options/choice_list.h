@@ -19,7 +19,7 @@ class ChoiceList {
   HWND hwnd() const { return hwnd_; }
 
   // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
-  LRESULT Notified(NMHDR& header) const;
+  LRESULT OnNotify(NMHDR& header) const;
 
   void Clear() { ListView_DeleteAllItems(hwnd_); }
   void Add(const std::string& text, int picture);

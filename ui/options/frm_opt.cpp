@@ -92,7 +92,7 @@ LRESULT FrmOpt::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       CheckName();
       return 0;
     case WM_CLOSE:
-      CloseClicked();
+      OnClose();
       return 0;
     default:
       return Window::Handle(message, wParam, lParam);
@@ -103,7 +103,7 @@ std::span<const toolkit::Command> FrmOpt::Commands() const {
   static const toolkit::Command kCommands[] = {
       {kUserButton, kPages, &FrmOpt::ShowPage},
       {kAcceptButton, &FrmOpt::Accept},
-      {kCloseButton, &FrmOpt::CloseClicked},
+      {kCloseButton, &FrmOpt::OnClose},
   };
   return kCommands;
 }
@@ -119,7 +119,7 @@ bool FrmOpt::TranslateKey(WPARAM key) {
     ShowPage((page_ + (back ? kPages - 1 : 1)) % kPages);
     return true;
   }
-  return key == VK_RETURN && picOpt[page_]->Enter();
+  return key == VK_RETURN && picOpt[page_]->OnEnter();
 }
 
 bool FrmOpt::ClickMnemonic(MSG& message) {
@@ -184,7 +184,7 @@ void FrmOpt::Accept() {
   toolkit::CloseModal(*this);
 }
 
-void FrmOpt::CloseClicked() {
+void FrmOpt::OnClose() {
   if (accepting_) return;
   if (atStartUp) return shutDown_();
   toolkit::CloseModal(*this);

@@ -59,7 +59,7 @@ class FrmOpt : public toolkit::Window {
   void ShowPage(unsigned page);
   void CheckName();
   void Accept();
-  void CloseClicked();
+  void OnClose();
   void JoinNetwork();
 
   core::Program& program_;

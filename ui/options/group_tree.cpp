@@ -26,7 +26,7 @@ void GroupTree::Attach(HWND treeView, HIMAGELIST pictures) {
 
 // Draws the selection as if the tree had the focus. While a name is typed it has not, and the system's pale colour
 // would hardly show which group the name will be added to.
-LRESULT GroupTree::Notified(NMHDR& header) const {
+LRESULT GroupTree::OnNotify(NMHDR& header) const {
   if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
   auto& draw = reinterpret_cast<NMTVCUSTOMDRAW&>(header);
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;

@@ -20,7 +20,7 @@ class GroupTree {
       TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
 
   // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
-  LRESULT Notified(NMHDR& header) const;
+  LRESULT OnNotify(NMHDR& header) const;
 
   void Attach(HWND treeView, HIMAGELIST pictures);
 

@@ -27,7 +27,7 @@ class GroupsPage : public Page {
   void Fill() override { AddGroups(); }
   void InputSets() override;
   void WriteSets() override;
-  bool Enter() override { return ::GetFocus() == txtGroups && RunCommand(kGroupEnter); }
+  bool OnEnter() override { return ::GetFocus() == txtGroups && RunCommand(kGroupEnter); }
   bool OwnsMnemonics() const override { return !toolkit::TrimmedTextOf(txtGroups).empty(); }
 
   void AddGroups();  // the root of the tree
@@ -35,7 +35,7 @@ class GroupsPage : public Page {
  private:
   void CreateControls() override;
   std::span<const toolkit::Command> Commands() const override;
-  LRESULT Notified(NMHDR& header) override { return tvGroups.Notified(header); }
+  LRESULT OnNotify(NMHDR& header) override { return tvGroups.OnNotify(header); }
   void NewClick();
   void AddClick();
   void RemoveClick();

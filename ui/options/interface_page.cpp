@@ -7,7 +7,6 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/message_box.h"
-#include "core/numbers.h"
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "res/pictures.h"
@@ -165,7 +164,7 @@ void InterfacePage::LayOut() {
 
 void InterfacePage::InputSets() {
   SetPos(core::gPopPos);
-  ::SetWindowTextA(lblHeight, core::PlainText(core::gAlertHeight).c_str());
+  ::SetWindowTextA(lblHeight, std::to_string(core::gAlertHeight).c_str());
   const auto* const language = std::ranges::find(kLanguages, core::gLanguage);
   const auto index = language == std::end(kLanguages) ? -1 : language - std::begin(kLanguages);
   ::SendMessageA(CMBlang, CB_SETCURSEL, static_cast<WPARAM>(index), 0);

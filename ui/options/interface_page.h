@@ -37,7 +37,7 @@ class InterfacePage : public Page {
  private:
   void CreateControls() override;
   std::span<const toolkit::Command> Commands() const override;
-  LRESULT Notified(NMHDR& header) override { return lvSnd.Notified(header); }
+  LRESULT OnNotify(NMHDR& header) override { return lvSnd.OnNotify(header); }
   void SetPositionName(int position, std::string name);
   void tbSnd_Click();
   int PressedPos() const;

@@ -50,7 +50,7 @@ LRESULT Page::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (HIWORD(wParam) == EN_SETFOCUS) ::SendMessageA(reinterpret_cast<HWND>(lParam), EM_SETSEL, 0, -1);
       break;
     case WM_NOTIFY:
-      return Notified(*reinterpret_cast<NMHDR*>(lParam));
+      return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
     default:
       break;
   }

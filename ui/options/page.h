@@ -29,7 +29,7 @@ class Page : public toolkit::Window {
   virtual HWND FirstControl() const = 0;
 
   // Enter was pressed; true when the page has used it.
-  virtual bool Enter() { return false; }
+  virtual bool OnEnter() { return false; }
 
   // True while the page takes mnemonics that its buttons share with the dialog's.
   virtual bool OwnsMnemonics() const { return false; }
@@ -54,7 +54,7 @@ class Page : public toolkit::Window {
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   // The answer to a WM_NOTIFY.
-  virtual LRESULT Notified(NMHDR&) { return 0; }
+  virtual LRESULT OnNotify(NMHDR&) { return 0; }
 };
 
 // The margin of a page and the gap between a label and its control; the heights, in pixels, of a line of text and of a

@@ -19,7 +19,7 @@ class SecurityPage : public Page {
   void LayOut() override;
   void InputSets() override;
   void WriteSets() override;
-  bool Enter() override { return ::GetFocus() == txtBlock && RunCommand(kBlockEnter); }
+  bool OnEnter() override { return ::GetFocus() == txtBlock && RunCommand(kBlockEnter); }
   bool OwnsMnemonics() const override { return !toolkit::TrimmedTextOf(txtBlock).empty(); }
 
   void RefBloc();  // enables Remove while the list has rows
@@ -27,7 +27,7 @@ class SecurityPage : public Page {
  private:
   void CreateControls() override;
   std::span<const toolkit::Command> Commands() const override;
-  LRESULT Notified(NMHDR& header) override { return lvBlock.Notified(header); }
+  LRESULT OnNotify(NMHDR& header) override { return lvBlock.OnNotify(header); }
   void AddBlock();
   void RemoveBlock();
 

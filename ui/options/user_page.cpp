@@ -223,7 +223,7 @@ LRESULT UserPage::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return Page::Handle(message, wParam, lParam);
 }
 
-LRESULT UserPage::Notified(NMHDR& header) {
+LRESULT UserPage::OnNotify(NMHDR& header) {
   if (header.hwndFrom != lvCol) return 0;
   if (header.code == NM_CUSTOMDRAW) return DrawSwatchItem(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
   // The frames that DrawSwatchItem draws extend beyond the area that the list repaints by itself.

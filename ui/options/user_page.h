@@ -43,7 +43,7 @@ class UserPage : public Page {
   void CreateControls() override;
   std::span<const toolkit::Command> Commands() const override;
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT Notified(NMHDR& header) override;
+  LRESULT OnNotify(NMHDR& header) override;
   LRESULT DrawSwatchItem(const NMLVCUSTOMDRAW& draw) const;
   void SetSwatchName(int index, const std::string& name);
   void lvCol_ItemClick(int index);

@@ -16,18 +16,18 @@ inline HWND Created(HWND window) {
   return window;
 }
 
-template <class Handle, class Freer>
-class Owned {
+template <class Handle, class Deleter>
+class UniqueHandle {
  public:
-  Owned() = default;
-  explicit Owned(Handle handle) : handle_(handle) {}
-  Owned(Owned&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-  Owned& operator=(Owned&& other) noexcept {
+  UniqueHandle() = default;
+  explicit UniqueHandle(Handle handle) : handle_(handle) {}
+  UniqueHandle(UniqueHandle&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  UniqueHandle& operator=(UniqueHandle&& other) noexcept {
     std::swap(handle_, other.handle_);
     return *this;
   }
-  ~Owned() {
-    if (handle_) Freer::Free(handle_);
+  ~UniqueHandle() {
+    if (handle_) Deleter::Free(handle_);
   }
 
   Handle get() const { return handle_; }
@@ -39,29 +39,29 @@ class Owned {
 };
 
 // Fonts, brushes, bitmaps and regions all go the way of ::DeleteObject.
-struct ObjectFreer {
+struct ObjectDeleter {
   static void Free(HGDIOBJ object) { ::DeleteObject(object); }
 };
-struct ImageListFreer {
+struct ImageListDeleter {
   static void Free(HIMAGELIST list) { ::ImageList_Destroy(list); }
 };
-struct IconFreer {
+struct IconDeleter {
   static void Free(HICON icon) { ::DestroyIcon(icon); }
 };
-struct MenuFreer {
+struct MenuDeleter {
   static void Free(HMENU menu) { ::DestroyMenu(menu); }
 };
-struct MemoryDcFreer {
+struct MemoryDcDeleter {
   static void Free(HDC dc) { ::DeleteDC(dc); }
 };
 
-using Font = Owned<HFONT, ObjectFreer>;
-using Brush = Owned<HBRUSH, ObjectFreer>;
-using Bitmap = Owned<HBITMAP, ObjectFreer>;
-using ImageList = Owned<HIMAGELIST, ImageListFreer>;
-using Icon = Owned<HICON, IconFreer>;
-using Menu = Owned<HMENU, MenuFreer>;
-using MemoryDc = Owned<HDC, MemoryDcFreer>;
+using Font = UniqueHandle<HFONT, ObjectDeleter>;
+using Brush = UniqueHandle<HBRUSH, ObjectDeleter>;
+using Bitmap = UniqueHandle<HBITMAP, ObjectDeleter>;
+using ImageList = UniqueHandle<HIMAGELIST, ImageListDeleter>;
+using Icon = UniqueHandle<HICON, IconDeleter>;
+using Menu = UniqueHandle<HMENU, MenuDeleter>;
+using MemoryDc = UniqueHandle<HDC, MemoryDcDeleter>;
 
 // The screen's or a window's device context, for as long as something is measured with it.
 class WindowDc {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "core/message_box.h"
-#include "core/numbers.h"
 #include "core/system_library_win32.h"
 
 namespace toolkit {
@@ -53,7 +52,7 @@ void OpenLink(const std::string& link, ShellOpen shell) {
   const INT_PTR result = ShellResult(link, shell);
   // The shell's other error numbers come with a message of its own.
   if (result != 0) return;
-  core::ShowBox({.text = "Error Opening Link to " + link + "\r\n\r\n" + core::PlainText(result),
+  core::ShowBox({.text = "Error Opening Link to " + link + "\r\n\r\n" + std::to_string(result),
                  .icon = core::BoxIcon::Exclamation});
 }
 

@@ -109,7 +109,7 @@ const ListRow& ListRows::Add(ListRow row) {
   ++count_;
   textBytes_ += added.text.size() + added.key.size();
   if (added.selected) ++selectedCount_;
-  ++setChanges_;
+  ++membershipRevision_;
   return added;
 }
 
@@ -120,7 +120,7 @@ void ListRows::Remove(const ListRow& row) {
   --count_;
   textBytes_ -= leaving.text.size() + leaving.key.size();
   if (leaving.selected) --selectedCount_;
-  ++setChanges_;
+  ++membershipRevision_;
   std::ranges::lower_bound(slots_, leaving.id, {}, &Slot::id)->row.reset();
   if (slots_.size() > 2 * count_ + 64) CloseGaps();
 }
@@ -130,7 +130,7 @@ void ListRows::Clear() {
   byKey_->Clear();
   std::vector<Slot>().swap(slots_);
   count_ = textBytes_ = selectedCount_ = 0;
-  ++setChanges_;
+  ++membershipRevision_;
 }
 
 const ListRow& ListRows::At(std::size_t index) const {
@@ -178,20 +178,20 @@ std::vector<const ListRow*> ListRows::AllWithText(std::string_view text) const {
 void ListRows::SetSubText(const ListRow& row, std::string_view text) {
   if (row.subText == text) return;
   Own(row).subText = text;
-  ++lookChanges_;
+  ++lookRevision_;
 }
 
 void ListRows::SetIcon(const ListRow& row, int icon) {
   if (row.icon == icon && row.smallIcon == icon) return;
   Own(row).icon = Own(row).smallIcon = icon;
-  ++lookChanges_;
-  ++iconChanges_;
+  ++lookRevision_;
+  ++iconRevision_;
 }
 
 void ListRows::SetForeColour(const ListRow& row, std::int32_t colour) {
   if (row.foreColour == colour) return;
   Own(row).foreColour = colour;
-  ++lookChanges_;
+  ++lookRevision_;
 }
 
 void ListRows::SetSelected(const ListRow& row, bool selected) {

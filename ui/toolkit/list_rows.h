@@ -70,9 +70,9 @@ class ListRows {
   // Counters for those who remember what they have drawn: of the set of rows (added or removed), and of real changes of
   // icon, colour or second column; of those the icons once more by themselves. Selecting counts as neither, since it is
   // the list view that selects.
-  std::uint64_t SetChanges() const { return setChanges_; }
-  std::uint64_t LookChanges() const { return lookChanges_; }
-  std::uint64_t IconChanges() const { return iconChanges_; }
+  std::uint64_t MembershipRevision() const { return membershipRevision_; }
+  std::uint64_t LookRevision() const { return lookRevision_; }
+  std::uint64_t IconRevision() const { return iconRevision_; }
 
  private:
   struct Link;
@@ -90,7 +90,7 @@ class ListRows {
   std::unique_ptr<Chains> byText_, byKey_;
   std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;
   RowId nextId_ = 0;
-  std::uint64_t setChanges_ = 0, lookChanges_ = 0, iconChanges_ = 0;
+  std::uint64_t membershipRevision_ = 0, lookRevision_ = 0, iconRevision_ = 0;
 };
 
 }  // namespace toolkit

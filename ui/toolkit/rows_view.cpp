@@ -55,12 +55,12 @@ void RowsView::AddColumn(int index, const char* caption, int width) {
 void RowsView::FitColumn() { ListView_SetColumnWidth(hwnd_, 0, ClientAreaOf(hwnd_).right); }
 
 void RowsView::Sync() {
-  if (rows_->SetChanges() != seenSet_) {
+  if (rows_->MembershipRevision() != seenSet_) {
     TakeRows();
-  } else if (rows_->LookChanges() == seenLooks_) {
+  } else if (rows_->LookRevision() == seenLooks_) {
     return;
   }
-  seenLooks_ = rows_->LookChanges();
+  seenLooks_ = rows_->LookRevision();
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
 
@@ -70,7 +70,7 @@ void RowsView::TakeRows() {
   const int caret = ListView_GetNextItem(hwnd_, -1, LVNI_FOCUSED), mark = ListView_GetSelectionMark(hwnd_);
   const int newCaret = NewPlaceOf(caret), newMark = NewPlaceOf(mark);
   shown_ = rows_->Ids();
-  seenSet_ = rows_->SetChanges();
+  seenSet_ = rows_->MembershipRevision();
   ListView_SetItemCountEx(hwnd_, static_cast<int>(shown_.size()), LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
   ApplySelection();
   if (newCaret >= 0) ListView_SetItemState(hwnd_, newCaret, LVIS_FOCUSED, LVIS_FOCUSED);
@@ -87,7 +87,7 @@ int RowsView::NewPlaceOf(int number) const {
 // Null when it has gone since.
 const ListRow* RowsView::RowAt(std::size_t number) const {
   if (number >= shown_.size()) return nullptr;
-  return seenSet_ == rows_->SetChanges() ? &rows_->At(number) : rows_->FindId(shown_[number]);
+  return seenSet_ == rows_->MembershipRevision() ? &rows_->At(number) : rows_->FindId(shown_[number]);
 }
 
 // Clearing it walks the whole list, so it is left alone while there is nothing to clear.

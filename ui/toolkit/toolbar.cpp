@@ -15,7 +15,7 @@ constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE
 
 // What a button is wider than its caption: the control's own widths do not follow the scaling. In
 // a narrow window the buttons move together before they take a second line.
-constexpr Twips kSpare = 12_dp, kLeastSpare = 0_dp;
+constexpr Twips kSpare = 12_dp, kMinSpare = 0_dp;
 
 int ContentWidth(const std::string& caption) {
   std::string shown = caption;
@@ -178,7 +178,7 @@ bool Toolbar::ClickMnemonic(char letter) {
 int Toolbar::Place(int width) {
   int free = width - indent_;
   for (const std::string& caption : captions_) free -= ContentWidth(caption);
-  SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kLeastSpare), Px(kSpare)));
+  SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kMinSpare), Px(kSpare)));
   SetArea(hwnd_, {0, 0, width, Px(1000_dp)});
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
   const int height = ToolbarSize(hwnd_).cy;

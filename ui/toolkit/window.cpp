@@ -203,7 +203,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {Px(minWidth_), Px(minHeight_)};
       return 0;
     case WM_WINDOWPOSCHANGING:
-      return KeepLeastSize(wParam, lParam);
+      return KeepMinSize(wParam, lParam);
     case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
       ::EnumChildWindows(hwnd_, TellColours, 0);
       break;
@@ -218,7 +218,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // Windows keeps a window from becoming too small. Desktops other than Windows' own show it too small all the same, cut
 // off, until they are told of a size again.
-LRESULT Window::KeepLeastSize(WPARAM wParam, LPARAM lParam) {
+LRESULT Window::KeepMinSize(WPARAM wParam, LPARAM lParam) {
   const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
   const int width = change.cx, height = change.cy;
   const LRESULT result = ::DefWindowProcA(hwnd_, WM_WINDOWPOSCHANGING, wParam, lParam);

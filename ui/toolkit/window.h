@@ -137,7 +137,7 @@ class Window : public std::enable_shared_from_this<Window> {
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   static void Register(const WindowStyle& style);
-  LRESULT KeepLeastSize(WPARAM wParam, LPARAM lParam);
+  LRESULT KeepMinSize(WPARAM wParam, LPARAM lParam);
   void RememberFocus();
   void PassFocusOn() const;
   static BOOL CALLBACK CollectReachable(HWND hwnd, LPARAM windows);

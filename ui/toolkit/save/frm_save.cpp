@@ -60,7 +60,7 @@ void FrmSave::Load() {
   CreateControls();
   SetLan();
   LayOut();
-  OrTell([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
+  OpenOrReport([this] { SetLocation(ClosedFolder(DocumentsFolder())); });
   FocusFirst(txtFileName);
 }
 
@@ -130,7 +130,7 @@ LRESULT FrmSave::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 std::span<const Command> FrmSave::Commands() const {
   static const Command kCommands[] = {
-      {kSave, &FrmSave::Entered},
+      {kSave, &FrmSave::OnEnter},
       {kClose, &FrmSave::cmdClose_Click},
       {kDrive, &FrmSave::Drive1_Change, CBN_SELENDOK},
       {kFolders, &FrmSave::OpenSelectedFolder, LBN_DBLCLK},
@@ -145,7 +145,7 @@ std::span<const Command> FrmSave::Commands() const {
 void FrmSave::txtFileName_LostFocus() { ShowName(TrimmedTextOf(txtFileName)); }
 
 // Save was clicked, or Enter was pressed anywhere.
-void FrmSave::Entered() {
+void FrmSave::OnEnter() {
   const HWND focus = ::GetFocus();
   if (focus == cmdClose) return cmdClose_Click();
   if (focus == Dir1.hwnd()) return OpenSelectedFolder();
@@ -162,7 +162,7 @@ void FrmSave::cmdSave_Click() {
       pattern_ = decision.text;
       return rFileList();
     case SaveAction::GoTo:
-      return OrTell([this, &decision] { SetLocation(decision.text); });
+      return OpenOrReport([this, &decision] { SetLocation(decision.text); });
     case SaveAction::Save:
       result_ = decision.text;
       CloseModal(*this);
@@ -184,7 +184,7 @@ void FrmSave::txtFileType_Click() {
 void FrmSave::Drive1_Change() {
   const int index = SelectedIn(Drive1);
   if (index < 0) return;
-  OrTell([this, index] { OpenFolder(drives_[static_cast<std::size_t>(index)]); });
+  OpenOrReport([this, index] { OpenFolder(drives_[static_cast<std::size_t>(index)]); });
 }
 
 void FrmSave::List1_Click() { ShowName(List1.TextAt(List1.Selection())); }
@@ -195,11 +195,11 @@ void FrmSave::OpenSelectedFolder() {
   const auto index = static_cast<std::size_t>(selection);
   std::string folder = FolderOf(steps_, index + 1);
   if (index >= steps_.size()) folder += ClosedFolder(Dir1.TextAt(selection));
-  OrTell([this, &folder] { OpenFolder(folder); });
+  OpenOrReport([this, &folder] { OpenFolder(folder); });
 }
 
-// What cannot be opened is told, and nothing has changed.
-void FrmSave::OrTell(const std::function<void()>& open) {
+// A message box tells what cannot be opened; the dialog stays as it is.
+void FrmSave::OpenOrReport(const std::function<void()>& open) {
   try {
     open();
   } catch (const core::RuntimeError&) {
@@ -238,7 +238,7 @@ void FrmSave::SelectDrive() {
 
 void FrmSave::rFileList() {
   File1.clear();
-  OrTell([this] { File1 = ReadFolder(folder_).files; });
+  OpenOrReport([this] { File1 = ReadFolder(folder_).files; });
   ShowFiles();
 }
 

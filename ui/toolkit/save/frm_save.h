@@ -38,7 +38,7 @@ class FrmSave : public Window {
   void CreateControls();
   void LayOut() override;
   std::span<const Command> Commands() const override;
-  void Entered();
+  void OnEnter();
   void cmdSave_Click();
   void cmdClose_Click();
   void txtFileType_Click();
@@ -46,7 +46,7 @@ class FrmSave : public Window {
   void List1_Click();
   void txtFileName_LostFocus();
   void OpenSelectedFolder();
-  void OrTell(const std::function<void()>& open);
+  void OpenOrReport(const std::function<void()>& open);
   void OpenFolder(const std::string& folder);
   void SelectDrive();
   void ShowFiles();
