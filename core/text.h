@@ -2,6 +2,7 @@
 // it has one byte or two (core/code_page.h).
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,5 +36,18 @@ std::vector<std::string_view> BarFields(std::string_view text);
 
 // Piece number index (from 0) between vertical bars, the empty text when there are fewer.
 std::string_view BarField(std::string_view text, std::size_t index);
+
+// Hashing and comparing names without regard to case, straight from the bytes: no lower-case copy is made, so a look-up
+// costs no allocation. Both are transparent: a container of strings can be searched with a view. The hash differs from
+// run to run, so that names cannot be prepared elsewhere to fall into one bucket.
+struct NameHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view name) const;
+};
+
+struct NameEqual {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const { return EqualIgnoringCase(a, b); }
+};
 
 }  // namespace core

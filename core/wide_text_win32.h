@@ -2,11 +2,19 @@
 // font, which need not be that of the system's code page.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 #include <string_view>
 
 namespace core {
 
-std::wstring Wide(std::string_view text);
+// No letter has more units of Unicode than bytes.
+inline std::wstring Wide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  const int bytes = static_cast<int>(text.size());
+  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), bytes, wide.data(), bytes)));
+  return wide;
+}
 
 }  // namespace core

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "core/globals.h"
-#include "core/name_hash.h"
 #include "core/text.h"
 #include "fuzz/fuzz_target.h"
 #include "net/dispatcher.h"

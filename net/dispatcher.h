@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "core/name_hash.h"
+#include "core/text.h"
 #include "core/roster.h"
 #include "net/conversations.h"
 #include "net/messenger.h"

@@ -1,7 +1,7 @@
 #include "net/recent_names.h"
 
 #include "core/clock.h"
-#include "core/name_hash.h"
+#include "core/text.h"
 
 namespace net {
 namespace {

@@ -6,7 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "core/name_hash.h"
 #include "core/numbers.h"
 #include "tests/support/error_of.h"
 #include "tests/support/in_code_page.h"

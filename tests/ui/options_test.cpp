@@ -6,9 +6,7 @@
 #include "support/recording_program.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/in_code_page.h"
-#include "ui/options/groups.h"
-#include "ui/options/names.h"
-#include "ui/options/sounds.h"
+#include "ui/options/option_values.h"
 
 namespace options {
 namespace {

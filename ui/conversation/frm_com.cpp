@@ -8,10 +8,9 @@
 #include "net/packet.h"
 #include "res/pictures.h"
 #include "ui/conversation/composer_layout.h"
-#include "ui/toolkit/byte_limit.h"
+#include "ui/toolkit/text_box.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_keys.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace conversation {

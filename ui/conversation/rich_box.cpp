@@ -6,7 +6,7 @@
 
 #include "core/system_library_win32.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_keys.h"
+#include "ui/toolkit/text_box.h"
 
 namespace conversation {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "core/globals.h"
 #include "core/process.h"
-#include "ui/main/web_links.h"
+#include "ui/main/main_menu.h"
 #include "ui/toolkit/links.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

@@ -3,7 +3,7 @@
 #include "core/process.h"
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
-#include "ui/main/web_links.h"
+#include "ui/main/main_menu.h"
 #include "ui/toolkit/links.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"

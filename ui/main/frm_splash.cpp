@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "core/globals.h"
-#include "core/splash_pulse.h"
+#include "core/wide_text_win32.h"
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 
@@ -21,6 +22,21 @@ constexpr char kDoing[] = "Synchronising Network Status";
 constexpr COLORREF kDotBackground = RGB(224, 224, 224), kVersionColour = RGB(128, 128, 128);
 constexpr Twips kWidth{3450}, kHeight{1050}, kDotSide{255}, kMargin{150};
 
+// The dot pulses from red to green and back while the program listens.
+struct DotColour {
+  int red, green;  // 0 to 255; blue is always 0
+};
+
+// The counter of the next tick: 0, 5, ... 200, then 0 again.
+constexpr int NextPulse(int counter) { return counter + 5 > 200 ? 0 : counter + 5; }
+
+// 2.56 per step of a triangle wave 0 to 100 and back, rounded; a full 256 counts as 255.
+constexpr DotColour PulseColour(int counter) {
+  const int wave = counter > 100 ? 200 - counter : counter;
+  const auto channel = [](int step) { return std::min((256 * step + 50) / 100, 255); };
+  return {channel(100 - wave), channel(wave)};
+}
+
 toolkit::Font VersionFont() {
   LOGFONTA font{};
   font.lfHeight = -Px(11_dp);
@@ -37,6 +53,31 @@ int WindowWidth() {
 }
 
 }  // namespace
+
+void SplashLabel::Load(HWND parent, const char* text, const toolkit::Area& place, HFONT font, COLORREF colour) {
+  font_ = font;
+  colour_ = colour;
+  Create({"SplashLabel", WS_CHILD | WS_VISIBLE, 0, COLOR_WINDOW}, text, place, parent);
+}
+
+LRESULT SplashLabel::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_PAINT) return Window::Handle(message, wParam, lParam);
+  Paint();
+  return 0;
+}
+
+void SplashLabel::Paint() const {
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(hwnd(), &paint);
+  {
+    const toolkit::Selected font(dc, font_);
+    ::SetTextColor(dc, colour_);
+    ::SetBkMode(dc, TRANSPARENT);
+    const std::wstring text = core::Wide(Text());
+    ::TextOutW(dc, 0, 0, text.data(), static_cast<int>(text.size()));
+  }
+  ::EndPaint(hwnd(), &paint);
+}
 
 void FrmSplash::Load() {
   const int width = WindowWidth(), height = Px(kHeight);
@@ -94,7 +135,7 @@ void FrmSplash::Timer1Timer() {
   // It pulses until the process ends, but slowly once nobody sees it.
   if (::IsWindowVisible(hwnd())) Timer1.Wake();
   Timer1.Ticked();
-  pulse_ = core::NextPulse(pulse_);
+  pulse_ = NextPulse(pulse_);
   ::InvalidateRect(hwnd(), &picDot, FALSE);
 }
 
@@ -112,7 +153,7 @@ void FrmSplash::Paint() const {
 void FrmSplash::DrawDot(HDC dc) const {
   const toolkit::Brush background(::CreateSolidBrush(kDotBackground));
   ::FillRect(dc, &picDot, background.get());
-  const core::DotColour colour = core::PulseColour(pulse_);
+  const DotColour colour = PulseColour(pulse_);
   const COLORREF rgb = RGB(colour.red, colour.green, 0);
   const toolkit::Brush fill(::CreateSolidBrush(rgb));
   const toolkit::UniqueHandle<HPEN, toolkit::ObjectDeleter> outline(::CreatePen(PS_SOLID, 1, rgb));

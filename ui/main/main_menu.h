@@ -1,6 +1,7 @@
 // The menus of the main window. Their first one is also the menu of the notification icon.
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 #include "res/pictures.h"
@@ -78,5 +79,12 @@ inline constexpr toolkit::MenuRow kMainMenu[] = {
     {2, mnuWp + 5, {1207, "|Write to us|&Mail"}, res::kMenuWeb},
 };
 static_assert(toolkit::IsSound(kMainMenu));
+
+// Where the maker can be reached, in the order of the links in the help menu.
+inline constexpr std::array<const char*, 6> kWebLinks{
+    "https://www.vextant.example/quillon/",          "https://www.vextant.example/quillon/help/",
+    "https://www.vextant.example/quillon/update/",   "https://www.vextant.example/quillon/bugs/",
+    "https://www.vextant.example/quillon/feedback/", "mailto:support@vextant.example",
+};
 
 }  // namespace mainwindow

@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/name_hash.h"
+#include "core/text.h"
 #include "core/roster.h"
 #include "ui/toolkit/list_rows.h"
 #include "ui/toolkit/status_line.h"

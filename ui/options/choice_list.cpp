@@ -1,7 +1,6 @@
 #include "ui/options/choice_list.h"
 
-#include "ui/toolkit/item_text.h"
-#include "ui/toolkit/plain_selection.h"
+#include "ui/toolkit/list_items.h"
 #include "ui/toolkit/screen.h"
 
 namespace options {

@@ -1,7 +1,7 @@
 #include "ui/options/group_tree.h"
 
 #include "res/pictures.h"
-#include "ui/toolkit/item_text.h"
+#include "ui/toolkit/list_items.h"
 
 namespace options {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/options/groups.h"
+#include "ui/options/option_values.h"
 
 namespace options {
 

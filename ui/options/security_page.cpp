@@ -5,7 +5,7 @@
 
 #include "core/sound.h"
 #include "res/pictures.h"
-#include "ui/options/names.h"
+#include "ui/options/option_values.h"
 #include "ui/toolkit/pictures.h"
 
 namespace options {

@@ -7,8 +7,8 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/options/drawn_images.h"
-#include "ui/options/names.h"
-#include "ui/toolkit/byte_limit.h"
+#include "ui/options/option_values.h"
+#include "ui/toolkit/text_box.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "core/language.h"
+
 namespace toolkit {
 
 // A text with its code in the language file and its built-in English form, which stands while captions do not come from
@@ -13,7 +15,10 @@ struct Caption {
   constexpr Caption(int textCode, const char* text) : code(textCode), builtIn(text) {}
 
   // As it is shown; a code that the language file lacks gives the empty text, but of a name the built-in one.
-  std::string Text(bool fromLanguageFile) const;
+  std::string Text(bool fromLanguageFile) const {
+    if (!fromLanguageFile || code == 0) return builtIn;
+    return spoken ? core::FindText(code).value_or(builtIn) : core::GetText(code);
+  }
 
   int code = 0;  // 0: no other language has another text
   const char* builtIn;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/name_hash.h"
+#include "core/text.h"
 #include "core/runtime_error.h"
 
 namespace toolkit {

@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/menu/image_tags.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/menu_look.h"
 

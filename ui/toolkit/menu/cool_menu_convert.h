@@ -5,7 +5,6 @@
 
 #include <vector>
 
-#include "ui/toolkit/menu/image_tags.h"
 #include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {

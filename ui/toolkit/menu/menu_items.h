@@ -11,6 +11,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace toolkit {
 
@@ -46,6 +47,23 @@ std::string NameOf(std::string_view authored);
 // The authored form of a text that must be shown as it stands, whatever its first characters: a user may be called
 // "-anna" or "R&D".
 std::string LiteralCaption(std::string_view text);
+
+// Which image of an image list decorates which captions: an image belongs to every caption that begins with one of its
+// tags.
+class ImageTags {
+ public:
+  // An image may bear several tags. Empty tags decorate nothing.
+  void Add(int image, std::string tag);
+
+  void Clear() { tags_.clear(); }
+
+  // The first image, by index, with a tag that the caption begins with ignoring case; -1 when there is none. Images
+  // from `count` on do not exist.
+  std::int16_t Find(std::string_view caption, int count) const;
+
+ private:
+  std::map<int, std::vector<std::string>> tags_;
+};
 
 // The data of all converted items of a window's menus. A converted item carries the key of its entry as its item data,
 // never an address, so that a stale value or the data of somebody else's owner-drawn item finds nothing.

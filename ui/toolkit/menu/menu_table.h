@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "ui/toolkit/caption.h"
-#include "ui/toolkit/menu/image_tags.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 

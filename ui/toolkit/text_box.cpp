@@ -1,14 +1,16 @@
-#include "ui/toolkit/byte_limit.h"
+#include "ui/toolkit/text_box.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 #include <string>
 
+#include "ui/toolkit/window.h"
+
 namespace toolkit {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
+constexpr UINT_PTR kLimitSubclass = 1, kTabSubclass = 2;
 
 UINT MostBytesOfLetter() {
   CPINFO info{};
@@ -38,17 +40,47 @@ void SetLimit(HWND box, int bytes) {
   ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(letters + more, 1)), 0);
 }
 
-LRESULT CALLBACK Procedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {
+LRESULT CALLBACK LimitProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {
   if (MayInsert(message)) SetLimit(box, static_cast<int>(bytes));
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, Procedure, id);
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, LimitProcedure, id);
   return ::DefSubclassProc(box, message, wParam, lParam);
+}
+
+LRESULT CALLBACK WithoutSelectingProcedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(textBox, WithoutSelectingProcedure, id);
+  return WithoutSelecting(message, ::DefSubclassProc(textBox, message, wParam, lParam));
+}
+
+void LeaveByTab(HWND textBox) {
+  const HWND window = ::GetAncestor(textBox, GA_ROOT);
+  ::SetFocus(::GetNextDlgTabItem(window, textBox, KeyDown(VK_SHIFT)));
 }
 
 }  // namespace
 
 void LimitBytes(HWND box, std::size_t bytes) {
   ::SendMessageA(box, EM_SETLIMITTEXT, bytes, 0);
-  if (MostBytesOfLetter() > 1) ::SetWindowSubclass(box, Procedure, kSubclass, bytes);
+  if (MostBytesOfLetter() > 1) ::SetWindowSubclass(box, LimitProcedure, kLimitSubclass, bytes);
 }
+
+bool TranslateTextKey(const MSG& key) {
+  const bool ctrl = KeyDown(VK_CONTROL);
+  switch (key.wParam) {
+    case VK_ESCAPE:
+      return true;
+    case VK_TAB:
+      if (ctrl) return false;
+      LeaveByTab(key.hwnd);
+      return true;
+    case 'A':
+      if (!ctrl || KeyDown(VK_MENU)) return false;
+      ::SendMessageA(key.hwnd, EM_SETSEL, 0, -1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void KeepSelectionAtTab(HWND textBox) { ::SetWindowSubclass(textBox, WithoutSelectingProcedure, kTabSubclass, 0); }
 
 }  // namespace toolkit

@@ -1,0 +1,50 @@
+// What the options dialog makes of what is typed into it and of what is stored: names, groups and sounds.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/roster.h"
+
+namespace options {
+
+// The text that refuses a screen name, 0 when the name is fine.
+inline constexpr int kNameInUseText = 2204, kNameUnusableText = 2205;
+
+// Checks a trimmed screen name. It must not be in use, must contain a letter A-Z or a digit, so that it can be
+// displayed and typed everywhere, and must not contain a vertical bar, which separates the fields of a packet. The
+// user's own row does not count as a use of the name, unless the present name belongs to another user
+// (`ownNameIsTaken`, the conflict at start-up).
+int RefusalOf(std::string_view name, const core::Roster& users, bool ownNameIsTaken);
+
+// The first character in upper case, the rest in lower case: "jOHN smITH" becomes "John smith".
+std::string ProperCase(std::string_view name);
+
+// Groups of users, which are stored as lines ("family|anna|bob|").
+struct Group {
+  std::string name;
+  std::vector<std::string> members;
+  friend bool operator==(const Group&, const Group&) = default;
+};
+
+// Parses lines. A bar terminates each name, so a last member without one is dropped.
+std::vector<Group> GroupsOf(const std::vector<std::string>& lines);
+
+// The lines of the groups, in order. Groups without members are left out.
+std::vector<std::string> LinesOf(const std::vector<Group>& groups);
+
+// The sounds on offer for a new message.
+struct Sound {
+  std::string key;   // as it is stored and played: "(S)", "(B)", or a file name that ends in ".wav"
+  std::string text;  // as it is listed; empty for silence and beep
+  friend bool operator==(const Sound&, const Sound&) = default;
+};
+
+// Silence and beep, whose texts depend on the language, then the wave files of the program's folder.
+std::vector<Sound> SoundsOf(const std::vector<std::string>& files);
+
+// The key of a file: its name, with ".wav" appended unless it ends in exactly that; case counts.
+std::string SoundKey(std::string_view file);
+
+}  // namespace options
