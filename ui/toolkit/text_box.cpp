@@ -46,7 +46,8 @@ LRESULT CALLBACK LimitProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lP
   return ::DefSubclassProc(box, message, wParam, lParam);
 }
 
-LRESULT CALLBACK WithoutSelectingProcedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+LRESULT CALLBACK WithoutSelectingProcedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                           DWORD_PTR) {
   if (message == WM_NCDESTROY) ::RemoveWindowSubclass(textBox, WithoutSelectingProcedure, id);
   return WithoutSelecting(message, ::DefSubclassProc(textBox, message, wParam, lParam));
 }

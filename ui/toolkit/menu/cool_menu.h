@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "ui/toolkit/menu/menu_items.h"
-#include "ui/toolkit/menu/menu_look.h"
+#include "ui/toolkit/menu/cool_menu_draw.h"
 
 namespace toolkit {
 

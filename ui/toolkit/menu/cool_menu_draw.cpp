@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "core/wide_text_win32.h"
 #include "ui/toolkit/menu/embossed_image.h"
@@ -20,6 +21,30 @@ constexpr Twips kRowMargin = 6_dp;   // height of an item beyond its caption or 
 constexpr Twips kHeadMargin = 5_dp;  // height of a head beyond its text
 constexpr Twips kMark = 14_dp;       // side of a check or option mark
 constexpr Twips kHeadIndent = 6_dp, kHeadGap = 4_dp;
+
+constexpr int kHeadPoints = 7;
+constexpr char kHeadFace[] = "Small Fonts";
+
+// The face of the heads is drawn dot by dot for 96 dots per inch and looks coarse when it is stretched; finer screens
+// show the menu's own face at that size.
+constexpr int kHeadFaceDpi = 96;
+
+int PointsToHeight(int points) { return -::MulDiv(points, ScreenDpi().value, 72); }
+
+void SetFace(LOGFONTA& font, const char* face) {
+  std::strncpy(font.lfFaceName, face, LF_FACESIZE - 1);
+  font.lfFaceName[LF_FACESIZE - 1] = '\0';
+}
+
+LOGFONTA SystemMenuFont() {
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return metrics.lfMenuFont;
+  LOGFONTA fallback{};
+  fallback.lfHeight = PointsToHeight(9);
+  SetFace(fallback, "MS Shell Dlg");
+  return fallback;
+}
 
 class SavedDc {
  public:
@@ -73,46 +98,6 @@ void Fill(HDC dc, const RECT& area, COLORREF colour) {
 void EtchedLine(HDC dc, LONG left, LONG right, LONG y) {
   RECT line{left, y, right, y + 2};
   if (right > left) ::DrawEdge(dc, &line, EDGE_ETCHED, BF_TOP);
-}
-
-// A line across the row that breaks off for the text of the head.
-void DrawHead(HDC dc, const RECT& row, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data) {
-  const LONG middle = (row.top + row.bottom) / 2 - 1;
-  if (data.sMenuText.empty()) return EtchedLine(dc, row.left + Px(1_dp), row.right - Px(1_dp), middle);
-  const LONG textLeft = row.left + Px(kHeadIndent + kHeadGap);
-  const LONG textWidth = TextSize(dc, fonts.MenuFontSep.get(), data.sMenuText).cx;
-  EtchedLine(dc, row.left + Px(1_dp), textLeft - Px(kHeadGap), middle);
-  EtchedLine(dc, textLeft + textWidth + Px(kHeadGap), row.right - Px(1_dp), middle);
-  const Selected selected(dc, fonts.MenuFontSep.get());
-  RECT text{textLeft, row.top, row.right, row.bottom};
-  ::SetTextColor(dc, PaintColour(look.ForeColor));
-  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER);
-}
-
-struct ItemState {
-  bool selected, disabled, checked, hidesMnemonic;
-};
-
-ItemState StateOf(UINT state) {
-  return {(state & (ODS_SELECTED | ODS_HOTLIGHT)) != 0, (state & (ODS_DISABLED | ODS_GRAYED)) != 0,
-          (state & ODS_CHECKED) != 0, (state & ODS_NOACCEL) != 0};
-}
-
-// The edge box of a highlighted image keeps the menu's colour, on which the images are drawn to be seen.
-void DrawImage(HDC dc, RECT box, const MenuLook& look, const CMyItemData& data, ItemState state) {
-  const SIZE size = ImageSize(look.ilHandle);
-  const RECT image = Centred(box, size.cx, size.cy);
-  const bool pressed = state.checked && data.bAsMark;
-  if (state.selected || pressed) {
-    Fill(dc, box, ::GetSysColor(COLOR_MENU));
-    ::DrawEdge(dc, &box, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
-  }
-  if (state.disabled && look.ColorEmbossed) {
-    DrawEmbossed(dc, look.ilHandle, data.iButton, {image.left, image.top});
-  } else {
-    ::ImageList_Draw(look.ilHandle, data.iButton, dc, static_cast<int>(image.left), static_cast<int>(image.top),
-                     ILD_TRANSPARENT);
-  }
 }
 
 // The symbol font holds the parts of the system's controls: each glyph is one layer, all are drawn at the same place.
@@ -171,48 +156,129 @@ void DrawFramedMark(HDC dc, const RECT& box, bool checkBox, COLORREF colour) {
   DrawGlyph(dc, box, checkBox ? kPlainCheck : kPlainOption, colour);
 }
 
-COLORREF CaptionColour(const MenuLook& look, ItemState state) {
-  if (state.disabled) return ::GetSysColor(COLOR_GRAYTEXT);
-  return state.selected ? ::GetSysColor(COLOR_HIGHLIGHTTEXT) : PaintColour(look.ForeColor);
+struct ItemState {
+  bool selected, disabled, checked, hidesMnemonic;
+};
+
+ItemState StateOf(UINT state) {
+  return {(state & (ODS_SELECTED | ODS_HOTLIGHT)) != 0, (state & (ODS_DISABLED | ODS_GRAYED)) != 0,
+          (state & ODS_CHECKED) != 0, (state & ODS_NOACCEL) != 0};
 }
 
-void DrawMark(HDC dc, const RECT& box, const MenuLook& look, const CMyItemData& data, ItemState state) {
-  const RECT mark = Centred(box, Px(kMark), Px(kMark));
-  if (look.ComplexChecks) {
-    DrawComplexMark(dc, mark, data.bAsCheck);
-  } else {
-    if (!look.FullSelect) state.selected = false;  // the highlight ends before the mark
-    DrawFramedMark(dc, mark, data.bAsCheck, CaptionColour(look, state));
-  }
-}
+// Draws one item at the place and in the state that the system asks for.
+class ItemPainter {
+ public:
+  ItemPainter(const DRAWITEMSTRUCT& request, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data)
+      : dc_(request.hDC),
+        item_(request.rcItem),
+        state_(StateOf(request.itemState)),
+        look_(look),
+        fonts_(fonts),
+        data_(data) {}
 
-void DrawRow(HDC dc, const RECT& row, const MenuLook& look, const CMyItemData& data, ItemState state) {
-  const RowParts parts = PartsOf(row, ImageSize(look.ilHandle));
-  const bool hasImage = data.iButton >= 0 && look.ilHandle;
-  if (state.selected) {
-    RECT lit = look.FullSelect ? row : parts.caption;
-    if (!look.FullSelect) lit.left -= Px(kSpare - 2_dp);
-    Fill(dc, lit, PaintColour(look.SelectColor));
+  void Draw() const {
+    Fill(dc_, item_, ::GetSysColor(data_.bMainMenu ? COLOR_MENUBAR : COLOR_MENU));
+    if (IsSeparator(data_)) {
+      DrawHead();
+    } else if (data_.bMainMenu) {
+      DrawBarItem();
+    } else {
+      DrawRow();
+    }
   }
-  if (hasImage) {
-    DrawImage(dc, parts.imageBox, look, data, state);
-  } else if (data.bAsMark && state.checked) {
-    DrawMark(dc, parts.imageBox, look, data, state);
-  }
-  RECT caption = parts.caption;
-  ::SetTextColor(dc, CaptionColour(look, state));
-  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &caption,
-              DT_SINGLELINE | DT_VCENTER | (state.hidesMnemonic ? DT_HIDEPREFIX : 0u));
-}
 
-void DrawBarItem(HDC dc, RECT item, const MenuLook& look, const CMyItemData& data, ItemState state) {
-  if (state.selected) Fill(dc, item, PaintColour(look.SelectColor));
-  ::SetTextColor(dc, CaptionColour(look, state));
-  ::DrawTextW(dc, core::Wide(data.sMenuText).c_str(), -1, &item,
-              DT_SINGLELINE | DT_VCENTER | DT_CENTER | (state.hidesMnemonic ? DT_HIDEPREFIX : 0u));
-}
+ private:
+  // A line across the row that breaks off for the text of the head.
+  void DrawHead() const {
+    const LONG left = item_.left + Px(1_dp), right = item_.right - Px(1_dp),
+               middle = (item_.top + item_.bottom) / 2 - 1;
+    if (data_.sMenuText.empty()) return EtchedLine(dc_, left, right, middle);
+    const LONG textLeft = item_.left + Px(kHeadIndent + kHeadGap);
+    const LONG textWidth = TextSize(dc_, fonts_.MenuFontSep.get(), data_.sMenuText).cx;
+    EtchedLine(dc_, left, textLeft - Px(kHeadGap), middle);
+    EtchedLine(dc_, textLeft + textWidth + Px(kHeadGap), right, middle);
+    const Selected selected(dc_, fonts_.MenuFontSep.get());
+    DrawCaption({textLeft, item_.top, item_.right, item_.bottom}, PaintColour(look_.ForeColor), 0);
+  }
+
+  void DrawBarItem() const {
+    if (state_.selected) Fill(dc_, item_, PaintColour(look_.SelectColor));
+    DrawCaption(item_, CaptionColour(state_.selected), DT_CENTER | HiddenPrefix());
+  }
+
+  void DrawRow() const {
+    const RowParts parts = PartsOf(item_, ImageSize(look_.ilHandle));
+    if (state_.selected) DrawHighlight(parts.caption);
+    if (data_.iButton >= 0 && look_.ilHandle) {
+      DrawImage(parts.imageBox);
+    } else if (data_.bAsMark && state_.checked) {
+      DrawMark(Centred(parts.imageBox, Px(kMark), Px(kMark)));
+    }
+    DrawCaption(parts.caption, CaptionColour(state_.selected), HiddenPrefix());
+  }
+
+  void DrawHighlight(RECT caption) const {
+    caption.left -= Px(kSpare - 2_dp);
+    Fill(dc_, look_.FullSelect ? item_ : caption, PaintColour(look_.SelectColor));
+  }
+
+  // The edge box of a highlighted image keeps the menu's colour, on which the images are drawn to be seen.
+  void DrawImage(RECT box) const {
+    const SIZE size = ImageSize(look_.ilHandle);
+    const RECT image = Centred(box, size.cx, size.cy);
+    const bool pressed = state_.checked && data_.bAsMark;
+    if (state_.selected || pressed) {
+      Fill(dc_, box, ::GetSysColor(COLOR_MENU));
+      ::DrawEdge(dc_, &box, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
+    }
+    if (state_.disabled && look_.ColorEmbossed) {
+      DrawEmbossed(dc_, look_.ilHandle, data_.iButton, {image.left, image.top});
+    } else {
+      ::ImageList_Draw(look_.ilHandle, data_.iButton, dc_, static_cast<int>(image.left), static_cast<int>(image.top),
+                       ILD_TRANSPARENT);
+    }
+  }
+
+  // A plain mark stands beside a highlight of the caption only.
+  void DrawMark(const RECT& mark) const {
+    if (look_.ComplexChecks) {
+      DrawComplexMark(dc_, mark, data_.bAsCheck);
+    } else {
+      DrawFramedMark(dc_, mark, data_.bAsCheck, CaptionColour(state_.selected && look_.FullSelect));
+    }
+  }
+
+  COLORREF CaptionColour(bool highlighted) const {
+    if (state_.disabled) return ::GetSysColor(COLOR_GRAYTEXT);
+    return highlighted ? ::GetSysColor(COLOR_HIGHLIGHTTEXT) : PaintColour(look_.ForeColor);
+  }
+
+  UINT HiddenPrefix() const { return state_.hidesMnemonic ? DT_HIDEPREFIX : 0u; }
+
+  void DrawCaption(RECT area, COLORREF colour, UINT format) const {
+    ::SetTextColor(dc_, colour);
+    ::DrawTextW(dc_, core::Wide(data_.sMenuText).c_str(), -1, &area, DT_SINGLELINE | DT_VCENTER | format);
+  }
+
+  HDC dc_;
+  RECT item_;
+  ItemState state_;
+  const MenuLook& look_;
+  const MenuFonts& fonts_;
+  const CMyItemData& data_;
+};
 
 }  // namespace
+
+MenuFonts MakeMenuFonts(const MenuLook& look) {
+  LOGFONTA font = SystemMenuFont();
+  if (!look.FontName.empty()) SetFace(font, look.FontName.c_str());
+  if (look.FontSize > 0) font.lfHeight = PointsToHeight(look.FontSize);
+  LOGFONTA head = font;
+  head.lfHeight = PointsToHeight(kHeadPoints);
+  if (ScreenDpi().value == kHeadFaceDpi) SetFace(head, kHeadFace);
+  return {Font(::CreateFontIndirectA(&font)), Font(::CreateFontIndirectA(&head))};
+}
 
 SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data) {
   if (IsSeparator(data) && data.sMenuText.empty()) return {0, ::GetSystemMetrics(SM_CYMENU) / 2};
@@ -226,18 +292,10 @@ SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const
 
 void DrawMenuItem(const DRAWITEMSTRUCT& request, const MenuLook& look, const MenuFonts& fonts,
                   const CMyItemData& data) {
-  const HDC dc = request.hDC;
-  const SavedDc saved(dc);
-  ::SelectObject(dc, fonts.MenuFont.get());
-  ::SetBkMode(dc, TRANSPARENT);
-  Fill(dc, request.rcItem, ::GetSysColor(data.bMainMenu ? COLOR_MENUBAR : COLOR_MENU));
-  if (IsSeparator(data)) {
-    DrawHead(dc, request.rcItem, look, fonts, data);
-  } else if (data.bMainMenu) {
-    DrawBarItem(dc, request.rcItem, look, data, StateOf(request.itemState));
-  } else {
-    DrawRow(dc, request.rcItem, look, data, StateOf(request.itemState));
-  }
+  const SavedDc saved(request.hDC);
+  ::SelectObject(request.hDC, fonts.MenuFont.get());
+  ::SetBkMode(request.hDC, TRANSPARENT);
+  ItemPainter(request, look, fonts, data).Draw();
 }
 
 }  // namespace toolkit

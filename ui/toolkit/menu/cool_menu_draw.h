@@ -1,12 +1,41 @@
-// Measuring and drawing one owner-drawn menu item.
+// How a window's owner-drawn menus look, and measuring and drawing one item of them.
 #pragma once
 
 #include <windows.h>
+#include <commctrl.h>
 
+#include <cstdint>
+#include <string>
+
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/menu/menu_items.h"
-#include "ui/toolkit/menu/menu_look.h"
 
 namespace toolkit {
+
+constexpr std::int32_t SystemColour(int index) {
+  return static_cast<std::int32_t>(0x80000000u | static_cast<unsigned>(index));
+}
+
+// The values that it starts with are those of the system's own menus; colours are stored in the form of PaintColour, so
+// that system colours follow the theme, high contrast included.
+struct MenuLook {
+  HIMAGELIST ilHandle = nullptr;  // images of the items; not owned
+  bool ComplexChecks = true;      // marks drawn as raised and sunken shapes
+  bool ColorEmbossed = true;      // images of disabled items drawn embossed
+  bool FullSelect = true;         // highlight the whole row, else the text only
+  std::int32_t SelectColor = SystemColour(COLOR_HIGHLIGHT);
+  std::int32_t ForeColor = SystemColour(COLOR_MENUTEXT);
+  std::string FontName;  // empty: the system's menu font
+  int FontSize = 0;      // points; 0: the size of the system's menu font
+};
+
+// The fonts that a look asks for on this screen.
+struct MenuFonts {
+  Font MenuFont;
+  Font MenuFontSep;  // of section heads
+};
+
+MenuFonts MakeMenuFonts(const MenuLook& look);
 
 // Size to answer a measure request with, pixels. `dc` is any device context of the screen.
 SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data);
