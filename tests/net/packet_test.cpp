@@ -39,14 +39,6 @@ TEST(Packet, IsTakenApartAtTheFirstBar) {
   }
 }
 
-TEST(Packet, PrivateTextEndsAtTheLastBar) {
-  const PrivateText message = SplitPrivate("\xDF\x61|b|bob");
-  EXPECT_TRUE(message.found);
-  EXPECT_EQ(message.text, "\xDF\x61|b");
-  EXPECT_EQ(message.recipient, "bob");
-  EXPECT_FALSE(SplitPrivate("bob").found);
-}
-
 // The marks are bytes, though in three of these code pages they begin letters.
 TEST(Packet, PartsOfLettersArePartsOfNoPacket) {
   const std::string name = "\x83|\x83\x60", text = "\xDE\x83|", packet = name + "|P/" + text + "|" + name;

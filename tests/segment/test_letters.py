@@ -1,13 +1,11 @@
 """Two copies on Japanese systems (code page 932), whose letters have two bytes: the second is a bar, a backslash or a
 Latin letter in the names here."""
 
-import os
 import unittest
 
 from rig import copies, network, probe, screen
 from .test_one_copy import GREETING
 
-EXPORT_COMMAND, SAVE = 202, 1
 NAME_BOX = 160
 MOST_OF_NAME = 2751  # bytes
 
@@ -19,8 +17,7 @@ def _bytes(text):
 
 POCHI, AYA = _bytes("\u30dd\u30c11"), _bytes("\u30a2\u30e41")  # 83 7C 83 60, 83 41 83 84
 OTHER = _bytes("\u30c2\u30e41")  # 83 61 83 84: AYA in small letters, if bytes were letters
-GROUP = FOLDER = _bytes("\u30bd")  # 83 5C
-FILE = _bytes("\u8868")  # 95 5C
+GROUP = _bytes("\u30bd")  # 83 5C
 LINE = _bytes("\u30bd|\u30dd\u30bd")
 
 
@@ -69,25 +66,7 @@ class Letters(unittest.TestCase):
         probe.wait(lambda: self.aya.said(at_aya) == f"{POCHI}:\t{LINE}\r\n")
         self.aya.prefix.screen.save(copies.PICTURES + "/letters-chat.png")
 
-    def _save(self, name):
-        """Types a name in the save dialog and presses Save."""
-        dialog = self.pochi.probe.wait_for("frmSave")
-        self.pochi.probe.set_text(self.pochi.probe.children(dialog, "Edit")[0], name)
-        self.pochi.probe.command(dialog, SAVE)
-        return dialog
-
-    def test_3_an_export_into_a_folder(self):
-        os.mkdir(self.pochi.prefix.drive_c + "/\u30bd")
-        chat = self.pochi.probe.wait_for("frmChat")
-        self.pochi.probe.command(chat, EXPORT_COMMAND)
-        dialog = self._save("C:\\" + FOLDER)
-        probe.wait(lambda: not self.pochi.probe.children(dialog, "Edit")[0].text)
-        self._save(FILE)
-        self.pochi.probe.wait_gone(dialog)
-        with open(self.pochi.prefix.drive_c + "/\u30bd/\u8868.txt", "rb") as file:
-            self.assertEqual(file.read().decode("latin-1"), self.pochi.said(chat))
-
-    def test_4_a_blocked_sender(self):
+    def test_3_a_blocked_sender(self):
         self.aya.block(POCHI)
         self.pochi.send_alert(AYA, "1")
         self.wire.send(f"{OTHER}|P/\xdf2|{AYA}")

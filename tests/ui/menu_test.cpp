@@ -73,12 +73,10 @@ TEST(MenuCaption, NamesOfUsersAreShownAsTheyStand) {
 TEST(MenuItems, StrangeKeysFindNothing) {
   CMyItemDatas mine, theirs;
   const auto first = mine.Add(Captioned("a")), second = mine.Add(Captioned("b"));
-  const auto foreign = theirs.Add(Captioned("c"));
-  EXPECT_EQ(mine.Item(second)->sMenuText, "b");
-  EXPECT_EQ(mine.Item(foreign), nullptr);
-  EXPECT_EQ(mine.Item(0), nullptr);
+  for (const auto strange : {theirs.Add(Captioned("c")), decltype(first){0}}) EXPECT_EQ(mine.Item(strange), nullptr);
   mine.Remove(first);
   EXPECT_EQ(mine.Item(first), nullptr);
+  EXPECT_EQ(mine.Item(second)->sMenuText, "b");
   EXPECT_EQ(mine.Count(), 1u);
   EXPECT_NE(mine.Add({}), first) << "a stale key must never come to mean another item";
 }

@@ -5,9 +5,7 @@
 #include "core/event_loop.h"
 #include "core/runtime_error.h"
 #include "tests/support/error_of.h"
-#include "tests/windows/box_answers.h"
 #include "tests/windows/conversation_fixture.h"
-#include "tests/windows/leftovers.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_pop.h"
 #include "ui/toolkit/pictures.h"
@@ -214,55 +212,19 @@ TEST_F(PopupTest, TheMenuBlocksRepliesAndChats) {
   const HWND conversation = ChildrenOf(support::WindowsOf("frmChat").at(0), "RichEdit20A").at(0);
   EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n") << "though its sender left meanwhile";
   EXPECT_TRUE(Popups().empty()) << "answered alerts have closed";
+  const HWND nameless = Show("hello", "");
+  Choose(nameless, {VK_UP, VK_UP, VK_UP, VK_RIGHT, VK_RETURN});
+  EXPECT_TRUE(::IsWindowVisible(nameless)) << "nobody to reply to";
 }
 
-// As a desktop does that has no room for another window.
-LRESULT CALLBACK RefuseConversations(int code, WPARAM window, LPARAM lParam) {
-  const char* name = code == HCBT_CREATEWND ? reinterpret_cast<CBT_CREATEWNDA*>(lParam)->lpcs->lpszClass : nullptr;
-  if (name && !IS_INTRESOURCE(name) && (name == std::string("frmCom") || name == std::string("frmChat"))) return 1;
-  return ::CallNextHookEx(nullptr, code, window, lParam);
-}
-
-TEST_F(PopupTest, AnAnswerThatDoesNotOpenLeavesTheAlert) {
-  const HWND popup = ShowHello(), nameless = Show("hello", "");
-  const std::initializer_list<WPARAM> live{VK_UP, VK_UP, VK_RETURN}, reply{VK_UP, VK_UP, VK_UP, VK_RIGHT, VK_RETURN};
-  Choose(nameless, reply);  // nobody to reply to
-  EXPECT_TRUE(::IsWindowVisible(nameless));
-  {
-    const support::BoxAnswers answers;
-    const HHOOK hook = ::SetWindowsHookExA(WH_CBT, RefuseConversations, nullptr, ::GetCurrentThreadId());
-    Choose(popup, live);
-    Choose(popup, reply);
-    ::UnhookWindowsHookEx(hook);
-    EXPECT_EQ(answers.Texts(), Texts(2, "Run-time error '7':\r\n\r\nOut of memory"));
-  }
-  EXPECT_TRUE(::IsWindowVisible(popup));
-  Choose(popup, reply);
-  EXPECT_EQ(support::WindowsOf("frmCom").size(), 1u) << "a try that failed does not stand in the way of the next";
-  EXPECT_EQ(windows.ChatWindows().size(), 0u);
-}
-
-TEST_F(PopupTest, ExportsItsTextToTheClipboardAndToAFile) {
+TEST_F(PopupTest, ExportsItsTextToTheClipboard) {
   const HWND popup = ShowHello();
   Choose(popup, {VK_DOWN, VK_DOWN, VK_RETURN});
   EXPECT_EQ(support::ClipboardText(), "hello\r\n");
   ::OpenClipboard(nullptr);
   EXPECT_EQ(support::ErrorOf([popup] { CopyText(popup, "held by another window"); }), 521);
   ::CloseClipboard();
-  const std::string path = core::InProgramDirectory("alert.txt");
-  SaveAs(path, "Export Alert");
-  Choose(popup, {VK_DOWN, VK_RETURN});
-  EXPECT_EQ(core::ReadFile(path), "hello\r\n");
-  ::DeleteFileA(path.c_str());
   EXPECT_EQ(Popups().size(), 1u);
-}
-
-TEST_F(PopupTest, LeavesNothingBehindWhenItCloses) {
-  support::ExpectNothingLeft(50, [this] {
-    const HWND popup = ShowHello();
-    Choose(popup, {VK_ESCAPE});
-    Press(popup, "Close");
-  });
 }
 
 TEST_F(PopupTest, KeysOfItsButtons) {

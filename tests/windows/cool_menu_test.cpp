@@ -174,11 +174,11 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_EQ(Drawn(mainwindow::mnuPopSep1, ODS_SELECTED).AtRight(), MenuColour()) << "a head is never highlighted";
 
   const int all = Px(22_dp) * kHeight;
-  const std::set<COLORREF> ink{::GetSysColor(COLOR_WINDOWTEXT)};
   EXPECT_EQ(Drawn(mainwindow::mnuStat, 0).Count({MenuColour()}), all);
   for (const unsigned id : {mainwindow::mnuStat + 0u, mainwindow::mnuStatBar + 0u})
     EXPECT_LT(Drawn(id, ODS_CHECKED).Count({MenuColour()}), all - 20);
-  EXPECT_NE(Drawn(mainwindow::mnuStat, ODS_CHECKED).Count(ink), Drawn(mainwindow::mnuStatBar, ODS_CHECKED).Count(ink));
+  const auto mark = [this](unsigned id) { return Drawn(id, ODS_CHECKED).Count({::GetSysColor(COLOR_WINDOWTEXT)}); };
+  EXPECT_NE(mark(mainwindow::mnuStat), mark(mainwindow::mnuStatBar));
 
   const std::set<COLORREF> grey{MenuColour(), ::GetSysColor(COLOR_3DSHADOW), ::GetSysColor(COLOR_3DHIGHLIGHT)};
   EXPECT_LT(Drawn(mainwindow::mnuClose, 0).Count(grey), all - 20);

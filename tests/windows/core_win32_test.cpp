@@ -6,14 +6,12 @@
 #include <array>
 #include <string>
 
-#include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/event_loop_win32.h"
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/logon_entry.h"
 #include "core/message_box.h"
-#include "core/process.h"
 #include "core/runtime_error.h"
 #include "core/text.h"
 #include "support/temporary_folder.h"
@@ -68,23 +66,9 @@ TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
   WriteFileSafely(file, "new");
   AppendToFile(file, std::string("\0b", 2));
   EXPECT_EQ(ReadFile(file), std::string("new\0b", 5));
+  EXPECT_EQ(folder.Count(), 1) << "no temporary file is left";
   WriteFileSafely(file, std::string(kMaxFileSize + 1, 'x'));
   EXPECT_EQ(ReadFile(file).size(), kMaxFileSize);
-}
-
-// A temporary file must neither take the place of another one nor ask for a longer name than Windows allows.
-TEST_F(FilesWin32, SavesUnderAnyNameWithoutTouchingOthers) {
-  const std::string neighbour = folder.Path("User.ini.new"),
-                    longest = folder.Path(std::string(MAX_PATH, 'n')).substr(0, MAX_PATH - 1);
-  WriteFileSafely(neighbour, "another's");
-  for (const std::string& path : {file, longest}) {
-    WriteFileSafely(path, "first");
-    WriteFileSafely(path, "again");
-    EXPECT_EQ(ReadFile(path), "again");
-    ::DeleteFileA(path.c_str());
-  }
-  EXPECT_EQ(ReadFile(neighbour), "another's");
-  EXPECT_EQ(folder.Count(), 1) << "nothing else is left";
 }
 
 TEST(AnsiCase, FollowsTheCodePage) {
@@ -105,16 +89,6 @@ TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
   EXPECT_EQ(read(), "C:\\Q\\Quillon");
   for (int i = 0; i < 2; ++i) DeleteRunValue();  // silent when there is nothing to delete
   EXPECT_EQ(read(), "");
-}
-
-TEST(DesktopWin32, KnowsUserClockAndProgram) {
-  EXPECT_FALSE(GetLogonName().empty());
-  EXPECT_EQ(ProgramFileTitle(), "windows_tests");
-  EXPECT_TRUE(FileExists(InProgramDirectory("windows_tests.exe")));
-  const std::string clock = ClockText(), time = TimeText();
-  EXPECT_EQ(clock.size() - clock.find(' ') - 1, time.size()) << clock;  // the second may change in between
-  EXPECT_FALSE(AnotherCopyRuns());
-  EXPECT_TRUE(AnotherCopyRuns());
 }
 
 TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {

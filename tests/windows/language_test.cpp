@@ -15,6 +15,7 @@
 #include "ui/main/frm_main.h"
 #include "ui/options/frm_opt.h"
 #include "ui/toolkit/save/frm_save.h"
+#include "ui/toolkit/screen.h"
 
 namespace {
 
@@ -76,6 +77,7 @@ std::multiset<std::string> NamesInEveryWindow() {
     ::EnumChildWindows(support::WindowsOf(window).at(0), TakeName, reinterpret_cast<LPARAM>(&names));
   const HWND swatches = support::ChildrenOf(support::ChildrenOf(options->hwnd(), "picOpt").at(0), WC_LISTVIEWA).at(0);
   for (const std::string& colour : support::RowTexts(swatches)) names.insert(colour);
+  ::DestroyWindow(about->hwnd());
   return names;
 }
 
@@ -91,6 +93,8 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
     EXPECT_EQ(names.size(), english.size());
     EXPECT_EQ(names.count("Yellow"), 0u) << language;
   }
+  LOGFONTA font{};  // of all windows: a link control may take along the font that it was given when it ends
+  EXPECT_NE(::GetObjectA(toolkit::DialogFont(), sizeof font, &font), 0);
 }
 
 TEST(EveryWindow, LanguageFilesMayLackWhatNobodySees) {

@@ -5,14 +5,9 @@
 #include <vector>
 
 #include "core/event_loop.h"
-#include "core/files.h"
 #include "core/globals.h"
-#include "core/language.h"
-#include "core/message_box.h"
 #include "support/recording_network.h"
-#include "tests/windows/box_answers.h"
 #include "support/window_probe.h"
-#include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"
 #include "ui/main/main_layout.h"
 #include "ui/toolkit/menu/window_menu.h"
@@ -168,29 +163,6 @@ TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
   EXPECT_EQ(support::PlaceOf(List()).bottom, before);
 }
 
-// The menu asks for captions again when the window is hidden or shown, and another language may be loaded by then.
-TEST_F(MainWindowTest, AMissingTextLeavesTheOthersInTheirLanguage) {
-  const std::string path = core::InProgramDirectory("Lang.con"), whole = core::ReadFile(path);
-  const std::size_t alert = whole.find("1002,");
-  core::WriteFileSafely(path, whole.substr(0, alert) + whole.substr(whole.find("1003,", alert)));
-  support::Speak("Deutsch");
-  core::WriteFileSafely(path, whole);
-  main->SetLan();
-  const support::BoxAnswers answering;
-  core::ShowPostedBoxes();
-  EXPECT_EQ(support::BoxAnswers::Texts(), Texts{"Error reading language files. Cannot find code 1002"});
-  core::gLanguage = "English";
-  core::LoadLang();
-  main->SetLan();
-  const HMENU menu = ::GetSubMenu(::GetMenu(main->hwnd()), 0);
-  for (const auto& [command, caption] :
-       {std::pair{mnuShowMe, "|Dieses Fenster ausblenden|&Ausblenden"}, {mnuHide, "||&Hauptfenster anzeigen"}}) {
-    Choose(command);
-    Settle();
-    EXPECT_EQ(support::MenuText(menu, toolkit::FindItem(menu, mnuClose)->position - 1), caption);
-  }
-}
-
 TEST_F(MainWindowTest, SpeaksEveryLanguage) {
   for (const char* language : {"English", "Fran\xE7\x61is", "Espa\xF1ol", "Deutsch"}) {
     support::Speak(language);
@@ -204,18 +176,6 @@ TEST_F(MainWindowTest, SpeaksEveryLanguage) {
   Settle();
   EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
   EXPECT_EQ(core::gStateNames[2], "Nicht st\xF6ren");
-}
-
-// The font of all windows: a link control may take the font that it was given along when it ends.
-TEST(AboutWindow, LeavesTheDialogFontAlone) {
-  for (int round = 0; round < 3; ++round) {
-    const auto about = std::make_shared<FrmAbout>();
-    about->Load();
-    ::DestroyWindow(about->hwnd());
-    LOGFONTA font{};
-    EXPECT_NE(::GetObjectA(toolkit::DialogFont(), sizeof font, &font), 0);
-    EXPECT_EQ(font.lfWeight, FW_NORMAL);
-  }
 }
 
 }  // namespace
