@@ -1,0 +1,216 @@
+"""Scripted users of real copies: one who works as people do, and a monkey that clicks and types at random."""
+
+import time
+
+from rig import copies, probe
+
+# Command ids of the menus, and controls of the options dialog.
+HIDE, ABOUT, STATUS, MOVE = 1009, 1018, 1100, 1110
+EXPORT_TEXT, EXPORT_CLIPBOARD, CLEAR, ADD_TIME = 202, 203, 206, 208
+SAVE = 1
+NAME_BOX, LANGUAGE_BOX = 160, 165
+CB_SETCURSEL, WM_GETTEXTLENGTH, WM_CANCELMODE = 0x014E, 0x000E, 0x001F
+
+_RESTING = {"frmMain", "frmSplash", "TrayIcon"}  # windows that stay
+_OURS = ("frm", "TrayIcon", "#32770", "#32768")
+
+
+class Broken(Exception):
+    """A copy does what it never may."""
+
+
+class Operator:
+    """What both users share: looking after boxes and windows. `random` makes a run repeatable."""
+
+    def __init__(self, copy, name, random):
+        self.copy = copy
+        self.name = name
+        self.random = random
+        self.probe = copy.probe
+        self.hiccups, self.latencies = [], []  # what did not work out, and seconds from a posted letter to the text
+        self.starts = 0
+
+    def windows(self):
+        """The visible windows of the copy, boxes and menus among them."""
+        return [w for w in self.probe.windows() if w.visible and w.class_name.startswith(_OURS)]
+
+    def answer_boxes(self):
+        for box in self.probe.windows("#32770"):
+            text = box.text + ": " + self.probe.box_text(box)
+            if "Run-time error" in text:
+                self.copy.prefix.screen.save(copies.PICTURES + "/soak-error.png")
+                raise Broken(f"{self.name} shows {text!r}")
+            buttons = self.probe.children(box, "Button")
+            if box.visible and buttons:
+                self.probe.post(self.random.choice(buttons), probe.BM_CLICK)
+
+    def keep_running(self):
+        if not self.copy.runs():
+            raise Broken(f"{self.name} has ended: {self.copy.log()[-3:]}")
+
+    def tidy(self, boxes_only):
+        """Closes what is open beside the main window; returns whether there was anything. What hangs or comes again and
+        again keeps the segment from coming to rest."""
+        self.keep_running()
+        try:
+            self.answer_boxes()
+            left = [] if boxes_only else [w for w in self.windows() if w.class_name not in _RESTING]
+            for window in left:
+                self._put_away(window)
+            return bool(left)
+        except LookupError:  # a window that closes meanwhile
+            return True
+
+    def _put_away(self, window):
+        if window.class_name == "#32768":
+            for owner in self.windows():
+                if owner.class_name.startswith("frm"):
+                    self.probe.post(owner, WM_CANCELMODE)
+        elif window.class_name.startswith("frm") and window.enabled:
+            self.probe.post(window, probe.WM_CLOSE)
+
+    def works(self, seconds):
+        """Does one thing after the other until the time is over."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            try:
+                self.answer_boxes()
+                self.do_something()
+            except (LookupError, TimeoutError, StopIteration, ValueError, IndexError) as cross:
+                # A box came between, or somebody left who was to be written to. People try again.
+                self.hiccups.append(f"{type(cross).__name__} {cross}"[:120])
+
+
+class Worker(Operator):
+    def __init__(self, copy, name, random, crowd):
+        super().__init__(copy, name, random)
+        self._crowd = crowd
+        self._exports = 0
+
+    def do_something(self):
+        self.random.choice((self._alert, self._chat, self._chat, self._export, self._status, self._rename, self._block,
+                            self._language, self._move, self._look_away, self._tidy_up, self._type))()
+        time.sleep(self.random.uniform(0, 0.4))
+
+    def _someone(self):
+        return self.random.choice([desk.name for desk in self._crowd.present()] + ["(All)"])
+
+    def _alert(self):
+        self.copy.send_alert(self._someone(), "Tea is ready\r\nin the kitchen")
+
+    def _chat(self):
+        chats = self.probe.windows("frmChat")
+        chat = self.random.choice(chats) if chats else self.copy.open_chat(self._someone())
+        for number in range(self.random.randrange(1, 4)):
+            self.copy.say(chat, f"line {number} of {self.name}")
+        self.probe.command(chat, self.random.choice((ADD_TIME, CLEAR, EXPORT_CLIPBOARD)))
+
+    def _export(self):
+        chat = self.probe.windows("frmChat")[0]
+        self.probe.command(chat, EXPORT_TEXT)
+        dialog = self.probe.wait_for("frmSave")
+        self._exports += 1
+        self.probe.set_text(self.probe.children(dialog, "Edit")[0], f"C:\\chat{self._exports}")
+        self.probe.command(dialog, SAVE)
+        self.probe.wait_gone(dialog)
+
+    def _status(self):
+        # Mostly the one that takes everything.
+        self.probe.command(self.probe.windows("frmMain")[0], STATUS + self.random.choice((0, 0, 0, 1, 2)))
+
+    def _in_options(self, number, choose):
+        dialog = self.copy.open_options()
+        choose(self.probe.control(dialog, number))
+        self.probe.command(dialog, copies.ACCEPT)
+        return dialog
+
+    def _rename(self):
+        self.name = f"{self.copy.user}{self.random.randrange(100)}"
+        self.probe.wait_gone(self._in_options(NAME_BOX, lambda box: self.probe.set_text(box, self.name)))
+
+    def _language(self):
+        for number in (self.random.randrange(1, 4), 0):
+            dialog = self._in_options(LANGUAGE_BOX, lambda box, n=number: self.probe.send(box, CB_SETCURSEL, n))
+            box = self.probe.wait_for_box(3)
+            self.probe.post(self.probe.children(box, "Button")[0], probe.BM_CLICK)
+            self.probe.wait_gone(dialog)
+
+    def _block(self):
+        name = self._someone()
+        for _ in range(2):  # and takes it back
+            self.copy.block(name)
+
+    def _move(self):
+        self.probe.command(self.probe.windows("frmMain")[0], MOVE + self.random.randrange(4))
+
+    def _look_away(self):
+        main = self.probe.windows("frmMain")[0]
+        self.probe.command(main, HIDE)
+        self.probe.command(main, ABOUT)
+        self.probe.close(self.probe.wait_for("frmAbout"))
+
+    def _tidy_up(self):
+        for window in self.probe.windows("frmPop") + self.probe.windows("frmChat")[5:]:
+            self.probe.post(window, probe.WM_CLOSE)
+
+    def _type(self):
+        """The time from a posted letter to its place in the text."""
+        composer = self.copy.open_composer("(All)")
+        text = self.probe.children(composer, "Edit")[0]
+        for number in range(1, 11):
+            begin = time.monotonic()
+            self.probe.type(text, "x")
+            while self.probe.send(text, WM_GETTEXTLENGTH) < number and time.monotonic() < begin + 5:
+                pass
+            self.latencies.append(time.monotonic() - begin)
+        self.probe.post(composer, probe.WM_CLOSE)
+
+
+class Monkey(Operator):
+    """Clicks into the copy's windows and types, with a mouse and a keyboard of the screen."""
+
+    _KEYS = ("Return", "Tab", "Escape", "space", "Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "F1",
+             "Delete", "BackSpace", "F10", "Menu", "shift+F10", "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+x", "ctrl+z",
+             "alt+q", "alt+v", "alt+h", "alt+u", "alt+s", "shift+Tab", "ctrl+Tab", *"abcxyz019")
+
+    def __init__(self, copy, name, random, crowd):
+        super().__init__(copy, name, random)
+        self._crowd = crowd
+
+    def do_something(self):
+        self.keep_running()
+        windows = [w for w in self.windows() if w.class_name != "TrayIcon"]
+        if not windows:
+            self.probe.show(self.probe.wait_for("frmMain", visible=False))
+            return
+        if len(windows) > 12:
+            for window in windows[12:]:
+                self._put_away(window)
+        play = []
+        for _ in range(8):
+            play += self._keys() if self.random.random() < 0.5 else self._mouse(self.random.choice(windows))
+        self.copy.prefix.screen.xdotool(*play)
+
+    def keep_running(self):
+        """A monkey may close the program, and one that ended in order is started anew."""
+        if self.copy.runs():
+            return
+        if self.copy.log()[-1:] != ["Quillon unloaded"]:
+            raise Broken(f"{self.name} has ended: {self.copy.log()[-3:]}")
+        self.starts += 1
+        before = self._crowd.joined[self.copy.host.address]
+        self.copy.start()
+        probe.wait(lambda: self._crowd.joined[self.copy.host.address] > before, 60, "no start")
+
+    def _keys(self):
+        return ["key", "--delay", "5", *self.random.choices(self._KEYS, k=self.random.randrange(1, 6)), "sleep", "0.05"]
+
+    def _mouse(self, window):
+        def point():
+            return [str(max(0, round(self.random.uniform(low, high))))
+                    for low, high in ((window.left, window.right), (window.top, window.bottom))]
+
+        button = self.random.choice("11111345")
+        click = self.random.choice((["click", button], ["click", "--repeat", "2", "--delay", "40", "1"],
+                                    ["mousedown", "1", "mousemove", *point(), "mouseup", "1"]))
+        return ["mousemove", *point(), *click, "sleep", "0.05"]
