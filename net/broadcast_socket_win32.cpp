@@ -5,6 +5,7 @@
 
 #include "core/callback_guard.h"
 #include "core/event_loop_win32.h"
+#include "core/log.h"
 #include "core/runtime_error.h"
 
 namespace net {
@@ -12,7 +13,7 @@ namespace {
 
 constexpr char kClassName[] = "sktBC";
 constexpr UINT kReadable = WM_APP;
-constexpr UINT_PTR kRestTimer = 1, kWakeTimer = 2;
+constexpr UINT_PTR kRestTimer = 1, kWakeTimer = 2, kRetryTimer = 3;
 
 constexpr int kLargestDatagram = 65535;
 
@@ -27,7 +28,8 @@ constexpr int kSendBuffer = 1024 * 1024;  // an alert for each of a crowd of rec
 constexpr int kMaxPerMessage = 64;
 constexpr std::chrono::milliseconds kMaxTime{8};
 constexpr std::chrono::milliseconds kTurn{15};
-constexpr UINT kRestTime = 10;  // milliseconds
+constexpr UINT kRestTime = 10;     // milliseconds
+constexpr UINT kRetryTime = 1000;  // milliseconds, while the network is out
 
 // Datagrams come in a crowd when the next message follows so soon, and while there is more than one to read. Only then
 // is the socket asked again and again until it is empty: in quiet times the second question would cost as much as the
@@ -49,15 +51,25 @@ constexpr SocketError kErrors[] = {
     {WSAEADDRNOTAVAIL, "Cannot assign requested address"},
     {WSAENETDOWN, "Network is down"},
     {WSAENETUNREACH, "Network is unreachable"},
+    {WSAEHOSTUNREACH, "No route to host"},
+    {WSAEWOULDBLOCK, "Resource temporarily unavailable"},
     {WSAENOBUFS, "No buffer space available"},
     {WSASYSNOTREADY, "Network subsystem is unavailable"},
     {WSAVERNOTSUPPORTED, "Winsock version not supported"},
 };
 
-[[noreturn]] void Fail(int number) {
+core::RuntimeError ErrorOf(int number) {
   for (const SocketError& error : kErrors)
-    if (error.number == number) throw core::RuntimeError(number, error.text);
-  throw core::RuntimeError(number, "Socket error");
+    if (error.number == number) return {number, error.text};
+  return {number, "Socket error"};
+}
+
+[[noreturn]] void Fail(int number) { throw ErrorOf(number); }
+
+// Of a cable that is out, a machine between two networks, or more than the system can send at once.
+bool WillPass(int number) {
+  return number == WSAENETDOWN || number == WSAENETUNREACH || number == WSAEHOSTUNREACH || number == WSAEADDRNOTAVAIL ||
+         number == WSAENOBUFS || number == WSAEWOULDBLOCK;
 }
 
 void SetOption(SOCKET socket, int option, int value) {
@@ -110,13 +122,47 @@ void BroadcastSocket::Close() {
   if (socket_ == INVALID_SOCKET) return;
   ::closesocket(std::exchange(socket_, INVALID_SOCKET));
   EndRest();
+  ForgetUnsent();
   ::KillTimer(hwnd_, kWakeTimer);
 }
 
+// Behind what waits already: a name must be told before its texts.
 void BroadcastSocket::Send(std::string_view bytes) {
   if (socket_ == INVALID_SOCKET) return;
-  ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0, reinterpret_cast<const sockaddr*>(&everybody_),
-           sizeof everybody_);
+  if (!unsent_.empty() || !SendOne(bytes)) SendLater(bytes);
+}
+
+// False when the network refuses it for now. An outage is noted once, however much is sent while it lasts.
+bool BroadcastSocket::SendOne(std::string_view bytes) {
+  const bool sent = ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0,
+                             reinterpret_cast<const sockaddr*>(&everybody_), sizeof everybody_) != SOCKET_ERROR;
+  const int error = sent ? 0 : ::WSAGetLastError();
+  const bool wasOut = std::exchange(networkIsOut_, WillPass(error));
+  if (networkIsOut_ && !wasOut) core::WriteLog("Unable to send: " + core::NumberAndDescription(ErrorOf(error)));
+  return !networkIsOut_;
+}
+
+// Nobody repeats a datagram. What is said while the cable is out, the joining of a machine that was started without a
+// network above all, would never be known to anybody.
+void BroadcastSocket::SendLater(std::string_view bytes) {
+  if (unsent_.size() >= kMaxUnsent || unsentBytes_ + bytes.size() > kMaxUnsentBytes) return;
+  unsent_.emplace_back(bytes);
+  unsentBytes_ += bytes.size();
+  ::SetTimer(hwnd_, kRetryTimer, kRetryTime, nullptr);
+}
+
+void BroadcastSocket::SendUnsent() {
+  while (!unsent_.empty() && SendOne(unsent_.front())) {
+    unsentBytes_ -= unsent_.front().size();
+    unsent_.pop_front();
+  }
+  if (unsent_.empty()) ForgetUnsent();
+}
+
+void BroadcastSocket::ForgetUnsent() {
+  ::KillTimer(hwnd_, kRetryTimer);
+  unsent_.clear();
+  unsentBytes_ = 0;
 }
 
 // A timer of the system comes after everything that was posted: in a burst reading goes first.
@@ -155,6 +201,8 @@ LRESULT CALLBACK BroadcastSocket::Procedure(HWND hwnd, UINT message, WPARAM wPar
 void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
   if (message == WM_TIMER && wParam == kWakeTimer) {
     Wake();
+  } else if (message == WM_TIMER && wParam == kRetryTimer) {
+    SendUnsent();
   } else if (message == WM_TIMER) {
     EndRest();
     Read();

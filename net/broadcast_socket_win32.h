@@ -6,8 +6,10 @@
 #include <windows.h>
 
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "net/datagram_port.h"
@@ -17,6 +19,9 @@ namespace net {
 class BroadcastSocket : public DatagramPort {
  public:
   using Arrival = std::function<void(std::string_view)>;
+
+  // So much waits at most while the network is out.
+  static constexpr std::size_t kMaxUnsent = 100, kMaxUnsentBytes = 1024 * 1024;
 
   // Hands every datagram to `arrival`, on this thread, from the message loop. `arrival` may let events run: what is
   // read meanwhile is handed over at once, from inside, and the bytes of the outer datagram are then gone.
@@ -45,6 +50,10 @@ class BroadcastSocket : public DatagramPort {
   void YieldToMessageLoop();
   void EndRest();
   void Wake();
+  bool SendOne(std::string_view bytes);
+  void SendLater(std::string_view bytes);
+  void SendUnsent();
+  void ForgetUnsent();
 
   Arrival arrival_;
   std::function<void()> wake_;
@@ -54,6 +63,9 @@ class BroadcastSocket : public DatagramPort {
   HWND hwnd_ = nullptr;
   bool winsockStarted_ = false;
   bool resting_ = false;
+  bool networkIsOut_ = false;
+  std::deque<std::string> unsent_;
+  std::size_t unsentBytes_ = 0;
   int lastCount_ = 0;  // of datagrams that one message brought
   Clock::time_point lastRead_{}, lastTurn_{};
 };

@@ -17,7 +17,8 @@ class DatagramPort {
   // Nothing happens when it is closed.
   virtual void Close() = 0;
 
-  // One datagram. Failures and a closed port are silent: nobody waits for an answer.
+  // One datagram. Failures and a closed port are silent: nobody waits for an answer. What is sent while there is no
+  // network goes out when there is one again.
   virtual void Send(std::string_view bytes) = 0;
 
   // Has the owner of the port called after so many milliseconds, or a little later, while it is open. A second call

@@ -20,6 +20,10 @@ def _ip(*arguments, on=()):
 
 def _configure(device, address, on=()):
     _ip("addr", "add", address + "/24", "brd", BROADCAST, "dev", device, on=on)
+    _connect(device, on)
+
+
+def _connect(device, on):
     _ip("link", "set", device, "up", on=on)
     # Without a default route Windows programs cannot send to 255.255.255.255: error 10051.
     _ip("route", "add", "default", "dev", device, on=on)
@@ -43,10 +47,9 @@ class Host:
 
     _count = 1
 
-    def __init__(self, joined=True):
-        """Joined to the segment, or (joined=False) with nothing but its loopback: no network at all."""
+    def __init__(self):
         Host._count += 1
-        self.address = f"10.99.0.{Host._count}" if joined else None
+        self.address = f"10.99.0.{Host._count}"
         ready, tell = os.pipe()
         self._keeper = os.fork()
         if self._keeper == 0:
@@ -55,8 +58,7 @@ class Host:
         os.read(ready, 1)
         os.close(ready)
         _ip("link", "set", "lo", "up", on=self.command())
-        if joined:
-            self._join(f"host{Host._count}")
+        self._join(f"host{Host._count}")
 
     @staticmethod
     def _keep(tell):
@@ -69,6 +71,13 @@ class Host:
         _ip("link", "add", name, "type", "veth", "peer", "name", "eth0", "netns", str(self._keeper))
         _ip("link", "set", name, "master", _BRIDGE, "up")
         _configure("eth0", self.address, on=self.command())
+
+    def unplug(self):
+        """Pulls the cable; the default route goes with it."""
+        _ip("link", "set", "eth0", "down", on=self.command())
+
+    def plug(self):
+        _connect("eth0", self.command())
 
     def command(self, *arguments):
         """The command line that runs the given one on this host."""

@@ -21,7 +21,8 @@ class Trouble(unittest.TestCase):
         cls.wire = cls.rig.wire
         cls.no_texts, cls.no_port, cls.settled, cls.closed = (
             cls.rig.copy(name, network.Host()) for name in ("notexts", "noport", "anna", "dora"))
-        cls.alone = cls.rig.copy("alone", network.Host(joined=False))
+        cls.alone = cls.rig.copy("alone", network.Host())
+        cls.alone.host.unplug()
         os.remove(f"{cls.no_texts.folder}/Lang.con")
         cls.holder = wire.hold_port(cls.no_port.host)
         for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_port, cls.alone):
@@ -52,12 +53,15 @@ class Trouble(unittest.TestCase):
         self.no_port.close()
         self.assertIn('"noport",0,4', self.no_port.read("User.ini"))
 
-    def test_3_no_network(self):
+    def test_3_no_network_until_later(self):
         main = self.alone.probe.wait_for("frmMain", visible=False)
         probe.wait(lambda: not any(w.visible for w in self.alone.probe.windows("frmSplash")), 30)
         self.assertEqual(self.alone.probe.windows("#32770"), [])
-        self.assertEqual(self.alone.log(), ["Quillon loaded", "  > Settings and language loaded"])
         self.assertTrue(self.alone.runs() and main)
+        self.alone.host.plug()
+        self.wire.wait_for(f"alone|M/alone {GREETING}")
+        self.assertEqual(self.alone.log(), ["Quillon loaded", "  > Settings and language loaded",
+                                            "Unable to send: 10051: Network is unreachable"])
 
     def test_4_a_taken_name_is_replaced_in_the_options(self):
         self._expect_box(self.settled, PLAIN, TAKEN_AT_START)
