@@ -4,7 +4,8 @@ nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
   googletest libgtest-dev libgmock-dev libbenchmark-dev python3)
 # GoogleTest comes as source too, to be built for Windows by its users.
 windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest)
-rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick)
+rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick
+  unrtf)
 
 # The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
 ClangRuntimePackage() {

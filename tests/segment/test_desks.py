@@ -1,5 +1,9 @@
 """Three copies on three hosts that are joined by a bridge: alerts, conversations, and new settings."""
 
+import filecmp
+import os
+import random
+import subprocess
 import unittest
 
 from rig import copies, network, probe, screen
@@ -8,6 +12,7 @@ from .test_one_copy import GREETING
 NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL = 0x014E
 RED = 12
+EXPORT_COMMAND, SAVE, TYPE_BOX = 202, 1, 105
 
 
 class Desks(unittest.TestCase):
@@ -90,7 +95,51 @@ class Desks(unittest.TestCase):
         self.assertEqual((self.bob.said(at_bob), self.carla.said(at_carla)), (line, line))
         self.assertEqual([len(copy.probe.windows("frmChat")) for copy in self.everybody], [1, 1, 1])
 
-    def test_4_name_and_colour_reach_the_others(self):
+    @staticmethod
+    def _export(copy, kind):
+        """Saves a conversation as a file of the first or the second kind; returns its path."""
+        copy.probe.command(copy.probe.wait_for("frmChat"), EXPORT_COMMAND)
+        dialog = copy.probe.wait_for("frmSave")
+        copy.probe.send(copy.probe.control(dialog, TYPE_BOX), CB_SETCURSEL, kind)
+        copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], "C:\\whole")
+        copy.probe.command(dialog, SAVE)
+        path = f"{copy.prefix.drive_c}/whole.{('txt', 'rtf')[kind]}"
+        probe.wait(lambda: os.path.exists(path), 30)
+        return path
+
+    def test_4_a_conversation_of_3000_lines_is_exported_whole(self):
+        chance, letters = random.Random(4), bytes(range(32, 127)).decode() + "\t  " + "\xc4\xdf\xe9\xff"
+        desks = [(copy, name, copy.probe.children(copy.open_chat("(All)"), "Edit")[0])
+                 for copy, name in ((self.anna, "Anna"), (self.bob, "Bob"))]
+        said, start = [], self.wire.mark()
+
+        def new_line(sender):
+            size = int(20 * 1000 ** chance.random() ** 8)
+            said.append(f"{sender}:\t" + f"{len(said)} {''.join(chance.choices(letters, k=size))}"[:size] + "\r\n")
+            return said[-1][len(sender) + 2:-2]
+
+        while len(said) < 3000:
+            for _ in range(28):
+                self.wire.send(f"dora|M/\xde{new_line('dora')}")
+            for copy, name, typed in desks:
+                line = new_line(name)
+                copy.probe.set_text(typed, line)
+                copy.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
+                self.wire.wait_for(f"{name}|M/\xde{line}", start=start)
+                start = self.wire.mark()
+        for copy, name, _ in desks:
+            self.wire.send(f"dora|P/\xdfThat was all|{name}")
+            copy.probe.wait_for("frmPop", seconds=60)
+            self.assertEqual(len(copy.probe.windows("frmChat")), 1)
+            with open(self._export(copy, 0), "rb") as file:
+                self.assertTrue(file.read().decode("latin-1") == "".join(said))
+        formatted = [self._export(copy, 1) for copy, _, _ in desks]
+        self.assertTrue(filecmp.cmp(*formatted, shallow=False))
+        read = subprocess.run(["unrtf", "--text", formatted[0]], capture_output=True, check=True).stdout
+        _, _, text = read.decode("latin-1").partition("-----------------\n")
+        self.assertTrue(text.replace("\n", "\r\n") == "".join(said))
+
+    def test_5_name_and_colour_reach_the_others(self):
         start = self.wire.mark()
         dialog = self.anna.open_options()
         self.anna.probe.set_text(self.anna.probe.control(dialog, NAME_BOX), "  Berta ")
@@ -118,7 +167,7 @@ class Desks(unittest.TestCase):
         self.anna.probe.wait_gone(dialog)
         return box.text, text
 
-    def test_5_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
+    def test_6_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
         composer, _ = self.anna.open_composer("(All)"), self.anna.open_chat("(All)")
         self.wire.send("eve|M/\xdfHello!")
         self.anna.popup_at_rest()
@@ -143,7 +192,7 @@ class Desks(unittest.TestCase):
         self.assertEqual(dialog.text, "Optionen - Quillon")
         self.anna.probe.close(dialog)
 
-    def test_6_who_leaves_leaves_the_conversation(self):
+    def test_7_who_leaves_leaves_the_conversation(self):
         at_bob = self.bob.open_chat("carla")
         self.bob.say(at_bob, "Have a nice evening")
         self._wait_said(self.carla, self.carla.probe.wait_for("frmChat"), "Bob:\tHave a nice evening\r\n")
