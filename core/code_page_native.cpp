@@ -5,6 +5,7 @@
 #include <numeric>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "core/code_page.h"
 
@@ -94,6 +95,12 @@ void SetSystemCodePage(int number) {
   static std::map<int, CodePage> pages;
   if (!pages.contains(number)) pages.emplace(number, PageOf(number));
   gPage = &pages.at(number);
+}
+
+void SetSystemCodePage(CodePage page) {
+  static CodePage other;
+  other = std::move(page);
+  gPage = &other;
 }
 
 const CodePage& SystemCodePage() {

@@ -19,12 +19,6 @@ constexpr int kTakesAlerts = 1;  // and the last one in which alerts are
 
 bool IsOwnName(std::string_view name) { return core::EqualIgnoringCase(name, core::gCurName); }
 
-// Kinds are plain ASCII and compared without regard to case.
-bool IsKind(std::string_view kind, std::string_view wanted) {
-  return kind.size() == wanted.size() && (kind[0] == wanted[0] || kind[0] == (wanted[0] | 0x20)) &&
-         kind[1] == wanted[1];
-}
-
 // The sender's name, a blank, and whatever its language says.
 bool IsGreeting(const Packet& packet) {
   const std::string_view text = packet.argument, name = packet.sender;

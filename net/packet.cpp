@@ -12,6 +12,11 @@ Packet TakeApart(std::string_view packet) {
   return {.sender = packet.substr(0, bar), .kind = kind, .argument = command.substr(kind.size())};
 }
 
+bool IsKind(std::string_view kind, std::string_view wanted) {
+  return kind.size() == wanted.size() && (kind[0] == wanted[0] || kind[0] == (wanted[0] | 0x20)) &&
+         kind[1] == wanted[1];
+}
+
 PrivateText SplitPrivate(std::string_view argument) {
   const bool marked = argument.starts_with(kChatMark) || argument.starts_with(kAlertMark);
   const std::size_t text = marked ? 1 : 0;  // the mark is a byte, though elsewhere it may begin a letter

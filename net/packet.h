@@ -36,6 +36,9 @@ struct Packet {
 
 Packet TakeApart(std::string_view packet);
 
+// Kinds are plain ASCII and compared without regard to case.
+bool IsKind(std::string_view kind, std::string_view wanted);
+
 struct PrivateText {
   std::string_view text, recipient;  // both empty when the argument holds no bar
   bool found = false;
