@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -12,22 +13,23 @@
 #include "core/start_up.h"
 #include "demo/partner_windows.h"
 #include "demo/terminal.h"
-#include "demo/udp_port.h"
 #include "net/dispatcher.h"
+#include "tools/wire/udp_port.h"
 #include "ui/main/user_roster.h"
 
 namespace {
 
 constexpr char kUsage[] =
     "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--public] [--verbose]\n"
-    "               [--alert-after SECONDS TEXT TO] [--listen] [--for SECONDS]\n"
+    "               [--alert-after SECONDS TEXT TO] [--listen] [--for SECONDS] [--broadcast ADDRESS]\n"
     "  --delay        between hearing an alert or a chat line and answering it (1.5)\n"
     "  --chat         answer chat lines too\n"
     "  --public       answer them so that everybody reads it\n"
     "  --verbose      show every packet\n"
     "  --alert-after  send an alert to one user, or to (All)\n"
     "  --listen       join as the program does: for ten seconds under a hidden name first\n"
-    "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n";
+    "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n"
+    "  --broadcast    to send to (255.255.255.255); one of the loopback keeps everything inside the machine\n";
 
 struct Options {
   std::string name = "partner";
@@ -35,6 +37,7 @@ struct Options {
   bool sendsAlert = false, listens = false;
   std::chrono::milliseconds alertAfter{0}, stays = std::chrono::hours(24 * 365);
   std::string alertText, alertTo;
+  std::uint32_t broadcast = wire::kLimitedBroadcast;
 };
 
 // Steps through the command line; ends the process with the usage when it makes no sense.
@@ -55,6 +58,13 @@ class Arguments {
     return number;
   }
   std::chrono::milliseconds Seconds() { return std::chrono::milliseconds(static_cast<long>(Number() * 1000)); }
+  std::uint32_t Host() {
+    try {
+      return wire::ParseHost(Text());
+    } catch (const std::invalid_argument&) {
+      Refuse();
+    }
+  }
 
   [[noreturn]] static void Refuse() {
     std::fputs(kUsage, stderr);
@@ -93,6 +103,8 @@ Options Parse(Arguments arguments) {
       options.listens = true;
     } else if (word == "--for") {
       options.stays = arguments.Seconds();
+    } else if (word == "--broadcast") {
+      options.broadcast = arguments.Host();
     } else {
       Arguments::Refuse();
     }
@@ -102,9 +114,20 @@ Options Parse(Arguments arguments) {
 
 volatile std::sig_atomic_t gAskedToLeave = 0;
 
+class ShownPort : public wire::UdpPort {
+ public:
+  using UdpPort::UdpPort;
+
+  void Send(std::string_view bytes) override {
+    demo::ShowPacket("sent", bytes);
+    UdpPort::Send(bytes);
+  }
+};
+
 class Partner {
  public:
-  explicit Partner(const Options& options) : options_(options), windows_(messenger_, options.manners) {
+  explicit Partner(const Options& options)
+      : options_(options), port_(options.broadcast), windows_(messenger_, options.manners) {
     users_.lblStat.captionChanged = [](const std::string& caption) { demo::Show("roster", caption); };
     port_.onWake = [this] { messenger_.SendOwed(); };
   }
@@ -132,17 +155,19 @@ class Partner {
 
   void Serve(std::chrono::milliseconds time) {
     const auto end = demo::Clock::now() + time;
-    std::string datagram;
+    wire::Datagram datagram;
     while (!gAskedToLeave && demo::Clock::now() < end) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - demo::Clock::now());
       const auto wait = std::min(windows_.SendDue(), left);
-      if (port_.Receive(datagram, static_cast<int>(wait.count()))) dispatcher_.DataArrived(datagram);
+      if (!port_.Receive(datagram, wait)) continue;
+      demo::ShowPacket("heard", datagram.bytes);
+      dispatcher_.DataArrived(datagram.bytes);
     }
   }
 
   const Options& options_;
   mainwindow::UserRoster users_;
-  demo::UdpPort port_;
+  ShownPort port_;
   net::Messenger messenger_{port_};
   demo::PartnerWindows windows_;
   net::Dispatcher dispatcher_{users_, windows_, messenger_};

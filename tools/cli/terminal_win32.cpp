@@ -1,0 +1,26 @@
+#include <windows.h>
+
+#include "tools/cli/terminal.h"
+
+namespace {
+
+std::string Utf8(const wchar_t* wide) {
+  const int size = ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+  std::string text(static_cast<std::size_t>(size), '\0');
+  ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
+  text.pop_back();  // the zero
+  return text;
+}
+
+}  // namespace
+
+// The console shows what the program writes by this code page, and keeps it after the program has ended.
+int wmain(int argc, wchar_t** argv) {
+  std::vector<std::string> arguments;
+  for (int i = 1; i < argc; ++i) arguments.push_back(Utf8(argv[i]));
+  const UINT before = ::GetConsoleOutputCP();
+  ::SetConsoleOutputCP(CP_UTF8);
+  const int code = cli::Main(arguments);
+  ::SetConsoleOutputCP(before);
+  return code;
+}
