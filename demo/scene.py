@@ -63,9 +63,8 @@ def _show():
 
 
 def _users_copy(system, host):
-    copy = copies.Copy(system, _user(), host, _UsersScreen())
     authority = os.environ.get("XAUTHORITY") or os.path.expanduser("~/.Xauthority")
-    return copy.with_environment(XAUTHORITY=authority)
+    return copies.Copy(system, _user(), host, _UsersScreen(), environment={"XAUTHORITY": authority})
 
 
 def _play():

@@ -1,10 +1,11 @@
 """Copies of Quillon on the private segment, each a user's own: host, Windows installation, program folder, probe."""
 
 import os
+import pathlib
 import subprocess
 import time
 
-from . import network, probe, screen, wine, wire
+from . import probe, wine, wire
 
 _ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
@@ -22,15 +23,11 @@ ACCEPT = 110
 OPTIONS = 1006  # of the main window's menu
 
 
-class Rig:
-    """The private machine's network, screen and Wine, made once per test program."""
+class Rig(wine.Machine):
+    """The private machine with an ear on its network, made once per test program."""
 
     def __init__(self, tray=True, size="1024x768"):
-        network.set_up()
-        screen.set_up()
-        self.screen = screen.Screen(size, tray)
-        self.system = wine.WineSystem()
-        self.segment = network.Segment()
+        super().__init__(size, tray)
         self.wire = wire.Wire()
 
     def copy(self, user="anna", host=None, on_screen=None, **options):
@@ -47,12 +44,12 @@ def users_online(eyes):
 class Copy:
     """One installed copy of Quillon. Its files are in `folder`."""
 
-    def __init__(self, system, user, host, on_screen, dpi=96, locale=None):
+    def __init__(self, system, user, host, on_screen, dpi=96, locale=None, environment=()):
         self.user = user
         self.host = host
         self.prefix = wine.Prefix(system, host, on_screen, user=user, dpi=dpi, locale=locale)
         self.folder = self.prefix.install(PROGRAM_FOLDER)
-        self._environment = {}
+        self._environment = environment
         self.process = None
         self._probe = None
 
@@ -61,11 +58,6 @@ class Copy:
         if not self._probe:
             self._probe = probe.Probe(self.prefix, PROBE)
         return self._probe
-
-    def with_environment(self, **variables):
-        """Sets environment variables of the program."""
-        self._environment.update(variables)
-        return self
 
     def start(self, *arguments):
         """Starts the program; returns the copy itself."""
@@ -85,12 +77,10 @@ class Copy:
         self.write("User.ini", "".join(line + "\r\n" for line in lines))
 
     def write(self, name, text):
-        with open(f"{self.folder}/{name}", "wb") as file:
-            file.write(text.encode("latin-1"))
+        pathlib.Path(self.folder, name).write_bytes(text.encode("latin-1"))
 
     def read(self, name):
-        with open(f"{self.folder}/{name}", "rb") as file:
-            return file.read().decode("latin-1")
+        return pathlib.Path(self.folder, name).read_bytes().decode("latin-1")
 
     def log(self):
         """The texts of the log, without their dates and quotes."""
@@ -132,7 +122,7 @@ class Copy:
         """Shows the main window by a double click on the icon in the notification area."""
         main = self.probe.wait_for("frmMain", visible=False)
         if not main.visible:
-            self.prefix.screen.double_click_tray()
+            self.prefix.screen.click_tray(times=2)
             probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()))
         return self.probe.wait_for("frmMain")
 
@@ -173,19 +163,15 @@ class Copy:
         self.probe.click_tool(composer, SEND_TOOL)
         self.probe.wait_gone(composer)
 
-    def at_rest(self, class_name):
-        """The visible window of a class, once it keeps still: the window manager moves new windows too."""
+    def popup_at_rest(self):
+        """The popup that came in, once it keeps still (the window manager moves new windows too), and its texts."""
 
         def rested():
-            before = self.probe.wait_for(class_name)
+            before = self.probe.wait_for("frmPop")
             time.sleep(0.3)
-            return before if before == self.probe.wait_for(class_name) else None
+            return before if before == self.probe.wait_for("frmPop") else None
 
-        return probe.wait(rested)
-
-    def popup_at_rest(self):
-        """The popup that came in, once it has stopped sliding, and its texts."""
-        popup = self.at_rest("frmPop")
+        popup = probe.wait(rested)
         return popup, [child.text for child in self.probe.children(popup, "Static") if child.text.endswith("\r\n")]
 
     def close(self):

@@ -3,24 +3,22 @@
 import os
 import pathlib
 import shutil
-import subprocess
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 
-from rig import network, private_machine, screen, wine  # noqa: E402
+from rig import private_machine, wine  # noqa: E402
 
 
 def make(directory):
-    network.set_up()
-    screen.set_up()
-    display = screen.Screen()
-    system = wine.WineSystem()
+    machine = wine.Machine()
+    system = machine.system
     place = "/template"
     os.makedirs(system.root + place)
-    subprocess.run(["mount", "--bind", directory, system.root + place], check=True)
-    prefix = wine.Prefix(system, network.Segment(), display, path=place)
-    prefix.run("wineboot", "--init", check=True)
+    private_machine.mount("--bind", directory, system.root + place)
+    prefix = wine.Prefix(system, machine.segment, machine.screen, path=place)
+    if prefix.start("wineboot", "--init").wait() != 0:
+        return 1
     prefix.settle()
     _add_fonts(system, prefix)
     _forget_server(directory)

@@ -32,6 +32,11 @@ def _unshare(flags):
         raise Refused("no private namespaces: " + os.strerror(ctypes.get_errno()))
 
 
+def mount(*arguments):
+    """Mounts something; nothing outside the private machine sees it."""
+    subprocess.run(["mount", *arguments], check=True)
+
+
 def run(work, private_network=True):
     """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible.
 
@@ -50,8 +55,8 @@ def run(work, private_network=True):
 def _be_first_process(work):
     """Process 1: starts the worker, buries orphans as every process 1 must, and leaves with the worker's status."""
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
-    subprocess.run(["mount", "--make-rprivate", "/"], check=True)
-    subprocess.run(["mount", "-t", "proc", "proc", "/proc"], check=True)
+    mount("--make-rprivate", "/")
+    mount("-t", "proc", "proc", "/proc")
     worker = os.fork()
     if worker == 0:
         status = 1
@@ -75,8 +80,3 @@ def _work(work):
     except BaseException:
         sys.excepthook(*sys.exc_info())
         return 1
-
-
-def new_network_namespace():
-    """Moves the calling process into a network namespace of its own."""
-    _unshare(_CLONE_NEWNET)

@@ -2,13 +2,14 @@
 // commands from stdin, one a line, and answers each with any number of lines and a last one, "ok" or "error" and why.
 // It keeps running, because starting a process for every question would cost more than all the answers.
 //
-// Fields are parted by tabs. In texts the bytes outside 0x20..0x7E and the backslash are written as \xNN, both ways.
+// Fields are parted by tabs. Texts are written in hexadecimal, two digits a byte, both ways.
 #include <windows.h>
 #include <commctrl.h>
 #include <shellapi.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <sstream>
@@ -22,21 +23,17 @@ using Fields = std::vector<std::string>;
 
 constexpr UINT kAnswerTime = 5000;  // milliseconds that a window may take to answer a message
 
-std::string Escaped(const std::string& text) {
-  std::string result;
-  for (const char c : text) {
-    char hex[5];
-    std::snprintf(hex, sizeof hex, "\\x%02X", static_cast<unsigned char>(c));
-    result += c >= 0x20 && c <= 0x7E && c != '\\' ? std::string(1, c) : hex;
-  }
-  return result;
+std::string Hex(const std::string& text) {
+  std::ostringstream digits;
+  digits << std::hex << std::setfill('0');
+  for (const char c : text) digits << std::setw(2) << int{static_cast<unsigned char>(c)};
+  return digits.str();
 }
 
-std::string Unescaped(const std::string& text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); i += text[i] == '\\' ? 4u : 1u)
-    result += text[i] == '\\' ? static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16)) : text[i];
-  return result;
+std::string Text(const std::string& hex) {
+  std::string text;
+  for (std::size_t i = 0; i < hex.size(); i += 2) text += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+  return text;
 }
 
 Fields Split(const std::string& line) {
@@ -79,7 +76,7 @@ std::string ClassOf(HWND window) {
 
 // Nothing for a window that goes away meanwhile.
 void PrintWindow(HWND window) try {
-  const std::string text = Escaped(TextOf(window)), className = ClassOf(window);
+  const std::string text = Hex(TextOf(window)), className = ClassOf(window);
   DWORD process = 0;
   ::GetWindowThreadProcessId(window, &process);
   RECT place{};
@@ -97,28 +94,24 @@ BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
   return TRUE;
 }
 
+// The windows in another one, or all that stand on the desktop: of one class, or of every class where none is told.
 void Windows(const Fields& fields) {
   std::vector<HWND> windows;
-  ::EnumWindows(AddWindow, reinterpret_cast<LPARAM>(&windows));
+  const auto list = reinterpret_cast<LPARAM>(&windows);
+  Number(fields.at(1)) ? ::EnumChildWindows(Window(fields[1]), AddWindow, list) : ::EnumWindows(AddWindow, list);
   for (const HWND window : windows)
-    if (fields.size() < 2 || fields[1] == ClassOf(window)) PrintWindow(window);
-}
-
-void Children(const Fields& fields) {
-  std::vector<HWND> windows;
-  ::EnumChildWindows(Window(fields.at(1)), AddWindow, reinterpret_cast<LPARAM>(&windows));
-  for (const HWND window : windows) PrintWindow(window);
+    if (fields.at(2).empty() || ::lstrcmpiA(fields[2].c_str(), ClassOf(window).c_str()) == 0) PrintWindow(window);
 }
 
 void SetText(const Fields& fields) {
-  const std::string text = Unescaped(fields.at(2));
+  const std::string text = Text(fields.at(2));
   Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 // Posts the letters of a text as keys. In Unicode: the system parts and joins the bytes of a letter by itself.
 void Type(const Fields& fields) {
   const HWND window = Window(fields.at(1));
-  const std::string text = Unescaped(fields.at(2));
+  const std::string text = Text(fields.at(2));
   std::wstring wide(text.size(), L'\0');
   const int size = static_cast<int>(text.size());
   wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), size)));
@@ -189,7 +182,7 @@ void Rows(const Fields& fields) {
       LVITEMA item{};
       item.iSubItem = column;
       Send(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), memory.Put(item));
-      std::printf("%s%s", column ? "\t" : "", Escaped(memory.Text()).c_str());
+      std::printf("%s%s", column ? "\t" : "", Hex(memory.Text()).c_str());
     }
     std::puts("");
   }
@@ -205,6 +198,7 @@ void Select(const Fields& fields) {
   Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(Number(fields.at(2))), memory.Put(item));
 }
 
+// Posts a registered message (TaskbarCreated, say) to all windows.
 void Broadcast(const Fields& fields) {
   ::PostMessageA(HWND_BROADCAST, ::RegisterWindowMessageA(fields.at(1).c_str()), 0, 0);
 }
@@ -220,12 +214,10 @@ void LoseIcon(const Fields& fields) {
 
 void Answer(const std::string& line) {
   static const std::map<std::string, void (*)(const Fields&)> commands{
-      {"windows", Windows},   {"children", Children},
-      {"settext", SetText},   {"post", Post},
-      {"send", SendAndPrint}, {"rows", Rows},
-      {"select", Select},     {"broadcast", Broadcast},
-      {"show", Show},         {"foreground", Foreground},
-      {"loseicon", LoseIcon}, {"type", Type},
+      {"windows", Windows},     {"settext", SetText}, {"post", Post},
+      {"send", SendAndPrint},   {"rows", Rows},       {"select", Select},
+      {"broadcast", Broadcast}, {"show", Show},       {"foreground", Foreground},
+      {"loseicon", LoseIcon},   {"type", Type},
   };
   try {
     const Fields fields = Split(line);

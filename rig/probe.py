@@ -1,25 +1,23 @@
 """The tests' eyes and hands inside one Windows installation: talks to probe.exe, which keeps running there."""
 
-import re
 import subprocess
 import time
 from dataclasses import dataclass
 
 WM_CLOSE = 0x0010
 WM_KEYDOWN = 0x0100
-WM_CHAR = 0x0102
 WM_COMMAND = 0x0111
 BM_CLICK = 0x00F5
 VK_RETURN, VK_UP = 0x0D, 0x26
 LVM_GETITEMCOUNT = 0x1004
 
 
-def _escape(text):
-    return "".join(chr(b) if 0x20 <= b <= 0x7E and b != 0x5C else f"\\x{b:02X}" for b in text.encode("latin-1"))
+def _hex(text):
+    return text.encode("latin-1").hex()
 
 
-def _unescape(text):
-    return re.sub(r"\\x(..)", lambda match: chr(int(match[1], 16)), text)
+def _text(digits):
+    return bytes.fromhex(digits).decode("latin-1")
 
 
 @dataclass(frozen=True)
@@ -27,8 +25,8 @@ class Window:
     handle: int
     class_name: str
     process: int
-    visible: bool
-    enabled: bool
+    visible: int  # 0 or 1, like the next one
+    enabled: int
     left: int
     top: int
     right: int
@@ -46,10 +44,8 @@ class Window:
 
 
 def _window(line):
-    fields = line.split("\t", 10)
-    numbers = [int(field) for field in fields[2:10]]
-    numbers[1:3] = [numbers[1] != 0, numbers[2] != 0]
-    return Window(int(fields[0]), fields[1], *numbers, _unescape(fields[10]))
+    handle, class_name, *numbers, text = line.split("\t")
+    return Window(int(handle), class_name, *map(int, numbers), _text(text))
 
 
 class Probe:
@@ -73,18 +69,17 @@ class Probe:
             lines.append(line)
         raise ConnectionError("the probe has ended")
 
-    def windows(self, class_name=None):
+    def windows(self, class_name=""):
         """All top-level windows, or those of one class."""
-        return [_window(line) for line in self.ask("windows", *([class_name] if class_name else []))]
+        return [_window(line) for line in self.ask("windows", 0, class_name)]
 
     def foreground(self):
         """The window that has the keyboard, or none."""
         return [_window(line) for line in self.ask("foreground")]
 
-    def children(self, window, class_name=None):
+    def children(self, window, class_name=""):
         """All descendants of a window, or those of one class (told ignoring case, as Windows does)."""
-        found = [_window(line) for line in self.ask("children", window.handle)]
-        return [child for child in found if not class_name or child.class_name.lower() == class_name.lower()]
+        return [_window(line) for line in self.ask("windows", window.handle, class_name)]
 
     def control(self, window, number):
         """The control of a window with this number."""
@@ -100,10 +95,10 @@ class Probe:
              f"{window.class_name} stays")
 
     def set_text(self, window, text):
-        self.ask("settext", window.handle, _escape(text))
+        self.ask("settext", window.handle, _hex(text))
 
     def type(self, window, text):
-        self.ask("type", window.handle, _escape(text))
+        self.ask("type", window.handle, _hex(text))
 
     def post(self, window, message, wparam=0, lparam=0):
         self.ask("post", window.handle, message, wparam, lparam)
@@ -130,7 +125,7 @@ class Probe:
 
     def rows(self, list_view):
         """The rows of a list view: two texts each."""
-        return [tuple(map(_unescape, line.split("\t"))) for line in self.ask("rows", list_view.handle)]
+        return [tuple(map(_text, line.split("\t"))) for line in self.ask("rows", list_view.handle)]
 
     def count(self, list_view):
         return self.send(list_view, LVM_GETITEMCOUNT)
@@ -139,14 +134,6 @@ class Probe:
         """Selects this row of a list view and no other."""
         self.ask("select", list_view.handle, -1, 0)
         self.ask("select", list_view.handle, row, 1)
-
-    def broadcast(self, message_name):
-        """Posts a registered message (TaskbarCreated, say) to all windows."""
-        self.ask("broadcast", message_name)
-
-    def lose_icon(self, owner):
-        """Takes the icon of a window out of the notification area, as a shell that breaks down does."""
-        self.ask("loseicon", owner.handle)
 
     def wait_for_box(self, seconds=10):
         """The message box that is up, as soon as there is one."""
@@ -165,12 +152,12 @@ class Probe:
 
 
 def wait(condition, seconds=10, complaint="it did not happen"):
-    """Waits until condition() is true and returns its value."""
+    """Waits until condition() is true and returns its value. The complaint is a text, or a function that gives one."""
     deadline = time.monotonic() + seconds
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > deadline:
-            raise TimeoutError(f"{complaint} (waited {seconds} s)")
+            raise TimeoutError(f"{complaint() if callable(complaint) else complaint} (waited {seconds} s)")
         time.sleep(0.05)

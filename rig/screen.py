@@ -5,6 +5,9 @@ import socket
 import subprocess
 import time
 
+from .private_machine import mount
+from .probe import wait
+
 _SOCKETS = "/tmp/.X11-unix"
 _TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
 
@@ -12,7 +15,7 @@ _TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
 def set_up():
     """Hides the machine's own screens; to be called once, before the first screen and before Wine is laid out."""
     os.makedirs(_SOCKETS, mode=0o1777, exist_ok=True)
-    subprocess.run(["mount", "-t", "tmpfs", "-o", "mode=1777", "tmpfs", _SOCKETS], check=True)
+    mount("-t", "tmpfs", "-o", "mode=1777", "tmpfs", _SOCKETS)
 
 
 class Screen:
@@ -25,7 +28,7 @@ class Screen:
         self.name = f":{Screen._count}"
         self._size = tuple(map(int, size.split("x")))
         self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
-        self._wait_until_up()
+        wait(self._is_up, complaint="the screen did not come up")
         self._start("openbox", "--sm-disable")
         self._run("display", "-window", "root", "xc:#5A7894", check=False)  # windows stand out from it on pictures
         if tray:
@@ -39,43 +42,26 @@ class Screen:
         subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                          stderr=subprocess.DEVNULL)
 
-    def _wait_until_up(self):
-        path = f"{_SOCKETS}/X{self.name[1:]}"
-        deadline = time.monotonic() + 10
-        while True:
-            with socket.socket(socket.AF_UNIX) as knock:
-                if knock.connect_ex(path) == 0:
-                    return
-            if time.monotonic() > deadline:
-                raise TimeoutError("the screen did not come up")
-            time.sleep(0.02)
+    def _is_up(self):
+        with socket.socket(socket.AF_UNIX) as knock:
+            return knock.connect_ex(f"{_SOCKETS}/X{self.name[1:]}") == 0
 
     def wait_for_window(self, seconds=20):
-        """Waits until any program shows a window; returns whether one did."""
-        deadline = time.monotonic() + seconds
-        while time.monotonic() < deadline:
-            if self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False):
-                return True
-            time.sleep(0.1)
-        return False
+        """Waits until any program shows a window."""
+        wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False), seconds,
+             "no window appeared")
 
     def save(self, path):
         """Saves a picture of the whole screen."""
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
         self._run("import", "-window", "root", os.path.abspath(path))
 
-    def double_click_tray(self):
-        """Double-clicks the rightmost icon of the notification area, the first that came in."""
-        self._click_tray("--repeat", "2", "--delay", "50", "1")
-
-    def click_tray(self, button=1):
-        """Clicks the same icon once."""
-        self._click_tray(str(button))
-
-    def _click_tray(self, *click):
+    def click_tray(self, button=1, times=1):
+        """Clicks the rightmost icon of the notification area, the first that came in."""
         width, height = self._size
         middle = _TRAY_HEIGHT // 2
-        self.xdotool("mousemove", str(width - middle), str(height - middle), "click", *click)
+        self.xdotool("mousemove", str(width - middle), str(height - middle),
+                     "click", "--repeat", str(times), "--delay", "50", str(button))
 
     def keys(self, *keys):
         """Plays keys, with the pause of a quick user behind each."""

@@ -11,6 +11,9 @@ import shutil
 import socket
 import subprocess
 
+from . import network, screen
+from .private_machine import mount
+
 CACHE = os.environ.get("QUILLON_CACHE") or os.path.expanduser("~/.cache/quillon")
 _SYSTEM = CACHE + "/i386-system"
 _TEMPLATE = CACHE + "/wine-prefix"
@@ -19,16 +22,23 @@ _TEMPLATE = CACHE + "/wine-prefix"
 _OWN_DIRECTORIES = {"bin", "boot", "etc", "lib", "lib32", "lib64", "libx32", "lost+found", "sbin", "usr", "var"}
 
 
-def _mount(*arguments):
-    subprocess.run(["mount", *arguments], check=True)
-
-
 def _mount_layer(lower, place, scratch):
     """Mounts `lower` at `place` so that changes go to the directory `scratch`."""
     for directory in (place, scratch + "/upper", scratch + "/work"):
         os.makedirs(directory, exist_ok=True)
-    _mount("-t", "overlay", "overlay", "-o",
+    mount("-t", "overlay", "overlay", "-o",
            f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", place)
+
+
+class Machine:
+    """Network, screen and Wine of the private machine, made once in it."""
+
+    def __init__(self, size="1024x768", tray=False):
+        network.set_up()
+        screen.set_up()
+        self.screen = screen.Screen(size, tray)
+        self.system = WineSystem()
+        self.segment = network.Segment()
 
 
 class WineSystem:
@@ -38,7 +48,7 @@ class WineSystem:
         # Whatever is mounted here exists in this private machine only.
         self._memory = CACHE + "/machine"
         os.makedirs(self._memory, exist_ok=True)
-        _mount("-t", "tmpfs", "tmpfs", self._memory)
+        mount("-t", "tmpfs", "tmpfs", self._memory)
         self._numbers = itertools.count(1)
         self.root = self._memory + "/root"
         if os.path.isdir(_SYSTEM):
@@ -53,12 +63,12 @@ class WineSystem:
         for name in sorted(os.listdir("/")):
             if name not in _OWN_DIRECTORIES and os.path.isdir("/" + name) and not os.path.islink("/" + name):
                 os.makedirs(f"{self.root}/{name}", exist_ok=True)
-                _mount("--rbind", "/" + name, f"{self.root}/{name}")
+                mount("--rbind", "/" + name, f"{self.root}/{name}")
 
     def _hide_other_servers(self):
         servers = f"/tmp/.wine-{os.getuid()}"
         os.makedirs(servers, mode=0o700, exist_ok=True)
-        _mount("-t", "tmpfs", "-o", "mode=700", "tmpfs", servers)
+        mount("-t", "tmpfs", "-o", "mode=700", "tmpfs", servers)
 
     def _name_the_machine(self):
         # Wine looks up the machine's own name when it starts, and would wait seconds for a name server out of reach.
@@ -68,7 +78,7 @@ class WineSystem:
             with open(private, "w", encoding="ascii") as file:
                 file.write(text)
             open(self.root + path, "a", encoding="ascii").close()  # a minimal system lacks some of them
-            _mount("--bind", private, self.root + path)
+            mount("--bind", private, self.root + path)
 
     def new_prefix(self):
         """Mounts a fresh prefix; returns its path inside the system."""
@@ -104,7 +114,7 @@ class WineSystem:
         """Shows a directory of the host inside the system under its own name, where that is not so anyway."""
         if self.root and not os.path.isdir(self.root + directory):
             os.makedirs(self.root + directory)
-            _mount("--bind", directory, self.root + directory)
+            mount("--bind", directory, self.root + directory)
 
     def command(self, directory, environment, arguments):
         """The command line that runs `arguments` in the system, in `directory`, with `environment` added."""
@@ -115,16 +125,16 @@ class WineSystem:
 class Prefix:
     """One Windows installation on one host and one screen."""
 
-    def __init__(self, system, host, screen, user=None, dpi=96, path=None, locale=None):
+    def __init__(self, system, host, on_screen, user=None, dpi=96, path=None, locale=None):
         """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one; `locale` that
         of a system with another code page, "ja_JP" for 932."""
         self._system = system
         self._host = host
-        self.screen = screen
+        self.screen = on_screen
         self._path = path or system.new_prefix()
         self._environment = {
             "WINEPREFIX": self._path, "WINEARCH": "win32", "WINEDLLOVERRIDES": "mscoree,mshtml=",
-            "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"), "LANG": "C.UTF-8", "DISPLAY": screen.name,
+            "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"), "LANG": "C.UTF-8", "DISPLAY": on_screen.name,
             "HOME": self._path, "TMPDIR": self._path,  # Debian's Wine keeps the sockets of its server there
         }
         if user:
@@ -153,10 +163,6 @@ class Prefix:
     def start(self, *arguments, directory=None, environment=(), **options):
         """Starts a Windows program; the arguments after the environment are those of subprocess.Popen."""
         return subprocess.Popen(self._command(arguments, directory, environment), **options)
-
-    def run(self, *arguments, directory=None, environment=(), **options):
-        """Runs a Windows program to its end."""
-        return subprocess.run(self._command(arguments, directory, environment), **options)
 
     def _command(self, arguments, directory, environment):
         values = {**self._environment, **dict(environment)}

@@ -8,7 +8,7 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 
-from rig import network, private_machine, screen, wine  # noqa: E402
+from rig import private_machine, wine  # noqa: E402
 
 
 def parse():
@@ -33,26 +33,23 @@ def parse():
 
 
 def run(options):
-    network.set_up()
-    screen.set_up()
-    display = screen.Screen(options.screen, tray=options.tray)
-    system = wine.WineSystem()
+    machine = wine.Machine(options.screen, options.tray)
     directory = os.getcwd()
-    system.show(directory)
-    prefix = wine.Prefix(system, network.Segment(), display, user=options.user, dpi=options.dpi,
+    machine.system.show(directory)
+    prefix = wine.Prefix(machine.system, machine.segment, machine.screen, user=options.user, dpi=options.dpi,
                          locale=options.locale)
     program = os.path.abspath(options.program) if os.path.exists(options.program) else options.program
     process = prefix.start(program, *options.arguments, directory=directory, environment={"WINEDEBUG": options.debug})
     if not (options.script or options.shot):
         return process.wait()
-    if not display.wait_for_window():
-        print("wine-exec: no window appeared", file=sys.stderr)
+    machine.screen.wait_for_window()
     time.sleep(options.after)
     status = 0
     if options.script:
-        status = subprocess.run(["bash", "-c", options.script], env=dict(os.environ, DISPLAY=display.name)).returncode
+        environment = dict(os.environ, DISPLAY=machine.screen.name)
+        status = subprocess.run(["bash", "-c", options.script], env=environment).returncode
     if options.shot:
-        display.save(options.shot)
+        machine.screen.save(options.shot)
     return status
 
 

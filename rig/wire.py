@@ -4,8 +4,9 @@ import socket
 import struct
 import subprocess
 import threading
-import time
 from dataclasses import dataclass
+
+from .probe import wait
 
 PORT = 1414
 
@@ -31,7 +32,6 @@ class Wire:
         self._socket.bind(("0.0.0.0", port))
         self._port = port
         self._packets = []
-        self._news = threading.Condition()
         threading.Thread(target=self._listen, daemon=True).start()
 
     def _listen(self):
@@ -39,10 +39,7 @@ class Wire:
             # A busy machine hands packets over late, so the time is the kernel's and not that of the handing over.
             data, notes, _, (source, _) = self._socket.recvmsg(65535, 64)
             seconds, nanoseconds = struct.unpack("qq", notes[0][2])
-            packet = Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1"))
-            with self._news:
-                self._packets.append(packet)
-                self._news.notify_all()
+            self._packets.append(Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1")))
 
     def send(self, text):
         """Broadcasts a packet, given as its text (or its bytes)."""
@@ -51,31 +48,19 @@ class Wire:
 
     def packets(self, sender=None, start=0):
         """What was heard, all or of one sender (the name in front of the bar), from packet number `start` on."""
-        with self._news:
-            heard = self._packets[start:]
-        return [packet for packet in heard if sender is None or packet.text.split("|")[0] == sender]
+        return [packet for packet in self._packets[start:] if sender is None or packet.text.split("|")[0] == sender]
 
     def texts(self, sender=None, start=0):
         return [packet.text for packet in self.packets(sender, start)]
 
     def mark(self):
         """The number of packets so far, to be given as `start` later."""
-        with self._news:
-            return len(self._packets)
+        return len(self._packets)
 
     def wait_for(self, text, seconds=20, start=0):
         """Waits for a packet with exactly this text and returns it."""
-        deadline = time.monotonic() + seconds
-        with self._news:
-            while True:
-                for packet in self._packets[start:]:
-                    if packet.text == text:
-                        return packet
-                left = deadline - time.monotonic()
-                if left <= 0:
-                    heard = [packet.text for packet in self._packets[start:]]
-                    raise TimeoutError(f"{text!r} not heard within {seconds} s, only {heard}")
-                self._news.wait(left)
+        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), seconds,
+                    lambda: f"{text!r} not heard, only {self.texts(start=start)}")
 
 
 def hold_port(host, port=PORT):

@@ -117,12 +117,12 @@ class OneCopy(unittest.TestCase):
     def test_08_the_icon_comes_back_when_the_shell_starts_anew(self):
         self._command(HIDE)
         self._wait_hidden()
-        self.probe.lose_icon(self.probe.windows("TrayIcon")[0])
+        self.probe.ask("loseicon", self.probe.windows("TrayIcon")[0].handle)
         time.sleep(0.5)
-        self.rig.screen.double_click_tray()
+        self.rig.screen.click_tray(times=2)
         time.sleep(0.5)
         self.assertFalse(self._main().visible, "the icon is still there")
-        self.probe.broadcast("TaskbarCreated")
+        self.probe.ask("broadcast", "TaskbarCreated")
         time.sleep(0.5)
         self.assertTrue(self.copy.show_main().visible)
 
