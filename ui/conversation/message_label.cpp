@@ -6,11 +6,11 @@
 #include <array>
 #include <unordered_map>
 
+#include "core/callback_guard.h"
 #include "core/code_page.h"
 #include "core/text.h"
 #include "core/wide_text_win32.h"
 #include "ui/conversation/text_lines.h"
-#include "core/callback_guard.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"

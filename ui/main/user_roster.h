@@ -10,8 +10,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/text.h"
 #include "core/roster.h"
+#include "core/text.h"
 #include "ui/toolkit/list_rows.h"
 #include "ui/toolkit/status_line.h"
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "ui/options/choice_list.h"
-#include "ui/options/page.h"
 #include "ui/options/option_values.h"
+#include "ui/options/page.h"
 #include "ui/toolkit/handles.h"
 
 namespace options {

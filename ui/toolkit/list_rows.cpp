@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/text.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
 
 namespace toolkit {
 

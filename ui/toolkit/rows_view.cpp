@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/text.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/list_items.h"
+#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {

@@ -5,9 +5,9 @@
 #include <cstring>
 #include <utility>
 
-#include "core/text.h"
 #include "core/callback_guard.h"
 #include "core/event_loop_win32.h"
+#include "core/text.h"
 
 namespace toolkit {
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/menu/cool_menu_draw.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 
