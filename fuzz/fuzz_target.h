@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
+#include "core/code_page.h"
 #include "core/code_page_native.h"
+#include "core/text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -40,6 +43,18 @@ inline std::string_view TakeLine(std::string_view& text) {
 inline void ChooseCodePage(unsigned char choice) {
   constexpr int kCodePages[] = {932, 936, 949, 1252, 950};
   core::SetSystemCodePage(kCodePages[choice / 16 % 5]);
+}
+
+// An edit control gives no half letters. One would take what is put behind it for its other half.
+inline std::string Typed(std::string_view text) {
+  std::string typed;
+  while (!text.empty()) {
+    const std::string_view letter = core::FirstLetter(text);
+    const bool half = letter.size() == 1 && core::SystemCodePage().first[core::ByteOf(letter[0])];
+    typed.append(half ? "?" : letter);
+    text.remove_prefix(letter.size());
+  }
+  return typed;
 }
 
 }  // namespace fuzz

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "core/code_page.h"
 #include "core/text.h"
 #include "fuzz/fuzz_target.h"
 
@@ -17,16 +16,6 @@ Letters LettersOf(std::string_view text) {
   Letters letters;
   for (; !text.empty(); text.remove_prefix(letters.back().size())) letters.push_back(core::FirstLetter(text));
   return letters;
-}
-
-// An edit control gives no half letters. One would take what is put behind it for its other half.
-std::string WholeLetters(std::string_view text) {
-  std::string whole;
-  for (const std::string_view letter : LettersOf(text)) {
-    const bool half = letter.size() == 1 && core::SystemCodePage().first[core::ByteOf(letter[0])];
-    whole.append(half ? "?" : letter);
-  }
-  return whole;
 }
 
 // By what the first letters of the name and of the pattern match: slower than the dialog's way, and plainly right.
@@ -89,9 +78,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (text.size() > 1000) return 0;  // paths are shorter, and the plain way to match is slow
   const unsigned char choice = fuzz::TakeByte(text);
   fuzz::ChooseCodePage(choice);
-  const std::string typed = WholeLetters(fuzz::TakeLine(text));
+  const std::string typed = fuzz::Typed(fuzz::TakeLine(text));
   const std::string_view pattern = fuzz::TakeLine(text);
-  const std::string folder = (choice & 2 ? "\\\\server\\share\\" : "C:\\") + WholeLetters(text);
+  const std::string folder = (choice & 2 ? "\\\\server\\share\\" : "C:\\") + fuzz::Typed(text);
   const std::string_view extension = toolkit::ExtensionOf(toolkit::kSaveTypes[choice & 1]);
   const std::string_view other = toolkit::ExtensionOf(toolkit::kSaveTypes[~choice & 1]);
 

@@ -1,0 +1,339 @@
+#include "support/whole_program.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/clock.h"
+#include "core/event_loop.h"
+#include "core/files.h"
+#include "core/globals.h"
+#include "core/language.h"
+#include "core/log.h"
+#include "core/numbers.h"
+#include "core/runtime_error.h"
+#include "core/settings.h"
+#include "core/text.h"
+#include "support/recording_desktop.h"
+#include "ui/conversation/chat_export.h"
+#include "ui/options/option_values.h"
+
+namespace support {
+namespace {
+
+using toolkit::ListRow;
+using toolkit::ListRows;
+
+constexpr std::size_t kMaxOwn = 64;  // of the own packets that wait to come back
+constexpr int kCountsText = 1201;
+
+// A list is its rows in order, and finds each of them in every way.
+std::string_view BrokenRows(const ListRows& rows) {
+  std::size_t bytes = 0, selected = 0;
+  const std::vector<toolkit::RowId> ids = rows.Ids();
+  if (ids.size() != rows.Count()) return "a list of two lengths";
+  for (std::size_t i = 0; i < rows.Count(); ++i) {
+    const ListRow& row = rows.At(i);
+    if (rows.FindId(ids[i]) != &row) return "a row is not found by its id";
+    if (!rows.FindText(row.text) || !rows.FindTextIgnoringCase(row.text)) return "a row is not found by its text";
+    if (!row.key.empty() && rows.FindKey(row.key) != &row) return "two rows have one key";
+    bytes += row.text.size() + row.key.size();
+    selected += row.selected ? 1 : 0;
+  }
+  if (bytes != rows.TextBytes() || selected != rows.SelectedCount()) return "a list counts wrongly";
+  return {};
+}
+
+bool IsKind(std::string_view kind, std::string_view wanted) { return core::EqualIgnoringCase(kind, wanted); }
+
+}  // namespace
+
+PlainChat::PlainChat(const core::Roster& roster, const ListRows& online)
+    : participants(roster, online), online_(online) {}
+
+bool PlainChat::AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) {
+  if (!open || !participants.Takes(sender)) return false;
+  said.Add({.prefix = {}, .sender = sender, .text = text, .colour = colour, .indent = {900}});
+  return true;
+}
+
+void PlainChat::RemoveUser(std::string_view name) {
+  if (open && participants.IsUserPresent(name)) participants.RemoveUser(name);
+}
+
+void PlainChat::RefUserList() {
+  if (open) participants.RefUserList();
+}
+
+const std::vector<std::string>& PlainChat::Offered() {
+  lstUsers_.Take(online_);
+  return lstUsers_.Names();
+}
+
+void PlainChat::Export(const std::string& path) const {
+  const conversation::MarkupStyle style{.font = "Tahoma", .maxIndent = {2000}, .paint = [](std::int32_t colour) {
+                                          return std::optional(static_cast<std::uint32_t>(colour));
+                                        }};
+  core::WriteFileSafely(path, [&](const core::Sink& sink) {
+    if (path.ends_with("txt")) return WritePlainText(said, sink);
+    WriteMarkup(said, BeginOf(said), EndOf(said), style, sink);
+  });
+}
+
+WholeProgram::WholeProgram() {
+  users.refreshChatWindows = [this] {
+    for (const auto& chat : chats) chat->RefUserList();
+  };
+}
+
+void WholeProgram::LoadMain() {
+  if (loaded_) return;
+  loaded_ = true;
+  users.ClearlvUsers();
+  users.RefGroups();
+  users.RefBlock();
+}
+
+// The text behind the mark, when the packet is a line of a chat with this copy.
+std::optional<std::string_view> WholeProgram::ChatLineIn(std::string_view datagram) const {
+  const net::Packet packet = net::TakeApart(datagram);
+  std::string_view text;
+  if (IsKind(packet.kind, net::kPresence)) text = packet.argument;
+  if (IsKind(packet.kind, net::kPrivate)) {
+    const net::PrivateText message = net::SplitPrivate(packet.argument);
+    if (message.found && core::EqualIgnoringCase(message.recipient, core::gCurName)) text = message.text;
+  }
+  const bool shown = core::gStatus == 0 && !users.IsBlocked(packet.sender) && WouldBeListed(packet.sender);
+  if (!shown || !text.starts_with(net::kChatMark)) return std::nullopt;
+  return text.substr(1);
+}
+
+bool WholeProgram::WouldBeListed(std::string_view name) const {
+  if (users.HasRow(name)) return true;
+  if (name.starts_with(net::kHiddenMark) && !core::EqualIgnoringCase(name, core::gCurName)) return false;
+  return name.empty() || !users.lvUsers.FindKey(core::LowerCase(name));
+}
+
+void WholeProgram::Hear(std::string_view datagram) {
+  if (!open_) return;
+  if (core::gDispatching) {
+    ++waiting_;
+    return dispatcher.DataArrived(datagram);
+  }
+  const bool isLine = ChatLineIn(datagram).has_value();
+  const std::string sender(net::TakeApart(datagram).sender);
+  std::vector<Expected> before;
+  for (const auto& each : chats) {
+    const auto& chat = static_cast<PlainChat&>(*each);
+    before.push_back({each, chat.said.End(), isLine && chat.participants.Takes(sender)});
+  }
+  waiting_ = 0;
+  dispatcher.DataArrived(datagram);
+  CheckLines(before, isLine);
+}
+
+// Every line once in each window that takes it; in a new one when there is none.
+void WholeProgram::CheckLines(const std::vector<Expected>& before, bool isLine) {
+  std::size_t takers = 0;
+  for (const Expected& expected : before) {
+    const auto& chat = static_cast<PlainChat&>(*expected.chat);
+    const std::size_t came = chat.said.End() - expected.lines, wanted = expected.takes ? 1 : 0;
+    takers += wanted;
+    if (came > wanted + waiting_) broken_ = "a line came twice, or to a window that does not take it";
+    if (came < wanted && !mayMiss) broken_ = "a line is lost";
+  }
+  const std::size_t opened = chats.size() - before.size(), mostOpened = (isLine && takers == 0 ? 1 : 0) + waiting_;
+  if (opened > mostOpened) broken_ = "a window opened that nobody needs";
+  const bool needed = isLine && takers == 0 && before.size() < kMaxChats;
+  if (needed && opened == 0 && !mayMiss) broken_ = "no window for a line";
+  for (std::size_t i = before.size(); i < chats.size(); ++i) {
+    const std::size_t came = Chat(i).said.End();
+    if (came > 1 + waiting_ || (came == 0 && !mayMiss && waiting_ == 0)) broken_ = "a new window with wrong lines";
+  }
+}
+
+void WholeProgram::HearOwn() {
+  std::deque<std::string> own;
+  own.swap(own_);
+  for (const std::string& datagram : own) Hear(datagram);
+}
+
+void WholeProgram::PassTime(std::uint32_t milliseconds) {
+  Desktop().ticks = core::TicksAfter(Desktop().ticks, milliseconds);
+  if (!open_ || !wakeAt_ || core::TicksSince(*wakeAt_, Desktop().ticks) > INT32_MAX) return;
+  wakeAt_.reset();
+  messenger.SendOwed();
+}
+
+bool WholeProgram::Accept(const Options& options) {
+  if (options::RefusalOf(options.name, users, false) != 0) return false;
+  ChangeLanguage(options.language);
+  messenger.CloseSocket();
+  users.ClearlvUsers();
+  core::gUserName = core::gCurName = options.name;
+  core::gColour = options.colour;
+  JoinNetwork();
+  users.ClearBlockedNames();
+  for (const std::string& name : options.blocked) users.AddBlocked(name);
+  users.RefBlock();
+  users.SetGroupLines(options.groupLines);
+  users.RefGroups();
+  users.UpdateStat();
+  core::SaveSets(*this);
+  return true;
+}
+
+void WholeProgram::ChangeLanguage(const std::string& language) {
+  const std::string former = std::exchange(core::gLanguage, language);
+  try {
+    core::LoadLang();
+  } catch (...) {
+    core::gLanguage = former;
+    throw;
+  }
+  core::LoadLangConsts();
+}
+
+void WholeProgram::JoinNetwork() {
+  try {
+    messenger.OpenSocket();
+  } catch (const core::RuntimeError& error) {
+    core::ShowBox({.text = NumberAndDescription(error)});
+  }
+}
+
+void WholeProgram::SetStatus(std::int16_t status) {
+  core::gStatus = status;
+  messenger.SendState();
+}
+
+void WholeProgram::Block(const std::string& name) {
+  users.AddBlocked(name);
+  alerts_.Forget(name);
+  composer.RefreshRows();
+}
+
+PlainChat& WholeProgram::StartChat(std::string_view participants) {
+  const auto chat = std::make_shared<PlainChat>(users, users.lvUsers);
+  chat->participants.AddUsers(participants);
+  chats.push_back(chat);
+  core::RunPendingEvents();
+  return *chat;
+}
+
+void WholeProgram::Close(std::size_t chat) {
+  Chat(chat).open = false;
+  chats.erase(chats.begin() + static_cast<std::ptrdiff_t>(chat));
+}
+
+void WholeProgram::SendAlert(std::string_view recipients, const std::string& text) {
+  composer.AddRecipients(recipients);
+  if (composer.IsEverybody()) messenger.SendMsg(net::kAlertMark + text);
+  const ListRows& rows = composer.Rows();
+  for (std::size_t i = 0; i < rows.Count() && !composer.IsEverybody(); ++i) {
+    messenger.SendPrivate(rows.At(i).text + ' ' + net::kAlertMark + text);
+    core::WriteLog("Private alert sent to " + rows.At(i).text);
+  }
+}
+
+void WholeProgram::ClosePopup(std::size_t popup) {
+  popups.erase(popups.begin() + static_cast<std::ptrdiff_t>(popup));
+  ShowWaitingAlerts();
+}
+
+std::string_view WholeProgram::Broken() {
+  if (!broken_.empty()) return broken_;
+  for (const auto* rows : {&users.lvUsers, &composer.Rows()})
+    if (const std::string_view broken = BrokenRows(*rows); !broken.empty()) return broken;
+  for (std::size_t i = 0; i < users.lvUsers.Count(); ++i)
+    if (const std::string_view broken = BrokenRow(users.lvUsers.At(i)); !broken.empty()) return broken;
+  if (users.lblStat.Tag() != ExpectedCounts()) return "the counts are wrong";
+  if (composer.IsEverybody() && composer.Rows().Count() != 1) return "everybody and somebody";
+  for (const auto& chat : chats)
+    if (const auto broken = BrokenChat(static_cast<PlainChat&>(*chat)); !broken.empty()) return broken;
+  if (Desktop().queue.Waiting() > core::kMaxWaitingBoxes) return "too many boxes wait";
+  if (popups.size() > conversation::kMaxOpenPopups) return "too many popups";
+  if (core::gDispatching) return "a dispatch did not end";
+  return {};
+}
+
+// Without the words of a language that lacks them.
+std::string WholeProgram::ExpectedCounts() const {
+  const auto listed = static_cast<std::int64_t>(users.lvUsers.Count()) - 1;
+  const std::int64_t count = listed - static_cast<std::int64_t>(users.GroupLines().size());
+  const std::string words = core::FindText(kCountsText).value_or("");
+  return " " + std::to_string(count) + " " + std::string(core::BarField(words, count == 1 ? 0 : 1)) + " " +
+         std::string(core::BarField(words, 2)) + " (-" + std::to_string(users.BlockedNames().size()) + ")";
+}
+
+std::string_view WholeProgram::BrokenRow(const ListRow& row) const {
+  const bool isUser = row.icon == mainwindow::kUserIcon || row.icon == mainwindow::kBlockedIcon;
+  if (row.icon != row.smallIcon) return "two icons in one row";
+  if (!isUser) return row.text.starts_with('(') ? "" : "a user without his icon";
+  if (row.key != core::LowerCase(row.text)) return "a user under a foreign key";
+  if (row.text.starts_with(net::kHiddenMark) && !core::EqualIgnoringCase(row.text, core::gCurName))
+    return "a hidden user is listed";
+  const bool marked = users.IsBlocked(row.text) && !mainwindow::IsNoUser(row.text);
+  return marked == (row.icon == mainwindow::kBlockedIcon) ? "" : "a wrong mark";
+}
+
+std::string_view WholeProgram::BrokenChat(PlainChat& chat) const {
+  chat.RefUserList();
+  const ListRows& rows = chat.participants.Rows();
+  if (const std::string_view broken = BrokenRows(rows); !broken.empty()) return broken;
+  for (std::size_t i = 0; i < rows.Count(); ++i) {
+    const ListRow& row = rows.At(i);
+    if (rows.FindTextIgnoringCase(row.text) != &row) return "somebody takes part twice";
+    const bool present = users.lvUsers.FindTextIgnoringCase(row.text) != nullptr;
+    const int icon = core::EqualIgnoringCase(row.text, conversation::kEverybody) ? conversation::kEverybodyIcon
+                     : present && !users.IsBlocked(row.text)                     ? conversation::kUserIcon
+                                                                                 : conversation::kBlockedIcon;
+    if (row.icon != icon) return "a participant with a wrong mark";
+  }
+  if (chat.Offered() != OfferedNames()) return "other names are offered than are listed";
+  return {};
+}
+
+std::vector<std::string> WholeProgram::OfferedNames() const {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < users.lvUsers.Count(); ++i) {
+    const std::string& text = users.lvUsers.At(i).text;
+    if (!mainwindow::IsNoUser(text) || text == mainwindow::kEverybody) names.push_back(text);
+  }
+  return names;
+}
+
+void WholeProgram::ShowOptionsAtStartUp() { core::gUserName = core::gCurName = core::gUserName + "2"; }
+
+void WholeProgram::Open(int) {
+  open_ = false;
+  if (refuses) throw core::RuntimeError(10048, "Address already in use");
+  open_ = true;
+  openName_ = core::gCurName;
+  wakeAt_.reset();
+}
+
+void WholeProgram::Send(std::string_view bytes) {
+  if (!open_) return;
+  if (net::TakeApart(bytes).sender != openName_) broken_ = "a packet under a wrong name";
+  if (own_.size() < kMaxOwn) own_.emplace_back(bytes);
+}
+
+void WholeProgram::WakeIn(std::uint32_t milliseconds) { wakeAt_ = core::TicksAfter(Desktop().ticks, milliseconds); }
+
+std::shared_ptr<net::ChatWindow> WholeProgram::OpenChat(std::string_view participants) {
+  if (chats.size() >= kMaxChats) return nullptr;
+  StartChat(participants);
+  return chats.back();
+}
+
+void WholeProgram::ShowAlert(std::string_view text, std::string_view sender, int iconKind) {
+  if (core::gStatus > 1 || users.IsBlocked(sender)) broken_ = "an alert that nobody wants";
+  alerts_.Add({std::string(text), std::string(sender), iconKind});
+  ShowWaitingAlerts();
+}
+
+void WholeProgram::ShowWaitingAlerts() {
+  while (auto alert = alerts_.Next(popups.size())) popups.push_back(std::move(*alert));
+}
+
+}  // namespace support

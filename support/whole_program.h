@@ -1,0 +1,139 @@
+// The whole program but for its windows, in one process: what the windows do with the portable parts is done here in
+// their order. It watches itself: after each step Broken() tells which promise does not hold.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/program.h"
+#include "net/dispatcher.h"
+#include "ui/conversation/alert_line.h"
+#include "ui/conversation/conversation.h"
+#include "ui/conversation/participants.h"
+#include "ui/conversation/recipients.h"
+#include "ui/conversation/users_online.h"
+#include "ui/main/user_roster.h"
+
+namespace support {
+
+// A chat window that nobody sees.
+class PlainChat : public net::ChatWindow {
+ public:
+  PlainChat(const core::Roster& roster, const toolkit::ListRows& online);
+
+  bool AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) override;
+  void RemoveUser(std::string_view name) override;
+  void RefUserList() override;
+  void RefListOfUsers() override {}
+
+  const std::vector<std::string>& Offered();  // names for adding, as the menu shows them when it opens
+
+  // Text or markup, by the end of the path.
+  void Export(const std::string& path) const;
+
+  conversation::Participants participants;
+  conversation::Conversation said;
+  bool open = true;
+
+ private:
+  const toolkit::ListRows& online_;
+  conversation::UsersOnline lstUsers_;
+};
+
+class WholeProgram : public core::Program, net::DatagramPort, net::Conversations {
+ public:
+  static constexpr std::size_t kMaxChats = 6;  // opened by lines; the real limit is too far away for a fuzzer
+
+  WholeProgram();
+
+  // What the network does.
+  void Hear(std::string_view datagram);
+  void HearOwn();  // what it has sent comes back
+  void PassTime(std::uint32_t milliseconds);
+  bool refuses = false;  // to open the port
+
+  // What the user does. Names are parted by bars.
+  struct Options {
+    std::string name;
+    std::int32_t colour = 0;
+    std::string language = "English";
+    std::vector<std::string> blocked{}, groupLines{};
+  };
+  bool Accept(const Options& options);  // false when the name is refused; throws the files' errors
+  void SetStatus(std::int16_t status);
+  void Block(const std::string& name);  // from a popup
+  PlainChat& StartChat(std::string_view participants);
+  void Close(std::size_t chat);
+  void SendAlert(std::string_view recipients, const std::string& text);
+  void ClosePopup(std::size_t popup);
+
+  // The promise that does not hold, empty when all do.
+  std::string_view Broken();
+
+  // While memory or files fail, what should come may be missing; what comes must still be right.
+  bool mayMiss = false;
+
+  mainwindow::UserRoster users;
+  net::Messenger messenger{*this};
+  net::Dispatcher dispatcher{users, *this, messenger};
+  std::vector<std::shared_ptr<net::ChatWindow>> chats;  // each a PlainChat
+  std::vector<conversation::Alert> popups;
+  conversation::Recipients composer{users};
+
+  PlainChat& Chat(std::size_t index) { return static_cast<PlainChat&>(*chats[index]); }
+
+ private:
+  struct Expected {
+    std::shared_ptr<net::ChatWindow> chat;
+    std::size_t lines;  // before
+    bool takes;
+  };
+  std::optional<std::string_view> ChatLineIn(std::string_view datagram) const;
+  bool WouldBeListed(std::string_view name) const;
+  void CheckLines(const std::vector<Expected>& before, bool isLine);
+  void ShowWaitingAlerts();
+  void ChangeLanguage(const std::string& language);
+  void JoinNetwork();
+  std::string ExpectedCounts() const;
+  std::string_view BrokenRow(const toolkit::ListRow& row) const;
+  std::string_view BrokenChat(PlainChat& chat) const;
+  std::vector<std::string> OfferedNames() const;
+
+  void LoadMain() override;
+  void PlaceMain(const core::WindowPlace&) override { LoadMain(); }
+  core::WindowPlace RestoreMain() override { return {0, 0, 2505, 4605}; }
+  core::Roster& Users() override { return users; }
+  void ShowSplash() override {}
+  void HideSplash() override {}
+  core::WindowPlace Screen() override { return {0, 0, 15360, 11520}; }
+  void OpenSocket() override { messenger.OpenSocket(); }
+  void CloseSocket() override { messenger.CloseSocket(); }
+  void ShowOptionsAtStartUp() override;
+  void ShowTray() override {}
+  void RemoveTray() override {}
+
+  void Open(int port) override;
+  void Close() override { open_ = false; }
+  void Send(std::string_view bytes) override;
+  void WakeIn(std::uint32_t milliseconds) override;
+
+  const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return chats; }
+  std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
+  void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
+
+  conversation::AlertLine alerts_;
+  bool loaded_ = false, open_ = false;
+  std::string openName_;  // under which the port was opened
+  std::deque<std::string> own_;
+  std::optional<std::int32_t> wakeAt_;
+  std::size_t waiting_ = 0;  // datagrams heard while another is dispatched
+  std::string_view broken_;
+};
+
+}  // namespace support
