@@ -21,7 +21,7 @@ inline std::int16_t gRunAtLogon = 0;       // 1 = start at logon
 inline std::int32_t gChatLeft = 0, gChatTop = 0, gChatWidth = 0, gChatHeight = 0;
 
 // State of this run.
-inline std::string gVersion;         // "1.0.0"
+inline std::string gVersion;         // "1.1.0"
 inline std::int16_t gSafe = 0;       // 1 = plain menus, no subclassing
 inline std::int16_t gStarting = 0;   // -1 while start-up listens: the network is joined without a greeting
 inline std::int16_t gStatus = 0;     // presence: 0 takes chats and alerts, 1 alerts only, 2 nothing
