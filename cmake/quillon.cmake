@@ -19,7 +19,9 @@ if(WIN32)
   target_compile_definitions(quillon_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
                                                        _WIN32_IE=0x0700)
   target_compile_options(quillon_options INTERFACE -ffunction-sections -fdata-sections)
-  target_link_options(quillon_options INTERFACE -static -Wl,--gc-sections)
+  # The same sources give the same bytes, whenever and in whatever folder they are built.
+  target_compile_options(quillon_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+  target_link_options(quillon_options INTERFACE -static -Wl,--gc-sections -Wl,--no-insert-timestamp)
 endif()
 if(QUILLON_SANITIZE)
   target_compile_options(quillon_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all

@@ -7,6 +7,7 @@ windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64
   libcli11-dev nlohmann-json3-dev)
 rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick
   unrtf tshark)
+packagePackages=(nsis openssl osslsigncode python3)
 
 # The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
 ClangRuntimePackage() {

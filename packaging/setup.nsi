@@ -1,0 +1,329 @@
+; The setup program: installs Quillon for the current user, who needs no administrator's rights. script/package compiles it, with
+;   VERSION     1.2.3
+;   SIZE        of the installed files, kB
+;   FILES       the folder that holds them
+;   SOUNDS      a file with the macro EachSound, which names those among them
+;   OUTFILE     the setup program
+;   SIGN        a command that signs the file named behind it (may be missing)
+;
+; Switches, exit codes and what is kept are told in docs/administration.md.
+
+Unicode true
+ManifestDPIAware true
+RequestExecutionLevel user
+SetCompressor /SOLID lzma
+; The files bear the date at which they are installed, as they do when they are copied.
+SetDateSave off
+CRCCheck force
+
+!include MUI2.nsh
+!include LogicLib.nsh
+!include FileFunc.nsh
+!include "${SOUNDS}"
+
+!define APPS_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon"
+!define RUN_KEY "Software\Microsoft\Windows\CurrentVersion\Run"
+!define PROGRAM "$INSTDIR\Quillon.exe"
+
+; Exit codes beside NSIS's own 0 (done), 1 (cancelled) and 2 (aborted).
+!define FOLDER_REFUSED 3
+!define STILL_RUNNING 4
+!define FIREWALL_UNCHANGED 5
+
+Name "Quillon"
+OutFile "${OUTFILE}"
+InstallDir "$LOCALAPPDATA\Programs\Quillon"
+InstallDirRegKey HKCU "${APPS_KEY}" "InstallLocation"
+BrandingText "Quillon ${VERSION}"
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
+SpaceTexts none
+!ifdef SIGN
+  !uninstfinalize `${SIGN} "%1"` = 0
+!endif
+
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey /LANG=0 "ProductName" "Quillon"
+VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "FileVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "FileDescription" "Quillon Setup"
+VIAddVersionKey /LANG=0 "CompanyName" "Vextant"
+VIAddVersionKey /LANG=0 "LegalCopyright" "Copyright (c) 2026 the Quillon authors"
+
+Var ran       ; 1 if a copy was running, which is started again
+Var update    ; 1 if the folder held settings before, which stay as they are
+
+!define MUI_ICON "../res/quillon.ico"
+!define MUI_UNICON "../res/quillon.ico"
+!define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_NODESC
+!define MUI_WELCOMEFINISHPAGE_BITMAP "side.bmp"
+
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveDirectory
+!insertmacro MUI_PAGE_DIRECTORY
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipOptionsOfUpdate
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_INSTFILES
+; The firewall comes first: started before the rule is there, the program would make Windows ask on its own.
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_TEXT "$(AllowInFirewallText)"
+!define MUI_FINISHPAGE_RUN_FUNCTION AllowInFirewall
+!define MUI_FINISHPAGE_SHOWREADME
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "$(StartText)"
+!define MUI_FINISHPAGE_SHOWREADME_FUNCTION StartProgram
+!define MUI_PAGE_CUSTOMFUNCTION_SHOW ShowFinish
+!insertmacro MUI_PAGE_FINISH
+
+!insertmacro MUI_UNPAGE_COMPONENTS
+!insertmacro MUI_UNPAGE_INSTFILES
+
+; The first one serves systems in any other language.
+!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "French"
+!insertmacro MUI_LANGUAGE "German"
+!insertmacro MUI_LANGUAGE "Spanish"
+!include texts.nsh
+
+; Shows a text, in a silent run not at all, and ends with an exit code.
+!macro FailWith code text
+  MessageBox MB_OK|MB_ICONSTOP "${text}" /SD IDOK
+  SetErrorLevel ${code}
+  Quit
+!macroend
+
+; Closes the main window of the user's running copy, so that it says good-bye on the network, and waits until the process has
+; ended. Both setup and uninstaller need it, and NSIS keeps their functions apart.
+!macro EndRunningCopy un
+Function ${un}EndRunningCopy
+  FindWindow $0 "frmMain"
+  ${If} $0 = 0
+    Return
+  ${EndIf}
+  StrCpy $ran 1
+  System::Call 'user32::GetWindowThreadProcessId(p r0, *i .r1)'
+  System::Call 'kernel32::OpenProcess(i 0x100000, i 0, i r1) p .r2' ; SYNCHRONIZE
+  ${Do}
+    System::Call 'user32::PostMessageW(p r0, i ${WM_CLOSE}, p 0, p 0)'
+    System::Call 'kernel32::WaitForSingleObject(p r2, i 15000) i .r3'
+    ${If} $3 = 0
+      System::Call 'kernel32::CloseHandle(p r2)'
+      Return
+    ${EndIf}
+  ${LoopWhile} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(StillRunningText)" /SD IDCANCEL IDRETRY`
+  SetErrorLevel ${STILL_RUNNING}
+  Quit
+FunctionEnd
+!macroend
+!insertmacro EndRunningCopy ""
+!insertmacro EndRunningCopy "un."
+
+; Settings and log lie beside the program. Sets the error flag where the user may not write.
+Function TryFolder
+  ClearErrors
+  CreateDirectory $INSTDIR
+  FileOpen $0 "$INSTDIR\Setup.tmp" w
+  FileClose $0
+  Delete "$INSTDIR\Setup.tmp"
+FunctionEnd
+
+Function LeaveDirectory
+  Call TryFolder
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$(FolderRefusedText)"
+    Abort
+  ${EndIf}
+FunctionEnd
+
+; The options of an installed copy are in its settings, where the user may have changed them since.
+Function SkipOptionsOfUpdate
+  ${If} ${FileExists} "$INSTDIR\User.ini"
+    Abort
+  ${EndIf}
+FunctionEnd
+
+Function RegisterApp
+  WriteRegStr HKCU "${APPS_KEY}" "DisplayName" "Quillon"
+  WriteRegStr HKCU "${APPS_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${APPS_KEY}" "DisplayIcon" "${PROGRAM}"
+  WriteRegStr HKCU "${APPS_KEY}" "Publisher" "Vextant"
+  WriteRegStr HKCU "${APPS_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${APPS_KEY}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
+  WriteRegStr HKCU "${APPS_KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegDWORD HKCU "${APPS_KEY}" "EstimatedSize" ${SIZE}
+  WriteRegDWORD HKCU "${APPS_KEY}" "NoModify" 1
+  WriteRegDWORD HKCU "${APPS_KEY}" "NoRepair" 1
+FunctionEnd
+
+!macro InstallSound name size
+  File "${FILES}/${name}"
+!macroend
+
+Section "$(ProgramText)" SecProgram
+  SectionIn RO
+  Call TryFolder
+  ${If} ${Errors}
+    !insertmacro FailWith ${FOLDER_REFUSED} "$(FolderRefusedText)"
+  ${EndIf}
+  Call EndRunningCopy
+  ; A copy in another session of this user's holds the file, and is out of reach.
+  ${If} ${FileExists} "${PROGRAM}"
+    ClearErrors
+    FileOpen $0 "${PROGRAM}" a
+    ${If} ${Errors}
+      !insertmacro FailWith ${STILL_RUNNING} "$(StillRunningText)"
+    ${EndIf}
+    FileClose $0
+  ${EndIf}
+
+  StrCpy $update 0
+  ${If} ${FileExists} "$INSTDIR\User.ini"
+    StrCpy $update 1
+  ${EndIf}
+  SetOutPath $INSTDIR
+  File "${FILES}/Quillon.exe"
+  File "${FILES}/Lang.con"
+  File "${FILES}/LICENSE.txt"
+  SetOverwrite off ; a sound of this name may be the user's own
+  !insertmacro EachSound InstallSound
+  SetOverwrite on
+  WriteUninstaller "$INSTDIR\Uninstall.exe"
+  CreateShortcut "$SMPROGRAMS\Quillon.lnk" "${PROGRAM}"
+  Call RegisterApp
+
+  ${If} $update = 0
+    Call WriteFirstSettings
+  ${EndIf}
+  ${If} $ran = 1
+    Call StartProgram
+  ${EndIf}
+SectionEnd
+
+Section /o "$(LogonText)" SecLogon
+SectionEnd
+
+; The settings of a first start, with the language of this setup and the user's choice. Bytes above 127 are written as they are in
+; Lang.con, whatever the code page of this system.
+Function WriteFirstSettings
+  System::Call 'advapi32::GetUserNameW(w .r1, *i ${NSIS_MAX_STRLEN})'
+  StrCpy $2 0
+  ${If} ${SectionIsSelected} ${SecLogon}
+    StrCpy $2 1
+    ; As the program itself writes it at its end, when this setting is on.
+    WriteRegStr HKCU "${RUN_KEY}" "Quillon" "$INSTDIR\Quillon"
+  ${EndIf}
+  FileOpen $0 "$INSTDIR\User.ini" w
+  ${Select} $LANGUAGE
+    ${Case} ${LANG_FRENCH}
+      FileWrite $0 '"Fran'
+      FileWriteByte $0 0xE7
+      FileWrite $0 'ais"'
+    ${Case} ${LANG_GERMAN}
+      FileWrite $0 '"Deutsch"'
+    ${Case} ${LANG_SPANISH}
+      FileWrite $0 '"Espa'
+      FileWriteByte $0 0xF1
+      FileWrite $0 'ol"'
+    ${CaseElse}
+      FileWrite $0 '"English"'
+  ${EndSelect}
+  FileWrite $0 '$\r$\n0$\r$\n0,0,2505,4605$\r$\n"$1",0,4,"(B)",$2$\r$\n0,0,0,0$\r$\n0$\r$\n0$\r$\n'
+  FileClose $0
+FunctionEnd
+
+Function StartProgram
+  SetOutPath $INSTDIR
+  Exec '"${PROGRAM}"'
+FunctionEnd
+
+; Asks for an administrator's rights for these commands alone. The rules that Windows made when it asked the user itself go
+; first: one that blocks would win. Whether it worked is seen from the rule, which anybody may read.
+Function AllowInFirewall
+  StrCpy $1 'program="${PROGRAM}"'
+  StrCpy $2 '"$SYSDIR\netsh.exe" advfirewall firewall'
+  StrCpy $3 '$2 add rule name="Quillon" dir=in action=allow protocol=UDP localport=1414 remoteip=localsubnet $1'
+  ExecShellWait "runas" "$SYSDIR\cmd.exe" '/s /c "$2 delete rule name=all dir=in $1 & $3"' SW_HIDE
+  nsExec::Exec '"$SYSDIR\cmd.exe" /s /c "$2 show rule name="Quillon" verbose | "$SYSDIR\find.exe" /i "${PROGRAM}""'
+  Pop $0
+  ${If} $0 != 0
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$(FirewallText)" /SD IDOK
+    SetErrorLevel ${FIREWALL_UNCHANGED}
+  ${EndIf}
+FunctionEnd
+
+; An update leaves the firewall alone unless asked, and a copy that was running is running again.
+Function ShowFinish
+  ${If} $update = 1
+    ${NSD_Uncheck} $mui.FinishPage.Run
+  ${EndIf}
+  ${If} $ran = 1
+    ${NSD_Uncheck} $mui.FinishPage.ShowReadme
+    ShowWindow $mui.FinishPage.ShowReadme ${SW_HIDE}
+  ${EndIf}
+FunctionEnd
+
+Function .onInit
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/LOGON" $1
+  ${IfNot} ${Errors}
+    SectionSetFlags ${SecLogon} ${SF_SELECTED}
+  ${EndIf}
+FunctionEnd
+
+Function .onInstSuccess
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/FIREWALL" $1
+  ${IfNot} ${Errors}
+  ${AndIf} ${Silent}
+    Call AllowInFirewall
+  ${EndIf}
+FunctionEnd
+
+; Not one that the user has put there under the same name.
+!macro RemoveSound name size
+  FileOpen $0 "$INSTDIR\${name}" r
+  FileSeek $0 0 END $1
+  FileClose $0
+  ${If} $1 = ${size}
+    Delete "$INSTDIR\${name}"
+  ${EndIf}
+!macroend
+
+Section "un.$(ProgramText)"
+  SectionIn RO
+  Call un.EndRunningCopy
+  Delete "${PROGRAM}"
+  Delete "$INSTDIR\Lang.con"
+  Delete "$INSTDIR\LICENSE.txt"
+  !insertmacro EachSound RemoveSound
+  Delete "$INSTDIR\Uninstall.exe"
+  Delete "$SMPROGRAMS\Quillon.lnk"
+  DeleteRegKey HKCU "${APPS_KEY}"
+  DeleteRegValue HKCU "${RUN_KEY}" "Quillon"
+SectionEnd
+
+Section /o "un.$(DataText)" UnSecData
+  Delete "$INSTDIR\User.ini"
+  Delete "$INSTDIR\Log.txt"
+  Delete "$INSTDIR\*.wav"
+SectionEnd
+
+Section /o "un.$(FirewallRuleText)"
+  ExecShellWait "runas" "$SYSDIR\netsh.exe" 'advfirewall firewall delete rule name="Quillon" dir=in program="${PROGRAM}"' SW_HIDE
+SectionEnd
+
+; Goes only if nothing is left in it.
+Section "-un.Folder"
+  SetOutPath $TEMP
+  RMDir $INSTDIR
+SectionEnd
+
+Function un.onInit
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/DATA" $1
+  ${IfNot} ${Errors}
+    SectionSetFlags ${UnSecData} ${SF_SELECTED}
+  ${EndIf}
+FunctionEnd
