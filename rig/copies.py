@@ -65,7 +65,8 @@ class Copy:
         return self
 
     def start_another(self, *arguments):
-        return self.prefix.start("C:\\Quillon\\Quillon.exe", *arguments, environment=self._environment,
+        folder = "C:" + self.folder.removeprefix(self.prefix.drive_c).replace("/", "\\")
+        return self.prefix.start(folder + "\\Quillon.exe", *arguments, environment=self._environment,
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):

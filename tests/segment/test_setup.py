@@ -1,0 +1,115 @@
+"""What users are given: Bob unpacks the zip, Anna runs the setup program, which is then run over her running copy; refusals;
+and the uninstaller. The tests run in the order of their numbers. script/package makes what is tested."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import unittest
+import zipfile
+
+from rig import copies, network, probe, screen
+from .test_one_copy import GREETING
+
+GERMAN_GREETING = "ist jetzt im Netzwerk"
+PACKAGE = pathlib.Path(__file__).resolve().parents[2] / "build/package"
+ABOUT = 1018
+FOLDER_REFUSED = 3
+SETTINGS = '"Deutsch"\r\n0\r\n0,0,2505,4605\r\n"anna",0,4,"(B)",1\r\n0,0,0,0\r\n0\r\n0\r\n'
+WINDOWS = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\"
+FOLDER = "C:\\users\\anna\\AppData\\Local\\Programs\\Quillon"
+
+
+class Setup(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.setup_program, = PACKAGE.glob("Quillon-*-setup.exe")
+        cls.version = cls.setup_program.name.split("-")[1]
+        cls.rig = copies.Rig()
+        cls.wire = cls.rig.wire
+        cls.anna = cls.rig.copy("anna", network.Host(), locale="de_DE")
+        cls.bob = cls.rig.copy("bob", network.Host(), on_screen=screen.Screen())
+        for copy in (cls.anna, cls.bob):
+            shutil.rmtree(copy.folder)
+        with zipfile.ZipFile(PACKAGE / f"Quillon-{cls.version}.zip") as pack:
+            pack.extractall(cls.bob.prefix.drive_c)
+        cls.anna.folder = cls._path(FOLDER)
+        shutil.copy(cls.setup_program, cls.anna.prefix.drive_c + "/setup.exe")
+
+    @classmethod
+    def _path(cls, name):
+        return cls.anna.prefix.drive_c + name[2:].replace("\\", "/")
+
+    def _run(self, *arguments):
+        return self.anna.prefix.run("C:\\setup.exe", "/S", *arguments).returncode
+
+    def _value(self, key, name):
+        told = self.anna.prefix.run("reg", "query", WINDOWS + key, "/v", name, stdout=subprocess.PIPE,
+                                    encoding="latin-1").stdout
+        return told.split("REG_SZ")[1].strip() if "REG_SZ" in told else None
+
+    def _uninstall(self, *arguments):
+        # The uninstaller goes on as a copy of itself, for it could not delete itself otherwise.
+        self.anna.prefix.run(FOLDER + "\\Uninstall.exe", "/S", *arguments)
+        probe.wait(lambda: not os.path.exists(self.anna.folder + "/Uninstall.exe"), 30)
+        probe.wait(lambda: self._value("Uninstall\\Quillon", "DisplayName") is None)
+
+    def test_1_installs_silently_for_the_user(self):
+        self.assertEqual(self._run("/LOGON"), 0)
+        self.assertEqual(self.anna.read("User.ini"), SETTINGS)
+        self.assertEqual(self._value("Run", "Quillon"), FOLDER + "\\Quillon")
+        self.assertEqual(self._value("Uninstall\\Quillon", "DisplayVersion"), self.version)
+        self.assertEqual(self._value("Uninstall\\Quillon", "InstallLocation"), FOLDER)
+        link = "C:\\users\\anna\\AppData\\Roaming\\Microsoft\\Windows\\Start Menu\\Programs\\Quillon.lnk"
+        self.assertTrue(os.path.exists(self._path(link)))
+
+    def test_2_what_was_installed_and_what_was_unpacked_talk(self):
+        for copy in (self.anna, self.bob):
+            copy.start()
+        self.wire.wait_for(f"anna|M/anna {GERMAN_GREETING}", 60)
+        self.wire.wait_for(f"bob|M/bob {GREETING}", 60)
+        probe.wait(lambda: "bob" in self.anna.names())
+        self.anna.send_alert("bob", "Neu hier")
+        self.assertEqual(self.bob.popup_at_rest()[1], ["Neu hier\r\n"])
+        self.anna.probe.command(self.anna.probe.wait_for("frmMain"), ABOUT)
+        about = self.anna.probe.wait_for("frmAbout")
+        self.assertIn("Version " + self.version, [child.text for child in self.anna.probe.children(about, "Static")])
+
+    def test_3_an_update_ends_the_running_copy_in_order_and_starts_it_again(self):
+        self.anna.write("mine.wav", "a sound")
+        self.anna.write("chime.wav", "another one")
+        with open(self.anna.folder + "/Quillon.exe", "ab") as program:
+            program.write(b"an older version")
+        start, log = self.wire.mark(), self.anna.log()
+        self.assertEqual(self._run(), 0)
+        self.anna.process.wait(5)
+        self.wire.wait_for("anna|L/", start=start)
+        probe.wait(lambda: "anna" not in self.bob.names())
+        self.wire.wait_for(f"anna|M/anna {GERMAN_GREETING}", 60, start)
+        probe.wait(lambda: "anna" in self.bob.names())
+        self.assertEqual((self.anna.read("mine.wav"), self.anna.read("chime.wav")), ("a sound", "another one"))
+        self.assertEqual(self.anna.read("Quillon.exe"), self.bob.read("Quillon.exe"))
+        self.assertIn('"anna",0,4,"(B)",1', self.anna.read("User.ini"))
+        self.assertEqual(self.anna.log()[:len(log)], log)
+
+    def test_4_refuses_what_cannot_work(self):
+        os.mkdir(self._path("C:\\locked"))
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "ro", "tmpfs", self._path("C:\\locked")], check=True)
+        self.assertEqual(self._run("/D=C:\\locked\\Quillon"), FOLDER_REFUSED)
+        whole = self.setup_program.read_bytes()
+        pathlib.Path(self._path("C:\\torn.exe")).write_bytes(whole[:len(whole) * 2 // 3])
+        torn = self.anna.prefix.start("C:\\torn.exe")
+        box, text = self.anna.wait_for_box()
+        self.assertIn("integrity check has failed", text)
+        self.anna.probe.answer(box)
+        self.assertNotEqual(torn.wait(10), 0)
+
+    def test_5_uninstalling_keeps_what_is_the_users(self):
+        start = self.wire.mark()
+        self._uninstall()
+        self.wire.wait_for("anna|L/", start=start)
+        self.assertEqual(sorted(os.listdir(self.anna.folder)), ["Log.txt", "User.ini", "chime.wav", "mine.wav"])
+        self.assertIsNone(self._value("Run", "Quillon"))
+        self.assertEqual(self._run(), 0)
+        self._uninstall("/DATA")
+        probe.wait(lambda: not os.path.exists(self.anna.folder))
