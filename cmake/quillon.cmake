@@ -20,7 +20,6 @@ if(WIN32)
                                                        _WIN32_IE=0x0700)
   target_compile_options(quillon_options INTERFACE -ffunction-sections -fdata-sections)
   # The same sources give the same bytes, whenever and in whatever folder they are built.
-  target_compile_options(quillon_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
   target_link_options(quillon_options INTERFACE -static -Wl,--gc-sections -Wl,--no-insert-timestamp)
 endif()
 if(QUILLON_SANITIZE)

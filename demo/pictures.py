@@ -67,6 +67,9 @@ class Camera:
     def resize(self, title, width, height):
         self._screen.xdotool("windowsize", "--sync", self._window(title), str(width), str(height))
 
+    def move(self, title, left, top):
+        self._screen.xdotool("windowmove", self._window(title), str(left), str(top))
+
 
 class Scene:
     """A copy of Anna's among partners; every method is one picture or a few."""
@@ -89,6 +92,7 @@ class Scene:
         self.composer()
         self.popup()
         self.chat()
+        self.at_work()
         self.save_dialog()
         self.about()
 
@@ -165,6 +169,18 @@ class Scene:
         self.anna.say(chat, "Who has seen the stapler?")
         probe.wait(lambda: all(f"{name}:" in self.anna.said(chat) for name in ("Berta", "Carl")))
         self.camera.take("chat", chat.text)
+
+    def at_work(self):
+        """Everything at once, in the corner of the screen where alerts come in. The chat is still open."""
+        width, height = self._px(620), self._px(420)
+        left, top = 1024 - width, 768 - height
+        self.camera.move(self.probe.wait_for("frmMain").text, left + self._px(16), top + self._px(16))
+        self.camera.move(self.probe.wait_for("frmChat").text, left + self._px(210), top + self._px(16))
+        self.rig.wire.send("Dora|P/\xdfThe printer on the second floor works again.|Anna")
+        popup, _ = self.anna.popup_at_rest()
+        time.sleep(4)  # it flashes at first
+        self.camera.take_area("at-work", left, top, width, height)
+        self.probe.close(popup)
 
     def save_dialog(self):
         chat = self.probe.wait_for("frmChat")

@@ -1,13 +1,15 @@
 """The demonstration: the user's copy and two scripted partners on a private segment. See script/run.
 
 With a display the windows open there and the demonstration lasts until the program is closed. Without one it plays a
-little scene, prints the packets with their times and saves pictures of the windows.
+little scene, prints the packets of each step and saves pictures of the windows.
 """
 
+import ctypes
 import os
 import pathlib
 import subprocess
 import sys
+import textwrap
 import threading
 import time
 
@@ -18,7 +20,8 @@ from rig import copies, network, private_machine, probe, screen, wine, wire  # n
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PICTURES = f"{_ROOT}/build/demo"
-_PARTNERS = (("Berta", 0x208020, ()), ("Carl", 0xC04000, ("--public",)))  # names, colours, manners
+_PARTNERS = {"Berta": 0x208020, "Carl": 0xC04000}  # with their colours
+_SHOW_MAIN = 1008  # of the menu of the icon
 
 
 class _UsersScreen:
@@ -31,10 +34,13 @@ def _user():
     return os.environ.get("USER") or "you"
 
 
-def _start_partners():
-    for name, colour, manners in _PARTNERS:
-        subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(colour), "--chat", *manners),
-                         stdout=subprocess.DEVNULL)
+def _say(text):
+    print(textwrap.fill(text, 100), flush=True)
+
+
+def _start_partner(name, *manners):
+    subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(_PARTNERS[name]), "--chat", *manners),
+                     stdout=subprocess.DEVNULL)
 
 
 def _print_packets(ear):
@@ -46,20 +52,63 @@ def _print_packets(ear):
         while True:
             for packet in ear.packets(start=printed):
                 text = packet.text.replace("\r\n", " / ")
-                print(f"{packet.time - begin:8.3f} s  {packet.source:<10}  {text}", flush=True)
+                print(f"  {packet.time - begin:8.3f} s  {packet.source:<10}  {text}", flush=True)
                 printed += 1
             time.sleep(0.05)
 
     threading.Thread(target=print_news, daemon=True).start()
 
 
-def _show():
+def _has_notification_area():
+    """Whether some program shows the icons of others on the user's display."""
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
+    display = ctypes.c_void_p(x11.XOpenDisplay(None))
+    area = x11.XInternAtom(display, f"_NET_SYSTEM_TRAY_S{x11.XDefaultScreen(display)}".encode(), False)
+    return x11.XGetSelectionOwner(display, ctypes.c_ulong(area)) != 0
+
+
+def _show(prints_packets):
     """On the user's display, until the program ends."""
     network.set_up()
-    system = wine.WineSystem()
-    _print_packets(wire.Wire())
-    _start_partners()
-    return _users_copy(system, network.Segment()).start().process.wait()
+    ear = wire.Wire()
+    if prints_packets:
+        _print_packets(ear)
+    _say("Quillon starts on a private network that nobody else is on. For ten seconds it listens who is there; the small "
+         "window at the corner of the screen says so.")
+    copy = _users_copy(wine.WineSystem(), network.Segment())
+    _start_partner("Carl", "--public")
+    try:
+        copy.start()
+        if _joined(copy, ear):
+            _explain(copy)
+        copy.process.wait()
+    except KeyboardInterrupt:
+        print()  # behind the terminal's ^C
+    _say("Quillon has ended, and the private network, Berta and Carl with it.")
+
+
+def _joined(copy, ear):
+    """Waits for the greeting of the user's copy; whether it came before the copy ended."""
+    def greeted():
+        return any(text.startswith(f"{_user()}|M/{_user()} ") for text in ear.texts(_user()))
+
+    while copy.runs() and not greeted():
+        time.sleep(0.1)
+    return copy.runs()
+
+
+def _explain(copy):
+    copy.probe.command(copy.probe.wait_for("frmMain", visible=False), _SHOW_MAIN)
+    # Berta's alert shall not come in before the user has seen his own window.
+    _start_partner("Berta", "--alert-after", "6", "Welcome to Quillon! The arrow in this window lets you answer.", _user())
+    icon = ("is now the icon in the notification area" if _has_notification_area() else
+            "would now be an icon in the notification area, but this display has none")
+    _say(f"Quillon has joined. It {icon}; its window has been opened for you. Berta and Carl are on the list, and Berta is about to send you an alert.")
+    _say("Try it: click Berta and then Alert, write something, click Send: Berta answers. Click (All) and then Chat, write a "
+         "line, press Enter: both answer.")
+    _say("Close in the menu Quillon, the X of the window, or Ctrl+C here ends it all.")
 
 
 def _users_copy(system, host):
@@ -67,57 +116,94 @@ def _users_copy(system, host):
     return copies.Copy(system, _user(), host, _UsersScreen(), environment={"XAUTHORITY": authority})
 
 
-def _play():
-    """Without a display: the scene, its packets and its pictures."""
-    rig = copies.Rig()
-    _print_packets(rig.wire)
-    copy = rig.copy(_user(), network.Host())
-    copy.write_settings(colour=0x800000)
-    copy.start()
-    time.sleep(2)
-    rig.screen.save(f"{_PICTURES}/1-splash.png")
-    _start_partners()
-    rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network", 30)
-    probe.wait(lambda: {"Berta", "Carl"} <= copy.names())
-    copy.show_main()
-    composer = copy.open_composer("Berta")
-    copy.type_alert(composer, "Shall we have lunch at noon?")
-    rig.screen.save(f"{_PICTURES}/2-main-window-and-composer.png")
-    copy.probe.click_tool(composer, copies.SEND_TOOL)
-    copy.popup_at_rest()
-    rig.screen.save(f"{_PICTURES}/3-answer.png")
-    _chat(copy, "(All)", "Who has seen the stapler?", ("Berta", "Carl"))
-    rig.screen.save(f"{_PICTURES}/4-chat-with-all.png")
-    with_all = copy.probe.wait_for("frmChat")
-    copy.probe.post(with_all, probe.WM_CLOSE)
-    copy.probe.wait_gone(with_all)
-    _chat(copy, "Berta", "Just between us: I have it", ("Berta",))
-    rig.screen.save(f"{_PICTURES}/5-private-chat.png")
-    copy.close()
-    time.sleep(0.3)
-    print(f"Pictures of the windows: {_PICTURES}")
+class _Scene:
+    """Without a display: what happens, its packets and its pictures."""
+
+    def __init__(self):
+        self._rig = copies.Rig()
+        _print_packets(self._rig.wire)
+        self._copy = self._rig.copy(_user(), network.Host())
+        self._copy.write_settings(colour=0x800000)
+
+    def _happens(self, text):
+        time.sleep(0.5)  # the packets of what was before are printed
+        print()
+        _say(text)
+
+    def _picture(self, name):
+        self._rig.screen.save(f"{_PICTURES}/{name}.png")
+
+    def play(self):
+        self._join()
+        self._alert()
+        self._chats()
+        self._happens("Quillon ends, and leaves the network.")
+        self._copy.close()
+        time.sleep(0.5)
+        print()
+        _say(f"That was all. Pictures of the windows: {_PICTURES}")
+
+    def _join(self):
+        copy = self._copy
+        self._happens(f"Quillon starts on a private network. As _{_user()}, whom nobody lists, it listens for ten seconds; Berta "
+                      f"and Carl join, and all answer each other. Then it joins anew as {_user()}.")
+        copy.start()
+        time.sleep(2)
+        self._picture("1-splash")
+        _start_partner("Berta")
+        _start_partner("Carl", "--public")
+        self._rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network", 60)
+        probe.wait(lambda: {"Berta", "Carl"} <= copy.names())
+        copy.show_main()
+
+    def _alert(self):
+        copy = self._copy
+        self._happens("An alert to Berta, and her answer slides in.")
+        composer = copy.open_composer("Berta")
+        copy.type_alert(composer, "Shall we have lunch at noon?")
+        self._picture("2-main-window-and-composer")
+        copy.probe.click_tool(composer, copies.SEND_TOOL)
+        copy.popup_at_rest()
+        self._picture("3-answer")
+
+    def _chats(self):
+        copy = self._copy
+        self._happens(f"A question to everybody in a chat. Berta answers {_user()} alone, Carl answers everybody.")
+        self._chat("(All)", "Who has seen the stapler?", ("Berta", "Carl"))
+        self._picture("4-chat-with-all")
+        copy.probe.close(copy.probe.wait_for("frmChat"))
+        self._happens("A chat with Berta alone: the packets name her at their end.")
+        self._chat("Berta", "Just between us: I have it", ("Berta",))
+        self._picture("5-private-chat")
+
+    def _chat(self, participant, line, partners):
+        """Opens a conversation, says a line and waits until these partners have answered it."""
+        chat = self._copy.open_chat(participant)
+        self._copy.say(chat, line)
+        probe.wait(lambda: all(f"{name}:" in self._copy.said(chat) for name in partners))
 
 
-def _chat(copy, participant, line, partners):
-    """Opens a conversation, says a line and waits until these partners have answered it."""
-    chat = copy.open_chat(participant)
-    copy.say(chat, line)
-    probe.wait(lambda: all(f"{name}:" in copy.said(chat) for name in partners))
-
-
-def _join():
+def _join_lan():
     """The user's own copy on the real network, on the user's display."""
-    system = wine.WineSystem()
-    return _users_copy(system, network.Segment()).start().process.wait()
+    copy = _users_copy(wine.WineSystem(), network.Segment()).start()
+    _say("Quillon joins your real network. Ctrl+C here ends it.")
+    try:
+        copy.process.wait()
+    except KeyboardInterrupt:
+        print()
+        copy.close()  # in order, so that the others learn of it
+    _say("Quillon has ended.")
 
 
 def main(arguments):
     on_display = _UsersScreen.name.startswith((":", "unix:"))
-    if arguments == ["--lan"]:
+    if "--lan" in arguments:
         if not on_display:
             sys.exit("script/run --lan: no display")
-        return private_machine.run(_join, private_network=False)
-    return private_machine.run(_show if on_display else _play)
+        return private_machine.run(_join_lan, private_network=False)
+    if on_display:
+        return private_machine.run(lambda: _show("--packets" in arguments))
+    return private_machine.run(lambda: _Scene().play())
 
 
 if __name__ == "__main__":

@@ -20,7 +20,7 @@ _CLONE_NEWPID = 0x20000000
 _CLONE_NEWNET = 0x40000000
 _PR_SET_PDEATHSIG = 1
 
-_FATAL_SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+_FATAL_SIGNALS = (signal.SIGTERM, signal.SIGHUP)
 
 
 class Refused(Exception):
@@ -41,6 +41,7 @@ def run(work, private_network=True):
     """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible.
 
     Without a private network only what the user himself asked for may run: his own copy on his own network.
+    Ctrl+C reaches work() as a KeyboardInterrupt, so that it can end in order; a second one ends everything at once.
     """
     _unshare(_CLONE_NEWNS | _CLONE_NEWPID | _CLONE_NEWIPC | (_CLONE_NEWNET if private_network else 0))
     first = os.fork()
@@ -49,11 +50,18 @@ def run(work, private_network=True):
     # Ending the first process ends all of them, so nothing has to be put away one by one.
     for number in _FATAL_SIGNALS:
         signal.signal(number, lambda _number, _frame: os.kill(first, signal.SIGKILL))
+    signal.signal(signal.SIGINT, lambda _number, _frame: _interrupt(first))
     return os.waitstatus_to_exitcode(os.waitpid(first, 0)[1])
+
+
+def _interrupt(first):
+    signal.signal(signal.SIGINT, lambda _number, _frame: os.kill(first, signal.SIGKILL))
+    os.kill(first, signal.SIGINT)
 
 
 def _be_first_process(work):
     """Process 1: starts the worker, buries orphans as every process 1 must, and leaves with the worker's status."""
+    os.setsid()  # or a terminal would send its Ctrl+C to every single process in here
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
     mount("--make-rprivate", "/")
     mount("-t", "proc", "proc", "/proc")
@@ -66,6 +74,7 @@ def _be_first_process(work):
             sys.stdout.flush()
             sys.stderr.flush()
             os._exit(status)
+    signal.signal(signal.SIGINT, lambda _number, _frame: os.kill(worker, signal.SIGINT))
     while True:
         ended, status = os.wait()
         if ended == worker:
@@ -75,6 +84,8 @@ def _be_first_process(work):
 def _work(work):
     try:
         return work() or 0
+    except KeyboardInterrupt:
+        return 128 + signal.SIGINT
     except SystemExit as leaving:
         return leaving.code if isinstance(leaving.code, int) else 1
     except BaseException:
