@@ -172,10 +172,10 @@ class Scene:
 
     def at_work(self):
         """Everything at once, in the corner of the screen where alerts come in. The chat is still open."""
-        width, height = self._px(620), self._px(420)
+        width, height = self._px(620), self._px(470)
         left, top = 1024 - width, 768 - height
-        self.camera.move(self.probe.wait_for("frmMain").text, left + self._px(16), top + self._px(16))
-        self.camera.move(self.probe.wait_for("frmChat").text, left + self._px(210), top + self._px(16))
+        for window, beside in (("frmMain", 20), ("frmChat", 220)):  # the frame is above
+            self.camera.move(self.probe.wait_for(window).text, left + self._px(beside), top + self._px(40))
         self.rig.wire.send("Dora|P/\xdfThe printer on the second floor works again.|Anna")
         popup, _ = self.anna.popup_at_rest()
         time.sleep(4)  # it flashes at first
