@@ -80,7 +80,7 @@ class Crowd:
 
     def measure(self):
         size = len(self._desks)
-        self._watch(f"{size} desks start within a minute", self._start_all, 5000 * _WITHIN)
+        self._watch(f"{size} desks start within a minute", self._start_all, 700 * size)
         self._wine[-1].close()
         self._watch(f"one desk starts, {size - 1} run", self._wine[-1].start, 35 * size)
         self._wine[-1].kill()

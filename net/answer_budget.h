@@ -26,7 +26,7 @@ struct AnswerLimits {
 
   // Among more, all copies together answer so many at once: 255 packets, since the smallest receive buffer in use,
   // 64 kB, holds 256. With 16 for each copy among up to forty, and one second's worth beyond, a start among twenty
-  // would take 72 packets for each copy, not 34, and among two hundred old machines would lose 160 of the answers.
+  // would take 72 packets for each copy, not 37, and among two hundred old machines would lose 160 of the answers.
   std::size_t maxAtOnceOfAll = 85;
 
   // Refills one of them; among many it takes as long as the longest delay below.
