@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "core/runtime_error.h"
 #include "ui/toolkit/paint_colour.h"
@@ -19,7 +20,7 @@ using toolkit::operator""_dp;
 
 // What the box takes for a part of the conversation, milliseconds. A step at a time leaves room for input; what the
 // user waits for may take longer. All that it holds is laid out anew whenever its width changes.
-constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 250;
+constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 100;
 
 // The newest lines are shown even if they take longer, up to a limit.
 constexpr std::size_t kLeastParagraphs = 2000;
@@ -33,6 +34,10 @@ constexpr std::size_t kMaxMemory = 400u << 20;
 
 // The weight of what is put in without asking for its cost.
 constexpr std::size_t kSmall = 300;
+
+// In a moment so many lines are shown as they come, the others together: one by one they take more than twice as long.
+constexpr int kMaxOneByOne = 5;
+constexpr ULONGLONG kMoment = 50;  // milliseconds
 
 // By how much a box may hold too much before something is taken out of it.
 constexpr double kTolerance = 1.1;
@@ -158,8 +163,17 @@ void ChatText::Append(std::string_view prefix, std::string_view sender, std::str
   if (!following_) return ShowEnd();
   const std::size_t weight = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_));
   const bool quick = weight <= kSmall || weight <= cost_.Portion(kAtOnce);
-  if (behind || !quick) return Wake();
+  if (InCrowd() || behind || !quick) return Wake();
   AddNew(EndOf(said_));
+}
+
+bool ChatText::InCrowd() {
+  const ULONGLONG now = ::GetTickCount64();
+  if (now - momentBegan_ >= kMoment) {
+    momentBegan_ = now;
+    inMoment_ = 0;
+  }
+  return ++inMoment_ > kMaxOneByOne;
 }
 
 void ChatText::Clear() {
@@ -172,7 +186,10 @@ void ChatText::WriteRichText(const Sink& sink) const {
   WriteMarkup(said_, BeginOf(said_), EndOf(said_), Style(kMaxIndentOnPaper, false), sink);
 }
 
-void ChatText::Wake() const { ::SetTimer(parent_, kWorkTimer, kWorkTime, nullptr); }
+// A timer that is set anew waits anew, and would never fire while lines come in quickly.
+void ChatText::Wake() {
+  if (!std::exchange(awake_, true)) ::SetTimer(parent_, kWorkTimer, kWorkTime, nullptr);
+}
 
 void ChatText::Used() {
   if (EarlierLeft() || LaterLeft()) Wake();
@@ -181,7 +198,7 @@ void ChatText::Used() {
 void ChatText::Work(UINT_PTR timer) {
   if (timer == kIndentTimer)
     SetIndents();
-  else if (!Step())
+  else if (!Step() && std::exchange(awake_, false))
     ::KillTimer(parent_, kWorkTimer);
 }
 
@@ -286,10 +303,22 @@ void ChatText::Rebuild(Position from, Position to) {
 
 void ChatText::AddLater(Position from, Position to) { shown_.AddLater(Insert(from, to, Characters())); }
 
+// The paragraph behind what is put in takes the indents of the last one that is.
 LONG ChatText::AddEarlier(Position from) {
+  const Paragraph behind = ParagraphAt(said_, shown_.First());
   const ShownPart part = Insert(from, shown_.First(), 0);
+  const auto characters = static_cast<LONG>(part.characters);
+  box_.Select({characters, characters});
+  const auto [start, offset] = IndentsOf(behind);
+  box_.SetIndents(start, offset);
   shown_.AddEarlier(part);
-  return static_cast<LONG>(part.characters);
+  return characters;
+}
+
+// Where its first row begins, and how much further to the right the others do; twips.
+std::pair<LONG, LONG> ChatText::IndentsOf(const Paragraph& paragraph) const {
+  const LONG indent = std::min(paragraph.line.indent, MaxIndent()).value;
+  return paragraph.first ? std::pair{0L, indent} : std::pair{indent, 0L};
 }
 
 ShownPart ChatText::Insert(Position from, Position to, LONG at) {
@@ -320,10 +349,9 @@ ShownPart ChatText::Insert(Position from, Position to, LONG at) {
 void ChatText::InsertByParagraphs(Position from, Position to) const {
   while (from < to) {
     const Paragraph paragraph = ParagraphAt(said_, from);
-    const LONG indent = std::min(paragraph.line.indent, MaxIndent()).value;
+    const auto [start, offset] = IndentsOf(paragraph);
     const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
-    box_.InsertParagraph(head + Shown(paragraph.text), TextColour(paragraph.line.colour), paragraph.first ? 0 : indent,
-                         paragraph.first ? indent : 0);
+    box_.InsertParagraph(head + Shown(paragraph.text), TextColour(paragraph.line.colour), start, offset);
     from = paragraph.next;
   }
 }

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ui/conversation/box_cost.h"
 #include "ui/conversation/chat_export.h"
@@ -76,6 +77,7 @@ class ChatText {
   void Rebuild(Position from, Position to);
   void AddLater(Position from, Position to);
   LONG AddEarlier(Position from);
+  std::pair<LONG, LONG> IndentsOf(const Paragraph& paragraph) const;
   LONG TrimFirst(std::size_t most);
   void TrimLast(std::size_t character);
   ShownPart Insert(Position from, Position to, LONG at);
@@ -88,7 +90,8 @@ class ChatText {
   bool TooMuch(double tolerance, const ShownPart& without = {}) const;
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
-  void Wake() const;
+  bool InCrowd();
+  void Wake();
 
   // All boxes are of one kind, and share the memory.
   static inline BoxCost cost_;
@@ -99,8 +102,11 @@ class ChatText {
   RichBox box_;
   toolkit::Area area_{};
   ShownParts shown_;
-  bool following_ = true;  // the newest line is shown, or about to be
-  bool filling_ = false;   // more is put in before what is shown until the box holds what it can carry
+  ULONGLONG momentBegan_ = 0;  // as GetTickCount64 counts
+  int inMoment_ = 0;           // lines
+  bool following_ = true;      // the newest line is shown, or about to be
+  bool awake_ = false;         // the timer of Work is set
+  bool filling_ = false;       // more is put in before what is shown until the box holds what it can carry
 };
 
 }  // namespace conversation

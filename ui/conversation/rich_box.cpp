@@ -159,6 +159,13 @@ void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> c
   else
     format.dwEffects = CFE_AUTOCOLOR;
   Send(EM_SETCHARFORMAT, SCF_SELECTION, &format);
+  SetIndents(start, offset);
+  const std::size_t plain = text.starts_with(kMarkupBegin) ? 1 : 0;
+  if (plain) InsertPlain(text.substr(0, plain));
+  InsertPlain(text.substr(plain) + kLineEnd);
+}
+
+void RichBox::SetIndents(LONG start, LONG offset) const {
   PARAFORMAT indents{};
   indents.cbSize = sizeof indents;
   indents.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
@@ -167,9 +174,6 @@ void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> c
   indents.cTabCount = 1;
   indents.rgxTabs[0] = start + offset;
   Send(EM_SETPARAFORMAT, 0, &indents);
-  const std::size_t plain = text.starts_with(kMarkupBegin) ? 1 : 0;
-  if (plain) InsertPlain(text.substr(0, plain));
-  InsertPlain(text.substr(plain) + kLineEnd);
 }
 
 void RichBox::InsertPlain(const std::string& text) const { Send(EM_REPLACESEL, FALSE, text.c_str()); }

@@ -41,9 +41,12 @@ class RichBox {
   void Select(CHARRANGE range) const;
   CHARRANGE Selection() const;
 
+  // Of the paragraph with the caret, twips: where the first row begins, and how much further to the right the others
+  // and what stands behind a tab do.
+  void SetIndents(LONG start, LONG offset) const;
+
   // At the caret, which is at the beginning of a paragraph; a paragraph without its end, and short, because a box may
-  // take a time for it that grows with the square of its length. No colour stands for the system's. The indents are
-  // twips: where the first row begins, and how much further to the right the others and what stands behind a tab do.
+  // take a time for it that grows with the square of its length. No colour stands for the system's.
   void InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const;
 
   // At the caret, the markup of whole paragraphs.
