@@ -84,7 +84,9 @@ class Tools(unittest.TestCase):
         code, output, _ = self._cli("check")
         self.assertEqual(code, 0, output)
         self.assertIn(f"eth0: {self.office.address}  <- broadcasts leave here", output)
-        code, output, _ = self._cli("check", host=network.Host(joined=False))
+        self.office.unplug()
+        code, output, _ = self._cli("check")
+        self.office.plug()
         self.assertEqual(code, 1)
         self.assertIn("no interface takes a broadcast", output)
 
