@@ -26,3 +26,6 @@ Quietly() {
 AsRoot() {
   if ((EUID == 0)); then "$@"; else sudo -n "$@"; fi
 }
+
+# An unprivileged container, say, does not.
+AllowsPrivateNamespaces() { unshare --mount --net --pid --fork true 2>/dev/null; }
