@@ -37,24 +37,46 @@ def set_up():
     _configure(_BRIDGE, ADDRESS)
 
 
+class OtherSegment:
+    """A further segment, which nothing of the first one reaches. This namespace has no end of it."""
+
+    _count = 0
+
+    def __init__(self):
+        OtherSegment._count += 1
+        self.number = OtherSegment._count
+        self.bridge = f"{_BRIDGE}{self.number}"
+        _ip("link", "add", self.bridge, "type", "bridge")
+        _ip("link", "set", self.bridge, "up")
+
+
 class Host:
     """A further host, with a network namespace of its own. Its process only keeps that namespace alive."""
 
     _count = 1
 
-    def __init__(self):
+    def __init__(self, other=None):
+        """Joined to the segment, or to another one."""
         Host._count += 1
-        self.address = f"10.99.0.{Host._count}"
+        self._name = f"host{Host._count}"
+        self.address = f"10.99.{other.number if other else 0}.{Host._count}"
         keeper = subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep infinity"], stdout=subprocess.PIPE)
         keeper.stdout.readline()  # it is in its namespace
         self._keeper = keeper.pid
         _ip("link", "set", "lo", "up", on=self.command())
-        self._join(f"host{Host._count}")
-
-    def _join(self, name):
-        _ip("link", "add", name, "type", "veth", "peer", "name", "eth0", "netns", str(self._keeper))
-        _ip("link", "set", name, "master", _BRIDGE, "up")
+        self._join("eth0", other.bridge if other else _BRIDGE)
         _configure("eth0", self.address, on=self.command())
+
+    def _join(self, device, bridge):
+        end = f"{self._name}-{device}"
+        _ip("link", "add", end, "type", "veth", "peer", "name", device, "netns", str(self._keeper))
+        _ip("link", "set", end, "master", bridge, "up")
+
+    def join_segment_too(self):
+        """Gives a host of another segment a second interface, which no limited broadcast leaves by."""
+        self._join("eth1", _BRIDGE)
+        _ip("addr", "add", f"10.99.0.{self.address.split('.')[3]}/24", "dev", "eth1", on=self.command())
+        _ip("link", "set", "eth1", "up", on=self.command())
 
     def unplug(self):
         """Pulls the cable; the default route goes with it."""

@@ -1,12 +1,12 @@
 # The Debian packages that each part of the work needs, and their installation. Sourced by script/bootstrap.
 
 nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
-  googletest libgtest-dev libgmock-dev libbenchmark-dev python3 libcli11-dev nlohmann-json3-dev)
+  googletest libgtest-dev libgmock-dev libbenchmark-dev python3 libcli11-dev nlohmann-json3-dev libmosquitto-dev)
 # GoogleTest comes as source too, to be built for Windows by its users; so do the headers of the command line.
 windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest
   libcli11-dev nlohmann-json3-dev)
 rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick
-  unrtf tshark)
+  unrtf tshark mosquitto mosquitto-clients)
 packagePackages=(nsis openssl osslsigncode python3)
 
 # The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.

@@ -4,6 +4,7 @@ import csv
 import json
 import os
 import subprocess
+import tempfile
 import time
 import unittest
 
@@ -14,7 +15,6 @@ ROOT = copies.PICTURES.removesuffix("/build/pictures")
 CLI = ROOT + "/build/native/tools/cli/quillon-cli"
 PARTNER = ROOT + "/build/native/demo/partner"
 DISSECTOR = ROOT + "/tools/wireshark/quillon.lua"
-CAPTURE = "/tmp/segment.pcap"  # of the private machine
 FIELDS = ["quillon.sender", "quillon.message", "quillon.text", "quillon.recipient", "quillon.colour", "quillon.status"]
 
 
@@ -23,9 +23,13 @@ class Tools(unittest.TestCase):
     def setUpClass(cls):
         cls.rig = copies.Rig()
         cls.wire = cls.rig.wire
-        cls.capture = subprocess.Popen(["tshark", "-q", "-i", "segment", "-f", "udp port 1414", "-w", CAPTURE],
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.captured = folder.name + "/segment.pcap"
+        cls.capture = subprocess.Popen(["tshark", "-q", "-i", "segment", "-f", "udp port 1414", "-w", cls.captured],
                                        stderr=subprocess.DEVNULL)
-        probe.wait(lambda: os.path.exists(CAPTURE) and os.path.getsize(CAPTURE), complaint="nothing is captured")
+        probe.wait(lambda: os.path.exists(cls.captured) and os.path.getsize(cls.captured) > 0,
+                   complaint="nothing is captured")
         cls.office = network.Host()
         cls.anna = cls.rig.copy("anna", network.Host())
         cls.anna.write_settings("Anna", colour=255)
@@ -104,7 +108,7 @@ class Tools(unittest.TestCase):
             self.assertIn(event, told)
         self.capture.terminate()
         self.capture.wait()
-        output = subprocess.run(["tshark", "-r", CAPTURE, "-X", "lua_script:" + DISSECTOR, "-T", "fields", "-E",
+        output = subprocess.run(["tshark", "-r", self.captured, "-X", "lua_script:" + DISSECTOR, "-T", "fields", "-E",
                                  "separator=,", "-E", "quote=d", *(word for field in (*FIELDS, "quillon.malformed")
                                                                    for word in ("-e", field))],
                                 capture_output=True, text=True, check=True).stdout
