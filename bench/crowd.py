@@ -1,8 +1,8 @@
 """Confirms the simulated segments with real copies: copies of the program under Wine beside native ones made of its net
-code, a hundred desks in all, on a private network. Prints a table: what, limit, measured. Exit status 1 when a limit
+code, ninety desks in all, on a private network. Prints a table: what, limit, measured. Exit status 1 when a limit
 is passed.
 
-usage: crowd.py [WINE [NATIVE]]    numbers of copies (20, 80)
+usage: crowd.py [WINE [NATIVE]]    numbers of copies (10, 80)
 """
 
 import collections
@@ -113,7 +113,7 @@ class Crowd:
                         set(known) == {size})
 
 
-def main(wine_desks=20, native_desks=80):
+def main(wine_desks=10, native_desks=80):
     random.seed(1)
     table = Table()
     with tempfile.TemporaryDirectory() as folder:
