@@ -41,16 +41,16 @@ class Setup(unittest.TestCase):
         return cls.anna.prefix.drive_c + name[2:].replace("\\", "/")
 
     def _run(self, *arguments):
-        return self.anna.prefix.run("C:\\setup.exe", "/S", *arguments).returncode
+        return self.anna.prefix.start("C:\\setup.exe", "/S", *arguments).wait()
 
     def _value(self, key, name):
-        told = self.anna.prefix.run("reg", "query", WINDOWS + key, "/v", name, stdout=subprocess.PIPE,
-                                    encoding="latin-1").stdout
+        query = self.anna.prefix.start("reg", "query", WINDOWS + key, "/v", name, stdout=subprocess.PIPE, encoding="latin-1")
+        told = query.communicate()[0]
         return told.split("REG_SZ")[1].strip() if "REG_SZ" in told else None
 
     def _uninstall(self, *arguments):
         # The uninstaller goes on as a copy of itself, for it could not delete itself otherwise.
-        self.anna.prefix.run(FOLDER + "\\Uninstall.exe", "/S", *arguments)
+        self.anna.prefix.start(FOLDER + "\\Uninstall.exe", "/S", *arguments).wait()
         probe.wait(lambda: not os.path.exists(self.anna.folder + "/Uninstall.exe"), 30)
         probe.wait(lambda: self._value("Uninstall\\Quillon", "DisplayName") is None)
 
