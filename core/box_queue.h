@@ -1,5 +1,4 @@
-// The boxes that wait for the user, because a packet or a failing log caused them, and what of a box the screen can
-// show.
+// The queue of message boxes that packets or a failing log cause, and the truncation of texts too large for the screen.
 #pragma once
 
 #include <deque>
@@ -12,12 +11,11 @@ namespace core {
 
 class BoxQueue {
  public:
-  // A box behind kMaxWaitingBoxes others is dropped.
+  // Dropped when kMaxWaitingBoxes are queued already.
   void Post(Box box);
 
-  // Shows the waiting boxes in order, also those that arrive meanwhile, each when the one before it is closed. A call
-  // out of `show` does nothing: a box lets events run, and those may come back here. What `show` throws ends the
-  // showing; the rest waits for the next call.
+  // Shows the queued boxes one at a time, in order, including those posted in the meantime. A re-entrant call does
+  // nothing: an open box runs events, and those may call this again. An exception from `show` leaves the rest queued.
   void ShowAll(const std::function<void(const Box&)>& show);
 
   std::size_t Waiting() const { return waiting_.size(); }
@@ -27,12 +25,12 @@ class BoxQueue {
   bool showing_ = false;
 };
 
-// Whether the screen can show a text of this length and shape whole.
+// Whether the whole text fits on the screen.
 using Fits = std::function<bool(const std::string& text)>;
 
-// The box as it is shown, its closing sentences behind its text. A box can neither be scrolled nor moved: a text that
-// would carry the button off the screen is cut at its end and marked there, a title that is too wide likewise. Nothing
-// else is altered, and the closing sentences always stand.
+// The box to show, with the closing sentences appended to the text. A message box cannot be scrolled or resized, so a
+// text that would push the button off the screen is truncated and ends in "...", and so is a title that is too wide.
+// The closing sentences are always kept.
 Box CutToFit(const Box& box, const Fits& textFits, const Fits& titleFits);
 
 }  // namespace core

@@ -1,20 +1,19 @@
-// What every callback of Windows runs in. No exception may leave one: there are frames of the system above it that
-// cannot carry it.
+// The guard around every callback from Windows: an exception must not propagate through the system's stack frames.
 #pragma once
 
 #include "core/runtime_error.h"
 
 namespace core {
 
-// Shows number and description in a box: the last resort for a failure that nobody expected where it happened. At once,
-// but it is posted while a packet is dispatched, while a start must go on with nobody at the desk, and while another
-// such box is up (a timer may fail again and again).
+// Shows number and description in a message box: the last resort for unexpected failures. The box is posted instead
+// during a dispatch, during start-up (which must finish unattended), and while another such box is open (a timer may
+// fail repeatedly).
 void ReportUnhandled(const RuntimeError& error);
 
-// The same for the exception that is being handled. Nothing leaves it, also when there is no memory for the box.
+// The same for the current exception. Never throws, even when there is no memory for the box.
 void ReportCaught() noexcept;
 
-// Runs an event. A failure is reported and the rest of the event given up; the result is then zero.
+// Runs an event handler. An exception is reported and ends the handler; the result is then zero.
 template <class Event>
 auto Guarded(Event event) noexcept -> decltype(event()) {
   try {
@@ -25,7 +24,7 @@ auto Guarded(Event event) noexcept -> decltype(event()) {
   return decltype(event())();
 }
 
-// The same without a word, for what may fail at each of many calls: drawing, say.
+// The same without a report, for handlers that run often and may fail every time, such as drawing.
 template <class Event>
 auto GuardedSilently(Event event) noexcept -> decltype(event()) {
   try {

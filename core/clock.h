@@ -1,4 +1,4 @@
-// The time of day as the user reads it, and the millisecond clock that start-up waits by.
+// The time of day as text, and the millisecond tick count.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 
 namespace core {
 
-// Short date, one blank, long time, in the form the user's locale gives them, trimmed.
+// Short date, one blank, long time, as the user's locale formats them, trimmed.
 std::string ClockText();
 
 // The long time text of the user's locale.
@@ -15,7 +15,7 @@ std::string TimeText();
 // Milliseconds since the system started, wrapping as a signed 32-bit number.
 std::int32_t TickCount();
 
-// Milliseconds from one tick count to another, also across the wrap; a clock that went back gives a very large number.
+// Milliseconds from one tick count to another, correct across the wrap; very large when the clock went back.
 constexpr std::uint32_t TicksSince(std::int32_t then, std::int32_t now) {
   return static_cast<std::uint32_t>(now) - static_cast<std::uint32_t>(then);
 }
@@ -28,11 +28,11 @@ constexpr std::int32_t TicksAfter(std::int32_t now, std::uint32_t milliseconds) 
 // Stores the current tick count in gTicks.
 void StartTicks();
 
-// Milliseconds since `start`. Throws Err::Overflow when the difference leaves the signed 32-bit range, which happens
-// once, 24.8 days after the system started.
+// Milliseconds since `start`. Throws Err::Overflow when the difference does not fit in a signed 32-bit number, which
+// happens once, 24.8 days after the system started.
 std::int32_t ElapsedTicks(std::int32_t start);
 
-// The checked subtraction behind it.
+// The checked subtraction that ElapsedTicks uses.
 std::int32_t TicksBetween(std::int32_t start, std::int32_t now);
 
 }  // namespace core

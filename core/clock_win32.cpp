@@ -28,7 +28,7 @@ std::string LongTime(const SYSTEMTIME& when) {
 }  // namespace
 
 std::string ClockText() {
-  const SYSTEMTIME now = Now();  // asked once: midnight must not fall between the date and the time
+  const SYSTEMTIME now = Now();  // read once: midnight may pass between two calls
   return std::string(Trim(ShortDate(now) + " " + LongTime(now)));
 }
 

@@ -16,7 +16,7 @@ struct Bytes {
   int first, last;
 };
 
-// Capitals that lie together, in the order of their small letters.
+// A range of capitals and the lower-case form of the first one; the others follow in the same order.
 struct Capitals {
   int first, last, lower;
 };
@@ -27,7 +27,7 @@ struct Data {
   std::vector<Capitals> capitals;
 };
 
-// Beside A to Z, which every code page has. Of the letters of two bytes the Latin, Greek and Cyrillic ones have a case.
+// In addition to A to Z, which are in every code page. Among two-byte letters Latin, Greek and Cyrillic ones have case.
 const Data kData[] = {
     {1252,
      {},
@@ -90,7 +90,7 @@ const CodePage* gPage = nullptr;
 
 }  // namespace
 
-// Each is made once: a fuzzer changes the code page with every input.
+// Cached, because a fuzzer changes the code page with every input.
 void SetSystemCodePage(int number) {
   static std::map<int, CodePage> pages;
   if (!pages.contains(number)) pages.emplace(number, PageOf(number));

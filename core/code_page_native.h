@@ -1,14 +1,14 @@
-// The code page of native builds: data instead of a system's, so that the letters of every system can be tested here.
+// The code page of native builds: built-in data, so that tests can run with the letters of any supported system.
 #pragma once
 
 #include "core/code_page.h"
 
 namespace core {
 
-// 932, 936, 949, 950, or 1252, which it is from the start. Throws std::invalid_argument for others.
+// Selects 932, 936, 949, 950 or 1252, the default. Throws std::invalid_argument for any other.
 void SetSystemCodePage(int number);
 
-// Any other one, known from elsewhere.
+// Selects a code page that the caller provides.
 void SetSystemCodePage(CodePage page);
 
 }  // namespace core

@@ -20,16 +20,15 @@ Letter NumberOf(const std::string& letter) {
   return static_cast<Letter>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
 }
 
-// Windows turns what is no letter of the code page into a question mark or the like, which would make many names one.
+// Windows maps invalid bytes to a question mark or the like, which would make different names equal.
 bool IsLetter(const std::string& bytes) {
   wchar_t wide[2];
   return ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()), wide, 2) ==
          1;
 }
 
-// As CharLowerBuffA gives it for whole texts. Asked for each letter by itself: bytes from the network need not be
-// letters, and would move those behind them. Nor does every code page have the small form of each of its letters
-// (Roman numbers): then Windows answers with a question mark, and the letter stays as it is.
+// Queried letter by letter: an invalid byte in a text from the network would shift the letters after it. A letter whose
+// lower-case form is not in the code page (a Roman numeral) becomes a question mark in Windows; it is left unchanged.
 Letter AskLower(const std::string& letter) {
   std::string lower = letter;
   ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));

@@ -1,16 +1,16 @@
-// What code that cannot see Windows asks of the message loop.
+// The portable interface to the message loop.
 #pragma once
 
 #include <cstdint>
 
 namespace core {
 
-// Let pending window events run once: until the queue is empty, but for at most 50 ms, so that the fast timers of the
-// program cannot keep it going for ever. While a packet is dispatched only timers and painting run: input and commands
-// wait, since what they open may be modal, and all further packets would wait for its end.
+// Handles pending window events until the queue is empty, for at most 50 ms, since fast timers could keep it going
+// forever. During a dispatch only timers and painting run: input and commands may open something modal, which would
+// block all further packets.
 void RunPendingEvents();
 
-// Sleeps until an event arrives or the time (milliseconds) is over.
+// Sleeps until an event arrives, or for so many milliseconds.
 void WaitForEvent(std::int32_t milliseconds);
 
 }  // namespace core

@@ -11,14 +11,14 @@ namespace core {
 namespace {
 
 constexpr DWORD kPendingTime = 50;  // milliseconds
-constexpr int kMaxInterjected = 64;
+constexpr int kMaxNestedMessages = 64;
 
 MessageFilter gFilter = nullptr;
 
 // False for WM_QUIT.
 bool NextMessage(MSG& message) { return ::GetMessageA(&message, nullptr, 0, 0) > 0; }
 
-// The filter is the program's own code and runs outside every window procedure.
+// The filter runs outside of any window procedure, so it needs a guard of its own.
 void Handle(MSG& message) {
   if (gFilter != nullptr && Guarded([&message] { return gFilter(message); })) return;
   ::TranslateMessage(&message);
@@ -27,11 +27,11 @@ void Handle(MSG& message) {
 
 bool Take(MSG& message, UINT first, UINT last) { return ::PeekMessageA(&message, nullptr, first, last, PM_REMOVE); }
 
-void RunWhilePending(int most, bool (*next)(MSG& message)) {
+void RunWhilePending(int maxMessages, bool (*next)(MSG& message)) {
   const DWORD start = ::GetTickCount();
   MSG message;
-  for (int i = 0; i < most && next(message); ++i) {
-    // Passes every filter, and is meant for the loop that this call interrupts.
+  for (int i = 0; i < maxMessages && next(message); ++i) {
+    // PeekMessage returns WM_QUIT whatever the range; it belongs to the loop that this call interrupts.
     if (message.message == WM_QUIT) return ::PostQuitMessage(static_cast<int>(message.wParam));
     Handle(message);
     if (::GetTickCount() - start >= kPendingTime) return;
@@ -48,9 +48,9 @@ int RunMessageLoop() {
   return static_cast<int>(message.wParam);
 }
 
-void RunMessageLoopWhile(const std::function<bool()>& goOn) {
+void RunMessageLoopWhile(const std::function<bool()>& isOpen) {
   MSG message{};
-  for (ShowPostedBoxes(); goOn(); ShowPostedBoxes()) {
+  for (ShowPostedBoxes(); isOpen(); ShowPostedBoxes()) {
     if (!NextMessage(message)) return ::PostQuitMessage(static_cast<int>(message.wParam));
     Handle(message);
   }
@@ -62,16 +62,16 @@ void RunPendingEvents() {
 }
 
 void RunTimersAndPainting() {
-  RunWhilePending(kMaxInterjected,
+  RunWhilePending(kMaxNestedMessages,
                   [](MSG& message) { return Take(message, WM_TIMER, WM_TIMER) || Take(message, WM_PAINT, WM_PAINT); });
 }
 
-bool PutOff(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+bool DeferDuringDispatch(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   return gDispatching && ::InSendMessage() && ::PostMessageA(hwnd, message, wParam, lParam);
 }
 
 void WaitForEvent(std::int32_t milliseconds) {
-  // Also for input that an earlier look left in the queue, or it would lie there until the time is over.
+  // MWMO_INPUTAVAILABLE: also return for input that was seen earlier and left in the queue.
   ::MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(milliseconds), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 

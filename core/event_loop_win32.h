@@ -7,23 +7,24 @@
 
 namespace core {
 
-// Sees every message before it is translated and dispatched, in the loop as in RunPendingEvents; true when it took the
-// message. For dialog keys and accelerators. Null takes it away again.
+// Called for every message before it is translated and dispatched, for dialog keys and accelerators; returns true when
+// it has handled the message. Null removes the filter.
 using MessageFilter = bool (*)(MSG& message);
 void SetMessageFilter(MessageFilter filter);
 
 // Runs until WM_QUIT and returns its exit code. Posted boxes are shown between messages.
 int RunMessageLoop();
 
-// The same loop for a modal window: runs while `goOn` says so. A WM_QUIT ends it and is left for the loop outside.
-void RunMessageLoopWhile(const std::function<bool()>& goOn);
+// The same loop for a modal window: runs while `isOpen` returns true. WM_QUIT ends it and is reposted for the outer
+// loop.
+void RunMessageLoopWhile(const std::function<bool()>& isOpen);
 
-// Timers and painting alone, at most 64 of them and for 50 ms: what may run in the middle of anything else, since
-// nothing modal begins in it and no input is answered.
+// Handles only timers and painting, at most 64 messages and for 50 ms. Safe to call from anywhere: it opens nothing
+// modal and handles no input.
 void RunTimersAndPainting();
 
-// While a packet is dispatched, a command that another program sends waits like one that was posted. True when the
-// message has been posted for later; its receiver then leaves it alone.
-bool PutOff(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+// During a dispatch, reposts a command that another program has sent, so that it waits like a posted one. True when the
+// message was reposted; the caller then ignores it.
+bool DeferDuringDispatch(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace core

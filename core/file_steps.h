@@ -1,5 +1,4 @@
-// The steps of which core/files.cpp makes a safe writing, for each system. They stand apart from their order so that
-// native tests can let each of them fail.
+// The platform-specific steps of a safe write. core/files.cpp puts them in order, so that native tests cover it.
 #pragma once
 
 #include <string>
@@ -8,24 +7,24 @@
 
 namespace core {
 
-// True when the file exists and may be written, false when there is none. Throws when it is protected, held by another
-// program or a folder. Asked beforehand: moving another file over such a one fails with a code that does not say why.
+// True when the file exists and is writable, false when it does not exist. Throws when it is read-only, locked by
+// another program or a folder. Checked first, because replacing such a file fails with an error that does not say why.
 bool MayOverwrite(const std::string& path);
 
-// A new, empty file beside another one, of a name that was free; empty when the folder takes no file.
+// Creates an empty file with a unique name in the same folder; returns its path, empty when that is not possible.
 std::string MakeTemporaryBeside(const std::string& path);
 
-// A new, empty file; throws also when there is one meanwhile.
+// Creates an empty file; throws when it exists by now.
 void MakeFile(const std::string& path);
 
-// Empties an existing file and writes what `write` hands over, until it is on the disk. Throws the file's error; the
-// file then holds a part.
+// Truncates an existing file, writes what `write` produces and flushes it to the disk. On an error, which is thrown,
+// the file is incomplete.
 void Overwrite(const std::string& path, const Writer& write);
 
-// A file in the place of another one, in one step. False, and nothing has changed, when the system refuses.
+// Replaces a file by another one atomically. False, with nothing changed, when the system refuses.
 bool MoveOver(const std::string& from, const std::string& to);
 
-// Nothing happens when it cannot be removed.
+// Failures are ignored.
 void RemoveFile(const std::string& path) noexcept;
 
 }  // namespace core

@@ -8,7 +8,7 @@
 namespace core {
 namespace {
 
-// Into a file that was made for this.
+// For a file that was created for this write.
 void WriteOrRemove(const std::string& path, const Writer& write) {
   try {
     Overwrite(path, write);
@@ -18,7 +18,7 @@ void WriteOrRemove(const std::string& path, const Writer& write) {
   }
 }
 
-// False when the folder does not let a file take another one's place.
+// False when the folder does not allow a file to be created or replaced.
 bool Replace(const std::string& path, const Writer& write) {
   const std::string temporary = MakeTemporaryBeside(path);
   if (temporary.empty()) return false;
@@ -28,7 +28,7 @@ bool Replace(const std::string& path, const Writer& write) {
   return false;
 }
 
-// The file's bytes; none when it may only be written, or is larger than what the program reads.
+// Nothing when the file cannot be read, or is larger than what the program reads.
 std::optional<std::string> Contents(const std::string& path) {
   try {
     std::string bytes = ReadFile(path);
@@ -38,7 +38,7 @@ std::optional<std::string> Contents(const std::string& path) {
   return std::nullopt;
 }
 
-// The disk had room for the old bytes a moment ago.
+// Restoring needs no more space than the old content had.
 void OverwriteOrPutBack(const std::string& path, const Writer& write) {
   const std::optional<std::string> former = Contents(path);
   try {

@@ -1,5 +1,5 @@
-// The files beside the program. Every failure is a RuntimeError with the number that the program shows: 53 not found,
-// 61 disk full, 70 held by another program, 75 read-only, a folder or access denied, 76 folder missing.
+// File access. Every failure is a RuntimeError with the number that the program shows: 53 not found, 61 disk full, 70
+// locked by another program, 75 read-only, a folder or access denied, 76 folder missing.
 #pragma once
 
 #include <cstddef>
@@ -9,30 +9,30 @@
 
 namespace core {
 
-// The folder of the running program, without a closing "\" (but for a root directory, "C:\").
+// The folder of the running program, without a trailing "\" except for a root directory, "C:\".
 std::string ProgramDirectory();
 
 // ProgramDirectory + "\" + name; "/" in native builds.
 std::string InProgramDirectory(std::string_view name);
 
-// False for a folder of that name.
+// False for a folder.
 bool FileExists(const std::string& path);
 
-// At most kMaxFileSize bytes: no file of the program comes near it, and a larger one must not exhaust the memory.
+// Reads at most kMaxFileSize bytes: no file of the program comes near it, and a larger one must not exhaust the memory.
 inline constexpr std::size_t kMaxFileSize = 16u << 20;
 std::string ReadFile(const std::string& path);
 
-// Opens for appending (made when missing), writes, closes.
+// Creates the file when it is missing.
 void AppendToFile(const std::string& path, std::string_view bytes);
 
-// Replaces the file whole: writes a temporary file, of a name that no other has, in the same folder and moves it over
-// the old one, so that neither a crash nor a full disk leaves a torn file. On failure the old file stands as it was.
-// Where the folder takes no temporary file, or someone keeps the old one open for reading, but the file itself may be
-// written, it is written in place; what it held is put back when that fails, unless the program itself is ended.
+// Replaces the whole file: writes a temporary file with a unique name in the same folder and moves it over the old one,
+// so that neither a crash nor a full disk leaves a torn file. On failure the old file is unchanged. Where that is not
+// possible (a folder that takes no new file, a reader that keeps the old one open) the file is written in place, and
+// its former content restored when that fails.
 void WriteFileSafely(const std::string& path, std::string_view bytes);
 
-// The same for what may be too large to stand in memory at once: `write` hands it over piece by piece, a second time
-// when the first file could not take the place.
+// The same for content too large for one string: `write` passes it to the sink piece by piece. It is called a second
+// time when the temporary file cannot be moved.
 using Sink = std::function<void(std::string_view)>;
 using Writer = std::function<void(const Sink&)>;
 void WriteFileSafely(const std::string& path, const Writer& write);

@@ -1,11 +1,11 @@
-// What only native builds can do with files: stand in a folder of their own.
+// The program directory of native builds, which tests can set.
 #pragma once
 
 #include <string>
 
 namespace core {
 
-// From now on ProgramDirectory() is this folder; before that it is the one of the running program.
+// Overrides ProgramDirectory(), which is the folder of the running program by default.
 void SetProgramDirectory(std::string folder);
 
 }  // namespace core

@@ -29,7 +29,7 @@ constexpr FailureRow kFailures[] = {
     {ERROR_NOT_READY, Err::DiskNotReady},
 };
 
-// Read-only files, folders and denied access all come as ERROR_ACCESS_DENIED, and share one number with the rest.
+// Read-only files, folders and denied access are all ERROR_ACCESS_DENIED and get the same number as any other failure.
 RuntimeError FailureOf(DWORD code) {
   for (const FailureRow& row : kFailures) {
     if (row.code == code) return RuntimeError(row.error);
@@ -41,7 +41,7 @@ RuntimeError FailureOf(DWORD code) {
 
 class File {
  public:
-  // Everybody may use the file meanwhile: copies of several users share one folder.
+  // Full sharing: copies of several users may run from one folder.
   File(const std::string& path, DWORD access, DWORD disposition)
       : handle_(::CreateFileA(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
@@ -70,7 +70,7 @@ class File {
     if (written < bytes.size()) throw RuntimeError(Err::DiskFull);
   }
 
-  // Until the bytes are on the disk a power failure could leave the name with an empty file behind it.
+  // Or a power failure after the rename could leave an empty file.
   void Flush() const { ::FlushFileBuffers(handle_); }
 
  private:
@@ -125,7 +125,7 @@ bool MayOverwrite(const std::string& path) {
   return false;
 }
 
-// The system finds a name that is free and short. A path that leaves no room for it has no temporary file.
+// The system picks a unique, short name. A path too long for it gets no temporary file.
 std::string MakeTemporaryBeside(const std::string& path) {
   char folder[MAX_PATH], temporary[MAX_PATH];
   char* name = nullptr;

@@ -13,7 +13,7 @@ namespace {
 constexpr char kFileName[] = "Lang.con";
 constexpr char kFallback[] = "English";
 
-constexpr int kFirstStateName = 8203;  // the names, and behind them the help texts
+constexpr int kFirstStateName = 8203;  // three names, then three help texts
 
 LanguageTable gTable;
 unsigned gGeneration = 0;
@@ -28,7 +28,7 @@ std::size_t FindLangCol() {
   throw RuntimeError(Err::TypeMismatch);
 }
 
-// The flag comes first: the box and the log line must not meet a second missing code.
+// Sets the flag first, so that a missing code on the way is not reported again.
 void ReportMissingCode(int code) {
   gLangError = -1;
   const std::string number = std::to_string(code);
@@ -41,7 +41,7 @@ void ReportMissingCode(int code) {
 void ReadTable(std::string_view file) {
   gTable.ReadLangNames(file);
   const std::size_t column = FindLangCol();
-  ++gGeneration;  // also when the reading fails: of a first file the texts before the failure stay
+  ++gGeneration;  // even if the read fails: the first load keeps the texts before the failure
   gTable.ReadTexts(file, column);
   gLangCount = static_cast<std::int16_t>(gTable.LastEntry());
 }
@@ -54,7 +54,7 @@ void LoadLang() {
   try {
     ReadTable(bytes);
   } catch (const RuntimeError&) {
-    if (gLangCount > 0) gTable = former;  // there was a whole table before
+    if (gLangCount > 0) gTable = former;  // an earlier load succeeded
     throw;
   }
 }

@@ -7,24 +7,23 @@
 
 namespace core {
 
-// Reads the table of gLanguage; a language that the file lacks becomes "English". Throws what goes wrong: a missing
-// file, a code that is no number (Err::TypeMismatch), a 202nd line or an 11th field (Err::SubscriptOutOfRange), and
-// Err::TypeMismatch after a box and a log line when the file has no English either. A file that fails after another one
-// was read leaves the texts of that one.
+// Loads the texts of gLanguage; a language that is not in the file becomes "English". Throws the file's error,
+// Err::TypeMismatch for a code that is no number, Err::SubscriptOutOfRange for a 202nd line or an 11th field, and
+// Err::TypeMismatch, after a message box and a log line, when the file has no English either. On failure the texts of
+// the last successful load stay.
 void LoadLang();
 
-// The text of a code; empty when the code is unknown. The first unknown code of a run is reported in a box and in the
-// log and sets gLangError; later ones are silent.
+// The text of a code; empty when the code is unknown. The first unknown code of a run is reported in a message box and
+// in the log, and sets gLangError; later ones are not reported.
 std::string GetText(int code);
 
-// The text of a code that a language file need not have; none, and no report, when it lacks it.
+// The text of an optional code; nothing, without a report, when the code is unknown.
 std::optional<std::string> FindText(int code);
 
-// Counts the loadings, so that whoever keeps a text knows when to ask for it again.
+// Incremented by every load, so that cached texts can be refreshed.
 unsigned LanguageGeneration();
 
-// True while windows may take their captions from the table: false once a code was missing, and the built-in English
-// captions stay.
+// False once a code was missing: windows then keep the captions they have, the built-in English ones at first.
 bool CaptionsFromTable();
 
 // Loads the names and help texts of the three states into gStateNames and gStateHelps.

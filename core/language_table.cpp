@@ -6,7 +6,7 @@
 namespace core {
 namespace {
 
-// Takes one line off the text; CR LF, CR or LF ends it.
+// Removes the first line of the text, which CR LF, CR or LF ends.
 std::string_view TakeLine(std::string_view& file) {
   const std::string_view line = file.substr(0, file.find_first_of("\r\n"));
   file.remove_prefix(line.size());
@@ -41,7 +41,7 @@ void LanguageTable::ReadTexts(std::string_view file, std::size_t column) {
 }
 
 std::optional<std::string_view> LanguageTable::Find(int code) {
-  if (cursor_ > lastEntry_) cursor_ = 0;  // the table was longer when the last search ended
+  if (cursor_ > lastEntry_) cursor_ = 0;  // the table is shorter than at the last search
   for (int compared = 0; compared <= lastEntry_; ++compared) {
     const Entry& entry = entries_[static_cast<std::size_t>(cursor_)];
     if (entry.code == code) return entry.text;
@@ -50,7 +50,7 @@ std::optional<std::string_view> LanguageTable::Find(int code) {
   return std::nullopt;
 }
 
-// The end of the file counts as one empty field, and the slot behind it is emptied as behind any other line.
+// The end of the file counts as a line with one empty field.
 void LanguageTable::ReadLangLine(std::string_view& file) {
   std::string_view line = TakeLine(file);
   std::size_t slot = 0;

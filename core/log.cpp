@@ -26,7 +26,7 @@ void WriteLog(std::string_view text) {
   try {
     AppendToFile(InProgramDirectory(kFileName), RecordWriter().Text(line).EndRecord().Bytes());
   } catch (const RuntimeError&) {
-    // Posted: packets cause log lines, and a log that cannot be written must not let them nest boxes.
+    // Posted, because packets cause log lines and must not nest message boxes.
     PostBox(FailureBox(text));
   }
 }

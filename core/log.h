@@ -5,8 +5,7 @@
 
 namespace core {
 
-// Appends one record: the local date and time, one blank, the text. When the file cannot be written a box with the
-// text waits for the user, and the caller goes on.
+// Appends one record: local date and time, one blank, the text. When that fails, posts a message box with the text.
 void WriteLog(std::string_view text);
 
 // Deliberately does nothing, for compatibility: the log grows without limit.

@@ -6,8 +6,8 @@
 
 namespace core {
 
-// 0 removes the logon entry, 1 writes it (program directory, "\", file name without extension, no quotes); any other
-// value changes nothing.
+// 0 removes the logon entry, 1 writes it (program directory, "\", file name without extension, no quotes); other values
+// are ignored.
 void SetRunAtLogon(std::int16_t flag);
 
 void WriteRunValue(const std::string& command);

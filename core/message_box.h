@@ -1,4 +1,4 @@
-// Message boxes: at once, or posted for the top of the message loop.
+// Message boxes, shown at once or posted to the message loop.
 #pragma once
 
 #include <cstddef>
@@ -12,25 +12,24 @@ enum class BoxIcon { None, Information, Exclamation, Critical };
 
 struct Box {
   std::string text;
-  std::string closing = {};  // stands behind the text, also when the text is too long for the screen and has to be cut
+  std::string closing = {};  // appended to the text, and kept when the text has to be truncated
   std::string title = kProgramName;
   BoxIcon icon = BoxIcon::None;
 };
 
-// A box with an OK button, at once: for what answers the user's own action. Task-modal, above all windows; messages,
-// packets and timers go on behind it.
+// Shows a box with an OK button and waits, for responses to the user's own action. Task-modal and topmost; messages,
+// packets and timers are still handled.
 void ShowBox(const Box& box);
 
-// A Yes/No question, at once; true for Yes.
+// Asks a Yes/No question; true for Yes.
 bool AskBox(const Box& box);
 
-// A box that a packet or a failing log causes: waits its turn for the top of the message loop. One at a time, in order,
-// at most kMaxWaitingBoxes waiting and later ones dropped, so that a flood can neither nest boxes until the stack ends
-// nor bury the screen.
+// Queues a box for the message loop, for everything that packets or a failing log cause. The loop shows one box at a
+// time, so that a flood can neither exhaust the stack nor cover the screen; beyond kMaxWaitingBoxes they are dropped.
 inline constexpr std::size_t kMaxWaitingBoxes = 100;
 void PostBox(Box box);
 
-// Shows the boxes that wait. Called at the top of the message loop; does nothing while one is already on the screen.
+// Shows the queued boxes. Called by the message loop; does nothing while one is open.
 void ShowPostedBoxes();
 
 }  // namespace core

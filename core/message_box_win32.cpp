@@ -40,8 +40,8 @@ SIZE SizeOf(HWND hwnd) {
   return SizeOf(rect);
 }
 
-// Calls `onBox` with the next box of this thread, laid out and not yet seen, and is gone then: a hook costs every
-// message that is sent, and a box may stand for hours.
+// Calls `onBox` with the next message box of this thread once it is laid out, before it is shown. The hook removes
+// itself then: it slows down every sent message, and a box may stay open for hours.
 class BoxHook {
  public:
   using OnBox = void (*)(HWND box);
@@ -92,7 +92,7 @@ class ScreenText {
     return size;
   }
 
-  // Broken into lines as boxes do it: at blanks, never inside a word.
+  // Wrapped as message boxes do it: at blanks, never inside a word.
   SIZE Wrapped(const std::string& text, LONG width) const {
     RECT rect{0, 0, width, 0};
     const std::wstring wide = Wide(text);
@@ -120,25 +120,25 @@ SIZE WorkArea() {
   return SizeOf(area);
 }
 
-// What a text may take.
+// The space for the text of a box.
 struct Room {
   LOGFONTA font;
-  LONG wrap;  // where lines are broken
+  LONG wrap;  // width at which lines are wrapped
   SIZE most;
 };
 
 bool FitsInto(const Room& room, const std::string& text) {
   const ScreenText screen(room.font);
-  // By what all letters cover first: breaking tens of thousands of them into lines takes seconds. Line ends count as
-  // letters there, hence not so exactly.
+  // A rough test by area first: wrapping tens of thousands of letters takes seconds. Line ends count as letters there,
+  // hence the tolerance.
   const SIZE line = screen.OneLine(text + ' ');
   if (std::int64_t{line.cx} * line.cy > std::int64_t{2} * room.most.cx * room.most.cy) return false;
   const SIZE size = screen.Wrapped(text, room.wrap);
   return size.cx <= room.most.cx && size.cy <= room.most.cy;
 }
 
-// How wide a box becomes before it breaks its lines, and what stands around the text, is each system's own business. So
-// a box that is too large for any screen is made, measured and ended before anybody sees it.
+// The width at which a message box wraps its text, and the margins around it, differ between systems. So a box too
+// large for any screen is laid out, measured and closed before it is shown.
 class BoxMeasure {
  public:
   static Room RoomFor(BoxIcon icon) {
@@ -150,14 +150,14 @@ class BoxMeasure {
     return room_;
   }
 
-  // Room that the box of every system has: most texts need no more.
+  // What the message box of any system can hold: enough for most texts, without measuring.
   static Room SurelyThere(const LOGFONTA& font) {
     const SIZE area = WorkArea();
     return {font, 16 * std::abs(font.lfHeight), {area.cx / 2, area.cy / 2}};
   }
 
  private:
-  // Lines wider than the screen, and more of them than it can hold, of the narrowest words.
+  // More and wider lines than the screen can hold, made of the narrowest words.
   static std::string Filling(const LOGFONTA& font) {
     const ScreenText screen(font);
     const SIZE word = screen.OneLine("i ");
@@ -195,15 +195,14 @@ bool TextFits(const std::string& text, BoxIcon icon, std::optional<Room>& room) 
   return FitsInto(*room, text);
 }
 
-// Beside the frame, the icon and the buttons of a title bar.
+// Leaves space for the frame, the icon and the buttons of a title bar.
 bool TitleFits(const std::string& title) {
   return ScreenText(Metrics().lfCaptionFont).OneLine(title).cx <= WorkArea().cx - 4 * ::GetSystemMetrics(SM_CXSIZE);
 }
 
-// The style alone is not enough on every desktop, and a box behind a window that it has disabled could not be answered.
+// Some desktops ignore the style, and a box behind a window that it has disabled could not be reached.
 void PutOnTop(HWND box) { ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
-// Of a text that the screen cannot hold, what fits.
 int Show(const Box& box, UINT buttons) {
   std::optional<Room> room;
   const Box shown = CutToFit(
@@ -221,11 +220,11 @@ bool AskBox(const Box& box) { return Show(box, MB_YESNO) == IDYES; }
 
 void PostBox(Box box) {
   gPostedBoxes.Post(std::move(box));
-  // The loop may be asleep: what posts a box can run inside its wait, out of a message sent by another thread.
+  // Wakes the loop: a message sent by another thread may post a box from inside the loop's wait.
   ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-// Between two messages of the loop, where no callback guards them.
+// Runs between messages, outside of any guarded callback.
 void ShowPostedBoxes() {
   Guarded([] { gPostedBoxes.ShowAll(ShowBox); });
 }

@@ -11,13 +11,13 @@
 namespace core {
 namespace {
 
-// More digits than a double can tell apart. A packet may hold 65,000 of them, so the rest only moves the exponent.
+// More than the precision of a double. A packet may hold 65,000 digits, so the rest only adjusts the exponent.
 constexpr int kSignificantDigits = 19;
 
-// Beyond every double, and far from overflowing an int.
+// Far beyond the range of a double, without overflowing an int.
 constexpr int kLargestExponent = 100000;
 
-// What a tolerant reading passes over, between digits too.
+// Skipped by TolerantNumber, even between digits.
 constexpr std::string_view kSkipped = " \t\n";
 
 int DigitOf(char c, int base) {
@@ -43,7 +43,7 @@ class NumberScanner {
   bool Complete() { return wellFormed_ && Peek() == '\0' && rest_.empty(); }
 
  private:
-  // The next character that counts; 0 at the end, which is no part of a number either.
+  // The next character that is not skipped; 0 at the end.
   char Peek() {
     while (!rest_.empty() && skipped_.find(rest_.front()) != std::string_view::npos) rest_.remove_prefix(1);
     return rest_.empty() ? '\0' : rest_.front();
@@ -77,7 +77,7 @@ class NumberScanner {
     return scale < 0 ? mantissa / std::pow(10.0, -scale) : mantissa * std::pow(10.0, scale);
   }
 
-  // Adds digits to the mantissa; returns what they move the decimal exponent by.
+  // Adds digits to the mantissa; returns the change of the decimal exponent.
   int ReadDigits(bool fraction) {
     int moved = 0;
     for (int digit; (digit = DigitOf(Peek(), 10)) >= 0; Next()) {
@@ -110,7 +110,7 @@ class NumberScanner {
 
 template <typename Integer>
 Integer Rounded(double value) {
-  const double whole = std::nearbyint(value);  // half to even, the mode in which every thread starts
+  const double whole = std::nearbyint(value);  // half to even is the default rounding mode
   const bool fits = whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max();
   if (!fits) throw RuntimeError(Err::Overflow);
   return static_cast<Integer>(whole);

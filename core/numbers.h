@@ -1,4 +1,4 @@
-// Text to number and back, in the forms that packets and files use.
+// Conversions between text and numbers, in the formats of packets and files.
 #pragma once
 
 #include <cstdint>
@@ -7,20 +7,20 @@
 
 namespace core {
 
-// Never fails. Blanks, tabs and line feeds are skipped everywhere, also between digits; then an optional sign, digits
-// with one ".", an optional exponent (e, E, d, D), or "&H"/"&O" and its digits. Reading stops at the first other
-// character; nothing readable is 0.
+// Never fails. Accepts an optional sign, digits with one ".", an optional exponent (e, E, d, D), or "&H" or "&O" and
+// its digits; skips blanks, tabs and line feeds everywhere, even between digits. Stops at the first other character; 0
+// when there is no number.
 double TolerantNumber(std::string_view text);
 
-// The whole text must be one number (blanks around it allowed). Throws Err::TypeMismatch for anything else, the empty
-// text included.
+// The whole text must be one number; blanks around it are allowed. Throws Err::TypeMismatch otherwise, also for an
+// empty text.
 double StrictNumber(std::string_view text);
 
 // Rounds half to even. Throws Err::Overflow when the result does not fit.
 std::int16_t ToInt16(double value);
 std::int32_t ToInt32(double value);
 
-// The general form: a blank stands where a minus sign would ("C/ 255", "C/-5").
+// With a blank in place of the sign when the number is not negative ("C/ 255", "C/-5").
 std::string GeneralText(std::int32_t value);
 
 }  // namespace core

@@ -7,16 +7,16 @@ namespace core {
 
 inline constexpr char kProgramName[] = "Quillon";
 
-// The name of the logged-on user, empty when the system does not tell it.
+// The name of the logged-on user; empty when the system call fails.
 std::string GetLogonName();
 
-// True when another copy already runs for the same user. From the first call on this copy is the one that runs.
+// True when another copy already runs for the same user. The first call registers this copy.
 bool AnotherCopyRuns();
 
 // The program's file name without its extension.
 std::string ProgramFileTitle();
 
-// Ends the process at once: no window hears of it, no destructor runs. Returns only in a test's recorder.
+// Ends the process at once, without messages to windows and without destructors. Returns only in tests.
 void EndProcess();
 
 }  // namespace core

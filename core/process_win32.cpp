@@ -13,13 +13,13 @@ constexpr char kMutexPrefix[] = "Local\\Quillon-";
 
 std::string GetLogonName() {
   char name[400];
-  DWORD size = sizeof name;  // comes back with the zero counted
+  DWORD size = sizeof name;  // on return the length with the closing zero
   if (!::GetUserNameA(name, &size) || size == 0) return {};
   return std::string(name, size - 1);
 }
 
 bool AnotherCopyRuns() {
-  // Held until the process ends. Access is denied when the copy that made it runs with higher rights.
+  // Never closed, so that it exists until the process ends. Access is denied when the other copy runs elevated.
   const HANDLE mutex = ::CreateMutexA(nullptr, FALSE, (kMutexPrefix + GetLogonName()).c_str());
   const DWORD code = ::GetLastError();
   return mutex == nullptr ? code == ERROR_ACCESS_DENIED : code == ERROR_ALREADY_EXISTS;
@@ -33,7 +33,7 @@ std::string ProgramFileTitle() {
   return title.substr(0, title.rfind('.'));
 }
 
-// Not ::ExitProcess: that lets the C library of Windows run the destructors of statics while windows still stand.
+// Not ::ExitProcess, which would let the C library run the destructors of statics while windows still exist.
 void EndProcess() { ::TerminateProcess(::GetCurrentProcess(), 0); }
 
 }  // namespace core

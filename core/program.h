@@ -7,7 +7,7 @@
 
 namespace core {
 
-// A window's place on the screen, in twips.
+// Position and size of a window on the screen, in twips.
 struct WindowPlace {
   std::int32_t left = 0, top = 0, width = 0, height = 0;
   friend bool operator==(const WindowPlace&, const WindowPlace&) = default;
@@ -23,7 +23,7 @@ class Program {
   // Moves the main window, loading it first. Does not clamp to the screen.
   virtual void PlaceMain(const WindowPlace& place) = 0;
 
-  // Takes the main window out of its minimised or maximised state without showing it, and tells its normal place.
+  // Restores the main window from its minimised or maximised state without showing it; returns its normal place.
   virtual WindowPlace RestoreMain() = 0;
 
   virtual Roster& Users() = 0;
@@ -35,11 +35,11 @@ class Program {
   // Width and height of the whole screen, twips (left and top are 0).
   virtual WindowPlace Screen() = 0;
 
-  // Joins the network under gCurName; throws the socket's error. Leaves it again.
+  // Joins the network under gCurName, and leaves it. OpenSocket throws the socket's error.
   virtual void OpenSocket() = 0;
   virtual void CloseSocket() = 0;
 
-  // The options dialog as start-up opens it, modal: its user must choose another name or end the program.
+  // The modal options dialog during start-up: the user must choose another name or end the program.
   virtual void ShowOptionsAtStartUp() = 0;
 
   virtual void ShowTray() = 0;

@@ -62,7 +62,7 @@ void RecordReader::SkipBlanks() {
   while (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
 }
 
-// What follows a closing quote without a separator is the next field: so a quote inside a text shifts the fields.
+// Text after a closing quote without a separator is the next field, so a quote inside a text shifts the fields.
 void RecordReader::SkipSeparator() {
   SkipBlanks();
   if (rest_.starts_with("\r\n")) {

@@ -1,6 +1,6 @@
-// The comma-separated record format of User.ini and Log.txt. It escapes nothing: a quote inside a text is written as
-// it stands and shifts every field after it when the file is read again, which the reader reports as a failure. Commas
-// and quotes are no part of any other letter (core/code_page.h).
+// The comma-separated record format of User.ini and Log.txt. It has no escapes: a quote inside a text is written as it
+// is, and when the file is read again every field after it is shifted until a conversion fails. Commas and quotes are
+// never trail bytes (core/code_page.h).
 #pragma once
 
 #include <cstdint>
@@ -26,16 +26,16 @@ class RecordWriter {
   bool atRecordStart_ = true;
 };
 
-// Reads fields by position. Comma and line end both separate, so a short record takes its next field from the next
-// line and a long one pushes its last field there; the failure shows later. Holds a view: the text must outlive it.
+// Reads fields by position. Commas and line ends both separate, so a record with a missing or an extra field shifts all
+// later ones; the conversion of one of them fails. Holds a view: the text must outlive it.
 class RecordReader {
  public:
   explicit RecordReader(std::string_view bytes) : rest_(bytes) {}
 
-  // A quoted field up to its closing quote, or a bare one. Throws Err::InputPastEnd at the end of the text.
+  // The next field, quoted or bare. Throws Err::InputPastEnd at the end of the text.
   std::string Text();
 
-  // A number, bare or quoted; a non-number is 0. Throws Err::InputPastEnd, and Err::Overflow when it does not fit.
+  // The next field as a number, 0 when it is none. Throws Err::InputPastEnd, and Err::Overflow when it does not fit.
   std::int32_t Int32();
 
   void SkipEmptyRecord();

@@ -1,5 +1,5 @@
-// The one kind of failure that travels through the program: a number and a text. Only the few primitives that can
-// fail throw it (files, strict conversions, indexed tables, keyed lists, the tick clock, the socket, the clipboard).
+// The program's only exception type: a number and a text. Only a few primitives throw it (files, strict conversions,
+// indexed tables, keyed lists, the tick count, the socket, the clipboard).
 #pragma once
 
 #include <exception>
@@ -7,18 +7,18 @@
 
 namespace core {
 
-// The numbers that the log and the message boxes show, with the text that belongs to each.
+// The numbers that the log and message boxes show; each has a text.
 enum class Err : long {
   Overflow = 6,  // a number that does not fit
   OutOfMemory = 7,
   SubscriptOutOfRange = 9,  // a field or table index past the end
   TypeMismatch = 13,        // a text that should be a number
-  Internal = 51,            // an exception that is none of these
+  Internal = 51,            // any other exception
   FileNotFound = 53,
   DiskFull = 61,
-  InputPastEnd = 62,  // a field read at the end of a file
+  InputPastEnd = 62,  // a read at the end of a file
   DeviceUnavailable = 68,
-  PermissionDenied = 70,  // held by another program
+  PermissionDenied = 70,  // locked by another program
   DiskNotReady = 71,
   PathFileAccess = 75,  // read-only, a folder, access denied
   PathNotFound = 76,
@@ -35,11 +35,11 @@ struct RuntimeError : std::exception {
   const char* what() const noexcept override;
 };
 
-// The exception that is being handled, as a failure of the program: what it is already, want of memory, or
-// Err::Internal with the exception's own words. For catch blocks.
+// The current exception as a RuntimeError: itself, Err::OutOfMemory for std::bad_alloc, else Err::Internal with the
+// text of the exception. To be called in a catch block.
 RuntimeError CaughtError();
 
-// "53: File not found", as the log and the boxes write it.
+// "53: File not found", as the log and message boxes show it.
 std::string NumberAndDescription(const RuntimeError& error);
 
 }  // namespace core

@@ -1,4 +1,4 @@
-// A flag that is true within a scope, however the scope is left.
+// Sets a flag for the duration of a scope.
 #pragma once
 
 namespace core {

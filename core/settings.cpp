@@ -26,14 +26,14 @@ using Global = std::variant<std::string*, std::int16_t*, std::int32_t*>;
 
 // How a field is read and written.
 enum class Form {
-  Text,        // quoted
-  Number,      // a text that is no number is read as 0
-  LateNumber,  // read as text, and converted when its whole record is read; fails for a text that is no number
-  Place,       // of the main window: read as a 16-bit number
+  Text,            // quoted
+  Number,          // 0 when the text is no number
+  DeferredNumber,  // converted after the whole record is read; fails when the text is no number
+  Place,           // of the main window: a 16-bit number
 };
 
-// What the default file has in place of the global's present value.
-enum class Default { Initial, QuotedInitial, Present, LogonName };
+// What the default file holds: the global's initial or its current value, or the logon name.
+enum class Default { Initial, QuotedInitial, Current, LogonName };
 
 std::string TextOf(Global global) {
   if (const auto text = std::get_if<std::string*>(&global)) return **text;
@@ -57,11 +57,12 @@ struct Record {
 
 WindowPlace gMainPlace{0, 0, 2505, 4605};
 
-// The name in use, but not the hidden one of a copy that still listens: the next start would take it for the user's.
-std::string gNameToKeep;
+// The name to save: the one in use, but not the hidden name of start-up, which the next start would take for the
+// user's.
+std::string gNameToSave;
 
-// One row for each setting, in the order of the file. The table is made before main() starts, when every global still
-// has its initial value.
+// One row for each setting, in file order. The table is initialised before main(), when every global still has its
+// initial value.
 const std::vector<Record> kRecords = {
     {{{&gLanguage, Form::Text, Default::QuotedInitial}}, [](Program&) { LoadLang(); }},
     {{{&gAlertHeight, Form::Number}}},
@@ -70,23 +71,23 @@ const std::vector<Record> kRecords = {
       {&gMainPlace.width, Form::Place},
       {&gMainPlace.height, Form::Place}},
      [](Program& program) { program.PlaceMain(gMainPlace); }},
-    {{{&gUserName, Form::Text, Default::LogonName, &gNameToKeep},
-      {&gColour, Form::LateNumber, Default::QuotedInitial},
-      {&gPopPos, Form::LateNumber, Default::QuotedInitial},
+    {{{&gUserName, Form::Text, Default::LogonName, &gNameToSave},
+      {&gColour, Form::DeferredNumber, Default::QuotedInitial},
+      {&gPopPos, Form::DeferredNumber, Default::QuotedInitial},
       {&gSound, Form::Text, Default::QuotedInitial},
       {&gRunAtLogon, Form::Number, Default::QuotedInitial}}},
-    {{{&gChatLeft, Form::Number, Default::Present},
-      {&gChatTop, Form::Number, Default::Present},
-      {&gChatWidth, Form::Number, Default::Present},
-      {&gChatHeight, Form::Number, Default::Present}}},
+    {{{&gChatLeft, Form::Number, Default::Current},
+      {&gChatTop, Form::Number, Default::Current},
+      {&gChatWidth, Form::Number, Default::Current},
+      {&gChatHeight, Form::Number, Default::Current}}},
 };
 
-// Records that a later version added behind the lists. A file of an earlier version ends before them; such a setting
-// keeps its initial value. The first field of each must not be an empty text.
+// Records added after the lists by later versions. A file of an earlier version ends before them, and their settings
+// keep their initial values. The first field of each must not be an empty text.
 const std::vector<Record> kLaterRecords = {};
 
 double NumberOf(const std::string& text, Form form) {
-  return form == Form::LateNumber ? StrictNumber(text) : TolerantNumber(text);
+  return form == Form::DeferredNumber ? StrictNumber(text) : TolerantNumber(text);
 }
 
 void Store(const Field& field, const std::string& text) {
@@ -103,16 +104,16 @@ void Store(const Field& field, const std::string& text) {
 }
 
 void ReadRecord(const Record& record, RecordReader& reader, Program& program) {
-  std::vector<std::pair<const Field*, std::string>> late;
+  std::vector<std::pair<const Field*, std::string>> deferred;
   for (const Field& field : record.fields) {
     std::string text = reader.Text();
-    if (field.form == Form::LateNumber) {
-      late.emplace_back(&field, std::move(text));
+    if (field.form == Form::DeferredNumber) {
+      deferred.emplace_back(&field, std::move(text));
     } else {
       Store(field, text);
     }
   }
-  for (const auto& [field, text] : late) Store(*field, text);
+  for (const auto& [field, text] : deferred) Store(*field, text);
   record.onRead(program);
 }
 
@@ -129,7 +130,7 @@ void WriteDefault(const Field& field, RecordWriter& writer) {
     case Default::QuotedInitial:
       writer.Text(field.initial);
       break;
-    case Default::Present:
+    case Default::Current:
       WriteField(field, writer);
       break;
     case Default::LogonName:
@@ -151,7 +152,7 @@ void WriteList(RecordWriter& writer, const std::vector<std::string>& lines) {
   for (const std::string& line : lines) writer.Text(Trim(line)).EndRecord();
 }
 
-// The names are read and then forgotten: blocking lasts for one run of the program.
+// The names are read and discarded: blocking lasts for one run of the program.
 void ReadBlocked(RecordReader& reader, Roster& users) {
   for (std::int32_t left = reader.Int32(); left > 0; --left) {
     const std::string name = reader.Text();
@@ -161,7 +162,7 @@ void ReadBlocked(RecordReader& reader, Roster& users) {
   users.SetGroupLines({});
 }
 
-// In the default file an empty record follows each count, hence the second reading, and the skipping below.
+// In the default file an empty record follows each count, hence the second read here and SkipEmptyRecord below.
 std::int32_t ReadGroupCount(RecordReader& reader) {
   std::string count = reader.Text();
   if (count.empty()) count = reader.Text();
@@ -176,7 +177,7 @@ void ReadGroups(RecordReader& reader, Roster& users) {
       if (const std::string_view trimmed = Trim(line); !trimmed.empty()) lines.emplace_back(trimmed);
     }
   } catch (const RuntimeError&) {
-    users.SetGroupLines(std::move(lines));  // what was read stays, as with every other setting
+    users.SetGroupLines(std::move(lines));  // what was read is kept, as with every other setting
     throw;
   }
   if (lines.empty()) reader.SkipEmptyRecord();
@@ -206,7 +207,7 @@ void ReadSets(Program& program) {
 
 void SaveSets(Program& program) {
   gMainPlace = program.RestoreMain();
-  gNameToKeep = gStarting != 0 ? gUserName : gCurName;
+  gNameToSave = gStarting != 0 ? gUserName : gCurName;
   RecordWriter writer;
   WriteRecords(kRecords, WriteField, writer);
   WriteList(writer, program.Users().BlockedNames());

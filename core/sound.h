@@ -8,11 +8,11 @@ namespace core {
 // The system's default beep.
 void Beep();
 
-// Starts a wave file and returns; it replaces one that still plays. Silent when the file is missing or no wave.
+// Plays a wave file asynchronously, stopping the one that plays. Silent when the file is missing or invalid.
 void PlaySnd(const std::string& waveFile);
 
-// The sound of a new alert: "(S)" nothing, "(B)" the system beep, else that wave file of the program directory,
-// played without waiting; a missing file is silent.
+// Plays the sound of a new alert: nothing for "(S)", the system beep for "(B)", else a wave file of the program
+// directory.
 void PlayAlertSound(const std::string& key);
 
 }  // namespace core

@@ -11,8 +11,8 @@ namespace {
 
 using SoundPlayer = BOOL(WINAPI*)(LPCSTR, UINT);
 
-// The multimedia library costs more than a megabyte and a tenth of the start, and most users hear the system beep all
-// their life: it is loaded with the first wave.
+// Loaded with the first wave file: the multimedia library takes over a megabyte and a tenth of the start-up time, and
+// the default sound is the system beep.
 SoundPlayer LoadSoundPlayer() {
   const HMODULE library = LoadSystemLibrary("winmm.dll");
   if (library == nullptr) return nullptr;

@@ -23,7 +23,7 @@ namespace {
 constexpr int kNameInUseText = 8202;
 constexpr int kNotLoadedText = 8209;
 
-// How long the listening sleeps when nothing happens, milliseconds.
+// The longest sleep while listening, milliseconds.
 constexpr std::int32_t kListenStep = 10;
 
 std::string VersionText() {
@@ -38,10 +38,10 @@ void LoadSettings(Program& program, std::string_view arguments) {
   WriteLog("  > Settings and language loaded");
   gVersion = VersionText();
   gStatus = 0;
-  gSafe = AsksForSafeMode(arguments) ? 1 : 0;  // the main window gets its menus later, with its other contents
+  gSafe = AsksForSafeMode(arguments) ? 1 : 0;  // read before the main window creates its menus
 }
 
-// The first chat window of a run opens in the middle of the screen, whatever the settings say.
+// The first chat window of a run opens centred, whatever the settings say.
 void CentreChatWindow(const WindowPlace& screen) {
   gChatLeft = ToInt32(screen.width / 2.0 - kChatWidth / 2.0);
   gChatTop = ToInt32(screen.height / 2.0 - kChatHeight / 2.0);
@@ -49,8 +49,8 @@ void CentreChatWindow(const WindowPlace& screen) {
   gChatHeight = kChatHeight;
 }
 
-// Packets arrive meanwhile and fill the roster. Boxes that they cause wait for the main loop: a copy that starts at
-// logon must join the network also when nobody sits at the desk to close a box.
+// Incoming packets fill the roster. Message boxes that they cause are posted for the main loop: a copy that starts at
+// logon must join the network unattended.
 void Listen() {
   StartTicks();
   while (ElapsedTicks(gTicks) < kListenTime) {
@@ -59,7 +59,7 @@ void Listen() {
   }
 }
 
-// Takes part under a name that nobody lists, to hear who is there.
+// Joins under a hidden name, which nobody lists, to learn who is online.
 void JoinQuietly(Program& program) {
   gStarting = -1;
   program.ShowSplash();
@@ -91,7 +91,7 @@ void JoinUnderScreenName(Program& program) {
   program.HideSplash();
 }
 
-// Whatever the process still sends or saves is the user's, and not that of a copy that listens.
+// Restores the user's name first, so that nothing is sent or saved under the hidden one.
 void ReportNotLoaded(const RuntimeError& error) {
   gCurName = gUserName;
   WriteLog("Unable to load: " + NumberAndDescription(error));
@@ -104,7 +104,7 @@ void Leave(Program& program) {
   program.RemoveTray();
   SetRunAtLogon(gRunAtLogon);
   WriteLog("Quillon unloaded");
-  ShowPostedBoxes();  // the last chance to say that this line could not be written
+  ShowPostedBoxes();  // in case that line could not be written
   RunPendingEvents();
 }
 
@@ -127,9 +127,9 @@ void Main(Program& program, std::string_view arguments) {
 }
 
 void ShutDown(Program& program) {
-  static bool underWay = false;  // the events that run meanwhile may ask for the end once more
-  if (underWay) return;
-  underWay = true;
+  static bool shuttingDown = false;  // pending events may request shutdown again
+  if (shuttingDown) return;
+  shuttingDown = true;
   try {
     Leave(program);
   } catch (...) {
@@ -138,7 +138,7 @@ void ShutDown(Program& program) {
     program.RemoveTray();
   }
   EndProcess();
-  underWay = false;  // reached in tests alone
+  shuttingDown = false;  // reached in tests only
 }
 
 bool NameInUse(const Roster& roster, std::string_view name) {

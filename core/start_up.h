@@ -1,4 +1,4 @@
-// The way into the program and the single way out of it.
+// Start-up and shutdown.
 #pragma once
 
 #include <string_view>
@@ -7,27 +7,27 @@
 
 namespace core {
 
-// Starts the program: refuses a second copy, reads settings and language, listens to the network for ten seconds,
-// checks the screen name and joins. `arguments` is the command line without the program's own path. A failure is
-// logged, shown, and leaves what was loaded as it is.
+// Starts the program: refuses a second copy, loads settings and language, listens to the network for ten seconds,
+// checks the screen name and joins. `arguments` is the command line without the program's path. A failure is logged and
+// shown; what was loaded stays.
 void Main(Program& program, std::string_view arguments);
 
-// Saves the settings, leaves the network, removes the icon, sets the logon entry, logs and ends the process. A second
-// call while it runs does nothing. When the settings cannot be saved the error is shown and the process ends without
-// the remaining steps, but with the icon removed.
+// Saves the settings, leaves the network, removes the icon, updates the logon entry, logs, and ends the process. A
+// re-entrant call does nothing. When the settings cannot be saved, shows the error, removes the icon and ends the
+// process.
 void ShutDown(Program& program);
 
-// True when another copy uses the name: at least one row bears it, ignoring case; at least two when it is exactly the
-// name that this copy already uses.
+// True when another copy uses the name: at least one row has it, ignoring case, or at least two when it is exactly the
+// current name of this copy.
 bool NameInUse(const Roster& roster, std::string_view name);
 
-// True when the word "safe" stands anywhere in the text, in any case.
+// True when the text contains "safe", in any case.
 bool AsksForSafeMode(std::string_view arguments);
 
-// Listening period, milliseconds.
+// Duration of the listening, milliseconds.
 inline constexpr int kListenTime = 10000;
 
-// Size of the first chat window of a run, twips; it opens centred.
+// Size of the first chat window of a run, which opens centred; twips.
 inline constexpr int kChatWidth = 2500, kChatHeight = 3800;
 
 }  // namespace core

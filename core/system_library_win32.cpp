@@ -13,12 +13,12 @@ using SetSearch = BOOL(WINAPI*)(DWORD folders);
 
 void SearchSystemLibrariesOnly() {
   ::SetDllDirectoryA("");
-  // Missing in a Windows 7 without its updates, so it cannot be linked.
+  // Looked up at run time, because Windows 7 without updates lacks it.
   const auto function = ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories");
   if (function) reinterpret_cast<SetSearch>(reinterpret_cast<void (*)()>(function))(kSystemFolderOnly);
 }
 
-// What the library itself needs is then looked for beside it first.
+// LOAD_WITH_ALTERED_SEARCH_PATH makes the library's own dependencies come from its folder first.
 HMODULE LoadSystemLibrary(const char* name) {
   char folder[MAX_PATH];
   const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);

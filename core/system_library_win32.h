@@ -1,16 +1,16 @@
-// Libraries of the system that are loaded while the program runs. The program's folder may be writable for others, so
-// no file beside the program may take the place of one of them.
+// Loading of system libraries at run time. The program's folder may be writable for others, so a file in it must never
+// be loaded in place of a system library.
 #pragma once
 
 #include <windows.h>
 
 namespace core {
 
-// From now on libraries are looked for in the system's folder only, neither beside the program nor in the current
-// folder. Before the first window: the system loads libraries for some of them.
+// Restricts the search for libraries to the system's folder. To be called before the first window, since the system may
+// load libraries for it.
 void SearchSystemLibrariesOnly();
 
-// Loads a library by its full path and keeps it; null when the system has none of that name.
+// Loads a library from the system's folder by its full path and never frees it; null when there is none of that name.
 HMODULE LoadSystemLibrary(const char* name);
 
 }  // namespace core

@@ -13,7 +13,7 @@ constexpr auto kNone = std::string_view::npos;
 
 constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15u;  // odd, with well-spread bits
 
-// The clock and the place where the system loaded this program: enough that nobody on the network knows it.
+// From the clock and the load address: nobody on the network can guess it.
 const std::uint64_t kSeed = (static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
                              reinterpret_cast<std::uintptr_t>(&kSeed)) *
                             kGoldenRatio;
@@ -49,7 +49,7 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   return true;
 }
 
-// The code page tells lower forms only: the capital is the other letter with the same one.
+// The code page has lower-case forms only: the capital is the other letter with the same one.
 std::string UpperCase(std::string_view letter) {
   const CodePage& page = SystemCodePage();
   std::string_view rest = letter;
@@ -117,7 +117,7 @@ std::size_t NameHash::operator()(std::string_view name) const {
   std::uint64_t hash = kSeed;
   const auto add = [&hash](Letter folded) {
     hash = (hash ^ folded) * kGoldenRatio;
-    // Or the low byte would depend on a few bits of the seed only, and collisions could be computed.
+    // Otherwise the low byte would depend on a few bits of the seed only, and collisions could be computed.
     hash ^= hash >> 32;
   };
   if (page.HasPairs()) {

@@ -1,5 +1,5 @@
-// Small operations on ANSI text. Text is bytes of the system's code page from the wire to the control, and a letter of
-// it has one byte or two (core/code_page.h).
+// Operations on ANSI text. From the wire to the control, text is bytes in the system's code page, whose letters have
+// one or two bytes (core/code_page.h).
 #pragma once
 
 #include <cstddef>
@@ -9,37 +9,37 @@
 
 namespace core {
 
-// Without the blanks (0x20 only) at both ends: tabs and line ends are content.
+// Removes blanks (0x20 only) at both ends: tabs and line ends are content.
 std::string_view Trim(std::string_view text);
 
-// By the code page, so that accented letters fold too. Bytes that are no letters stay as they are.
+// By the code page, so that accented letters are folded too. Invalid bytes are unchanged.
 std::string LowerCase(std::string_view text);
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
-// The capital of a letter; the letter itself when it has none or is one.
+// The capital of a letter; the letter itself when there is none.
 std::string UpperCase(std::string_view letter);
 
-// The letter that a text begins with, empty for the empty text.
+// The first letter of a text; empty for an empty text.
 std::string_view FirstLetter(std::string_view text);
 
-// As many of a text's first letters as stand in so many bytes.
+// As many whole letters from the beginning of a text as fit into so many bytes.
 std::string_view LeadingLetters(std::string_view text, std::size_t bytes);
 
-// Where a text of plain ASCII stands in another, by letters: a "|" that is the second byte of one is none. `start` is
-// the beginning of a letter. npos when it does not.
+// The position of an ASCII text in another one, npos if not found. Trail bytes do not match: a "|" that is one is no
+// bar. `start` must be the beginning of a letter.
 std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start = 0);
 std::size_t FindLast(std::string_view text, std::string_view ascii);
 
-// The pieces between vertical bars. An empty last piece does not count, so "F|anna|bob" and "F|anna|bob|" both give
-// three; the empty text gives none.
+// Splits at vertical bars. An empty last field is dropped: "F|anna|bob" and "F|anna|bob|" both have three. An empty
+// text has none.
 std::vector<std::string_view> BarFields(std::string_view text);
 
-// Piece number index (from 0) between vertical bars, the empty text when there are fewer.
+// The field with this index, from 0; empty when there are fewer.
 std::string_view BarField(std::string_view text, std::size_t index);
 
-// Hashing and comparing names without regard to case, straight from the bytes: no lower-case copy is made, so a look-up
-// costs no allocation. Both are transparent: a container of strings can be searched with a view. The hash differs from
-// run to run, so that names cannot be prepared elsewhere to fall into one bucket.
+// Case-insensitive hash and comparison of names. They fold byte by byte, so a lookup allocates nothing, and they are
+// transparent: a container of strings can be searched with a view. The hash is seeded per run, so that nobody can
+// prepare names that collide.
 struct NameHash {
   using is_transparent = void;
   std::size_t operator()(std::string_view name) const;

@@ -1,5 +1,5 @@
-// Text for the calls of Windows that take Unicode: those that draw or measure bytes read them by the script of the
-// font, which need not be that of the system's code page.
+// Unicode text for drawing and measuring: the ANSI functions decode bytes by the font's character set, which may differ
+// from the system's code page.
 #pragma once
 
 #include <windows.h>
@@ -9,7 +9,7 @@
 
 namespace core {
 
-// No letter has more units of Unicode than bytes.
+// Decodes text of the system's code page. No letter has more UTF-16 units than bytes.
 inline std::wstring Wide(std::string_view text) {
   std::wstring wide(text.size(), L'\0');
   const int bytes = static_cast<int>(text.size());

@@ -164,7 +164,7 @@ bool TrayIcon::Send(DWORD message, UINT flags) {
 LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto self = reinterpret_cast<TrayIcon*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA));
   if (self && message == kCallback) {
-    if (!core::PutOff(hwnd, message, wParam, lParam)) self->MouseMove(LOWORD(lParam));
+    if (!core::DeferDuringDispatch(hwnd, message, wParam, lParam)) self->MouseMove(LOWORD(lParam));
     return 0;
   }
   if (self && message == WM_TIMER && self->active_) core::Guarded([self] { self->TryAgain(); });

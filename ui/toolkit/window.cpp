@@ -171,7 +171,7 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
   // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
   const auto keep = self ? self->weak_from_this().lock() : nullptr;
   if (!keep) return ::DefWindowProcA(hwnd, message, wParam, lParam);
-  if (IsCommand(message, wParam) && core::PutOff(hwnd, message, wParam, lParam)) return 0;
+  if (IsCommand(message, wParam) && core::DeferDuringDispatch(hwnd, message, wParam, lParam)) return 0;
   const LRESULT result = core::Guarded([&] { return self->Handle(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     SetObject(hwnd, nullptr);
