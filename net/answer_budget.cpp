@@ -43,8 +43,8 @@ bool AnswerBudget::Settle(std::int32_t now) {
   return repeats;
 }
 
-// Only what others list is worth a repetition: who is hidden, here or there, forgets everything after his ten seconds.
-// While newcomers keep asking, each answer repeats the one before.
+// Repeated only between listed copies: a hidden one discards everything after ten seconds. While newcomers keep asking,
+// each answer serves as the repetition of the one before.
 void AnswerBudget::RepeatLater(bool listed, std::int32_t now) {
   if (listed_ && listed && names_ > limits_.fewNames) again_ = After(limits_.repetition, now);
 }
@@ -75,8 +75,8 @@ std::uint32_t AnswerBudget::FullDelay() const {
   return static_cast<std::uint32_t>(std::min<std::uint64_t>(delay, limits_.longestDelay));
 }
 
-// Nobody waits for the answer of a hidden copy, and it must come when all others have given theirs: each of them that
-// it reached earlier would have to answer twice.
+// Nobody needs the answer of a hidden copy soon, and it should come after all others: every copy that it reached
+// earlier would have to answer twice.
 AnswerLimits::Span AnswerBudget::Delay() const {
   const std::uint32_t longest = limits_.longestDelay;
   if (!listed_) return {longest - longest / 3, longest};
@@ -84,7 +84,7 @@ AnswerLimits::Span AnswerBudget::Delay() const {
   return {most / 3, most};
 }
 
-// Nothing lies further ahead than the longest delay, unless the clock has jumped; then it is due.
+// Nothing is further ahead than the longest delay unless the clock has jumped; it is due then.
 std::uint32_t AnswerBudget::Left(std::int32_t time, std::int32_t now) const {
   const std::uint32_t left = core::TicksSince(now, time);
   return left <= limits_.longestDelay ? left : 0;

@@ -1,6 +1,6 @@
-// When a copy answers newcomers: at once and each of their packets, while its budget lasts. An answer is a broadcast:
-// one that goes out after ten newcomers were heard serves all ten. So beyond the budget an answer is owed: it follows
-// within two seconds, at a random time, and serves everybody who asked until then.
+// Decides when a copy answers newcomers. While its budget lasts, each of their packets is answered at once. An answer
+// is a broadcast, so one answer serves all newcomers heard before it: beyond the budget an answer is owed, to be sent
+// within two seconds, at a random time, and it serves everybody who asked until then.
 #pragma once
 
 #include <cstddef>
@@ -10,68 +10,68 @@
 
 namespace net {
 
-// Times are milliseconds. bench/segment_simulation shows what these numbers do to segments of two to a thousand copies.
+// Times are milliseconds. bench/segment_simulation measures these values on segments of two to a thousand copies.
 struct AnswerLimits {
   struct Span {
     std::uint32_t least, most;
   };
 
-  // With up to so many names (the own one is among them, and perhaps one that ended without leaving) a start costs
-  // little although everybody answers everything: about 9 n^2 packets among n copies.
+  // Up to so many names (including the own one, and perhaps one that ended without leaving) everybody answers
+  // everything: a start among n copies takes about 9 n^2 packets.
   std::size_t fewNames = 6;
 
-  // Even then an endless stream of newcomers must not be answered with three times as much. Five copies that are
-  // switched on together take 68 answers from one that runs already.
+  // Limits the answers to a flood of newcomers, each of which takes three packets. Five copies started together need 68
+  // answers from one that runs already.
   std::uint32_t maxAtOnce = 72;
 
-  // Among more, all copies together answer so many at once: 255 packets, since the smallest receive buffer in use,
-  // 64 kB, holds 256. With 16 for each copy among up to forty, and one second's worth beyond, a start among twenty
-  // would take 72 packets for each copy, not 37, and among two hundred old machines would lose 160 of the answers.
+  // Among more names, all copies together answer so many at once: 255 packets, since the smallest receive buffer in
+  // use, 64 kB, holds 256. Larger budgets were worse: with 16 for each copy among up to forty, and one second's worth
+  // beyond, a start among twenty takes 72 packets for each copy, not 37, and two hundred old machines lose 160 of the
+  // answers.
   std::size_t maxAtOnceOfAll = 85;
 
-  // Refills one of them; among many it takes as long as the longest delay below.
+  // Refills one answer; among many names a refill takes as long as the longest delay below.
   std::uint32_t refillTime = 1000 / 16;
 
-  // An answer is owed for a third to the whole of a delay that grows with the names. Then all copies together send
-  // about 2,000 packets a second: when asked once they spread over two thirds of it, and when asked all the time they
-  // answer each two thirds of it, on average.
+  // An owed answer is sent after a random time between a third of the delay and the whole, and the delay is
+  // proportional to the number of names. So all copies together send about 2,000 packets a second: asked once, they
+  // spread over two thirds of the delay; asked continuously, each answers every two thirds of it on average.
   std::uint32_t microsecondsPerName = 2250;
-  // The packets of one start arrive within milliseconds, and so do leaving and joining again: one answer for all.
+  // Long enough to serve all packets of one start, or of leaving and joining again, with one answer.
   std::uint32_t shortestDelay = 250;
-  // Two seconds, less what the timer of a busy machine may be late.
+  // Two seconds, less the latency of a timer on a busy machine.
   std::uint32_t longestDelay = 1800;
 
-  // Nobody notices a lost packet, and where a thousand hear it one of them will lose it. So a copy that has joined, or
-  // has answered somebody who did, says its presence once more.
+  // Packets get lost, and among a thousand receivers almost surely somewhere. So a copy repeats its answer once after
+  // it has joined, and after it has answered somebody who joined.
   Span repetition{.least = 1000, .most = 1500};
 };
 
 enum class Answer {
   Now,      // to be sent at once
-  Owed,     // from now on, until Settle
-  Gathered  // served by what is owed already
+  Owed,     // to be sent by Settle
+  Gathered  // served by the answer that is owed already
 };
 
-// The clock is an argument: a tick count as core::TickCount gives it. It may wrap around or jump, as it does when the
-// machine sleeps; then an answer comes early.
+// The time is an argument, a tick count as core::TickCount returns it. It may wrap around, or jump when the machine
+// sleeps; an answer is then early.
 class AnswerBudget {
  public:
   explicit AnswerBudget(const AnswerLimits& limits) : limits_(limits) {}
 
-  // A stay on the network begins, under a name that others list or under a hidden one. Copies with different seeds
-  // choose different times.
+  // Begins a stay on the network, under a listed or a hidden name. Different seeds make copies choose different times.
   void Begin(bool listed, std::size_t seed, std::int32_t now);
 
-  // The stay ends, and with it what is owed.
+  // Ends the stay and drops what is owed.
   void End() { owed_ = again_ = joined_ = std::nullopt; }
 
-  // A newcomer wants an answer: one who is listed from now on, or a hidden one. `names` tells how many are heard.
+  // Requests an answer to a newcomer, who is listed or hidden. `names` is the number of names heard.
   Answer Ask(bool listed, std::size_t names, std::int32_t now);
 
   // True when an answer is to be sent now.
   bool Settle(std::int32_t now);
 
-  // Milliseconds until Settle is to be called; nothing when there is no need.
+  // Milliseconds until Settle must be called; nothing when nothing is due.
   std::optional<std::uint32_t> Wait(std::int32_t now) const;
 
  private:
@@ -90,10 +90,10 @@ class AnswerBudget {
   std::minstd_rand random_;
   bool listed_ = false;    // the own name
   std::size_t names_ = 0;  // at the last question
-  std::size_t taken_ = 0;  // answers at once, less the refilled ones
+  std::size_t taken_ = 0;  // immediate answers, less those refilled
   std::int32_t refilled_ = 0;
 
-  // When an answer is due, when the last one is repeated, and when the joining is.
+  // When the answer that is owed, the repetition of the last one, and that of the joining are due.
   Time owed_, again_, joined_;
   bool owedToListed_ = false;
 };

@@ -13,28 +13,26 @@ namespace {
 
 constexpr char kClassName[] = "sktBC";
 constexpr UINT kReadable = WM_APP;
-constexpr UINT_PTR kRestTimer = 1, kWakeTimer = 2, kRetryTimer = 3;
+constexpr UINT_PTR kThrottleTimer = 1, kWakeTimer = 2, kRetryTimer = 3;
 
 constexpr int kLargestDatagram = 65535;
 
-// Thousands of copies may answer at once, or a user's windows may take their time: what arrives meanwhile waits here,
-// with the system's own cost per datagram on top.
+// Large enough for the answers of thousands of copies while the program is busy, including the system's overhead for
+// each datagram.
 constexpr int kReceiveBuffer = 8 * 1024 * 1024;
-constexpr int kSendBuffer = 1024 * 1024;  // an alert for each of a crowd of recipients
+constexpr int kSendBuffer = 1024 * 1024;  // an alert to many recipients is one datagram for each
 
-// What one window message may read, in datagrams and time, and how often the other events get their chance. Messages of
-// the socket are posted ones, and Windows serves those before input, painting and timers: a steady stream of datagrams
-// would freeze the windows.
+// Limits on what one notification reads, and the interval at which other events are handled. Notifications are posted
+// messages, which Windows delivers before input, painting and timers: a steady stream of them would freeze the windows.
 constexpr int kMaxPerMessage = 64;
 constexpr std::chrono::milliseconds kMaxTime{8};
-constexpr std::chrono::milliseconds kTurn{15};
-constexpr UINT kRestTime = 10;     // milliseconds
-constexpr UINT kRetryTime = 1000;  // milliseconds, while the network is out
+constexpr std::chrono::milliseconds kYieldInterval{15};
+constexpr UINT kThrottleTime = 10;  // milliseconds
+constexpr UINT kRetryTime = 1000;   // milliseconds, while the network is down
 
-// Datagrams come in a crowd when the next message follows so soon, and while there is more than one to read. Only then
-// is the socket asked again and again until it is empty: in quiet times the second question would cost as much as the
-// first and find nothing.
-constexpr std::chrono::microseconds kCrowd{200};
+// Arrivals closer than this count as a burst, and so does more than one datagram per notification. Only then is the
+// socket drained: at other times the extra recv would cost as much as the first and find nothing.
+constexpr std::chrono::microseconds kBurstGap{200};
 
 struct SocketError {
   int number;
@@ -66,8 +64,8 @@ core::RuntimeError ErrorOf(int number) {
 
 [[noreturn]] void Fail(int number) { throw ErrorOf(number); }
 
-// Of a cable that is out, a machine between two networks, or more than the system can send at once.
-bool WillPass(int number) {
+// Errors of an unplugged cable, a change of networks, or a full send buffer.
+bool IsTemporary(int number) {
   return number == WSAENETDOWN || number == WSAENETUNREACH || number == WSAEHOSTUNREACH || number == WSAEADDRNOTAVAIL ||
          number == WSAENOBUFS || number == WSAEWOULDBLOCK;
 }
@@ -105,7 +103,7 @@ void BroadcastSocket::Open(int port) {
   CreateMessageWindow();
   socket_ = ::socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
   if (socket_ == INVALID_SOCKET) Fail(::WSAGetLastError());
-  SetOption(socket_, SO_REUSEADDR, 1);  // the copies of two users of one machine share the port
+  SetOption(socket_, SO_REUSEADDR, 1);  // copies of several users on one machine share the port
   SetOption(socket_, SO_BROADCAST, 1);
   SetOption(socket_, SO_RCVBUF, kReceiveBuffer);
   SetOption(socket_, SO_SNDBUF, kSendBuffer);
@@ -121,29 +119,28 @@ void BroadcastSocket::Open(int port) {
 void BroadcastSocket::Close() {
   if (socket_ == INVALID_SOCKET) return;
   ::closesocket(std::exchange(socket_, INVALID_SOCKET));
-  EndRest();
-  ForgetUnsent();
+  StopThrottling();
+  ClearUnsent();
   ::KillTimer(hwnd_, kWakeTimer);
 }
 
-// Behind what waits already: a name must be told before its texts.
+// Queued behind unsent datagrams, to keep the order: a name is announced before its texts.
 void BroadcastSocket::Send(std::string_view bytes) {
   if (socket_ == INVALID_SOCKET) return;
   if (!unsent_.empty() || !SendOne(bytes)) SendLater(bytes);
 }
 
-// False when the network refuses it for now. An outage is noted once, however much is sent while it lasts.
+// False on a temporary failure. An outage is logged once.
 bool BroadcastSocket::SendOne(std::string_view bytes) {
   const bool sent = ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0,
                              reinterpret_cast<const sockaddr*>(&everybody_), sizeof everybody_) != SOCKET_ERROR;
   const int error = sent ? 0 : ::WSAGetLastError();
-  const bool wasOut = std::exchange(networkIsOut_, WillPass(error));
-  if (networkIsOut_ && !wasOut) core::WriteLog("Unable to send: " + core::NumberAndDescription(ErrorOf(error)));
-  return !networkIsOut_;
+  const bool wasDown = std::exchange(networkIsDown_, IsTemporary(error));
+  if (networkIsDown_ && !wasDown) core::WriteLog("Unable to send: " + core::NumberAndDescription(ErrorOf(error)));
+  return !networkIsDown_;
 }
 
-// Nobody repeats a datagram. What is said while the cable is out, the joining of a machine that was started without a
-// network above all, would never be known to anybody.
+// Nothing repeats a datagram. Without this queue, a machine that starts before its network is up would never be listed.
 void BroadcastSocket::SendLater(std::string_view bytes) {
   if (unsent_.size() >= kMaxUnsent || unsentBytes_ + bytes.size() > kMaxUnsentBytes) return;
   unsent_.emplace_back(bytes);
@@ -156,16 +153,16 @@ void BroadcastSocket::SendUnsent() {
     unsentBytes_ -= unsent_.front().size();
     unsent_.pop_front();
   }
-  if (unsent_.empty()) ForgetUnsent();
+  if (unsent_.empty()) ClearUnsent();
 }
 
-void BroadcastSocket::ForgetUnsent() {
+void BroadcastSocket::ClearUnsent() {
   ::KillTimer(hwnd_, kRetryTimer);
   unsent_.clear();
   unsentBytes_ = 0;
 }
 
-// A timer of the system comes after everything that was posted: in a burst reading goes first.
+// WM_TIMER has the lowest priority, so during a burst reading goes first.
 void BroadcastSocket::WakeIn(std::uint32_t milliseconds) {
   if (socket_ != INVALID_SOCKET) ::SetTimer(hwnd_, kWakeTimer, milliseconds, nullptr);
 }
@@ -196,41 +193,41 @@ LRESULT CALLBACK BroadcastSocket::Procedure(HWND hwnd, UINT message, WPARAM wPar
   return 0;
 }
 
-// A message may be older than the socket that is open now, or come while there is none. Reading answers the system's
-// next message, so one that is passed over during a rest is made up for when the rest ends.
+// A notification may belong to a closed socket: ignore it. Notifications skipped while throttled are made up for by the
+// timer's read.
 void BroadcastSocket::Handle(UINT message, WPARAM wParam) {
   if (message == WM_TIMER && wParam == kWakeTimer) {
     Wake();
   } else if (message == WM_TIMER && wParam == kRetryTimer) {
     SendUnsent();
   } else if (message == WM_TIMER) {
-    EndRest();
+    StopThrottling();
     Read();
-  } else if (!resting_ && static_cast<SOCKET>(wParam) == socket_) {
+  } else if (!throttled_ && static_cast<SOCKET>(wParam) == socket_) {
     Read();
   }
 }
 
 void BroadcastSocket::Read() {
   const auto start = Clock::now();
-  const int most = lastCount_ > 1 || start - lastRead_ < kCrowd ? kMaxPerMessage : 1;
-  if (most > 1) ForgetMessages();
+  const int maxCount = lastCount_ > 1 || start - lastRead_ < kBurstGap ? kMaxPerMessage : 1;
+  if (maxCount > 1) DropNotifications();
   int count = 0;
-  while (count < most && ReadOne() && Clock::now() - start < kMaxTime) ++count;
+  while (count < maxCount && ReadOne() && Clock::now() - start < kMaxTime) ++count;
   lastCount_ = count;
   lastRead_ = Clock::now();
   YieldToMessageLoop();
 }
 
-// Each datagram read brings a message of its own while there are more. Those that piled up would stand before
-// everything else that was posted, a chosen menu command say, for as long as a flood lasts.
-void BroadcastSocket::ForgetMessages() const {
+// Each recv posts another notification while there is more to read. During a flood the accumulated ones would delay
+// every other posted message, such as a menu command.
+void BroadcastSocket::DropNotifications() const {
   MSG message;
   while (::PeekMessageA(&message, hwnd_, kReadable, kReadable, PM_REMOVE)) {
   }
 }
 
-// False when nothing waits. A datagram that cannot be read is lost, and an empty one says nothing.
+// False when there is nothing to read. Unreadable and empty datagrams are skipped.
 bool BroadcastSocket::ReadOne() {
   if (socket_ == INVALID_SOCKET) return false;
   const int length = ::recv(socket_, buffer_.get(), kLargestDatagram, 0);
@@ -238,29 +235,29 @@ bool BroadcastSocket::ReadOne() {
   return length >= 0 || ::WSAGetLastError() != WSAEWOULDBLOCK;
 }
 
-// Input must reach the loop that waits for it, which may be that of an open menu: the reading stops for a while. Timers
-// and painting are the same whoever dispatches them, and resting for each of the program's timers would cost half of
-// the speed. Looks now and then only, because asking is not cheap.
+// Input must reach the loop that waits for it, which may be that of an open menu, so reading is throttled. Timers and
+// painting can be handled here; throttling for them would halve the throughput. GetQueueStatus is expensive, hence the
+// interval.
 void BroadcastSocket::YieldToMessageLoop() {
-  if (lastRead_ - lastTurn_ < kTurn) return;
-  lastTurn_ = lastRead_;  // a timer that lets events run must not come back here
+  if (lastRead_ - lastYield_ < kYieldInterval) return;
+  lastYield_ = lastRead_;  // a timer that runs events must not re-enter
   const DWORD waiting = HIWORD(::GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER));
   if (waiting & QS_INPUT)
-    resting_ = ::SetTimer(hwnd_, kRestTimer, kRestTime, nullptr) != 0;
+    throttled_ = ::SetTimer(hwnd_, kThrottleTimer, kThrottleTime, nullptr) != 0;
   else if (waiting != 0)
     core::RunTimersAndPainting();
-  lastTurn_ = Clock::now();
+  lastYield_ = Clock::now();
 }
 
 void BroadcastSocket::Wake() {
   ::KillTimer(hwnd_, kWakeTimer);
-  if (socket_ != INVALID_SOCKET) wake_();  // the message may be older than the closing
+  if (socket_ != INVALID_SOCKET) wake_();  // a timer message may arrive after Close
 }
 
-void BroadcastSocket::EndRest() {
-  if (!resting_) return;
-  ::KillTimer(hwnd_, kRestTimer);
-  resting_ = false;
+void BroadcastSocket::StopThrottling() {
+  if (!throttled_) return;
+  ::KillTimer(hwnd_, kThrottleTimer);
+  throttled_ = false;
 }
 
 }  // namespace net

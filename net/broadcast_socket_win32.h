@@ -1,5 +1,5 @@
-// sktBC on Winsock: one UDP socket, event-driven through a window message, so that datagrams are read between other
-// window events.
+// The broadcast socket sktBC: one UDP socket that notifies through a window message, so that datagrams are read between
+// other window events.
 #pragma once
 
 #include <winsock2.h>
@@ -20,12 +20,11 @@ class BroadcastSocket : public DatagramPort {
  public:
   using Arrival = std::function<void(std::string_view)>;
 
-  // So much waits at most while the network is out.
+  // Limits of the queue of unsent datagrams while the network is down.
   static constexpr std::size_t kMaxUnsent = 100, kMaxUnsentBytes = 1024 * 1024;
 
-  // Hands every datagram to `arrival`, on this thread, from the message loop. `arrival` may let events run: what is
-  // read meanwhile is handed over at once, from inside, and the bytes of the outer datagram are then gone.
-  // `wake` is what WakeIn calls.
+  // Calls `arrival` for every datagram, on this thread, from the message loop. If `arrival` runs events, datagrams that
+  // are read then cause nested calls, and the bytes of the outer datagram are overwritten. WakeIn calls `wake`.
   explicit BroadcastSocket(
       Arrival arrival, std::function<void()> wake = [] {});
   ~BroadcastSocket() override;
@@ -46,14 +45,14 @@ class BroadcastSocket : public DatagramPort {
   void CreateMessageWindow();
   void Read();
   bool ReadOne();
-  void ForgetMessages() const;
+  void DropNotifications() const;
   void YieldToMessageLoop();
-  void EndRest();
+  void StopThrottling();
   void Wake();
   bool SendOne(std::string_view bytes);
   void SendLater(std::string_view bytes);
   void SendUnsent();
-  void ForgetUnsent();
+  void ClearUnsent();
 
   Arrival arrival_;
   std::function<void()> wake_;
@@ -62,12 +61,12 @@ class BroadcastSocket : public DatagramPort {
   SOCKET socket_ = INVALID_SOCKET;
   HWND hwnd_ = nullptr;
   bool winsockStarted_ = false;
-  bool resting_ = false;
-  bool networkIsOut_ = false;
+  bool throttled_ = false;
+  bool networkIsDown_ = false;
   std::deque<std::string> unsent_;
   std::size_t unsentBytes_ = 0;
-  int lastCount_ = 0;  // of datagrams that one message brought
-  Clock::time_point lastRead_{}, lastTurn_{};
+  int lastCount_ = 0;  // datagrams read on the last notification
+  Clock::time_point lastRead_{}, lastYield_{};
 };
 
 }  // namespace net

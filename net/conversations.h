@@ -12,14 +12,14 @@ class ChatWindow {
  public:
   virtual ~ChatWindow() = default;
 
-  // Shows one line when the sender, or everybody, takes part in this window; false when not.
+  // Shows a line if the sender, or "(All)", is a participant of this window; false otherwise.
   virtual bool AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) = 0;
 
-  // Takes a participant out, if present.
+  // Removes a participant, if present.
   virtual void RemoveUser(std::string_view name) = 0;
 
-  // Icons of the participants anew; the names offered for adding anew. Both are called after every packet and cost
-  // nothing when the roster has not changed since.
+  // Update the icons of the participants, and the names offered for adding. Called on every packet, so they must return
+  // at once when the roster has not changed.
   virtual void RefUserList() = 0;
   virtual void RefListOfUsers() = 0;
 };
@@ -28,15 +28,15 @@ class Conversations {
  public:
   virtual ~Conversations() = default;
 
-  // Every open chat window in order of creation. Whoever lets a window act on what it is told (it may close, or another
-  // may open) walks a copy; a closed window refuses lines and ignores the rest.
+  // Every open chat window in order of creation. Iterate over a copy when a call may close or open a window. A closed
+  // window refuses lines and ignores everything else.
   virtual const std::vector<std::shared_ptr<ChatWindow>>& ChatWindows() const = 0;
 
-  // Opens a chat window; participants are names parted by bars. It lets pending events run once. Null while too
-  // many chat windows are open.
+  // Opens a chat window; participants are names separated by bars. Runs pending events. Null when too many chat windows
+  // are open.
   virtual std::shared_ptr<ChatWindow> OpenChat(std::string_view participants) = 0;
 
-  // Shows an alert in a popup of its own; the kind chooses its picture: 0 to everybody, 1 private.
+  // Shows an alert in a new popup; the kind selects the picture: 0 for an alert to everybody, 1 for a private one.
   virtual void ShowAlert(std::string_view text, std::string_view sender, int iconKind) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The broadcast socket as the send operations see it.
+// The interface of the broadcast socket.
 #pragma once
 
 #include <cstdint>
@@ -10,18 +10,18 @@ class DatagramPort {
  public:
   virtual ~DatagramPort() = default;
 
-  // Binds 0.0.0.0:port for receiving and sends to 255.255.255.255:port. Throws core::RuntimeError with the number and
-  // a plain description of the network's refusal. An open port is closed first.
+  // Binds 0.0.0.0:port for receiving; sends go to 255.255.255.255:port. Closes an open port first. Throws
+  // core::RuntimeError with the number and text of the socket's error.
   virtual void Open(int port) = 0;
 
-  // Nothing happens when it is closed.
+  // Does nothing when the port is closed.
   virtual void Close() = 0;
 
-  // One datagram. Failures and a closed port are silent: nobody waits for an answer. What is sent while there is no
-  // network goes out when there is one again.
+  // Sends one datagram. Failures and a closed port are ignored. Datagrams sent while the network is down are queued
+  // until it is up again.
   virtual void Send(std::string_view bytes) = 0;
 
-  // Has the owner of the port called after so many milliseconds, or a little later, while it is open. A second call
+  // Calls the owner back after so many milliseconds or a little later, unless the port is closed by then. A second call
   // replaces the first one.
   virtual void WakeIn(std::uint32_t milliseconds) = 0;
 };

@@ -14,12 +14,12 @@
 namespace net {
 namespace {
 
-constexpr int kTakesChats = 0;   // the own state in which chat lines are shown
-constexpr int kTakesAlerts = 1;  // and the last one in which alerts are
+constexpr int kTakesChats = 0;   // the only state in which chat lines are shown
+constexpr int kTakesAlerts = 1;  // the highest state in which alerts are shown
 
 bool IsOwnName(std::string_view name) { return core::EqualIgnoringCase(name, core::gCurName); }
 
-// The sender's name, a blank, and whatever its language says.
+// The sender's name, a blank, and a text in the sender's language.
 bool IsGreeting(const Packet& packet) {
   const std::string_view text = packet.argument, name = packet.sender;
   return IsKind(packet.kind, kPresence) && text.size() > name.size() && text[name.size()] == ' ' &&
@@ -77,7 +77,7 @@ void Dispatcher::ParsePacket(std::string_view data) {
   roster_.UpdateStat();
 }
 
-// A sender that is not listed. True when it is listed now and its packet counts.
+// Handles a sender that is not listed. True when it is listed now and its packet is to be dispatched.
 bool Dispatcher::Admit(std::string_view sender) {
   if (sender.starts_with(kHiddenMark) && !IsOwnName(sender)) {
     hidden_.Note(sender, core::TickCount());
@@ -94,17 +94,17 @@ void Dispatcher::Answer(std::string_view sender) {
   messenger_.AnswerNewcomer(true, NamesHeard());
 }
 
-// A copy that ended without leaving is still listed when it starts again. It needs answers like any newcomer, and its
-// greeting asks for them. That of an ordinary start comes right after the first packet, which was answered.
+// A copy that ended without leaving is still listed when it starts again, but needs answers like any newcomer: its
+// greeting requests them. The greeting of an ordinary start follows right after the first packet, which was answered.
 void Dispatcher::WelcomeBack(std::string_view sender) {
   if (!answeredLately_.Has(sender, core::TickCount())) Answer(sender);
 }
 
-// The larger number, since a copy is heard under a hidden name first and under its own then.
+// The maximum, not the sum: a copy is heard under a hidden name first and under its own later.
 std::size_t Dispatcher::NamesHeard() const { return std::max(roster_.CountUsers(), hidden_.Count()); }
 
-// Two copies that both still listen under hidden names would answer each other's answers for ever, three packets for
-// each one. So a hidden copy answers another hidden one only on the first packet of a stay on the network.
+// Two copies with hidden names would answer each other's answers forever, three packets for each one. So a hidden copy
+// answers another one only once per stay on the network.
 bool Dispatcher::AnswersHidden(std::string_view sender) {
   if (!core::gCurName.starts_with(kHiddenMark)) return true;
   if (answeredSince_ != messenger_.Openings()) {
@@ -119,7 +119,7 @@ bool Dispatcher::AnswersHidden(std::string_view sender) {
   return true;
 }
 
-// On every packet, so no copy is made of the windows: a refresh neither opens nor closes one.
+// Called on every packet, so the list is not copied: a refresh neither opens nor closes a window.
 void Dispatcher::RefreshChatWindows() {
   for (const auto& window : conversations_.ChatWindows()) {
     window->RefUserList();
@@ -138,7 +138,7 @@ void Dispatcher::TakeState(const Packet& packet) {
   LogUnknownData(packet.argument, packet.sender);
 }
 
-// The own chat lines come back this way into the own windows; the own alerts are not shown to oneself.
+// The user's own chat lines reach the own windows this way, by broadcast; own alerts are not shown.
 void Dispatcher::TakeText(const Packet& packet) {
   if (packet.argument.empty() || roster_.IsBlocked(packet.sender)) return;
   if (!packet.argument.starts_with(kChatMark) && IsOwnName(packet.sender)) return;
@@ -172,7 +172,7 @@ void Dispatcher::ShowChatLine(std::string_view text, std::string_view sender, bo
   }
 }
 
-// Every window that takes part in the conversation shows the line, not only the first one.
+// Every window with the sender as a participant shows the line, not only the first one.
 void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
   const std::int32_t colour = roster_.GetColorForUName(sender);
   const auto windows = conversations_.ChatWindows();

@@ -1,5 +1,4 @@
-// Everything that arrives goes through here: it keeps the roster in step with what is heard, answers newcomers, and
-// routes texts to chat windows and alert popups.
+// Handles everything that arrives: updates the roster, answers newcomers, and routes texts to chat windows and popups.
 #pragma once
 
 #include <cstdint>
@@ -20,25 +19,24 @@ namespace net {
 
 class Dispatcher {
  public:
-  // Of datagrams that wait for a running dispatch at most so many are kept, and of hidden senders at most so many are
-  // answered during one stay under a hidden name; the rest is lost, as datagrams may be.
+  // Limits of the queue of datagrams that arrive during a dispatch, and of the hidden senders answered per stay; what
+  // is beyond them is dropped, as datagrams may be.
   static constexpr std::size_t kMaxWaiting = 10000, kMaxWaitingBytes = 16 * 1024 * 1024;
   static constexpr std::size_t kMaxHiddenNames = 1000, kMaxHiddenBytes = 1024 * 1024;
 
-  // A line that no window could be opened for is noted once for each sender and minute, of so many senders at most.
+  // Lines lost because no window could be opened are logged once per sender and interval, for so many senders at most.
   static constexpr std::uint32_t kLossInterval = 60000;  // milliseconds
   static constexpr std::size_t kMaxLossesNoted = 1000;
 
   Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger);
 
-  // One received datagram; the bytes need not outlive the call. Datagrams that arrive while another is being dispatched
-  // (opening a chat window lets timers run) wait and follow in order. A failure of the dispatch is logged and ends that
-  // packet.
+  // Dispatches one datagram; the bytes need not outlive the call. Datagrams that arrive during a dispatch (opening a
+  // chat window runs timers) are queued and follow in order. A failure is logged and ends that packet only.
   void DataArrived(std::string_view data);
 
   void ParsePacket(std::string_view data);
 
-  // Routes one marked text.
+  // Routes one text by its mark.
   void ShowChatLine(std::string_view text, std::string_view sender, bool isPrivate);
 
   void LogUnknownData(std::string_view data, std::string_view sender);
@@ -72,16 +70,16 @@ class Dispatcher {
   Conversations& conversations_;
   Messenger& messenger_;
 
-  std::string current_;  // the caller may read the next datagram into its buffer while this one is dispatched
+  std::string current_;  // a copy: the caller may reuse its buffer during the dispatch
   std::deque<std::string> waiting_;
   std::size_t waitingBytes_ = 0;
 
-  // Senders, by their hashes, whose lost lines were noted since then (milliseconds).
+  // Hashes of the senders whose lost lines were logged since lossNotedSince_ (a tick count).
   std::unordered_set<std::size_t> lossNoted_;
   std::int32_t lossNotedSince_ = 0;
 
-  // Hidden senders answered since the opening of that number, told apart exactly, as every sender is that is looked up:
-  // _Bob and _bob are two copies that wait for an answer.
+  // Hidden senders answered since the opening with that number. Case-sensitive: _Bob and _bob are two copies that both
+  // need an answer.
   std::unordered_set<std::string, core::NameHash, std::equal_to<>> answered_;
   std::size_t answeredBytes_ = 0;
   unsigned answeredSince_ = 0;

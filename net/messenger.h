@@ -1,4 +1,4 @@
-// The send operations: every other part of the program speaks to the network through these.
+// Everything that the program sends.
 #pragma once
 
 #include <string_view>
@@ -12,34 +12,34 @@ class Messenger {
  public:
   explicit Messenger(DatagramPort& sktBC, const AnswerLimits& limits = {}) : sktBC_(sktBC), answers_(limits) {}
 
-  // A packet from gCurName; an empty command sends nothing.
+  // Sends a packet from gCurName; an empty command sends nothing.
   void SendCmd(std::string_view command);
 
-  // A text to everybody, already carrying its mark.
+  // Sends a text to everybody. It begins with its mark.
   void SendMsg(std::string_view text);
 
-  // "recipient, blank, message": a text to one user. A recipient cannot hold a blank, since the first one ends it.
+  // Sends a text to one user, from "recipient, blank, message". The first blank ends the recipient.
   void SendPrivate(std::string_view line);
 
-  // Joins: opens the port, lets pending events run once, announces colour and state, and greets unless gStarting is
+  // Joins: opens the port, runs pending events, announces colour and state, and sends the greeting unless gStarting is
   // set. Throws the port's error.
   void OpenSocket();
 
-  // Leaves and closes.
+  // Announces leaving and closes the port.
   void CloseSocket();
 
-  // A newcomer is answered with presence, colour and state: at once, or by SendOwed, as the limits want it. For what
-  // the arguments mean see AnswerBudget::Ask.
+  // Answers a newcomer with presence, colour and state: at once or in SendOwed, within the limits. For the arguments
+  // see AnswerBudget::Ask.
   void AnswerNewcomer(bool listed, std::size_t names);
 
-  // What the port wakes its owner for.
+  // Sends the answers that are due. To be called when the port wakes its owner.
   void SendOwed();
 
-  // Own colour and state, as every joining announces them.
+  // Announce the own colour and state.
   void SendColour();
   void SendState();
 
-  // Counts the openings of the socket, so that others can tell one stay on the network from the next.
+  // The number of openings so far, which identifies a stay on the network.
   unsigned Openings() const { return openings_; }
 
  private:

@@ -19,7 +19,7 @@ bool IsKind(std::string_view kind, std::string_view wanted) {
 
 PrivateText SplitPrivate(std::string_view argument) {
   const bool marked = argument.starts_with(kChatMark) || argument.starts_with(kAlertMark);
-  const std::size_t text = marked ? 1 : 0;  // the mark is a byte, though elsewhere it may begin a letter
+  const std::size_t text = marked ? 1 : 0;  // skipped, because it may be a lead byte in the code page
   std::size_t bar = core::FindLast(argument.substr(text), "|");
   if (bar == std::string_view::npos) return {};
   bar += text;
@@ -33,7 +33,7 @@ std::string BuildPacket(std::string_view sender, std::string_view command) {
 }
 
 std::string PrivateCommand(std::string_view line) {
-  line = core::Trim(line);  // else a leading blank would end an empty recipient
+  line = core::Trim(line);  // or a leading blank would make the recipient empty
   const std::size_t blank = line.find(' ');
   const bool found = blank != std::string_view::npos;
   const std::string_view recipient = found ? line.substr(0, blank) : std::string_view();

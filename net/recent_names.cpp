@@ -6,7 +6,7 @@
 namespace net {
 namespace {
 
-constexpr std::uint32_t kForgetInterval = 2500;  // milliseconds; going through all names at each packet would cost much
+constexpr std::uint32_t kForgetInterval = 2500;  // milliseconds; scanning all names on every packet would be slow
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// The senders of the last ten seconds: who takes part under a hidden name, who was answered.
+// A set of names whose entries expire after ten seconds: senders with hidden names, and senders that were answered.
 #pragma once
 
 #include <cstddef>
@@ -10,25 +10,26 @@ namespace net {
 
 class RecentNames {
  public:
-  // A start listens that long, so a hidden copy is gone after it, and nobody comes back sooner.
+  // The listening time of a start: a hidden name is gone after it, and nobody starts again sooner.
   static constexpr std::uint32_t kSpan = 10000;  // milliseconds
 
-  // Further names are not noted: more would change nothing, and invented ones must not fill the memory.
+  // Further names are ignored: they would make no difference, and a flood of invented names must not exhaust the
+  // memory.
   static constexpr std::size_t kMaxNames = 2000;
 
-  // The times are tick counts, which may wrap around.
+  // Times are tick counts and may wrap around.
   void Note(std::string_view name, std::int32_t now);
   bool Has(std::string_view name, std::int32_t now) const;
 
-  // How many were noted lately, give or take those of the last seconds of the span.
+  // The approximate number of names: those that expired within the last seconds are included.
   std::size_t Count() const { return times_.size(); }
 
  private:
   void Forget(std::int32_t now);
 
-  // By their hashes: a name may be as long as a packet, and one that is taken for another loses nothing but an answer.
+  // By hash, because a name may be as long as a packet; a collision costs no more than an answer.
   std::unordered_map<std::size_t, std::int32_t> times_;
-  std::int32_t forgotten_ = 0;  // when the old ones were last removed
+  std::int32_t forgotten_ = 0;  // time of the last removal of expired names
 };
 
 }  // namespace net
