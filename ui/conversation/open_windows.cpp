@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "core/message_box.h"
+
 namespace conversation {
 
 OpenWindows::OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger)
@@ -72,11 +74,17 @@ void OpenWindows::ShowWaitingAlerts() {
   while (auto alert = alerts_.Next(popups_.size())) ShowPopup(std::move(*alert));
 }
 
+// On a desktop that has no more windows to give, the text still comes in a message box, which waits its turn.
 void OpenWindows::ShowPopup(Alert alert) {
   const std::int32_t colour = roster_.GetColorForUName(alert.sender);
-  const auto popup = std::make_shared<FrmPop>(std::move(alert), colour, Commands());
-  popup->onDestroyed = [this, closed = popup.get()] { PopupClosed(closed); };
-  popup->Open();
+  const auto popup = std::make_shared<FrmPop>(alert, colour, Commands());
+  try {
+    popup->Open();
+  } catch (...) {
+    core::PostBox({.text = std::move(alert.text), .title = std::move(alert.sender)});
+    throw;
+  }
+  popup->onDestroyed = [this, closed = popup.get()] { PopupClosed(closed); };  // one that never opened closes nothing
   popups_.push_back(popup);
 }
 
