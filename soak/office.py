@@ -23,9 +23,10 @@ from user import Broken, Monkey, Worker  # noqa: E402
 
 _DAY = 40  # seconds; coming to rest and measuring take what is left of a minute
 _REST = 600  # seconds: the machine may be busy with other things
-# What stays by intention, fonts and pictures say, is there after so many days. Beyond that nothing may grow by more.
+# What stays by intention, fonts and pictures say, is there after so many days. Beyond that nothing may grow by more. Of
+# memory a heap keeps what the busiest moment took, so one day with many windows at once may raise it for good.
 _WARM_UP = 3
-_MARGIN = Figures(memory=8, handles=40, gdi=60, user=120, threads=4)
+_MARGIN = Figures(memory=32, handles=40, gdi=60, user=120, threads=4)
 
 
 class Watched:

@@ -1,0 +1,309 @@
+"""What happens to a desk in months, in minutes: sleep, cables, addresses, routes, desktops, logoffs, full disks, and a
+program that is killed while it saves. Real copies on the private segment; a line for each story.
+
+usage: script/soak life [STORY ...]    only those whose name contains one of these words
+The last line is "N passed, N failed".
+"""
+
+import os
+import pathlib
+import random
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(_ROOT))
+
+from rig import copies, network, private_machine, probe, screen  # noqa: E402
+
+GREETING = "is now on the network"
+SLEEP = 60  # seconds
+KILLS = 1000  # of a program that saves
+
+WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
+# The desktop's size, colours, settings, fonts and looks have changed.
+DESKTOP_NEWS = (0x007E, 0x0015, 0x001A, 0x001D, 0x031A)
+HIDE, ABOUT, STATUS, SEND_TO_ALL = 1009, 1018, 1100, 1003
+EXPORT_TEXT, SAVE = 202, 1
+NAME_BOX = 160
+
+
+class Wrong(Exception):
+    """A copy does not do what it should."""
+
+
+def check(condition, complaint):
+    if not condition:
+        raise Wrong(complaint)
+
+
+class Desks:
+    """Anna and Bob on hosts of their own, and Berta, who is logged on to Anna's machine too."""
+
+    def __init__(self):
+        self.rig = copies.Rig()
+        self.wire = self.rig.wire
+        host = network.Host()
+        self.anna = self.rig.copy("anna", host)
+        self.berta = self.rig.copy("berta", host, on_screen=screen.Screen())
+        self.bob = self.rig.copy("bob", network.Host(), on_screen=screen.Screen())
+        self.all = (self.anna, self.berta, self.bob)
+        for copy in self.all:
+            copy.write_settings()
+            copy.start()
+        for copy in self.all:
+            self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}", 120)
+
+    def put_away(self):
+        for copy in self.all:
+            for name in ("frmPop", "frmChat", "frmCom"):
+                for window in copy.probe.windows(name):
+                    copy.probe.close(window)
+
+    def answers(self, copy, stranger):
+        """A newcomer is answered and listed. While a flood waits its packet may find no room, so it says it again."""
+
+        def admitted():
+            self.wire.send(f"{stranger}|C/0")
+            time.sleep(2)
+            return stranger in copy.names()
+
+        start = self.wire.mark()
+        probe.wait(admitted, 120, f"{copy.user} does not list {stranger}")
+        self.wire.wait_for(f"{copy.user}|S/0", start=start)
+
+
+def two_users_of_one_machine(desks):
+    names = {"(All)", "anna", "berta", "bob"}
+    for copy in desks.all:
+        probe.wait(lambda copy=copy: names <= copy.names(), 20, f"{copy.user} does not list all")
+    desks.bob.send_alert("berta", "Only for one of the two")
+    check(desks.berta.popup_at_rest()[1] == ["Only for one of the two\r\n"], "no alert")
+    check(not desks.anna.probe.windows("frmPop"), "the other user is shown it")
+
+
+def asleep_with_a_flood_waiting(desks):
+    os.kill(desks.anna.process.pid, signal.SIGSTOP)
+    begin = time.monotonic()
+    for number in range(5000):
+        desks.wire.send((f"night{number % 20}|S/1", f"night{number % 20}|P/\xdfWake up|anna")[number % 250 == 0])
+    time.sleep(max(0, SLEEP - (time.monotonic() - begin)))
+    os.kill(desks.anna.process.pid, signal.SIGCONT)
+    desks.answers(desks.anna, "morning")
+    check(not desks.anna.probe.windows("#32770"), "a box")
+    for number in range(20):
+        desks.wire.send(f"night{number}|L/")
+    probe.wait(lambda: not any(name.startswith("night") for name in desks.anna.names()), 60, "the night stays listed")
+
+
+def _lines_of_an_outage(desks, begin, end):
+    """Writes in a chat while nothing can be sent: one line in the log, no box, and all of it is sent in the end."""
+    chat = desks.bob.open_chat("(All)")
+    logged, start = len(desks.bob.log()), desks.wire.mark()
+    begin()
+    lines = [f"line {number}" for number in range(5)]
+    for line in lines:
+        desks.bob.say(chat, line)
+    time.sleep(2)
+    check(desks.wire.texts("bob", start) == [], "something was sent")
+    end()
+    desks.wire.wait_for("bob|M/\xdeline 4", start=start)
+    check(desks.wire.texts("bob", start) == [f"bob|M/\xde{line}" for line in lines], "not in order")
+    check(desks.bob.log()[logged:] == ["Unable to send: 10051: Network is unreachable"], desks.bob.log()[logged:])
+    check(not desks.bob.probe.windows("#32770"), "a box")
+    desks.answers(desks.bob, f"after outage {start}")
+
+
+def the_cable_out_and_in(desks):
+    _lines_of_an_outage(desks, desks.bob.host.unplug, desks.bob.host.plug)
+
+
+def the_default_route_gone_and_back(desks):
+    def route(*words):
+        subprocess.run(desks.bob.host.command("ip", "route", *words), check=True)
+
+    _lines_of_an_outage(desks, lambda: route("del", "default"), lambda: route("add", "default", "dev", "eth0"))
+
+
+def another_address(desks):
+    def ip(*words):
+        subprocess.run(desks.bob.host.command("ip", *words), check=True)
+
+    ip("addr", "flush", "dev", "eth0")
+    ip("addr", "add", "10.99.0.77/24", "brd", "+", "dev", "eth0")
+    ip("route", "add", "default", "dev", "eth0")
+    start = desks.wire.mark()
+    desks.answers(desks.bob, "after the lease")
+    check({packet.source for packet in desks.wire.packets("bob", start)} == {"10.99.0.77"}, "the old address")
+
+
+def a_new_desktop_with_every_window_open(desks):
+    eyes = desks.berta.probe
+    desks.berta.open_chat("(All)")
+    main = eyes.wait_for("frmMain")
+    eyes.command(main, SEND_TO_ALL)
+    eyes.wait_for("frmCom")
+    desks.wire.send("eve|M/\xdfHello")
+    eyes.wait_for("frmPop")
+    desks.berta.open_options()
+
+    def windows():
+        return [w for w in eyes.windows() if w.class_name.startswith("frm")]
+
+    before = windows()
+    check(len(before) >= 6, "not every window is open")
+    for message in DESKTOP_NEWS:
+        for window in before:
+            eyes.post(window, message)
+    time.sleep(2)
+    check({w.handle for w in windows()} == {w.handle for w in before}, "a window is gone")
+    desks.berta.prefix.screen.save(copies.PICTURES + "/desktop-changed.png")
+    eyes.close(eyes.wait_for("frmOpt"))
+    desks.answers(desks.berta, "after new colours")
+
+
+def logoff_asked_and_refused(desks):
+    main = desks.anna.probe.wait_for("frmMain", visible=False)
+    for message, ending in ((WM_QUERYENDSESSION, 0), (WM_ENDSESSION, 0), (WM_QUERYENDSESSION, 0)):
+        answer = desks.anna.probe.send(main, message, ending)
+        check(message != WM_QUERYENDSESSION or answer == 1, "logoff is refused")
+    desks.answers(desks.anna, "who stays")
+    check(desks.anna.log()[-1] != "Quillon unloaded", "it has unloaded")
+
+
+def a_folder_that_takes_nothing(desks):
+    """A full disk, then a read-only one: a box at a time, the old settings whole, and all works again afterwards."""
+    copy, start = desks.rig.copy("dora", desks.bob.host, on_screen=desks.bob.prefix.screen), desks.wire.mark()
+    copy.write_settings()
+    files = shutil.copytree(copy.folder, tempfile.mkdtemp(), dirs_exist_ok=True)
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8m", "tmpfs", copy.folder], check=True)
+    shutil.copytree(files, copy.folder, dirs_exist_ok=True)
+    shutil.rmtree(files)
+    copy.start()
+    desks.wire.wait_for(f"dora|M/dora {GREETING}", 60, start)
+    desks.wire.send("dorian|M/\xdeTo be kept")
+    chat = copy.probe.wait_for("frmChat")
+    remount = ["mount", "-o", "remount,{}", copy.folder]
+    for kind, spoil, mend in (("full", lambda: _fill(copy.folder), lambda: os.remove(copy.folder + "/filler")),
+                              ("read-only", lambda: subprocess.run([w.format("ro") for w in remount], check=True),
+                               lambda: subprocess.run([w.format("rw") for w in remount], check=True))):
+        before = copy.read("User.ini")
+        spoil()
+        boxes = _boxes_of(copy, lambda: _accept(copy, "Dora2"))
+        boxes += _boxes_of(copy, lambda: _export(copy, chat, "C:\\Quillon\\kept.txt"))
+        check(len(boxes) >= 2, f"{kind}: nothing was said but {boxes}")
+        check(copy.read("User.ini") == before, f"{kind}: the settings have changed")
+        left = {name for name in os.listdir(copy.folder) if name not in ("filler", "Log.txt")}
+        check(left == set(os.listdir(copies.PROGRAM_FOLDER)) | {"User.ini"}, f"{kind}: there is {left}")
+        mend()
+        check(copy.runs(), "it has ended")
+        check(not _boxes_of(copy, lambda: _accept(copy, "dora")), "a box, though the folder is well again")
+    desks.answers(copy, "after the disk")
+    copy.close()
+
+
+def _fill(folder):
+    with open(folder + "/filler", "wb", buffering=0) as file:
+        try:
+            while True:
+                file.write(b"x" * 4096)
+        except OSError:
+            pass
+
+
+def _accept(copy, name):
+    dialog = copy.probe.windows("frmOpt")
+    dialog = dialog[0] if dialog else copy.open_options()
+    copy.probe.set_text(copy.probe.control(dialog, NAME_BOX), name)
+    copy.probe.command(dialog, copies.ACCEPT)
+
+
+def _export(copy, chat, path):
+    copy.probe.command(chat, EXPORT_TEXT)
+    dialog = copy.probe.wait_for("frmSave")
+    copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], path)
+    copy.probe.command(dialog, SAVE)
+
+
+def _boxes_of(copy, action):
+    """The texts of the boxes that an action brings, each answered; dialogs that stay open are closed."""
+    action()
+    boxes, quiet = [], 0
+    while quiet < 4:
+        shown = copy.probe.windows("#32770")
+        check(len(shown) < 2, "two boxes at once")
+        for box in shown:
+            boxes.append(copy.probe.box_text(box))
+            copy.probe.answer(box)
+        quiet = 0 if shown else quiet + 1
+        time.sleep(0.5)
+    for name in ("frmSave", "frmOpt"):
+        for window in copy.probe.windows(name):
+            copy.probe.close(window)
+    return boxes
+
+
+def killed_while_it_saves(_):
+    with tempfile.TemporaryDirectory() as folder:
+        saver = f"{_ROOT}/build/native/soak/saver"
+        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, path], subprocess.Popen))
+
+
+def killed_while_it_saves_under_wine(desks):
+    prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
+    os.mkdir(folder)
+    saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
+    print("   ", _kill_savers(folder, KILLS // 20, lambda path: [saver, "C:\\saves\\" + os.path.basename(path)],
+                              lambda command, **options: prefix.start(*command, **options)))
+
+
+def _kill_savers(folder, kills, command, start):
+    """Kills a saver at a random moment, so many times: the file is the last one printed or the one after it, whole."""
+    saves, left, path = 0, 0, folder + "/User.ini"
+    for _ in range(kills):
+        saver = start(command(path), stdout=subprocess.PIPE, text=True)
+        saver.stdout.readline()
+        time.sleep(random.uniform(0, 0.02))
+        saver.kill()
+        last = int(([line for line in saver.stdout if line.endswith("\n")] or ["1"])[-1])
+        saver.wait()
+        with open(path, encoding="ascii", newline="") as file:
+            *lines, end = file.read().split("\r\n")
+        number = int(lines[0])
+        check(number in (last, last + 1) and end == "end" and lines == [lines[0]] * (number * 37 % 200 + 1),
+              f"torn after {last}: {lines[:2]} ... {end!r}")
+        saves += number
+    left = len(os.listdir(folder)) - 1
+    return f"{kills} kills among {saves} saves; {left} temporary files are left"
+
+
+STORIES = (two_users_of_one_machine, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
+           another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused, a_folder_that_takes_nothing,
+           killed_while_it_saves, killed_while_it_saves_under_wine)
+
+
+def _tell(names):
+    desks, failed = Desks(), 0
+    stories = [story for story in STORIES if not names or any(name in story.__name__ for name in names)]
+    for story in stories:
+        begin, outcome = time.monotonic(), "ok"
+        try:
+            try:
+                story(desks)
+            finally:
+                desks.put_away()
+        except (Wrong, TimeoutError, LookupError, OSError, StopIteration, subprocess.SubprocessError) as problem:
+            failed, outcome = failed + 1, f"FAILED: {type(problem).__name__}: {problem}"
+            for copy in desks.all:
+                copy.prefix.screen.save(f"{copies.PICTURES}/life-{copy.user}.png")
+        print(f"{story.__name__.replace('_', ' '):<42} {time.monotonic() - begin:4.0f} s  {outcome}", flush=True)
+    print(f"{len(stories) - failed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(private_machine.run(lambda: _tell(sys.argv[1:])))
