@@ -13,11 +13,10 @@
 
 #include "core/program.h"
 #include "net/dispatcher.h"
-#include "ui/conversation/alert_line.h"
+#include "ui/conversation/alert_queue.h"
 #include "ui/conversation/conversation.h"
 #include "ui/conversation/participants.h"
 #include "ui/conversation/recipients.h"
-#include "ui/conversation/users_online.h"
 #include "ui/main/user_roster.h"
 
 namespace support {
@@ -127,7 +126,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
-  conversation::AlertLine alerts_;
+  conversation::AlertQueue alerts_;
   bool loaded_ = false, open_ = false;
   std::string openName_;  // under which the port was opened
   std::deque<std::string> own_;

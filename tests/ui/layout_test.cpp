@@ -4,7 +4,6 @@
 #include "ui/conversation/chat_layout.h"
 #include "ui/conversation/composer_layout.h"
 #include "ui/conversation/popup_layout.h"
-#include "ui/conversation/popup_motion.h"
 #include "ui/main/main_layout.h"
 
 namespace conversation {

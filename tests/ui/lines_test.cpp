@@ -5,7 +5,7 @@
 
 #include "core/text.h"
 #include "tests/support/in_code_page.h"
-#include "ui/conversation/alert_line.h"
+#include "ui/conversation/alert_queue.h"
 #include "ui/conversation/text_lines.h"
 
 namespace conversation {
@@ -13,8 +13,8 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(AlertLine, ShowsUpToItsLimitAndKeepsTheOrderOfTheRest) {
-  AlertLine line;
+TEST(AlertQueue, ShowsUpToItsLimitAndKeepsTheOrderOfTheRest) {
+  AlertQueue line;
   line.Add({"first", "anna", 0});
   line.Add({"second", "bob", 1});
   EXPECT_FALSE(line.Next(kMaxOpenPopups));
@@ -25,8 +25,8 @@ TEST(AlertLine, ShowsUpToItsLimitAndKeepsTheOrderOfTheRest) {
   EXPECT_FALSE(line.Next(0));
 }
 
-TEST(AlertLine, DropsWhatAFullLineCannotHold) {
-  AlertLine line;
+TEST(AlertQueue, DropsWhatAFullLineCannotHold) {
+  AlertQueue line;
   for (std::size_t i = 0; i < kMaxWaitingAlerts + 5; ++i) line.Add({std::to_string(i), "anna", 0});
   std::string last;
   std::size_t shown = 0;
@@ -35,8 +35,8 @@ TEST(AlertLine, DropsWhatAFullLineCannotHold) {
   EXPECT_EQ(last, std::to_string(kMaxWaitingAlerts - 1));
 }
 
-TEST(AlertLine, ForgetsABlockedSenderInEveryCase) {
-  AlertLine line;
+TEST(AlertQueue, ForgetsABlockedSenderInEveryCase) {
+  AlertQueue line;
   for (const char* sender : {"mallory", "anna", "Mallory"}) line.Add({"text", sender, 0});
   line.Forget("mallory");
   EXPECT_EQ(line.Next(0)->sender, "anna");

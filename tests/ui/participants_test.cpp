@@ -7,7 +7,6 @@
 #include "tests/support/desktop_test.h"
 #include "tests/support/rows.h"
 #include "ui/conversation/recipients.h"
-#include "ui/conversation/users_online.h"
 #include "ui/main/user_roster.h"
 
 namespace conversation {

@@ -97,10 +97,10 @@ TEST_F(ChatTest, AWindowFromTheNetworkTakesNothingFromTheUser) {
 }
 
 TEST_F(ChatTest, TheNetworkOpensNoMoreThanItMay) {
-  for (std::size_t i = 0; i < OpenWindows::kMostChats + 5; ++i) windows.OpenChat("|user" + std::to_string(i));
-  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMostChats);
+  for (std::size_t i = 0; i < OpenWindows::kMaxChats + 5; ++i) windows.OpenChat("|user" + std::to_string(i));
+  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMaxChats);
   Open("anna|");
-  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMostChats + 1) << "the user may";
+  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMaxChats + 1) << "the user may";
 }
 
 TEST_F(ChatTest, ALineShowsItsSendersColour) {
@@ -230,7 +230,9 @@ TEST_F(ChatTest, ViewOptionsAndTheirHelp) {
 
 TEST_F(ChatTest, TheWheelTurnsTheConversation) {
   Open("anna|");
-  for (int i = 0; i < 100; ++i) chat->AddMsg("line", "anna", 0);
+  std::string lines;
+  for (int i = 0; i < 100; ++i) lines += "line\r\n";
+  chat->AddMsg(lines, "anna", 0);
   const auto firstLine = [this] { return ::SendMessageA(txtMsg(), EM_GETFIRSTVISIBLELINE, 0, 0); };
   const auto bottom = firstLine();
   ASSERT_EQ(::GetFocus(), txtSnd());

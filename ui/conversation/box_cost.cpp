@@ -13,7 +13,7 @@ constexpr std::size_t kLast = 3;
 // Before anything was measured.
 constexpr std::size_t kFirstPortion = 4000, kFirstCapacity = 1u << 20;
 
-constexpr double kMost = 1e9;
+constexpr double kMaxCount = 1e9;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ std::size_t BoxCost::Portion(double milliseconds) const {
   double slowest = 0;
   for (std::size_t i = 0; i < std::min(kLast, count_); ++i)
     slowest = std::max(slowest, times_[(count_ - 1 - i) % times_.size()]);
-  return static_cast<std::size_t>(std::min(milliseconds / slowest, kMost));
+  return static_cast<std::size_t>(std::min(milliseconds / slowest, kMaxCount));
 }
 
 // Other programs disturb a measurement, but never make it too short.
@@ -43,11 +43,11 @@ std::size_t BoxCost::Capacity(double milliseconds) const {
   if (count_ == 0) return kFirstCapacity;
   const auto measured = static_cast<std::ptrdiff_t>(std::min(count_, times_.size()));
   return static_cast<std::size_t>(
-      std::min(milliseconds / *std::min_element(times_.begin(), times_.begin() + measured), kMost));
+      std::min(milliseconds / *std::min_element(times_.begin(), times_.begin() + measured), kMaxCount));
 }
 
 std::size_t BoxCost::MemoryOf(std::size_t weight) const {
-  return static_cast<std::size_t>(std::min(memory_ * static_cast<double>(weight), kMost));
+  return static_cast<std::size_t>(std::min(memory_ * static_cast<double>(weight), kMaxCount));
 }
 
 }  // namespace conversation

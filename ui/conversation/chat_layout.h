@@ -16,11 +16,11 @@ using toolkit::operator""_dp;
 inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{3200};
 
 // The bar leaves two rows of the participants above it and the line being typed below it.
-inline constexpr Twips kLeastAboveBar{400}, kLeastBelowBar{1700}, kFirstBarTop{700};
+inline constexpr Twips kMinAboveBar{400}, kMinBelowBar{1700}, kFirstBarTop{700};
 
 // Where the bar may stand in a window of that height, the frame included.
 constexpr Twips BarTopWithin(Twips wanted, Twips windowHeight) {
-  return std::max(std::min(wanted, windowHeight - kLeastBelowBar), kLeastAboveBar);
+  return std::max(std::min(wanted, windowHeight - kMinBelowBar), kMinAboveBar);
 }
 
 struct ChatSizes {

@@ -23,7 +23,7 @@ using toolkit::operator""_dp;
 constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 100;
 
 // The newest lines are shown even if they take longer, up to a limit.
-constexpr std::size_t kLeastParagraphs = 2000;
+constexpr std::size_t kMinParagraphs = 2000;
 constexpr double kMaxLayout = 1500;
 
 // Rather than catch up with more than this, the box is filled with the newest lines.
@@ -44,7 +44,7 @@ constexpr double kTolerance = 1.1;
 
 constexpr UINT kWorkTime = 10, kIndentTime = 200;  // milliseconds
 
-constexpr Twips kLeastBesideHead = 40_dp, kLeastIndent = 40_dp;
+constexpr Twips kMinBesideHead = 40_dp, kMinIndent = 40_dp;
 
 constexpr Twips kMaxIndentOnPaper{2 * toolkit::kTwipsPerInch};
 
@@ -143,7 +143,7 @@ void ChatText::Create(HWND parent) {
 
 // A name as wide as the window must not push the text out of sight; one that leaves room for a short word is not
 // touched, so that a time and a name fit into the narrow window of the first start.
-Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kLeastBesideHead, kLeastIndent); }
+Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kMinBesideHead, kMinIndent); }
 
 void ChatText::MoveTo(const toolkit::Area& area) {
   area_ = area;
@@ -368,7 +368,7 @@ bool ChatText::TooMuch(double tolerance, const ShownPart& without) const {
   };
   const std::size_t weight = shown_.Weight() - without.weight;
   const std::size_t paragraphs = shown_.Paragraphs() - without.paragraphs;
-  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(paragraphs, kLeastParagraphs)) return true;
+  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(paragraphs, kMinParagraphs)) return true;
   if (beyond(weight, cost_.Capacity(kMaxLayout))) return true;
   return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
 }

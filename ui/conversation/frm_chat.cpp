@@ -224,7 +224,7 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (reinterpret_cast<HWND>(lParam) == txtMsg.hwnd()) return txtMsg.Used(), 0;
       break;
     case WM_NOTIFY:
-      return Notified(lParam);
+      return OnNotify(lParam);
     case WM_CLOSE:
       Close();
       return 0;
@@ -275,7 +275,7 @@ void FrmChat::WheelTurned(WPARAM wParam, LPARAM lParam) {
   wheelTurning_ = false;
 }
 
-LRESULT FrmChat::Notified(LPARAM lParam) {
+LRESULT FrmChat::OnNotify(LPARAM lParam) {
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   const bool listKey = header.hwndFrom == lvUsers.hwnd() && header.code == LVN_KEYDOWN;
   if (listKey && reinterpret_cast<const NMLVKEYDOWN*>(lParam)->wVKey == VK_DELETE) mnuRemove_Click();

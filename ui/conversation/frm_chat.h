@@ -15,7 +15,6 @@
 #include "ui/conversation/participants.h"
 #include "ui/conversation/splitter_bar.h"
 #include "ui/conversation/users_menu.h"
-#include "ui/conversation/users_online.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/status_line.h"
@@ -74,7 +73,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void Flash();
   bool DeclinesKeyboard(LPARAM lParam) const;
   void WheelTurned(WPARAM wParam, LPARAM lParam);
-  LRESULT Notified(LPARAM lParam);
+  LRESULT OnNotify(LPARAM lParam);
   void Send();
   void Close();
 

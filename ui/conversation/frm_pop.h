@@ -8,7 +8,7 @@
 #include <span>
 #include <string>
 
-#include "ui/conversation/alert_line.h"
+#include "ui/conversation/alert_queue.h"
 #include "ui/conversation/glyph_button.h"
 #include "ui/conversation/message_label.h"
 #include "ui/conversation/popup_layout.h"

@@ -42,7 +42,7 @@ std::shared_ptr<FrmChat> OpenWindows::StartChat(std::string_view participants) {
 }
 
 std::shared_ptr<net::ChatWindow> OpenWindows::OpenChat(std::string_view participants) {
-  if (chats_.size() >= kMostChats) return nullptr;
+  if (chats_.size() >= kMaxChats) return nullptr;
   auto chat = NewChat(participants);
   if (chat->hwnd()) chat->ShowForReading();
   return chat;

@@ -9,7 +9,7 @@
 #include "core/roster.h"
 #include "net/conversations.h"
 #include "net/messenger.h"
-#include "ui/conversation/alert_line.h"
+#include "ui/conversation/alert_queue.h"
 #include "ui/conversation/frm_chat.h"
 #include "ui/conversation/frm_com.h"
 #include "ui/conversation/frm_pop.h"
@@ -21,7 +21,7 @@ class OpenWindows : public net::Conversations {
   // Limit on chat windows opened by incoming lines; lines of further senders are dropped, and noted in the log. Each
   // window costs some ten of the 10,000 objects that the system grants a program, and nobody keeps so many
   // conversations apart.
-  static constexpr std::size_t kMostChats = 100;
+  static constexpr std::size_t kMaxChats = 100;
 
   OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger);
 
@@ -51,7 +51,7 @@ class OpenWindows : public net::Conversations {
   core::Roster& roster_;
   const MainList mainList_;
   net::Messenger& messenger_;
-  AlertLine alerts_;
+  AlertQueue alerts_;
   std::vector<std::shared_ptr<FrmPop>> popups_;
   std::shared_ptr<FrmCom> composer_;
   std::vector<std::shared_ptr<net::ChatWindow>> chats_;  // each a FrmChat

@@ -4,7 +4,7 @@
 
 #include "core/text.h"
 #include "ui/conversation/chat_menu.h"
-#include "ui/conversation/users_online.h"
+#include "ui/conversation/participants.h"
 #include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/screen.h"
 

@@ -7,6 +7,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "core/text.h"
 
 namespace conversation {
 
@@ -17,9 +20,9 @@ struct Alert {
 
 inline constexpr std::size_t kMaxOpenPopups = 31, kMaxWaitingAlerts = 1000;
 
-class AlertLine {
+class AlertQueue {
  public:
-  // At the end of the line; dropped when it is full.
+  // At the end; dropped when it is full.
   void Add(Alert alert);
 
   // The alert to show now, beside `open` popups; none while they are too many or when nothing waits.
@@ -31,5 +34,20 @@ class AlertLine {
  private:
   std::deque<Alert> waiting_;
 };
+
+inline void AlertQueue::Add(Alert alert) {
+  if (waiting_.size() < kMaxWaitingAlerts) waiting_.push_back(std::move(alert));
+}
+
+inline void AlertQueue::Forget(std::string_view sender) {
+  std::erase_if(waiting_, [&](const Alert& alert) { return core::EqualIgnoringCase(alert.sender, sender); });
+}
+
+inline std::optional<Alert> AlertQueue::Next(std::size_t open) {
+  if (open >= kMaxOpenPopups || waiting_.empty()) return std::nullopt;
+  std::optional<Alert> next = std::move(waiting_.front());
+  waiting_.pop_front();
+  return next;
+}
 
 }  // namespace conversation
