@@ -1,5 +1,8 @@
 #include "core/language.h"
 
+#include <array>
+#include <utility>
+
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language_table.h"
@@ -19,10 +22,10 @@ LanguageTable gTable;
 unsigned gGeneration = 0;
 
 // The column of gLanguage, or that of the fallback, which then becomes gLanguage.
-std::size_t FindLangCol() {
-  if (const std::size_t column = gTable.FindLangCol(gLanguage)) return column;
+std::size_t FindLangCol(const LanguageTable& table) {
+  if (const std::size_t column = table.FindLangCol(gLanguage)) return column;
   gLanguage = kFallback;
-  if (const std::size_t column = gTable.FindLangCol(gLanguage)) return column;
+  if (const std::size_t column = table.FindLangCol(gLanguage)) return column;
   ShowBox({.text = "Error reading language files. No languages available"});
   WriteLog("Cannot find default language or English");
   throw RuntimeError(Err::TypeMismatch);
@@ -38,25 +41,29 @@ void ReportMissingCode(int code) {
   WriteLog("Cannot find text code " + number);
 }
 
-void ReadTable(std::string_view file) {
-  gTable.ReadLangNames(file);
-  const std::size_t column = FindLangCol();
-  ++gGeneration;  // even if the read fails: the first load keeps the texts before the failure
-  gTable.ReadTexts(file, column);
-  gLangCount = static_cast<std::int16_t>(gTable.LastEntry());
+void ReadTable(std::string_view file, LanguageTable& table) {
+  table.ReadLangNames(file);
+  table.ReadTexts(file, FindLangCol(table));
+}
+
+void Take(LanguageTable table) {
+  gTable = std::move(table);
+  ++gGeneration;
 }
 
 }  // namespace
 
 void LoadLang() {
   const std::string bytes = ReadFile(InProgramDirectory(kFileName));
-  const LanguageTable former = gTable;
+  LanguageTable table = gTable;
   try {
-    ReadTable(bytes);
+    ReadTable(bytes, table);
   } catch (const RuntimeError&) {
-    if (gLangCount > 0) gTable = former;  // an earlier load succeeded
+    if (gLangCount <= 0) Take(std::move(table));  // the first load keeps the texts before the failure
     throw;
   }
+  gLangCount = static_cast<std::int16_t>(table.LastEntry());
+  Take(std::move(table));
 }
 
 std::optional<std::string> FindText(int code) {
@@ -76,8 +83,11 @@ bool CaptionsFromTable() { return gLangError != -1; }
 
 void LoadLangConsts() {
   int code = kFirstStateName;
-  for (auto* const texts : {&gStateNames, &gStateHelps})
+  std::array<std::string, 3> names, helps;
+  for (auto* const texts : {&names, &helps})
     for (std::string& text : *texts) text = GetText(code++);
+  gStateNames = std::move(names);
+  gStateHelps = std::move(helps);
 }
 
 }  // namespace core

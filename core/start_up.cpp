@@ -13,6 +13,7 @@
 #include "core/numbers.h"
 #include "core/process.h"
 #include "core/runtime_error.h"
+#include "core/scoped_flag.h"
 #include "core/settings.h"
 #include "core/text.h"
 #include "core/version.h"
@@ -122,23 +123,22 @@ void Main(Program& program, std::string_view arguments) {
     CheckScreenName(program);
     JoinUnderScreenName(program);
   } catch (...) {
-    ReportNotLoaded(CaughtError());
+    GuardedSilently([] { ReportNotLoaded(CaughtError()); });
   }
 }
 
 void ShutDown(Program& program) {
   static bool shuttingDown = false;  // pending events may request shutdown again
   if (shuttingDown) return;
-  shuttingDown = true;
+  const ScopedFlag flag(shuttingDown);
   try {
     Leave(program);
   } catch (...) {
     ReportCaught();
-    ShowPostedBoxes();
+    GuardedSilently(ShowPostedBoxes);
     program.RemoveTray();
   }
   EndProcess();
-  shuttingDown = false;  // reached in tests only
 }
 
 bool NameInUse(const Roster& roster, std::string_view name) {

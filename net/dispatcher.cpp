@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/callback_guard.h"
 #include "core/clock.h"
 #include "core/globals.h"
 #include "core/log.h"
@@ -58,7 +59,9 @@ void Dispatcher::DispatchCurrent() {
   try {
     ParsePacket(current_);
   } catch (...) {
-    core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CaughtError()));
+    // Those that wait must not wait for the next one when there is no memory even for this line.
+    core::GuardedSilently(
+        [] { core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CaughtError())); });
   }
 }
 

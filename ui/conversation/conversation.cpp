@@ -73,8 +73,7 @@ void Conversation::Add(const ChatLine& line) {
     if (!blocks_.empty()) blocks_.back().bytes.shrink_to_fit();
     blocks_.push_back({end_, {}, {}});
   }
-  blocks_.back().starts.push_back(static_cast<std::uint16_t>(blocks_.back().bytes.size()));
-  blocks_.back().bytes += bytes;
+  blocks_.back().Append(bytes);
   size_ += bytes.size() + kSizeOfStart;
   ++end_;
   while (size_ > maxOfOne_ && blocks_.size() > 1) DropOldest();
@@ -83,6 +82,17 @@ void Conversation::Add(const ChatLine& line) {
     Conversation& largest = **std::ranges::max_element(All(), {}, &Conversation::size_);
     if (largest.blocks_.size() <= 1) break;
     largest.DropOldest();
+  }
+}
+
+// A failure leaves no start without a line.
+void Conversation::Block::Append(const std::string& line) {
+  starts.push_back(static_cast<std::uint16_t>(bytes.size()));
+  try {
+    bytes += line;
+  } catch (...) {
+    starts.pop_back();
+    throw;
   }
 }
 

@@ -32,6 +32,7 @@ class Conversation {
   Conversation(const Conversation&) = delete;
   Conversation& operator=(const Conversation&) = delete;
 
+  // A failure changes nothing.
   void Add(const ChatLine& line);
 
   // Numbers start at 0 again.
@@ -50,6 +51,8 @@ class Conversation {
     std::size_t first;  // line
     std::string bytes;
     std::vector<std::uint16_t> starts;  // of the lines in it
+
+    void Append(const std::string& line);
   };
 
   void DropOldest();

@@ -97,13 +97,13 @@ std::vector<std::size_t> GroupsOf(std::size_t names) {
 
 bool UsersOnline::Take(const toolkit::ListRows& online) {
   if (seen_ == online.MembershipRevision()) return false;
-  seen_ = online.MembershipRevision();
   std::vector<std::string> names;
   names.reserve(online.Count());
   for (std::size_t i = 0; i < online.Count(); ++i) {
     const std::string& text = online.At(i).text;
     if (!text.starts_with('(') || text == kEverybody) names.push_back(text);
   }
+  seen_ = online.MembershipRevision();
   if (names == lstUsers) return false;
   lstUsers = std::move(names);
   return true;

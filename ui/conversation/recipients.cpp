@@ -21,12 +21,11 @@ bool Recipients::IsRecipient(std::string_view name) const { return rows_.FindKey
 
 void Recipients::Add(std::string_view name) {
   if (IsRecipient(name) || IsEverybody()) return;
-  if (core::EqualIgnoringCase(name, kEverybody)) rows_.Clear();
   toolkit::ListRow row;
   row.key = core::LowerCase(name);
   row.text = name;
   row.icon = row.smallIcon = kEverybodyIcon;
-  rows_.Add(std::move(row));
+  core::EqualIgnoringCase(name, kEverybody) ? rows_.ReplaceAll(std::move(row)) : rows_.Add(std::move(row));
 }
 
 void Recipients::RefreshRows() {

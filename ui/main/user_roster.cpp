@@ -49,12 +49,11 @@ std::int32_t UserRoster::GetColorForUName(std::string_view name) const {
 }
 
 void UserRoster::ClearlvUsers() {
-  lvUsers.Clear();
+  lvUsers.ReplaceAll({.text = std::string(kEverybody),
+                      .icon = kEverybodyIcon,
+                      .smallIcon = kEverybodyIcon,
+                      .key = std::string(kEverybodyKey)});
   groupRows_ = 0;
-  lvUsers.Add({.text = std::string(kEverybody),
-               .icon = kEverybodyIcon,
-               .smallIcon = kEverybodyIcon,
-               .key = std::string(kEverybodyKey)});
   UpdateStat();
 }
 
@@ -63,11 +62,12 @@ void UserRoster::RefGroups() {
   for (std::size_t i = 0; i < lvUsers.Count(); ++i)
     if (lvUsers.At(i).icon == kGroupIcon) groups.push_back(&lvUsers.At(i));
   for (const auto* row : groups) lvUsers.Remove(*row);
+  groupRows_ = 0;
   for (const std::string& line : lstGroups) {
     std::string text = std::string("(").append(core::BarField(line, 0)).append(")");
     lvUsers.Add({.text = std::move(text), .icon = kGroupIcon, .smallIcon = kGroupIcon});
+    ++groupRows_;
   }
-  groupRows_ = lstGroups.size();
 }
 
 // Runs on every packet. The marks follow each change of the list by themselves, but for its emptying.
@@ -82,7 +82,9 @@ void UserRoster::RefBlock() {
 
 void UserRoster::MarkRows(std::string_view user) {
   if (IsNoUser(user)) return;
+  const bool stale = std::exchange(marksAreStale_, true);  // they are if looking for the rows fails
   for (const auto* row : lvUsers.AllWithText(user)) lvUsers.SetIcon(*row, IconOf(user));
+  marksAreStale_ = stale;
 }
 
 void UserRoster::MarkAllRows() {
@@ -97,8 +99,8 @@ void UserRoster::MarkAllRows() {
 void UserRoster::UpdateStat() {
   const Counted now{lvUsers.Count(), lstGroups.size(), lstBlock.size(), core::LanguageGeneration()};
   if (counted_ != now) {
-    counted_ = now;
     counts_ = CountsText();
+    counted_ = now;
   }
   lblStat.SetCounts(counts_);
 }
@@ -120,8 +122,11 @@ std::string UserRoster::CountsText() const {
 }
 
 void UserRoster::AddBlocked(std::string_view name) {
-  if (blocked_.emplace(name).second) {
-    lstBlock.emplace_back(name);
+  if (!IsBlocked(name)) {
+    if (lstBlock.size() == lstBlock.capacity()) lstBlock.reserve(2 * lstBlock.size() + 1);
+    std::string listed(name);
+    blocked_.emplace(name);
+    lstBlock.push_back(std::move(listed));
     MarkRows(name);
   }
   RefBlock();

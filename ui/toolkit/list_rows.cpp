@@ -44,8 +44,13 @@ class ListRows::Chains {
     count_ = 0;
   }
 
+  // For one more row, so that inserting it cannot fail.
+  void MakeRoom() {
+    if ((count_ + 1) * 2 > heads_.size()) Grow();
+  }
+
   void Insert(Row& row, std::size_t hash) {
-    if (++count_ * 2 > heads_.size()) Grow();
+    ++count_;
     (row.*link_).hash = hash;
     Append(row);
   }
@@ -102,8 +107,14 @@ ListRows::~ListRows() = default;
 
 const ListRow& ListRows::Add(ListRow row) {
   if (!row.key.empty() && FindKey(row.key)) throw core::RuntimeError(core::Err::KeyNotUnique);
+  byText_->MakeRoom();
+  byKey_->MakeRoom();
   slots_.push_back({nextId_, std::make_unique<Row>(std::move(row))});
-  Row& added = *slots_.back().row;
+  return Enter(*slots_.back().row);
+}
+
+// There is room for it, and so nothing can fail.
+const ListRow& ListRows::Enter(Row& added) {
   added.id = nextId_++;
   byText_->Insert(added, core::NameHash()(added.text));
   if (!added.key.empty()) byKey_->Insert(added, core::NameHash()(added.key));
@@ -124,6 +135,14 @@ void ListRows::Remove(const ListRow& row) {
   ++membershipRevision_;
   std::ranges::lower_bound(slots_, leaving.id, {}, &Slot::id)->row.reset();
   if (slots_.size() > 2 * count_ + 64) CloseGaps();
+}
+
+const ListRow& ListRows::ReplaceAll(ListRow row) {
+  std::vector<Slot> slots;
+  slots.push_back({nextId_, std::make_unique<Row>(std::move(row))});
+  Clear();
+  slots_.swap(slots);
+  return Enter(*slots_.back().row);
 }
 
 void ListRows::Clear() {

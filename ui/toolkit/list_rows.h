@@ -33,10 +33,13 @@ class ListRows {
   ListRows& operator=(const ListRows&) = delete;
 
   // At the end. Throws core::Err::KeyNotUnique when a row has this key already. The reference holds until the row is
-  // removed.
+  // removed. A failure changes nothing.
   const ListRow& Add(ListRow row);
   void Remove(const ListRow& row);
   void Clear();
+
+  // This row alone is left. A failure changes nothing: no list is without its everybody row because memory was short.
+  const ListRow& ReplaceAll(ListRow row);
 
   std::size_t Count() const { return count_; }
 
@@ -81,6 +84,7 @@ class ListRows {
   struct Slot;
   class Chains;
 
+  const ListRow& Enter(Row& added);
   Row& Own(const ListRow& row);
   void CloseGaps() const;
 
