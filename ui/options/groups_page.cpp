@@ -44,6 +44,7 @@ void GroupsPage::InputSets() { tvGroups.Fill(GroupsOf(users_.GroupLines())); }
 void GroupsPage::WriteSets() {
   users_.SetGroupLines(LinesOf(tvGroups.Groups()));
   users_.RefGroups();
+  users_.UpdateStat();  // no packet will do it when the network is out
 }
 
 std::span<const toolkit::Command> GroupsPage::Commands() const {
