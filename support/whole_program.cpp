@@ -87,10 +87,10 @@ WholeProgram::WholeProgram() {
 
 void WholeProgram::LoadMain() {
   if (loaded_) return;
-  loaded_ = true;
   users.ClearlvUsers();
   users.RefGroups();
   users.RefBlock();
+  loaded_ = true;
 }
 
 // The text behind the mark, when the packet is a line of a chat with this copy.
@@ -307,14 +307,17 @@ void WholeProgram::ShowOptionsAtStartUp() { core::gUserName = core::gCurName = c
 void WholeProgram::Open(int) {
   open_ = false;
   if (refuses) throw core::RuntimeError(10048, "Address already in use");
-  open_ = true;
   openName_ = core::gCurName;
+  open_ = true;
   wakeAt_.reset();
 }
 
 void WholeProgram::Send(std::string_view bytes) {
   if (!open_) return;
-  if (net::TakeApart(bytes).sender != openName_) broken_ = "a packet under a wrong name";
+  // A start that failed while it listened speaks as the user, no longer as a hidden copy.
+  const std::string_view sender = net::TakeApart(bytes).sender;
+  const bool right = sender == openName_ || (core::gStarting != 0 && sender == core::gUserName);
+  if (!right) broken_ = "a packet under a wrong name";
   if (own_.size() < kMaxOwn) own_.emplace_back(bytes);
 }
 

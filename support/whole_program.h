@@ -72,6 +72,8 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void SendAlert(std::string_view recipients, const std::string& text);
   void ClosePopup(std::size_t popup);
 
+  bool IsOpen() const { return open_; }  // the port
+
   // The promise that does not hold, empty when all do.
   std::string_view Broken();
 

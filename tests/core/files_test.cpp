@@ -140,17 +140,6 @@ TEST(RecordReader, ReadsFieldByField) {
 
 class LogTest : public support::DesktopTest {};
 
-TEST_F(LogTest, TellsTheUserWhenItCannotWrite) {
-  folder.PutFolder("Log.txt");
-  WriteLog("lost");
-  WriteLog("lost too");
-  ASSERT_EQ(Desktop().posted.size(), 2u);
-  EXPECT_EQ(Desktop().posted[0].text + Desktop().posted[0].closing,
-            "Error writing to Log file. Text to write:\r\n\r\nlost\r\n\r\n"
-            "Please contact Vextant at support@vextant.example");
-  EXPECT_EQ(Desktop().posted[0].title, "Quillon");
-}
-
 TEST_F(LogTest, LogonEntryFollowsItsFlag) {
   for (const int flag : {0, 1, 2, -1}) SetRunAtLogon(static_cast<std::int16_t>(flag));
   EXPECT_EQ(Desktop().events, (std::vector<std::string>{"no run", "run " + folder.Path("Quillon")}));

@@ -1,0 +1,90 @@
+// Each step of writing a file fails once, and once for good: what is written is the old or the new file, whole.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "core/log.h"
+#include "core/settings.h"
+#include "tests/faults/joined_program.h"
+#include "tests/support/error_of.h"
+
+namespace support {
+namespace {
+
+constexpr int kNever = std::numeric_limits<int>::max();
+
+struct Fault {
+  int step;  // from 1; the first one that fails
+  bool forGood;
+  bool takesNewFiles;  // the folder
+};
+
+void Inject(const Fault& fault) {
+  Files().takesNewFiles = fault.takesNewFiles;
+  Files().firstFailing = Files().steps + fault.step;
+  Files().lastFailing = fault.forGood ? kNever : Files().firstFailing;
+}
+
+// Does `check` for every fault until the last step succeeds.
+template <class Check>
+void ForEachFault(Check check) {
+  for (const bool forGood : {false, true})
+    for (const bool takesNewFiles : {false, true}) {
+      bool reached = true;
+      for (int step = 1; reached && !testing::Test::HasFailure(); ++step) {
+        SCOPED_TRACE("step " + std::to_string(step) + (forGood ? " and later" : "") +
+                     (takesNewFiles ? "" : ", a folder that takes no files"));
+        check(Fault{step, forGood, takesNewFiles});
+        reached = Files().steps >= Files().firstFailing;
+        Files().firstFailing = kNever;
+      }
+    }
+}
+
+// In place, on a disk that fails for good, nothing can be put back; everywhere else nothing is lost.
+TEST(FileFaults, TheSettingsAreTheOldOrTheNewOnes) {
+  ForEachFault([](const Fault& fault) {
+    JoinedProgram program;
+    const std::string before = Files()["User.ini"];
+    core::gCurName = "berta";
+    Inject(fault);
+    const long error = ErrorOf([&] { core::SaveSets(program); });
+    const std::string& after = Files()["User.ini"];
+    const bool inPlace = fault.forGood && !fault.takesNewFiles;
+    EXPECT_TRUE(error == 0 || inPlace || after == before) << after;
+    EXPECT_TRUE(error != 0 || after.find("\"berta\"") != std::string::npos) << after;
+    EXPECT_EQ(Files().files.size(), 3u) << "beside the log and the language file";
+  });
+}
+
+TEST(FileFaults, AnExportIsWholeOrNotThere) {
+  ForEachFault([](const Fault& fault) {
+    JoinedProgram program;
+    Inject(fault);
+    const long error = ErrorOf([&] { program.Chat(0).Export("chat.txt"); });
+    EXPECT_EQ(Files().files.contains("chat.txt"), error == 0);
+    EXPECT_TRUE(error != 0 || Files().files["chat.txt"] == "cy:\thi\r\n");
+    EXPECT_FALSE(Files().files.contains("chat.txt~"));
+  });
+}
+
+TEST(FileFaults, ALineThatCannotBeWrittenIsShown) {
+  JoinedProgram program;
+  for (const int step : {1, 2}) {
+    Inject({step, false, true});
+    core::WriteLog("lost " + std::to_string(step));
+    core::WriteLog("kept " + std::to_string(step));
+  }
+  ASSERT_EQ(Desktop().posted.size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i)
+    EXPECT_EQ(Desktop().posted[i].text + Desktop().posted[i].closing,
+              "Error writing to Log file. Text to write:\r\n\r\nlost " + std::to_string(i + 1) +
+                  "\r\n\r\nPlease contact Vextant at support@vextant.example");
+  Desktop().onBox = [](const core::Box&) { core::ShowPostedBoxes(); };
+  core::ShowPostedBoxes();
+  EXPECT_EQ(Desktop().boxes.size(), 2u) << "one after the other";
+  EXPECT_NE(Files()["Log.txt"].find("kept 2"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace support

@@ -1,0 +1,151 @@
+// Each allocation of what the program does fails once, and once for good: nothing is leaked (the sanitizers of
+// native-asan tell), the program's promises hold, and it goes on with the next packet.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "core/log.h"
+#include "core/settings.h"
+#include "core/start_up.h"
+#include "tests/faults/joined_program.h"
+
+namespace {
+
+long gLeft = -1;  // allocations that succeed before one fails; negative = all
+bool gForGood = false, gFailed = false;
+
+void* Allocate(std::size_t size) {
+  if (gLeft == 0) {
+    gFailed = true;
+    if (!gForGood) gLeft = -1;
+    throw std::bad_alloc();
+  }
+  if (gLeft > 0) --gLeft;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace support {
+namespace {
+
+// True when an allocation has failed.
+template <class Action>
+bool FailsAt(long allocation, bool forGood, Action action) {
+  gForGood = forGood, gFailed = false, gLeft = allocation;
+  try {
+    action();
+  } catch (const std::exception&) {
+  }
+  gLeft = -1;
+  return gFailed;
+}
+
+// It takes part again and shows what comes.
+void ExpectToGoOn(WholeProgram& program) {
+  program.mayMiss = false;
+  const bool joined = program.IsOpen() && core::gStarting == 0;
+  ASSERT_TRUE(joined || program.Accept({.name = "anna"}));
+  core::gStarting = 0;
+  program.Hear("zoe|M/\xDEhello");
+  EXPECT_EQ(program.Broken(), "");
+  EXPECT_TRUE(program.users.HasRow("zoe") && program.users.HasRow("(All)"));
+  ASSERT_FALSE(program.chats.empty());
+  const conversation::Conversation& said = program.Chat(program.chats.size() - 1).said;
+  EXPECT_EQ(said.At(said.End() - 1).text, "hello");
+  for (std::size_t i = 0; i < program.chats.size(); ++i) program.Chat(i).Export("chat.txt");
+}
+
+using Action = void (*)(WholeProgram&);
+constexpr char kOld[] = "as it was";
+
+const struct {
+  const char* name;
+  Action action;
+} kActions[] = {
+    {"packets",
+     [](WholeProgram& program) {
+       for (const char* packet :
+            {"dan|M/", "dan|C/ 255", "dan|S/2", "dan|M/\xDEhi", "bob|P/\xDFnow|anna", "bob|B/notice", "_fay|M/",
+             "bob|X/?", "cy|M/\xDEhi again", "cy|L/", "(All)|C/1", "bob|M/bob is back"})
+         program.Hear(packet);
+       program.HearOwn();
+     }},
+    {"answers owed",
+     [](WholeProgram& program) {
+       for (int i = 0; i < 12; ++i) program.Hear("user" + std::to_string(i) + "|M/");
+       program.PassTime(2000);
+     }},
+    {"options",
+     [](WholeProgram& program) {
+       program.Accept({.name = "a name too long for its buffer", .language = "Deutsch", .blocked = {"cy", "dan"}});
+     }},
+    {"blocking",
+     [](WholeProgram& program) {
+       program.Block("bob");
+       program.users.RemoveBlock("eve");
+       program.users.lvUsers.SetSelected(program.users.lvUsers.At(1), true);
+       program.users.ToggleBlock();
+     }},
+    {"a chat",
+     [](WholeProgram& program) {
+       PlainChat& chat = program.StartChat("bob|somebody with a long name|");
+       chat.participants.AddUsers("(All)|dan");
+       chat.participants.RemoveUsers({"dan", "(All)"});
+       chat.participants.Send("hello", program.messenger);
+     }},
+    {"exports",
+     [](WholeProgram& program) {
+       for (const char* path : {"chat.txt", "chat.rtf"}) {
+         Files().files[path] = kOld;
+         program.Chat(0).Export(path);
+       }
+     }},
+    {"an alert", [](WholeProgram& program) { program.SendAlert("bob|a recipient with a long name|(All)|cy", "hi"); }},
+    {"settings",
+     [](WholeProgram& program) {
+       core::SaveSets(program);
+       core::ReadSets(program);
+     }},
+    {"a failing log",
+     [](WholeProgram&) {
+       Files().firstFailing = 0;
+       core::WriteLog("a line that nobody can write anywhere");
+     }},
+    {"an end and a start",
+     [](WholeProgram& program) {
+       core::ShutDown(program);
+       core::Main(program, "");
+     }},
+};
+
+TEST(OutOfMemory, LeavesTheProgramWhole) {
+  for (const auto& row : kActions) {
+    for (const bool forGood : {false, true}) {
+      bool failed = true;
+      for (long allocation = 0; failed; ++allocation) {
+        SCOPED_TRACE(std::string(row.name) + (forGood ? ", none after allocation " : ", allocation ") +
+                     std::to_string(allocation));
+        JoinedProgram program;
+        program.mayMiss = true;
+        failed = FailsAt(allocation, forGood, [&] { row.action(program); });
+        for (const char* path : {"chat.txt", "chat.rtf"}) {
+          const std::string& file = Files().files[path];
+          EXPECT_TRUE(file.empty() || file == kOld || file.ends_with("hi\r\n") || file.ends_with("}\n")) << file;
+        }
+        Files().firstFailing = std::numeric_limits<int>::max();
+        ExpectToGoOn(program);
+        if (testing::Test::HasFailure()) return;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace support
