@@ -6,13 +6,13 @@
 ;   OUTFILE     the setup program
 ;   SIGN        a command that signs the file named behind it (may be missing)
 ;
-; Switches, exit codes and what is kept are told in docs/administration.md.
+; Switches, exit codes and what is kept are documented in docs/administration.md.
 
 Unicode true
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
-; The files bear the date at which they are installed, as they do when they are copied.
+; Dates of files would make each build differ.
 SetDateSave off
 CRCCheck force
 
@@ -25,7 +25,7 @@ CRCCheck force
 !define RUN_KEY "Software\Microsoft\Windows\CurrentVersion\Run"
 !define PROGRAM "$INSTDIR\Quillon.exe"
 
-; Exit codes beside NSIS's own 0 (done), 1 (cancelled) and 2 (aborted).
+; Exit codes, besides NSIS's own: 0 (done), 1 (cancelled), 2 (aborted).
 !define FOLDER_REFUSED 3
 !define STILL_RUNNING 4
 !define FIREWALL_UNCHANGED 5
@@ -64,7 +64,7 @@ Var update    ; 1 if the folder held settings before, which stay as they are
 !define MUI_PAGE_CUSTOMFUNCTION_PRE SkipOptionsOfUpdate
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_INSTFILES
-; The firewall comes first: started before the rule is there, the program would make Windows ask on its own.
+; The firewall comes first: Windows asks about a program that opens its port before there is a rule for it.
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "$(AllowInFirewallText)"
 !define MUI_FINISHPAGE_RUN_FUNCTION AllowInFirewall
@@ -77,22 +77,22 @@ Var update    ; 1 if the folder held settings before, which stay as they are
 !insertmacro MUI_UNPAGE_COMPONENTS
 !insertmacro MUI_UNPAGE_INSTFILES
 
-; The first one serves systems in any other language.
+; The first one is the default for systems in any other language.
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "French"
 !insertmacro MUI_LANGUAGE "German"
 !insertmacro MUI_LANGUAGE "Spanish"
 !include texts.nsh
 
-; Shows a text, in a silent run not at all, and ends with an exit code.
+; Shows a text, unless silent, and ends with an exit code.
 !macro FailWith code text
   MessageBox MB_OK|MB_ICONSTOP "${text}" /SD IDOK
   SetErrorLevel ${code}
   Quit
 !macroend
 
-; Closes the main window of the user's running copy, so that it says good-bye on the network, and waits until the process has
-; ended. Both setup and uninstaller need it, and NSIS keeps their functions apart.
+; Closes the main window of the running copy, so that it leaves the network in order, and waits until the process has ended.
+; A macro, because setup and uninstaller cannot share functions.
 !macro EndRunningCopy un
 Function ${un}EndRunningCopy
   FindWindow $0 "frmMain"
@@ -117,7 +117,7 @@ FunctionEnd
 !insertmacro EndRunningCopy ""
 !insertmacro EndRunningCopy "un."
 
-; Settings and log lie beside the program. Sets the error flag where the user may not write.
+; Settings and log lie beside the program. Sets the error flag if the user may not write there.
 Function TryFolder
   ClearErrors
   CreateDirectory $INSTDIR
@@ -134,7 +134,7 @@ Function LeaveDirectory
   ${EndIf}
 FunctionEnd
 
-; The options of an installed copy are in its settings, where the user may have changed them since.
+; The options of an installed copy are in its settings, and the user may have changed them.
 Function SkipOptionsOfUpdate
   ${If} ${FileExists} "$INSTDIR\User.ini"
     Abort
@@ -165,7 +165,7 @@ Section "$(ProgramText)" SecProgram
     !insertmacro FailWith ${FOLDER_REFUSED} "$(FolderRefusedText)"
   ${EndIf}
   Call EndRunningCopy
-  ; A copy in another session of this user's holds the file, and is out of reach.
+  ; A copy in another session of the same user locks the file, and its window cannot be found.
   ${If} ${FileExists} "${PROGRAM}"
     ClearErrors
     FileOpen $0 "${PROGRAM}" a
@@ -201,14 +201,14 @@ SectionEnd
 Section /o "$(LogonText)" SecLogon
 SectionEnd
 
-; The settings of a first start, with the language of this setup and the user's choice. Bytes above 127 are written as they are in
-; Lang.con, whatever the code page of this system.
+; The settings of the first start, with the language of this setup and the user's choice. Names of languages are Windows-1252, as in
+; Lang.con, whatever the system's code page is.
 Function WriteFirstSettings
   System::Call 'advapi32::GetUserNameW(w .r1, *i ${NSIS_MAX_STRLEN})'
   StrCpy $2 0
   ${If} ${SectionIsSelected} ${SecLogon}
     StrCpy $2 1
-    ; As the program itself writes it at its end, when this setting is on.
+    ; The value that the program itself writes at its end when this setting is on.
     WriteRegStr HKCU "${RUN_KEY}" "Quillon" "$INSTDIR\Quillon"
   ${EndIf}
   FileOpen $0 "$INSTDIR\User.ini" w
@@ -235,8 +235,8 @@ Function StartProgram
   Exec '"${PROGRAM}"'
 FunctionEnd
 
-; Asks for an administrator's rights for these commands alone. The rules that Windows made when it asked the user itself go
-; first: one that blocks would win. Whether it worked is seen from the rule, which anybody may read.
+; Elevates these commands only. Rules that Windows made when it asked the user are deleted first: a blocking one would take
+; precedence. The elevated process returns no exit code, so the rule is looked up, which needs no elevation.
 Function AllowInFirewall
   StrCpy $1 'program="${PROGRAM}"'
   StrCpy $2 '"$SYSDIR\netsh.exe" advfirewall firewall'
@@ -250,7 +250,7 @@ Function AllowInFirewall
   ${EndIf}
 FunctionEnd
 
-; An update leaves the firewall alone unless asked, and a copy that was running is running again.
+; By default an update leaves the firewall alone; and a copy that was running has been started again.
 Function ShowFinish
   ${If} $update = 1
     ${NSD_Uncheck} $mui.FinishPage.Run
@@ -280,7 +280,7 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
-; Not one that the user has put there under the same name.
+; Keeps a file of the user's own under the same name.
 !macro RemoveSound name size
   FileOpen $0 "$INSTDIR\${name}" r
   FileSeek $0 0 END $1
@@ -313,7 +313,7 @@ Section /o "un.$(FirewallRuleText)"
   ExecShellWait "runas" "$SYSDIR\netsh.exe" 'advfirewall firewall delete rule name="Quillon" dir=in program="${PROGRAM}"' SW_HIDE
 SectionEnd
 
-; Goes only if nothing is left in it.
+; Removed only if it is empty.
 Section "-un.Folder"
   SetOutPath $TEMP
   RMDir $INSTDIR

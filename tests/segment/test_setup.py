@@ -1,5 +1,5 @@
-"""What users are given: Bob unpacks the zip, Anna runs the setup program, which is then run over her running copy; refusals;
-and the uninstaller. The tests run in the order of their numbers. script/package makes what is tested."""
+"""The release that script/package made: Bob unpacks the zip, Anna runs the setup program, updates while her copy runs, and
+uninstalls. The tests run in the order of their numbers."""
 
 import os
 import pathlib
