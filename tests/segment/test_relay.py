@@ -22,9 +22,15 @@ class Relays(unittest.TestCase):
         cls.password, cls.broker_settings = folder.name + "/password", folder.name + "/mosquitto.conf"
         pathlib.Path(cls.password).write_text("secret\n")
         subprocess.run(["mosquitto_passwd", "-b", "-c", folder.name + "/users", "relay", "secret"], check=True)
+        key, cls.certificate = folder.name + "/key.pem", folder.name + "/certificate.pem"
+        subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=broker",
+                        "-addext", "subjectAltName=IP:" + network.ADDRESS, "-keyout", key, "-out", cls.certificate],
+                       check=True, stderr=subprocess.DEVNULL)
         pathlib.Path(cls.broker_settings).write_text(
-            f"user root\nlistener 1883 {network.ADDRESS}\npassword_file {folder.name}/users\n")
-        cls.relays = [cls._start_relay(cls.left), cls._start_relay(cls.right)]
+            f"user root\npassword_file {folder.name}/users\nlistener 1883 {network.ADDRESS}\n"
+            f"listener 8883 {network.ADDRESS}\ncertfile {cls.certificate}\nkeyfile {key}\n")
+        cls.relays = [cls._start_relay(cls.left),
+                      cls._start_relay(cls.right, "--port", "8883", "--ca-file", cls.certificate)]
         cls._start_broker()
         cls._wait_told(cls.relays[0], "in charge")
         cls._wait_told(cls.relays[1], "in charge")
@@ -46,11 +52,12 @@ class Relays(unittest.TestCase):
         cls.broker = subprocess.Popen(["mosquitto", "-c", cls.broker_settings], stderr=subprocess.DEVNULL)
 
     @classmethod
-    def _start_relay(cls, segment):
+    def _start_relay(cls, segment, *options):
         host = network.Host(segment)
         host.join_segment_too()
         return subprocess.Popen(host.command(RELAY, "--broker", network.ADDRESS, "--user", "relay", "--password-file",
-                                             cls.password, "--segment", segment.bridge, "--filter", "B", "--report", "2"),
+                                             cls.password, "--segment", segment.bridge, "--filter", "B", "--report", "2",
+                                             *options),
                                 stdout=subprocess.PIPE, text=True)
 
     @staticmethod
