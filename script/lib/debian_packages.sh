@@ -6,8 +6,8 @@ nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
 windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest
   libcli11-dev nlohmann-json3-dev)
 rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick
-  unrtf tshark mosquitto mosquitto-clients)
-packagePackages=(nsis openssl osslsigncode python3)
+  unrtf tshark mosquitto mosquitto-clients openssl)
+packagePackages=(nsis openssl osslsigncode python3 dpkg-dev)
 
 # The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
 ClangRuntimePackage() {
