@@ -1,16 +1,16 @@
-// What the system itself takes to hand over one datagram: the measure for what the program adds to it.
+// The system's own cost of receiving one datagram: the baseline for the benchmarks.
 #pragma once
 
 #include <cstddef>
 
 namespace bench {
 
-// Receives so many small datagrams from a UDP socket on loopback, where they wait already; returns the seconds that the
-// receiving took. At most kMaxWaiting at a time.
+// Receives small datagrams that are already queued in a UDP socket on loopback, at most kMaxWaiting; returns the
+// seconds that it took.
 inline constexpr std::size_t kMaxWaiting = 100;
 double ReceiveDatagrams(std::size_t count);
 
-// Seconds per datagram, measured once in each run.
+// Seconds per datagram, measured once per run.
 double BareReceive();
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// The least that a Windows program can do with the segment's packets: read one datagram per window message, look the
-// sender up in a hash map, answer a newcomer with three packets. The measure for what everything else in Quillon costs.
+// The least that a Windows program can do with the packets: read one datagram per window message, look up the sender in
+// a hash map, answer a newcomer with three packets. The baseline for the cost of Quillon.
 #include <winsock2.h>
 #include <windows.h>
 
@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr UINT kSocketMessage = WM_APP, kCountMessage = WM_APP + 1;  // the second one asks for the number of senders
+constexpr UINT kSocketMessage = WM_APP, kCountMessage = WM_APP + 1;  // the second one returns the number of senders
 constexpr u_short kPort = 1414;
-constexpr int kReceiveBuffer = 8 << 20;  // bytes, as Quillon; holds a burst that arrives while the program sleeps
+constexpr int kReceiveBuffer = 8 << 20;  // bytes, the same as Quillon's
 constexpr std::string_view kName = "bare";
 
 SOCKET theSocket = INVALID_SOCKET;

@@ -1,5 +1,5 @@
-// What the receive dispatcher and the roster take for one packet, beside what the system takes to hand that packet
-// over. "of_bare" is that time as a share of the bare receive, measured in the same run. Exit status 1 when a packet of
+// The cost of one packet in the dispatcher and the roster, relative to the system's cost of receiving it: "of_bare" is
+// that time as a share of the bare receive, measured in the same run. Exit status 1 when a packet of
 // a known user costs more than the bare receive, or more among 50,000 users than one and a half times what it costs
 // among ten.
 #include <benchmark/benchmark.h>
@@ -32,7 +32,7 @@ class SilentPort : public net::DatagramPort {
   void Send(std::string_view bytes) override { benchmark::DoNotOptimize(bytes.size()); }
 };
 
-// Refreshes as the real chat window does: looks at the counters first, and at its participants only when they moved.
+// Refreshes like the real chat window: checks the counters first, and its participants only when they have changed.
 class CountingChat : public net::ChatWindow {
  public:
   explicit CountingChat(const mainwindow::UserRoster& users) : users_(users) {}
@@ -65,8 +65,8 @@ class OpenWindows : public net::Conversations {
   void ShowAlert(std::string_view, std::string_view, int) override {}
 };
 
-// One packet each of many senders, in an order that has nothing to do with the order of joining: the worst case for the
-// processor's caches. In one block, since a real one comes straight from the socket's buffer.
+// One packet of each sender, in random order: the worst case for the processor's caches. In one block, since a real
+// packet is in the socket's buffer.
 class Packets {
  public:
   Packets(std::size_t users, const char* command) : packets_(users) {
@@ -141,14 +141,14 @@ void Time(benchmark::State& state, Action action) {
   state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
 }
 
-// Prints the quickest of each benchmark's repetitions, which whatever else the machine does has disturbed least, and
-// holds those of known senders against their limits.
+// Prints the fastest repetition of each benchmark, which was disturbed least, and checks those of known senders against
+// their limits.
 class Judge : public benchmark::ConsoleReporter {
  public:
   Judge() : ConsoleReporter(OO_None) {}
 
   void ReportRuns(const std::vector<Run>& runs) override {
-    if (runs.front().run_type != Run::RT_Iteration) return;  // means of what comes here by itself
+    if (runs.front().run_type != Run::RT_Iteration) return;  // aggregates
     Run best = *std::ranges::min_element(runs, {}, &Run::GetAdjustedRealTime);
     best.counters.at(kOfBare).flags = benchmark::Counter::kDefaults;  // a share has no unit
     ConsoleReporter::ReportRuns({best});

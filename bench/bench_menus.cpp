@@ -1,6 +1,6 @@
-// What the owner-drawn menus cost beside the system's own, and whether anything is left behind by what a long day
-// repeats: menus opened, alerts shown, languages changed. Prints a table of name, limit and figures; exit status 1 when
-// a limit is passed. Takes no arguments.
+// The cost of the owner-drawn menus compared with the system's, and leaks in what a long day repeats: opened menus,
+// shown alerts, changed languages. Prints a table of name, limit and figures; exit status 1 when a limit is passed.
+// Takes no arguments.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -23,9 +23,9 @@ namespace {
 
 constexpr int kOpenings = 1000, kPopups = 1000, kLanguages = 100;
 
-constexpr double kFrame = 16;  // milliseconds; what the screen needs for one picture nobody sees
+constexpr double kFrame = 16;  // milliseconds; a delay of one frame is not noticeable
 
-// Wine's counts go by places in a table of which freed ones are not taken again at once.
+// Tolerance: Wine's counts are table positions, and freed ones are not reused at once.
 constexpr int kNoGrowth = 20;
 
 int drawn = 0;
@@ -87,7 +87,7 @@ class Bench {
     main_.reset();
   }
 
-  // The key is there before the menu, which is drawn when it is shown, asks for one.
+  // The key is posted first: the menu reads it after it has been shown and drawn.
   void OpenMenu() {
     const HMENU menu = ::GetSubMenu(::GetMenu(main_->hwnd()), 0);
     ::PostMessageA(main_->hwnd(), WM_KEYDOWN, VK_ESCAPE, 0);
@@ -109,7 +109,7 @@ class Bench {
     return times[static_cast<std::size_t>(rounds / 2)];
   }
 
-  // Objects before and after; what comes once and stays is there after the first rounds.
+  // Counts objects before and after; the first rounds create what stays.
   void Watch(const char* what, int rounds, const std::function<void(int)>& round) {
     for (int i = 0; i < 10; ++i) round(i);
     const toolkit::ObjectCount before = toolkit::CountObjects();

@@ -1,4 +1,4 @@
-# What every target of the project shares: warnings, sizes, and the one way in which a library lists its sources.
+# Settings of all targets (warnings, size), and the function that declares a library.
 
 add_library(quillon_options INTERFACE)
 target_include_directories(quillon_options INTERFACE ${CMAKE_SOURCE_DIR})
@@ -15,11 +15,11 @@ target_compile_options(
             -Woverloaded-virtual
             -Werror)
 if(WIN32)
-  # The program speaks the A functions of Windows 7 and later. Sections are split so that the linker drops what is unused.
+  # The program uses the A functions of Windows 7 and later. Sections are split so that the linker drops what is unused.
   target_compile_definitions(quillon_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
                                                        _WIN32_IE=0x0700)
   target_compile_options(quillon_options INTERFACE -ffunction-sections -fdata-sections)
-  # The same sources give the same bytes, whenever and in whatever folder they are built.
+  # Reproducible builds, independent of time and folder.
   target_link_options(quillon_options INTERFACE -static -Wl,--gc-sections -Wl,--no-insert-timestamp)
 endif()
 if(QUILLON_SANITIZE)
@@ -32,8 +32,8 @@ if(QUILLON_FUZZ)
 endif()
 
 # quillon_library(NAME PORTABLE file... WINDOWS file... NATIVE file... LINK target...)
-# PORTABLE compiles everywhere and cannot see Windows. WINDOWS holds the windows and the Windows half of a pair of
-# files behind one header, NATIVE the other half.
+# PORTABLE sources do not use Windows. WINDOWS sources are the windows and the Windows implementations of headers, NATIVE
+# sources the native ones.
 function(quillon_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "PORTABLE;WINDOWS;NATIVE;LINK")
   if(WIN32)
@@ -72,7 +72,7 @@ function(quillon_delayed_import dll)
   add_library(${dll}_delayed INTERFACE)
   add_dependencies(${dll}_delayed ${dll}_delayed_library)
   target_link_libraries(${dll}_delayed INTERFACE ${library} delayimp)
-  # Calls go through a pointer that the linker does not follow to the code which loads the DLL.
+  # Keep the code that loads the DLL, which is reached through a pointer only.
   string(REGEX MATCHALL "\n[A-Za-z_]+[@0-9]*" symbols "${exports}")
   list(FILTER symbols EXCLUDE REGEX "LIBRARY|EXPORTS")
   list(TRANSFORM symbols REPLACE "\n" "LINKER:--undefined=${prefix}")

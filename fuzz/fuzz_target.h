@@ -1,4 +1,4 @@
-// What every fuzz target defines and both drivers, libFuzzer and the replay of the corpus, call.
+// The interface of a fuzz target, for both drivers: libFuzzer and the replay of the corpus.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-// Stops at the input that breaks a promise.
+// Aborts when an invariant is violated.
 inline void Require(bool promise) {
   if (!promise) std::abort();
 }

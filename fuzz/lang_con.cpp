@@ -1,4 +1,4 @@
-// Any bytes as the language file: a failure has one of the known numbers, and no search leaves the table.
+// Arbitrary bytes as the language file: failures have one of the known numbers, and no search leaves the table.
 #include "core/language_table.h"
 #include "core/runtime_error.h"
 #include "fuzz/fuzz_target.h"

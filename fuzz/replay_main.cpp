@@ -1,4 +1,4 @@
-// Puts every file of the folders on the command line to the fuzz target, for builds without libFuzzer.
+// Runs the fuzz target on every file of the given folders, for builds without libFuzzer.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>

@@ -1,5 +1,4 @@
-// Any bytes as the settings file: a failure has one of the known numbers, and what reads well is written back so that
-// it reads the same.
+// Arbitrary bytes as the settings file: failures have one of the known numbers, and a valid file survives a round trip.
 #include "core/globals.h"
 #include "core/runtime_error.h"
 #include "core/settings.h"
@@ -37,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Require(failure == 0 || failure == 6 || failure == 13 || failure == 62);
   if (failure != 0) return 0;
 
-  // A quote inside a text is the one thing that the format does not carry.
+  // A quote inside a text is the only thing that does not survive.
   std::vector<std::string> texts = program.users.GroupLines();
   texts.insert(texts.end(), {core::gUserName, core::gSound});
   if (HasQuote(texts)) return 0;

@@ -13,12 +13,12 @@ namespace {
 
 constexpr Time kShortestWay = 100us, kLongestWay = 1ms;  // of a packet from its sender to everybody
 
-// What a system takes for a small datagram that waits, its own account of it included.
+// Buffer space of a small datagram, including the system's overhead.
 constexpr std::size_t kBufferPerPacket = 256;
 
-constexpr int kLatestTimer = 15;  // milliseconds by which a timer may be late: Windows' clock ticks so coarsely
+constexpr int kLatestTimer = 15;  // milliseconds by which a timer may be late: the resolution of Windows' clock
 
-// The clock that the copies see passes the end of its signed range while desks start.
+// The tick count wraps around while desks start.
 constexpr std::uint32_t kFirstTick = std::numeric_limits<std::int32_t>::max() - 12000u;
 
 template <class Counts>
@@ -108,8 +108,8 @@ void Desk::Kill() {
   copy_.reset();
 }
 
-// What the processor gets to only later is handled here at once. The clock tells the copy when it is, and what it sends
-// goes out then.
+// Handled at once, although the processor may get to it later: the clock shows that time to the copy, and its packets
+// are sent then.
 void Desk::Hear(std::string_view packet) {
   if (!open_) return;
   const Time perPacket = segment_.conditions_.perPacket, begin = std::max(segment_.now_, busyUntil_);
@@ -136,7 +136,7 @@ void Desk::Later(Time after, std::function<void()> action) {
   });
 }
 
-// The packets of one sender do not overtake each other.
+// Packets of one sender stay in order.
 void Desk::Send(std::string_view packet) {
   if (open_) lastArrival_ = segment_.Broadcast(std::string(packet), std::max(busyUntil_, lastArrival_), this);
 }

@@ -1,6 +1,6 @@
-// A segment in memory: real copies (Dispatcher, Messenger, UserRoster) in one process, with a virtual clock and a
-// network that delivers every broadcast to all of them. What takes a thousand machines takes seconds here, and comes
-// out the same each time.
+// A simulated segment: real copies (Dispatcher, Messenger, UserRoster) in one process, with a virtual clock and a
+// network that delivers every broadcast to all of them. A thousand machines take seconds, and the result is
+// deterministic.
 #pragma once
 
 #include <chrono>
@@ -18,13 +18,13 @@
 
 namespace support {
 
-using Time = std::chrono::microseconds;  // since the segment was made
+using Time = std::chrono::microseconds;  // since the creation of the segment
 using namespace std::chrono_literals;
 
 struct Conditions {
   double loss = 0;               // share of the packets that a desk does not hear; its own are never lost
-  Time perPacket = 20us;         // of processor time that a desk takes for each packet received
-  std::size_t buffer = 8 << 20;  // bytes of packets that wait to be received; what does not fit is lost
+  Time perPacket = 20us;         // processor time of a desk for each packet received
+  std::size_t buffer = 8 << 20;  // of the receive buffer, bytes; packets beyond it are lost
   net::AnswerLimits limits{};
 
   // Packets that arrive within so long are handled desk by desk, which finds its rows in the processor's cache. Less
@@ -34,7 +34,7 @@ struct Conditions {
 
 class MemorySegment;
 
-// One user's machine with one copy. A copy's settings are globals, so they are swapped in while it acts.
+// One user's machine with one copy. Settings are globals, so they are swapped in while a copy runs.
 class Desk : net::DatagramPort, net::Conversations {
  public:
   Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::int16_t status);
@@ -45,13 +45,13 @@ class Desk : net::DatagramPort, net::Conversations {
   void Join(const std::deque<Desk>& known);
   void Accept(std::string name, std::int32_t colour);  // new options
   void Leave();
-  void Kill();  // as a power cut does: without a word
+  void Kill();  // without leaving, as in a power cut
 
   void Hear(std::string_view packet);
 
   // Takes part under its own name.
   bool IsUp() const { return open_ && starting_ == 0; }
-  // Lists the other one in its colour and state.
+  // Lists the other one with its current colour and state.
   bool Knows(const Desk& other) const;
 
   Time BusiestSecond() const;  // processor time

@@ -1,4 +1,4 @@
-// How many GDI and USER objects this process holds, to see that something done a thousand times leaves nothing behind.
+// The number of GDI and USER objects of this process, to detect leaks.
 #pragma once
 
 #include <windows.h>
@@ -13,14 +13,14 @@ struct ObjectCount {
   int gdi, user;
 };
 
-// The place of a handle in its table is its low word.
+// The low word of a handle is its position in the handle table.
 inline int PlaceInTable(const void* handle) {
   return static_cast<int>(reinterpret_cast<std::uintptr_t>(handle) & 0xFFFFu);
 }
 
 template <class Make, class Free>
 int HighestPlace(Make make, Free free) {
-  std::array<decltype(make()), 200> probes{};  // more than there are freed places
+  std::array<decltype(make()), 200> probes{};  // more than the number of free positions
   int highest = 0;
   for (auto& probe : probes) highest = std::max(highest, PlaceInTable(probe = make()));
   for (const auto probe : probes) free(probe);
@@ -29,8 +29,8 @@ int HighestPlace(Make make, Free free) {
 
 inline int Counted(DWORD kind) { return static_cast<int>(::GetGuiResources(::GetCurrentProcess(), kind)); }
 
-// Under Wine, which counts nothing, how far its handle tables have been filled: freed places are taken again first, so
-// that the figures grow with objects that are never freed and with nothing else.
+// Wine does not count objects; there the result is the highest position in the handle tables. Freed positions are
+// reused first, so it grows with leaked objects only.
 inline ObjectCount CountObjects() {
   if (const int gdi = Counted(GR_GDIOBJECTS); gdi > 0) return {gdi, Counted(GR_USEROBJECTS)};
   return {HighestPlace([] { return ::CreateSolidBrush(RGB(1, 2, 3)); }, [](HBRUSH brush) { ::DeleteObject(brush); }),

@@ -1,4 +1,4 @@
-// The program's own folder, for native tests.
+// A temporary program folder for native tests.
 #pragma once
 
 #include "core/files_native.h"

@@ -1,5 +1,4 @@
-// The network and the windows as the dispatcher's tests see them: everything that would be sent or shown is remembered
-// as one line, in order.
+// A fake network and fake windows for tests: everything that would be sent or shown is recorded as one line, in order.
 #pragma once
 
 #include <algorithm>
@@ -66,7 +65,7 @@ class RecordingConversations : public net::Conversations {
  public:
   std::vector<std::string> shown;
   std::vector<std::shared_ptr<net::ChatWindow>> windows;
-  std::function<void()> onOpen;  // what happens while a chat window opens
+  std::function<void()> onOpen;  // called while a chat window opens
   bool refuses = false;
 
   std::shared_ptr<RecordingChat> Add(std::string title, std::vector<std::string> participants) {

@@ -1,5 +1,4 @@
-// The windows and the network as tests see them: every call becomes an event of the recording desktop. The roster is
-// the real one.
+// Fake windows and a fake network for tests: every call is an event of the recording desktop. The roster is real.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// A folder of its own for a test, removed at the end.
+// A temporary folder, removed at the end.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@ class TemporaryFolder {
   TemporaryFolder() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
     path_ = (std::filesystem::temp_directory_path() / ("quillon-" + std::to_string(now))).string();
-    // Several tests may start at once; the one whose name is taken goes by the next one.
+    // Tests may run concurrently, so try another name when one is taken.
     while (!std::filesystem::create_directory(path_)) path_ += "x";
   }
   ~TemporaryFolder() { std::filesystem::remove_all(path_); }
@@ -32,7 +32,7 @@ class TemporaryFolder {
     std::ofstream(Path(name), std::ios::binary) << bytes;
   }
 
-  // In place of a file. Nothing can write a file of a folder's name, not even root.
+  // In place of a file, which then cannot be written, not even by root.
   void PutFolder(std::string_view name) const {
     std::filesystem::remove(Path(name));
     std::filesystem::create_directory(Path(name));
@@ -44,7 +44,7 @@ class TemporaryFolder {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  // How many files and folders it holds.
+  // The number of files and folders in it.
   auto Count() const {
     return std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator());
   }

@@ -1,4 +1,4 @@
-// Looks at the program's windows from outside, as a user would find them, and plays clicks and keys to them.
+// Inspects the program's windows from outside and simulates clicks and keys.
 #pragma once
 
 #include <windows.h>
@@ -11,34 +11,34 @@ namespace support {
 // Visible and hidden top-level windows of a class, those of this process only.
 std::vector<HWND> WindowsOf(const char* className);
 
-// Child windows of a class, in the order of making.
+// Child windows of a class, in order of creation.
 std::vector<HWND> ChildrenOf(HWND parent, const char* className);
 
-// The one with this text, null when there is none.
+// The child with this text, null when there is none.
 HWND ChildOf(HWND parent, const char* className, const std::string& text);
 
 std::string TextOf(HWND hwnd);
 
-// What stands at a place of a menu.
+// The text of a menu item.
 std::string MenuText(HMENU menu, int position);
 
 std::string ClipboardText();
 
-// Clicks a toolbar's button, counted from 0, the way the toolbar reports it.
+// Sends the command of a toolbar button, counted from 0.
 void ClickToolButton(HWND window, int index);
 int ToolCommand(HWND window, int index);
 
 // The texts of a list view's rows.
 std::vector<std::string> RowTexts(HWND listView);
 
-// Selects a row, or unselects it; every row with -1.
+// Selects or deselects a row; all rows with -1.
 void SelectRow(HWND listView, int row, bool selected = true);
 
-// Loads the texts of a language for windows that are captioned from now on.
+// Loads a language, for windows whose captions are set from now on.
 void Speak(const char* language);
 
-// A key press as it comes out of the message queue, through the program's filter; with Ctrl or Shift held where given.
-// True when the filter took it.
+// Passes a key press to the program's message filter, optionally with a modifier key held. True when the filter handled
+// it.
 bool FilterKey(HWND target, UINT message, WPARAM key, int heldKey = 0);
 
 RECT PlaceOf(HWND hwnd);

@@ -1,18 +1,18 @@
-# What every script of this folder needs: where things are, and how to speak. Sourced, never run.
+# Paths and output functions of all scripts in this folder. To be sourced.
 
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cache=${QUILLON_CACHE:-${HOME:-/root}/.cache/quillon}
 
-# Headlines go to stderr, so that stdout stays what a command was asked for.
+# Headlines go to stderr, so that stdout has results only.
 Say() { printf '== %s\n' "$*" >&2; }
 Fail() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
   exit 1
 }
 
-# Runs a long-winded command; what it says is shown only when it fails.
+# Runs a command and shows its output only when it fails.
 Quietly() {
   local output status=0
   output=$(mktemp)
@@ -22,10 +22,10 @@ Quietly() {
   return "$status"
 }
 
-# Runs a command as the administrator where that is possible without a question.
+# Runs a command as root, if that is possible without a prompt.
 AsRoot() {
   if ((EUID == 0)); then "$@"; else sudo -n "$@"; fi
 }
 
-# An unprivileged container, say, does not.
+# An unprivileged container does not, for instance.
 AllowsPrivateNamespaces() { unshare --mount --net --pid --fork true 2>/dev/null; }

@@ -1,4 +1,4 @@
-# The Debian packages that each part of the work needs, and their installation. Sourced by script/bootstrap.
+# The required Debian packages, and their installation. Sourced by script/bootstrap.
 
 nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
   googletest libgtest-dev libgmock-dev libbenchmark-dev python3 libcli11-dev nlohmann-json3-dev libmosquitto-dev)
@@ -9,14 +9,14 @@ rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool
   unrtf tshark mosquitto mosquitto-clients openssl)
 packagePackages=(nsis openssl osslsigncode python3 dpkg-dev)
 
-# The sanitizers' and the fuzzer's run-time library comes in a package that bears the version of clang.
+# The run-time library of the sanitizers and the fuzzer is in a package named after the version of clang.
 ClangRuntimePackage() {
   local version
   version=$(clang -dumpversion 2>/dev/null || apt-cache depends clang 2>/dev/null | sed -n 's/^ *Depends: clang-//p')
   [[ -z $version ]] || echo "libclang-rt-${version%%.*}-dev"
 }
 
-# Prints those of the given packages that are not installed.
+# Prints the given packages that are not installed.
 MissingPackages() {
   local installed package
   installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
@@ -25,7 +25,7 @@ MissingPackages() {
   done
 }
 
-# Installs what is missing of the given packages; does not ask the package registry when nothing is.
+# Installs missing packages; without network access when none is missing.
 InstallPackages() {
   local missing
   mapfile -t missing < <(MissingPackages "$@")
@@ -39,7 +39,7 @@ AptGet() {
   Quietly AsRoot env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=600 -o Acquire::Retries=3 "$@"
 }
 
-# Prints the address that the machine's own package sources name for its main suite.
+# Prints the mirror of the main suite in the machine's own package sources.
 MachineMirror() {
   local suite=$1
   apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |

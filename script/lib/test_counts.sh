@@ -1,4 +1,4 @@
-# Adds up what the different kinds of tests report. Sourced by script/test.
+# Sums up the results of the different kinds of tests. Sourced by script/test.
 
 passed=0 failed=0 skipped=0
 
@@ -8,7 +8,7 @@ Count() {
   printf '%-28s %4d passed, %d failed\n' "$name" "$good" "$bad"
 }
 
-# One check: a command that succeeds or does not. What it says is shown only when it does not.
+# Counts a command as one test; its output is shown only when it fails.
 Check() {
   local name=$1
   shift
@@ -20,7 +20,7 @@ Skip() {
   printf '%-28s %4d skipped: %s\n' "$1" "$2" "$3"
 }
 
-# The counts of a test program's output; a program that died without a word counts as one failure.
+# Parses the counts from the output of a test program; a crash without output counts as one failure.
 CountOrFail() {
   local name=$1 output=$2 good=$3 bad=$4
   if [[ -z $good ]]; then good=0 bad=1; fi
@@ -40,7 +40,7 @@ CountGoogleTest() {
   all=$(sed -n 's/^\[=*\] Running \([0-9]*\) tests\? from.*/\1/p' <<<"$2" | tail -n 1)
   good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\?\..*/\1/p' <<<"$2" | tail -n 1)
   left_out=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) tests\?, listed below.*/\1/p' <<<"$2" | tail -n 1)
-  # Tests that never came to their end, because the program died before, have failed.
+  # Tests that did not finish because the program crashed have failed.
   CountOrFail "$1" "$2" "${all:+${good:-0}}" "$((${all:-0} - ${good:-0} - ${left_out:-0}))"
   ((${left_out:-0} == 0)) || Skip "$1" "$left_out" "$(grep -m 1 -A 1 ': Skipped$' <<<"$2" | tail -n 1)"
 }
@@ -52,7 +52,7 @@ CountPlain() {
   CountOrFail "$1" "$2" "$good" "${bad:-0}"
 }
 
-# The last line, and the exit status.
+# Prints the last line and sets the exit status.
 Summarise() {
   if ((skipped)); then
     echo "$passed passed, $failed failed, $skipped skipped"

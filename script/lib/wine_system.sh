@@ -4,12 +4,12 @@
 wineSystem=$cache/i386-system
 winePrefix=$cache/wine-prefix
 
-# A host wine counts only if it has its 32-bit half: the 64-bit half alone starts, and then fails.
+# The host's wine is used only with 32-bit support: without it, it starts and then fails.
 HostWineRuns32Bit() {
   command -v wine >/dev/null && compgen -G '/usr/lib/i386-linux-gnu/wine/i386-unix/ntdll.so' >/dev/null
 }
 
-# Makes the i386 system under another name first, so that an interrupted run leaves nothing that looks complete.
+# Creates the i386 system under a temporary name, so that an interrupted run leaves nothing that looks complete.
 MakeWineSystem() {
   [[ ! -d $wineSystem ]] || return 0
   local suite mirror making=$wineSystem.making
@@ -19,12 +19,12 @@ MakeWineSystem() {
   Say "Making the i386 system for Wine in $wineSystem"
   rm -rf "$making"
   mkdir -p "$making"
-  # A private mount namespace: whatever gets mounted below the folder is gone when this ends, however it ends.
+  # In a private mount namespace, so that all mounts below the folder are gone at the end, whatever happens.
   Quietly unshare --mount "${BASH_SOURCE[0]%/*}/make_wine_system" "$making" "$suite" "$mirror"
   mv -T "$making" "$wineSystem"
 }
 
-# Making a prefix takes some twenty seconds, so one is made here, and each copy of a program mounts a layer over it.
+# A prefix takes some twenty seconds to create, so there is one template, and each copy mounts an overlay on it.
 MakeWinePrefix() {
   [[ ! -d $winePrefix ]] || return 0
   local making=$winePrefix.making
