@@ -14,7 +14,7 @@ struct Area {
 
 constexpr Area AreaAt(int left, int top, int width, int height) { return {left, top, left + width, top + height}; }
 
-// An area of that size in the middle of another one, never beyond its left and top edge.
+// An area of this size centred in another one, but never beyond its left and top edges.
 constexpr Area CentredIn(const Area& area, int width, int height) {
   return AreaAt(area.left + std::max((area.Width() - width) / 2, 0),
                 area.top + std::max((area.Height() - height) / 2, 0), width, height);

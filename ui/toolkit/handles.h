@@ -1,4 +1,4 @@
-// Owners of Windows handles: move-only, freed once, by the call that belongs to the handle.
+// Move-only owners of Windows handles, each with its own release function.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace toolkit {
 
-// Passes on what ::CreateWindowEx gave. Throws core::Err::OutOfMemory when the desktop has no room for another window.
+// Returns the result of ::CreateWindowEx. Throws core::Err::OutOfMemory when it failed.
 inline HWND Created(HWND window) {
   if (!window) throw core::RuntimeError(core::Err::OutOfMemory);
   return window;
@@ -38,7 +38,7 @@ class UniqueHandle {
   Handle handle_ = nullptr;
 };
 
-// Fonts, brushes, bitmaps and regions all go the way of ::DeleteObject.
+// Fonts, brushes, bitmaps and regions are all released by ::DeleteObject.
 struct ObjectDeleter {
   static void Free(HGDIOBJ object) { ::DeleteObject(object); }
 };
@@ -63,7 +63,7 @@ using Icon = UniqueHandle<HICON, IconDeleter>;
 using Menu = UniqueHandle<HMENU, MenuDeleter>;
 using MemoryDc = UniqueHandle<HDC, MemoryDcDeleter>;
 
-// The screen's or a window's device context, for as long as something is measured with it.
+// The device context of the screen or a window, for measuring.
 class WindowDc {
  public:
   explicit WindowDc(HWND hwnd) : hwnd_(hwnd), dc_(::GetDC(hwnd)) {}
@@ -77,7 +77,7 @@ class WindowDc {
   HDC dc_;
 };
 
-// Selects an object into a device context and puts the former one back.
+// Selects an object into a device context for the duration of a scope.
 class Selected {
  public:
   Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(::SelectObject(dc, object)) {}

@@ -10,7 +10,7 @@
 namespace toolkit {
 namespace {
 
-// The hourglass for as long as it lives.
+// Shows the wait cursor for the duration of a scope.
 class WaitPointer {
  public:
   WaitPointer() : former_(::SetCursor(::LoadCursorA(nullptr, IDC_WAIT))) {}
@@ -22,7 +22,7 @@ class WaitPointer {
   HCURSOR former_;
 };
 
-// The shell may open links through COM objects. Prepared with the first link, and for the rest of the run.
+// The shell may open links through COM objects. Initialised with the first link, for the rest of the run.
 void PrepareCom() {
   using Initialize = HRESULT(WINAPI*)(void* reserved, DWORD flags);
   static bool prepared = false;
@@ -33,13 +33,13 @@ void PrepareCom() {
   if (initialize) reinterpret_cast<Initialize>(reinterpret_cast<void (*)()>(initialize))(nullptr, flags);
 }
 
-// A failure to ask the shell at all counts as its success: there is no number to show.
+// An exception counts as success: there is no number to show.
 INT_PTR ShellResult(const std::string& link, ShellOpen shell) {
   const WaitPointer wait;
   PrepareCom();
   try {
-    // The directory is the text "1" on purpose. A link needs none, and no program that it starts may take our folder
-    // as its own and keep it from being deleted.
+    // The directory is deliberately the text "1": links need none, and a program started this way must not keep our
+    // folder as its current directory, which could then not be deleted.
     return reinterpret_cast<INT_PTR>(shell(nullptr, "open", link.c_str(), "", "1", SW_SHOWNORMAL));
   } catch (...) {
     return 1;
@@ -50,7 +50,7 @@ INT_PTR ShellResult(const std::string& link, ShellOpen shell) {
 
 void OpenLink(const std::string& link, ShellOpen shell) {
   const INT_PTR result = ShellResult(link, shell);
-  // The shell's other error numbers come with a message of its own.
+  // For other errors the shell shows a message itself.
   if (result != 0) return;
   core::ShowBox({.text = "Error Opening Link to " + link + "\r\n\r\n" + std::to_string(result),
                  .icon = core::BoxIcon::Exclamation});

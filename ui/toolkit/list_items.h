@@ -1,4 +1,4 @@
-// What the system's lists and trees lack for their items.
+// Extensions of the system's list and tree views: a visible selection, and item texts of any length.
 #pragma once
 
 #include <windows.h>
@@ -9,30 +9,30 @@
 
 namespace toolkit {
 
-// Keeps the selection of a list plain to see while the keyboard is elsewhere: buttons and menus act on it then too, and
-// the system shows it so faintly that it can hardly be told on a white list.
+// Keeps the selection visible while the list has no focus: buttons and menus act on it then too, and the system's
+// colour for it is hardly visible on a white list.
 //
-// For the stage of a list view's custom drawing that comes before an item. The list itself is asked what is selected:
-// one that always shows its selection calls every item selected here.
+// For the CDDS_ITEMPREPAINT stage of a list view. It queries the selection from the list, because a list with
+// LVS_SHOWSELALWAYS marks every item as selected here.
 inline void ShowSelectionPlainly(NMLVCUSTOMDRAW& draw) {
   const HWND list = draw.nmcd.hdr.hwndFrom;
   if (::GetFocus() == list || !ListView_GetItemState(list, draw.nmcd.dwItemSpec, LVIS_SELECTED)) return;
-  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or the list takes the faint colours all the same
+  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or the list uses the pale colours nevertheless
   draw.clrText = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
   draw.clrTextBk = ::GetSysColor(COLOR_HIGHLIGHT);
 }
 
-// The text of an item, whole, whatever its length: a name that is heard may fill a datagram. Such controls copy as much
-// as fits and do not tell how much there is.
-// `copy(buffer, size)` lets the control copy the text, its closing zero counted.
+// The whole text of an item: a name from the network may be as long as a datagram, and these controls truncate the text
+// to the buffer without telling its length. `copy(buffer, size)` makes the control copy it; size includes the closing
+// zero.
 template <class Copy>
 std::string ItemText(Copy copy) {
   constexpr std::size_t usual = 256;
   for (std::size_t size = usual;; size *= 2) {
     std::string text(size, '\0');
     copy(text.data(), static_cast<int>(size));
-    text.resize(std::strlen(text.c_str()));   // a text that does not fit need not be ended
-    if (text.size() + 2 < size) return text;  // there was room for another letter, of two bytes perhaps
+    text.resize(std::strlen(text.c_str()));   // a truncated text need not be terminated
+    if (text.size() + 2 < size) return text;  // not truncated: another letter, even of two bytes, would have fit
   }
 }
 

@@ -1,6 +1,6 @@
-// The rows of a list: what a list view displays and everybody else reads. The list view holds no second copy, it asks
-// for what it paints. Rows are only ever added at the end, so order is the order of adding. Finding a row by its exact
-// text, by its text ignoring case or by its key does not walk the list, and neither do adding, changing and removing.
+// The rows of a list, shared by a virtual list view, which gets from here what it paints, and the rest of the program.
+// Rows are only appended, so they are in the order of adding. Lookup by exact text, by text ignoring case or by key,
+// adding, changing and removing take constant time.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace toolkit {
 
-// The members that change are ordered so that what a packet touches lies together in memory.
+// Ordered so that the members which packets change are together in memory.
 struct ListRow {
   std::string text{};
   std::string subText{};  // of the second column
@@ -22,7 +22,7 @@ struct ListRow {
   std::string key{};  // unique among keys, compared exactly; empty = none
 };
 
-// A row's own, for as long as the list stands; a row that was added later has a greater one.
+// Unique in the lifetime of the list; rows added later have larger ids.
 using RowId = std::uint64_t;
 
 class ListRows {
@@ -32,8 +32,8 @@ class ListRows {
   ListRows(const ListRows&) = delete;
   ListRows& operator=(const ListRows&) = delete;
 
-  // At the end. Throws core::Err::KeyNotUnique when a row has this key already. The reference holds until the row is
-  // removed. A failure changes nothing.
+  // Appends a row. Throws core::Err::KeyNotUnique when the key exists. The reference is valid until the row is removed.
+  // A failure changes nothing.
   const ListRow& Add(ListRow row);
   void Remove(const ListRow& row);
   void Clear();
@@ -43,19 +43,19 @@ class ListRows {
 
   std::size_t Count() const { return count_; }
 
-  // Bytes of all texts and keys, for those who bound the list.
+  // The total size of all texts and keys in bytes, for limits on memory.
   std::size_t TextBytes() const { return textBytes_; }
 
   // Row number `index` (below Count()).
   const ListRow& At(std::size_t index) const;
 
-  // For those who show rows that may have gone since: the ids of all rows in order, the row of an id or null, and the
-  // number of that row, or of the one that follows its former place (Count() when none does).
+  // For views, whose rows may have been removed since: the ids of all rows in order; the row with an id, or null; and
+  // the index of that row, or of the one after its former position (Count() when there is none).
   std::vector<RowId> Ids() const;
   const ListRow* FindId(RowId id) const;
   std::size_t PlaceOf(RowId id) const;
 
-  // The first row in order, or null.
+  // The first match in order, or null.
   const ListRow* FindText(std::string_view text) const;
   const ListRow* FindTextIgnoringCase(std::string_view text) const;
   const ListRow* FindKey(std::string_view key) const;
@@ -70,9 +70,8 @@ class ListRows {
 
   std::size_t SelectedCount() const { return selectedCount_; }
 
-  // Counters for those who remember what they have drawn: of the set of rows (added or removed), and of real changes of
-  // icon, colour or second column; of those the icons once more by themselves. Selecting counts as neither, since it is
-  // the list view that selects.
+  // Change counters for views: of rows added or removed; of actual changes of icon, colour or second column; and of
+  // icons alone. Selection does not count, since the list view itself selects.
   std::uint64_t MembershipRevision() const { return membershipRevision_; }
   std::uint64_t LookRevision() const { return lookRevision_; }
   std::uint64_t IconRevision() const { return iconRevision_; }
@@ -88,8 +87,8 @@ class ListRows {
   Row& Own(const ListRow& row);
   void CloseGaps() const;
 
-  // A removed row leaves a gap; gaps are closed together when somebody asks for a row number, or when they outgrow the
-  // rows. Slots stand in the order of their ids, so the number of a row is a binary search.
+  // A removed row leaves a gap. Gaps are closed all at once, on the first access by index or when there are more gaps
+  // than rows. Slots are sorted by id, so the index of a row is found by binary search.
   mutable std::vector<Slot> slots_;
   std::unique_ptr<Chains> byText_, byKey_;
   std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;

@@ -11,7 +11,7 @@
 namespace toolkit {
 namespace {
 
-// Hidden ones of ours too: the icon in the notification area could show the main window.
+// Includes hidden windows: the notification icon could show the main window.
 BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
   core::Guarded([&] {
     if (::IsWindowEnabled(hwnd) && (::IsWindowVisible(hwnd) || Window::Of(hwnd)))
@@ -22,8 +22,8 @@ BOOL CALLBACK Collect(HWND hwnd, LPARAM windows) {
 
 bool IsOnTop(HWND hwnd) { return (::GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
 
-// Disables the program's windows but for one, and enables the same ones again. Those that are kept on top step down
-// meanwhile: a chat that hid the one window in use could not be moved away.
+// Disables all windows of the program except one, and enables the same ones again. Topmost windows are lowered
+// meanwhile: a disabled chat window on top of the modal one could not be moved away.
 class OthersDisabled {
  public:
   explicit OthersDisabled(HWND except) : except_(except) {
@@ -75,7 +75,7 @@ void RunModal(Window& window) {
   if (window.hwnd()) ::DestroyWindow(window.hwnd());
 }
 
-// A desktop that minimises the owner hides the window with it.
+// The desktop hides the window when it minimises the owner.
 void RaiseModal() {
   const HWND hwnd = OthersDisabled::Innermost();
   if (!hwnd) return;

@@ -5,17 +5,17 @@
 
 namespace toolkit {
 
-// Shows the window and returns when it is closed by CloseModal; it is destroyed then. Hiding it, as the desktop does
-// when its owner is minimised, ends nothing. Meanwhile every other window that the program has, hidden ones too, is
-// disabled; windows that open later (a popup, a chat that somebody starts) can be used. Packets, timers and posted
-// boxes go on. Afterwards the window that was in front before is in front again.
+// Shows the window and returns when CloseModal has destroyed it. Hiding it, as the desktop does when its owner is
+// minimised, does not end the call. All other windows of the program, including hidden ones, are disabled meanwhile;
+// windows that open later (a popup, an incoming chat) stay usable. Packets, timers and posted message boxes are
+// handled. Afterwards the window that was active before is activated again.
 void RunModal(Window& window);
 
-// Brings the window that is shown modally to the front, if there is one, also out of hiding.
+// Shows the modal window, if there is one, and brings it to the front.
 void RaiseModal();
 
-// Destroys a window that may be shown modally. The others can be used again before it goes: Windows gives the
-// foreground to the next window that is enabled, and that would be another program's.
+// Destroys a window, whether modal or not. The other windows are enabled first: otherwise Windows would activate
+// another program's window.
 void CloseModal(Window& window);
 
 }  // namespace toolkit

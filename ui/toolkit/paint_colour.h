@@ -1,4 +1,4 @@
-// A stored colour as it is painted: 0x800000nn names a system colour, of anything else the low 24 bits count
+// Converts a stored colour for painting: 0x800000nn is a system colour, of others the low 24 bits are used
 // (0x00BBGGRR).
 #pragma once
 
@@ -14,8 +14,8 @@ inline COLORREF PaintColour(std::int32_t colour) {
   return bits & 0x00FFFFFFu;
 }
 
-// The same for text on a window. Black, the colour of whoever has chosen none, follows the theme: on the black windows
-// of a high-contrast theme it could not be read.
+// The same for text on a window. Black, which is the default colour of names, becomes the theme's text colour: it would
+// be unreadable on the black windows of a high-contrast theme.
 inline COLORREF TextColour(std::int32_t colour) {
   return colour == 0 ? ::GetSysColor(COLOR_WINDOWTEXT) : PaintColour(colour);
 }

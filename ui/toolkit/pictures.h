@@ -1,4 +1,4 @@
-// The program's pictures in the size of the screen's scaling.
+// The program's pictures, in the size for the screen's resolution.
 #pragma once
 
 #include <windows.h>
@@ -9,22 +9,22 @@
 
 namespace toolkit {
 
-// The pictures of one strip as an image list, made at the first call and kept for the whole run. Indices:
-// res/pictures.h. It has its size and count at once, its pictures from LoadPictures on.
+// The pictures of one strip as an image list, created on the first call and kept for the whole run. Indices:
+// res/pictures.h. Size and count are valid at once, the pictures are there after LoadPictures.
 HIMAGELIST SharedPictures(res::Strip strip);
 
-// Loads the pictures of all image lists handed out so far, and from now on of others at once. Every window calls it
-// before it is shown: unpacking dozens of pictures takes longer than all else that happens between the program's start
-// and its first packet, and by then no window with pictures is seen.
+// Loads the pictures of all image lists, those created later at once. Called by every window before it is shown:
+// decompressing the pictures takes longer than everything else between the start and the first packet, and no window
+// with pictures is visible until then.
 void LoadPictures();
 
 // Side of one picture of the strip on this screen, pixels.
 int PictureSize(res::Strip strip);
 
-// One picture of a strip as an icon of its own.
+// One picture of a strip as an icon.
 Icon LoadPicture(res::Strip strip, int picture, int side);
 
-// The program's icon in a system size (SM_CXICON or SM_CXSMICON), shared, and in any size, to be owned.
+// The program's icon: shared, in a system size (SM_CXICON or SM_CXSMICON), or owned by the caller, in any size.
 HICON ProgramIcon(int widthMetric);
 Icon LoadProgramIcon(int side);
 

@@ -1,6 +1,6 @@
-// A window's timer that ticks as fast as the platform can while something happens, and rests when nothing does. A
-// thread that wakes a hundred times a second for nothing costs more than everything else that an idle program does;
-// four times a second costs next to nothing, and still catches what nobody announced.
+// A window's timer that ticks at the highest rate while there is activity and slowly otherwise. A hundred wake-ups per
+// second would cost more than everything else in an idle program. Four per second cost next to nothing; the slow tick
+// picks up changes that did not call Wake().
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@ class RestingTimer {
  public:
   static constexpr UINT kFast = 1;       // milliseconds; Windows makes it 10 or more
   static constexpr UINT kResting = 250;  // milliseconds
-  static constexpr int kFastTicks = 20;  // how long it stays awake
+  static constexpr int kFastTicks = 20;  // before it slows down
 
   // Ticks arrive as WM_TIMER with this id.
   void Start(HWND window, UINT_PTR id) {
@@ -20,13 +20,13 @@ class RestingTimer {
     SetInterval(kFast);
   }
 
-  // Something has happened that the next ticks may have to answer. Cheap enough for every message.
+  // Call on any activity. Cheap enough for every message.
   void Wake() {
     ticksLeft_ = kFastTicks;
     if (interval_ == kResting) SetInterval(kFast);
   }
 
-  // For the handler of every tick.
+  // Call on every tick.
   void Ticked() {
     if (interval_ == kFast && --ticksLeft_ <= 0) SetInterval(kResting);
   }

@@ -19,8 +19,8 @@ LVITEMA StateOf(bool selected) {
   return item;
 }
 
-// The columns leave less free beside them than a scroll bar takes, so a long list would get a second bar for a few
-// pixels. Texts that are cut are told in tips.
+// A vertical scroll bar would cover the end of the columns by a few pixels, which must not add a horizontal one.
+// Truncated texts have tool-tips.
 LRESULT CALLBACK WithoutSideBar(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
   if (message == WM_NCCALCSIZE) {
     const LONG_PTR style = ::GetWindowLongPtrA(list, GWL_STYLE);
@@ -35,7 +35,7 @@ LRESULT CALLBACK WithoutSideBar(HWND list, UINT message, WPARAM wParam, LPARAM l
 void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
   hwnd_ = listView;
   rows_ = &rows;
-  // The pictures are shared by all windows: a list that ends must not take them along.
+  // LVS_SHAREIMAGELISTS: the pictures are shared by all windows.
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | LVS_SHAREIMAGELISTS);
   ::SetWindowSubclass(hwnd_, WithoutSideBar, 1, 0);
   ListView_SetExtendedListViewStyle(hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
@@ -64,7 +64,7 @@ void RowsView::Sync() {
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
 
-// Selection, caret and the other end of a selection by Shift stay with their rows.
+// Selection, caret and selection mark stay with their rows.
 void RowsView::TakeRows() {
   applying_ = true;
   const int caret = ListView_GetNextItem(hwnd_, -1, LVNI_FOCUSED), mark = ListView_GetSelectionMark(hwnd_);
@@ -78,19 +78,19 @@ void RowsView::TakeRows() {
   applying_ = false;
 }
 
-// Where a row that is shown stands among the rows of now; the next one, or the last, when it has gone.
+// The current index of a row that is shown; that of the next one, or of the last, if it was removed.
 int RowsView::NewPlaceOf(int number) const {
   if (number < 0 || static_cast<std::size_t>(number) >= shown_.size()) return -1;
   return static_cast<int>(std::min(rows_->PlaceOf(shown_[static_cast<std::size_t>(number)]) + 1, rows_->Count())) - 1;
 }
 
-// Null when it has gone since.
+// Null when it was removed since.
 const ListRow* RowsView::RowAt(std::size_t number) const {
   if (number >= shown_.size()) return nullptr;
   return seenSet_ == rows_->MembershipRevision() ? &rows_->At(number) : rows_->FindId(shown_[number]);
 }
 
-// Clearing it walks the whole list, so it is left alone while there is nothing to clear.
+// Skipped when nothing is selected, because clearing takes time linear in the rows.
 void RowsView::ApplySelection() {
   if (rows_->SelectedCount() == 0 && ListView_GetSelectedCount(hwnd_) == 0) return;
   LVITEMA item = StateOf(false);
@@ -149,7 +149,7 @@ LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
   return CDRF_DODEFAULT;
 }
 
-// Typing the first letters of a name goes to its row.
+// Incremental search: typing the first letters of a name selects its row.
 int RowsView::Find(const NMLVFINDITEMA& search) const {
   const auto count = shown_.size();
   if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || count == 0) return -1;
@@ -164,7 +164,7 @@ int RowsView::Find(const NMLVFINDITEMA& search) const {
   return -1;
 }
 
-// Item -1 stands for all of them.
+// Item -1 means all items.
 void RowsView::ReadSelection(const NMLISTVIEW& change) {
   if (!(change.uChanged & LVIF_STATE) || !((change.uOldState ^ change.uNewState) & LVIS_SELECTED)) return;
   const int last = change.iItem < 0 ? static_cast<int>(shown_.size()) - 1 : change.iItem;

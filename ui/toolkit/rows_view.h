@@ -1,8 +1,8 @@
-// A list view that displays ListRows and keeps nothing but selection and caret of its own: every text, picture and
-// colour is asked for when it is painted.
+// A virtual list view of ListRows. It keeps only selection and caret; texts, pictures and colours are queried when they
+// are painted.
 //
-// The control knows rows by their numbers at the last Sync. Rows that have come and gone since are taken into account
-// then, and until then it goes by what is on the screen: a click means the row that is drawn there.
+// The control refers to rows by their indices at the last Sync. Until the next one it acts on what is on the screen: a
+// click means the row that is drawn there.
 #pragma once
 
 #include <windows.h>
@@ -17,19 +17,18 @@ namespace toolkit {
 
 class RowsView {
  public:
-  // Takes over a report-mode list view control made by the window; the rows must outlive it. Columns are added by
-  // AddColumn.
+  // Attaches to a report-mode list view created by the window; the rows must outlive it. Add columns with AddColumn.
   void Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons);
 
   HWND hwnd() const { return hwnd_; }
 
   void AddColumn(int index, const char* caption, int width);
 
-  // The only column as wide as the list shows, which is less while it has a scroll bar.
+  // Makes the only column as wide as the list, less the scroll bar while there is one.
   void FitColumn();
 
-  // Brings the control in line with the rows: their number, the selection, the caret, what is on the screen. Costs a
-  // comparison when nothing has changed since the last call.
+  // Updates the control: number of rows, selection, caret, and what is on the screen. Only compares counters when
+  // nothing has changed since the last call.
   void Sync();
 
   // Answers the control's notifications; true when `result` is the answer.
@@ -48,9 +47,9 @@ class RowsView {
 
   HWND hwnd_ = nullptr;
   ListRows* rows_ = nullptr;
-  std::vector<RowId> shown_;  // in the control, by number
+  std::vector<RowId> shown_;  // in the control, by index
   std::uint64_t seenSet_ = 0, seenLooks_ = 0;
-  bool applying_ = false;  // our own change of the selection comes back as a notification
+  bool applying_ = false;  // the notification is of our own change of the selection
 };
 
 }  // namespace toolkit

@@ -1,4 +1,4 @@
-// The screen that everything is placed on: its resolution, its size, and the fonts of the system's dialogs.
+// The screen: its resolution, its size, and the fonts of the system's dialogs.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace toolkit {
 
-// The program is system DPI aware: one resolution for the whole run, the one that was set at logon.
+// The program is system DPI aware: the resolution is that of the logon, for the whole run.
 Dpi ScreenDpi();
 
 // Twips to pixels of the screen, and back.
@@ -21,30 +21,30 @@ struct ScreenSize {
   Twips width, height;
 };
 
-// The whole primary screen, the task bar included.
+// The whole primary screen, including the task bar.
 ScreenSize WholeScreen();
 
-// The desktop without the task bar, pixels; the whole screen when the system does not tell it.
+// The work area in pixels; the whole screen when the system call fails.
 Area WorkAreaPixels();
 
-// The same in twips of the window's screen.
+// The same in twips.
 WorkArea GetWorkArea(HWND window);
 
-// Of a window, on the screen or, for its inside, from its own corner; pixels.
+// The window rectangle in screen coordinates, and the client area in client coordinates; pixels.
 Area AreaOf(HWND window);
 Area ClientAreaOf(HWND window);
 
 RECT RectOf(const Area& area);
 
-// Moves a window to a place on the screen, a control to one inside its window. Nothing of the old picture is kept: a
-// copied frame would show gaps on some desktops.
+// Moves a window on the screen, or a control in its window, and repaints it fully: on some desktops copied frames have
+// gaps.
 void SetArea(HWND window, const Area& area);
 
-// The font of the system's own messages and dialogs. Owned by the module, valid for the whole run.
+// The font of the system's message boxes and dialogs, valid for the whole run.
 HFONT DialogFont();
 HFONT BoldDialogFont();
 
-// Pixel size of a single line of text in a font.
+// The size of a single line of text, pixels.
 SIZE MeasureText(HFONT font, std::string_view text);
 SIZE MeasureText(HDC dc, std::string_view text);
 

@@ -1,4 +1,4 @@
-// The text of a status line: the counts, or for a moment the help text of the menu item under the mouse.
+// The text of a status line: the counts, or the help text of the highlighted menu item.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@ namespace toolkit {
 
 class StatusLine {
  public:
-  // Shows a caption. Not called while the caption stays the same, so that the line does not flicker.
+  // Shows a caption. Called only when it has changed, so that the line does not flicker.
   std::function<void(const std::string& caption)> captionChanged;
 
   // Shows the counts and keeps them as the tag.
@@ -18,7 +18,7 @@ class StatusLine {
     SetCaption(counts);
   }
 
-  // The empty text puts the counts back.
+  // The empty text restores the counts.
   void ShowHelp(std::string_view help) { SetCaption(help.empty() ? std::string_view(tag_) : help); }
 
   const std::string& Caption() const { return caption_; }

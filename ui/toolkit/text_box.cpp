@@ -22,7 +22,7 @@ bool MayInsert(UINT message) {
          message == EM_REPLACESEL;
 }
 
-// What stays when something is put in the place of the selection.
+// The size of what remains when the selection is replaced.
 std::wstring Unselected(HWND box) {
   std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(box)) + 1, L'\0');
   text.resize(static_cast<std::size_t>(::GetWindowTextW(box, text.data(), static_cast<int>(text.size()))));
@@ -31,7 +31,8 @@ std::wstring Unselected(HWND box) {
   return text.erase(std::min<std::size_t>(start, text.size()), end - start);
 }
 
-// As many letters more as fit whatever they are. What does not fit at once may fit in two: the rest is counted anew.
+// The number of letters that fit whatever their size. A text that does not fit may fit in two steps, since the
+// remaining space is computed again.
 void SetLimit(HWND box, int bytes) {
   const std::wstring text = Unselected(box);
   const int letters = static_cast<int>(text.size());

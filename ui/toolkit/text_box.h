@@ -1,6 +1,5 @@
-// What the system's text boxes lack: a limit in bytes, and the keyboard of a box of several lines in a window that
-// answers the keys of a dialog. There such a box eats Tab, asks the window to close at Escape, and has no key for
-// selecting everything.
+// Extensions of the system's text boxes: a limit in bytes, and the keys of a multi-line text box in a window with
+// dialog keys. There the system's box inserts Tab, closes the window on Escape, and has no key for Select All.
 #pragma once
 
 #include <windows.h>
@@ -9,19 +8,18 @@
 
 namespace toolkit {
 
-// Lets a box take so many bytes and no more. The system's own limit counts letters, and on systems whose letters have
-// two bytes a text of that many letters may not fit a datagram.
-// Holds for what is typed and pasted, not for texts that the program sets.
+// Limits what can be typed and pasted to so many bytes. The system's own limit counts letters, and that many two-byte
+// letters may not fit into a datagram. Texts that the program sets are not limited.
 void LimitBytes(HWND box, std::size_t bytes);
 
-// Tab leads on, Ctrl+A selects everything, Escape does nothing. For a WM_KEYDOWN that is meant for such a box; true
-// when it is used up.
+// Handles a WM_KEYDOWN of a multi-line text box: Tab moves the focus, Ctrl+A selects all, Escape is ignored. True when
+// the key was handled.
 bool TranslateTextKey(const MSG& key);
 
-// Coming by Tab leaves the selection alone: with everything selected the next key would replace it.
+// Keeps the selection when the box gets the focus by Tab: with everything selected the next key would replace the text.
 void KeepSelectionAtTab(HWND textBox);
 
-// The same for a box with a procedure of its own: what it answers to a message that the system answers like this.
+// The same for a box with its own procedure: adjusts the system's result of a message.
 inline LRESULT WithoutSelecting(UINT message, LRESULT answer) {
   return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_HASSETSEL} : answer;
 }

@@ -13,8 +13,8 @@ namespace {
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
                          CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
-// What a button is wider than its caption: the control's own widths do not follow the scaling. In
-// a narrow window the buttons move together before they take a second line.
+// Padding of a button beside its caption: the control's own padding does not scale. In a narrow window the buttons move
+// closer together before they wrap.
 constexpr Twips kSpare = 12_dp, kMinSpare = 0_dp;
 
 int ContentWidth(const std::string& caption) {
@@ -29,7 +29,7 @@ int HotItem(HWND toolbar) { return static_cast<int>(::SendMessageA(toolbar, TB_G
 
 void SetHotItem(HWND toolbar, int index) { ::SendMessageA(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(index), 0); }
 
-// The pressed button, or the first that can be used.
+// The pressed button, or the first enabled one.
 int FirstItem(HWND toolbar) {
   const int count = static_cast<int>(::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0));
   int first = -1;
@@ -198,7 +198,7 @@ void Toolbar::MakeRadio() {
 
 void Toolbar::Press(int id) { ::SendMessageA(hwnd_, TB_CHECKBUTTON, static_cast<WPARAM>(id), TRUE); }
 
-// A toolbar without a width has broken its line after each button already.
+// A toolbar of width 0 has wrapped after every button.
 void Toolbar::KeepInOneLine() {
   const LONG_PTR style = ::GetWindowLongPtrA(hwnd_, GWL_STYLE);
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, style & ~LONG_PTR{TBSTYLE_WRAPABLE});

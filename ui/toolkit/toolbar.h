@@ -20,34 +20,33 @@ struct ToolButton {
 
 class Toolbar {
  public:
-  // The table has to outlive the toolbar.
+  // The table must outlive the toolbar.
   void Create(HWND parent, std::span<const ToolButton> buttons);
 
   HWND hwnd() const { return hwnd_; }
 
-  // Free pixels before the first button.
+  // The margin before the first button, pixels.
   void Indent(int pixels);
 
-  // Of the button at this place of the table.
+  // By the index of the button in the table.
   void SetCaption(std::size_t index, const std::string& caption);
 
   void Enable(int id, bool enabled);
 
-  // From now on one button is pressed at a time.
+  // Makes it a radio group: one button is pressed at a time.
   void MakeRadio();
   void Press(int id);
 
-  // Clicks the enabled button whose mnemonic this is; false when there is none.
+  // Clicks the enabled button with this mnemonic; false when there is none.
   bool ClickMnemonic(char letter);
 
-  // At the top of a client area of this width; returns its height. Pixels. Buttons that do not fit go to further
-  // lines.
+  // Places it at the top of a client area of this width; returns its height. Pixels. Buttons wrap to further lines.
   int Place(int width);
 
-  // The buttons take no further line, however narrow the toolbar is.
+  // Keeps all buttons in one line, however narrow the toolbar is.
   void KeepInOneLine();
 
-  // The size that shows all buttons in one line, pixels. Gives the toolbar a new place: lay it out afterwards.
+  // The size that shows all buttons in one line, pixels. Moves the toolbar: lay it out afterwards.
   SIZE NaturalSize();
 
  private:
@@ -59,11 +58,11 @@ class Toolbar {
   std::vector<std::string> captions_;
 };
 
-// What the buttons of a toolbar take, pixels.
+// The size of the buttons of a toolbar, pixels.
 SIZE ToolbarSize(HWND toolbar);
 
-// The keyboard in a toolbar: it takes part in the Tab order, the arrows go from button to button, Space and Enter
-// click. The toolbar's window reports the clicks to its parent as it does those of the mouse.
+// Makes a toolbar usable by keyboard: it is in the Tab order, arrow keys move between buttons, Space and Enter click.
+// The parent gets the same commands as for mouse clicks.
 void EnableKeyboardNavigation(HWND toolbar);
 
 }  // namespace toolkit

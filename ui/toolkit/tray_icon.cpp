@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kClassName[] = "TrayIcon";
 
-// The record in its first form, which every shell knows: 88 bytes in the 32-bit program, a tip of 64.
+// The first version of the record, which every shell supports: 88 bytes in the 32-bit program, with a tip of 64.
 constexpr DWORD kRecordSize = NOTIFYICONDATAA_V1_SIZE;
 static_assert(sizeof(void*) != 4 || kRecordSize == 88);
 constexpr std::size_t kTipSize = 64;
@@ -24,25 +24,23 @@ constexpr UINT kWholeRecord = NIF_MESSAGE | NIF_ICON | NIF_TIP;
 
 constexpr UINT_PTR kRetryTimer = 1;
 
-// The shell's callbacks come as plain mouse moves, with the mouse's own message in the place of x. A hidden window gets
-// no other ones.
+// The callback message is WM_MOUSEMOVE, with the mouse message in place of x. A hidden window gets no real ones.
 constexpr UINT kCallback = WM_MOUSEMOVE;
 
-// The shell broadcasts it to top-level windows when it has made a new, empty task bar.
+// The shell broadcasts it to top-level windows when it has created a new task bar.
 UINT TaskbarCreated() {
   static const UINT message = ::RegisterWindowMessageA("TaskbarCreated");
   return message;
 }
 
-// Which events a mouse message raises. The shell posts the message number in the place of a coordinate; everything
-// about the order of events is in this one table.
+// The events raised by a mouse message, in order.
 struct TrayRoute {
   MouseButton button;
   std::array<TrayEvent, 2> events;  // in the order in which they are raised
   std::size_t count;
 };
 
-// Row n serves message 0x201 + n: down, up and double click of the left, right and middle button.
+// Row n is for message 0x201 + n: down, up and double click of the left, right and middle button.
 constexpr std::array<TrayRoute, 9> kTrayRoutes{{
     {MouseButton::Left, {TrayEvent::MouseDown}, 1},
     {MouseButton::Left, {TrayEvent::MouseUp}, 1},
@@ -76,7 +74,7 @@ TrayIcon::~TrayIcon() {
   if (record_.hWnd) ::DestroyWindow(record_.hWnd);
 }
 
-// A top-level window, never shown: a message-only window would not hear broadcasts.
+// A top-level window, never shown: a message-only window gets no broadcasts.
 HWND TrayIcon::MakeWindow(TrayIcon* self) {
   const HINSTANCE instance = ::GetModuleHandleA(nullptr);
   WNDCLASSA windowClass{};
@@ -96,7 +94,7 @@ bool TrayIcon::HasValidShell() {
   static_assert(sizeof version == 148);
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
-  const BOOL known = ::GetVersionExA(&version);  // too modest about later versions, which is all the same here
+  const BOOL known = ::GetVersionExA(&version);  // reports at most Windows 8, which suffices here
 #pragma GCC diagnostic pop
   return known && version.dwMajorVersion > 3;
 }
@@ -113,12 +111,12 @@ void TrayIcon::Create() {
   ::SetTimer(record_.hWnd, kRetryTimer, kRetryTime, nullptr);
 }
 
-// A shell that was too slow to answer may have taken the icon all the same: it refuses to add it again then, but takes
-// changes of it.
+// After a time-out the shell may have added the icon nevertheless: then it refuses to add it again, but accepts
+// changes.
 bool TrayIcon::Add() { return Send(NIM_ADD, kWholeRecord) || Send(NIM_MODIFY, kWholeRecord); }
 
 void TrayIcon::TryAgain() {
-  if (retriesLeft_ == 0) return;  // a tick that was under way when the timer stopped
+  if (retriesLeft_ == 0) return;  // a tick that was posted before the timer stopped
   const bool added = Add();
   retriesLeft_ = added ? 0 : retriesLeft_ - 1;
   if (retriesLeft_ > 0) return;
@@ -139,7 +137,7 @@ void TrayIcon::SetIcon(HICON icon) {
   if (active_) Send(NIM_MODIFY, NIF_ICON);
 }
 
-// The former picture goes only after the shell has the new one.
+// The former picture is destroyed only after the shell has the new one.
 void TrayIcon::SetPicture(toolkit::Icon picture) {
   SetIcon(picture.get());
   picture_ = std::move(picture);
@@ -180,7 +178,7 @@ void TrayIcon::MouseMove(UINT mouseMessage) {
   dispatching_ = false;
 }
 
-// A handler that fails does not keep the next one of the same message from running.
+// If one handler of a message fails, the next one still runs.
 void TrayIcon::Raise(TrayEvent event, MouseButton button) {
   const auto call = [](const auto& handler, auto... arguments) {
     if (handler) handler(arguments...);

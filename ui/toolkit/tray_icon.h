@@ -1,5 +1,4 @@
-// One icon with a tool-tip in the notification area of the task bar, and its mouse as events. The icon never outlives
-// this object.
+// An icon with a tool-tip in the notification area, with its mouse events. It is removed with this object.
 #pragma once
 
 #include <windows.h>
@@ -26,8 +25,8 @@ class TrayIcon {
   TrayIcon& operator=(const TrayIcon&) = delete;
   ~TrayIcon();
 
-  // Raised by the mouse on the icon. A message that arrives while one of them runs is dropped; what they throw is
-  // ignored, since the shell cannot hear of it.
+  // Mouse events of the icon. Messages that arrive while a handler runs are dropped; exceptions of handlers are
+  // ignored.
   std::function<void(MouseButton)> MouseDown, MouseUp, MouseDblClk;
   std::function<void()> ShowParent;     // after a left double click
   std::function<void()> ShowPopUpMenu;  // after the right button is released
@@ -35,30 +34,29 @@ class TrayIcon {
   static constexpr UINT kRetryTime = 2000;  // milliseconds
   static constexpr int kRetries = 30;
 
-  // True when this Windows has a notification area.
+  // True when this version of Windows has a notification area.
   static bool HasValidShell();
 
-  // Raised when the shell has refused the icon for a minute. It appears all the same once the shell says that it has a
-  // task bar.
+  // Raised when the shell has refused the icon for a minute. It still appears when the shell creates a task bar later.
   std::function<void()> Refused;
 
-  // Puts the icon up, in place of one that is already there. Without a valid shell it stays inactive. A shell that is
-  // busy, as at a logon, is asked again every kRetryTime.
+  // Adds the icon, replacing an existing one; does nothing without a notification area. Retries every kRetryTime while
+  // the shell is busy, as at logon.
   void Create();
   void Destroy();
   bool Active() const { return active_; }
 
-  // True while there is no icon because the shell took none within the minute; until it makes a new task bar.
+  // True after the shell has refused the icon for a minute, until it creates a new task bar.
   bool IsRefused() const { return isRefused_; }
 
-  // The icon shown: a bare handle of somebody else's, or a picture that this object keeps from then on. Shown at once
-  // while active, else by the next Create.
+  // The picture: a borrowed handle, or one that this object owns from then on. Takes effect at once while active,
+  // otherwise with the next Create.
   HICON Icon() const { return record_.hIcon; }
   void SetIcon(HICON icon);
   HICON Picture() const { return picture_.get(); }
   void SetPicture(toolkit::Icon picture);
 
-  // Cut to what the record holds, 63 bytes.
+  // Truncated to the size of the record, 63 bytes.
   std::string ToolTipText() const;
   void SetToolTipText(std::string_view text);
 
@@ -75,7 +73,7 @@ class TrayIcon {
   NOTIFYICONDATAA record_{};
   toolkit::Icon picture_;
   bool active_ = false, isRefused_ = false;
-  int retriesLeft_ = 0;  // while the shell does not take the icon
+  int retriesLeft_ = 0;  // left while the shell refuses the icon
   bool dispatching_ = false;
 };
 

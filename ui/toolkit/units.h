@@ -1,5 +1,5 @@
-// Lengths. What is stored or designed is in twips (1/1440 inch). Pixels of the screen are plain numbers, as Windows
-// takes them: no number passes for twips, so nothing is converted twice.
+// Lengths. Stored and designed lengths are twips (1/1440 inch). Pixels are plain numbers, as in Windows; numbers do not
+// convert to twips implicitly, so nothing is converted twice.
 #pragma once
 
 #include <compare>
@@ -19,12 +19,12 @@ struct Twips {
 
 static_assert(!std::is_convertible_v<int, Twips>);
 
-// The part of the screen that the task bar leaves free.
+// The work area of the screen.
 struct WorkArea {
   Twips left, top, right, bottom;
 };
 
-// Dots per inch of the screen that a window stands on: 96 at 100 %, 192 at 200 %.
+// Dots per inch of the screen: 96 at 100 %, 192 at 200 %.
 struct Dpi {
   std::int32_t value = 96;
 };
@@ -35,8 +35,8 @@ constexpr int kTwipsPerInch = 1440, kDesignDpi = 96;
 constexpr Twips DesignPixels(std::int32_t pixels) { return {pixels * (kTwipsPerInch / kDesignDpi)}; }
 constexpr Twips operator""_dp(unsigned long long pixels) { return DesignPixels(static_cast<std::int32_t>(pixels)); }
 
-// Rounds half away from zero, as ::MulDiv does, so that both give the same pixel.
-// Convert the edges of a rectangle, never its width: neighbours then meet without a gap.
+// Rounds half away from zero, like ::MulDiv. Convert the edges of a rectangle, never its width, so that neighbours meet
+// without a gap.
 constexpr int ToPixels(Twips length, Dpi dpi) {
   const std::int64_t scaled = std::int64_t{length.value} * dpi.value;
   const std::int64_t half = scaled < 0 ? -kTwipsPerInch / 2 : kTwipsPerInch / 2;

@@ -30,7 +30,7 @@ BOOL CALLBACK TellColours(HWND control, LPARAM) {
 constexpr UINT_PTR kSnapBack = 0x5B;
 constexpr UINT kSnapBackTime = 200;  // milliseconds after the last attempt
 
-// By way of another size: the window has its size already, and only a change is told to the desktop.
+// Via another size: the window has this size already, and the desktop is notified of changes only.
 void CALLBACK SnapBack(HWND hwnd, UINT, UINT_PTR id, DWORD) {
   ::KillTimer(hwnd, id);
   const Area place = AreaOf(hwnd);
@@ -40,11 +40,11 @@ void CALLBACK SnapBack(HWND hwnd, UINT, UINT_PTR id, DWORD) {
 constexpr UINT kTopMostFlags = SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE;
 static_assert(kTopMostFlags == 0x13);
 
-// The second flag means nothing to ::RemoveMenu, so it does no harm.
+// ::RemoveMenu ignores the second flag.
 constexpr UINT kRemoveFlags = MF_BYPOSITION | MF_DISABLED;
 static_assert(kRemoveFlags == 1026);
 
-// What the user asks for, and no control's notification.
+// Commands of menus and buttons, not notifications of controls.
 bool IsCommand(UINT message, WPARAM wParam) {
   return message == WM_CLOSE || message == WM_SYSCOMMAND || (message == WM_COMMAND && HIWORD(wParam) <= 1);
 }
@@ -87,7 +87,7 @@ HWND Window::AddControl(const char* className, const Caption& text, DWORD style,
   const HWND control = Created(::CreateWindowExA(exStyle, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
                                                  hwnd_, menu, Instance(), nullptr));
   ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
-  // The text of a window in the making is limited to 32 K characters.
+  // The text passed to CreateWindow is limited to 32 K characters.
   AddCaption(text, [control](const std::string& shown) { ::SetWindowTextA(control, shown.c_str()); });
   return control;
 }
@@ -129,7 +129,7 @@ void Window::AddMenu(WindowMenu& menu) {
   menu.Create(hwnd_, fromLanguageFile_);
 }
 
-// A child window's captions are those of the window around it, which outlives it.
+// Captions of a child window are kept by its parent, which outlives it.
 void Window::AddCaption(const Caption& caption, std::function<void(const std::string& text)> show) {
   Window* around = Of(::GetAncestor(hwnd_, GA_ROOT));
   Window& owner = around ? *around : *this;
@@ -152,7 +152,7 @@ void Window::SetLanOfAll() {
 }
 
 void Window::Raise() {
-  // A process's first SW_SHOW may be overruled by how it was started ("run minimised"), the restoring one is not.
+  // The first SW_SHOW of a process may be overridden by its start-up info ("run minimised"), SW_RESTORE is not.
   const bool asItWas = ::IsWindowVisible(hwnd_) && !::IsIconic(hwnd_);
   ::ShowWindow(hwnd_, asItWas || ::IsZoomed(hwnd_) ? SW_SHOW : SW_RESTORE);
   ::SetForegroundWindow(hwnd_);
@@ -168,7 +168,7 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARA
     if (!core::GuardedSilently([created] { return open_.push_back(created), true; })) return FALSE;
   }
   Window* self = ObjectOf(hwnd);
-  // Without an object: the first messages before WM_NCCREATE, or the last ones while the object is being destroyed.
+  // There is no object before WM_NCCREATE and while it is being destroyed.
   const auto keep = self ? self->weak_from_this().lock() : nullptr;
   if (!keep) return ::DefWindowProcA(hwnd, message, wParam, lParam);
   if (IsCommand(message, wParam) && core::DeferDuringDispatch(hwnd, message, wParam, lParam)) return 0;
@@ -189,7 +189,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE) RememberFocus();
       break;
-    case WM_SYSCOMMAND:  // a window that is minimised loses the keyboard before it is told
+    case WM_SYSCOMMAND:  // a window loses the focus before it is notified of being minimised
       if ((wParam & 0xFFF0) == SC_MINIMIZE) RememberFocus();
       break;
     case WM_SHOWWINDOW:
@@ -204,7 +204,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_WINDOWPOSCHANGING:
       return KeepMinSize(wParam, lParam);
-    case WM_SYSCOLORCHANGE:  // is sent to top-level windows only
+    case WM_SYSCOLORCHANGE:  // sent to top-level windows only
       ::EnumChildWindows(hwnd_, TellColours, 0);
       break;
     case WM_SETFOCUS:
@@ -216,8 +216,8 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return ::DefWindowProcA(hwnd_, message, wParam, lParam);
 }
 
-// Windows keeps a window from becoming too small. Desktops other than Windows' own show it too small all the same, cut
-// off, until they are told of a size again.
+// WM_GETMINMAXINFO keeps the window from becoming too small. Some other desktops show it too small nevertheless,
+// clipped, until they are notified of a size again.
 LRESULT Window::KeepMinSize(WPARAM wParam, LPARAM lParam) {
   const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
   const int width = change.cx, height = change.cy;
@@ -244,8 +244,8 @@ bool Window::Translate(MSG& message) {
   return false;
 }
 
-// Ours, or null: boxes and other dialogs keep something else where our windows keep their object. The class is asked,
-// since the window's own procedure may be replaced by the one that draws its menus.
+// Null for windows of others, such as message boxes, which use GWLP_USERDATA differently. Checks the class's procedure,
+// since the window's own one may be subclassed by its menus.
 Window* Window::Of(HWND hwnd) {
   const bool ours = hwnd && ::GetClassLongPtrA(hwnd, GCLP_WNDPROC) == reinterpret_cast<ULONG_PTR>(&Window::Procedure);
   return ours ? ObjectOf(hwnd) : nullptr;
@@ -259,8 +259,8 @@ BOOL CALLBACK Window::CollectReachable(HWND hwnd, LPARAM windows) {
   return TRUE;
 }
 
-// In the order of their handles, which raising them does not change. Without this nobody gets to an alert by the
-// keyboard: it never takes it, and no desktop counts it among the windows to switch to.
+// In the order of their handles, which is independent of the Z order. This is the only way to reach an alert by
+// keyboard: it never takes the focus, and Alt+Tab does not list it.
 void Window::RaiseNext() const {
   std::set<HWND> windows;
   ::EnumThreadWindows(::GetCurrentThreadId(), CollectReachable, reinterpret_cast<LPARAM>(&windows));
@@ -271,8 +271,7 @@ void Window::RaiseNext() const {
 
 namespace {
 
-// Such a letter would only be passed on by IsDialogMessageA, and desktops other than Windows' own pass on the two bytes
-// of a letter one by one.
+// IsDialogMessageA would only pass such a letter on, and some other desktops pass on its two bytes one by one.
 bool GoesToText(const MSG& message) {
   return message.message == WM_CHAR && (::SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTCHARS) != 0;
 }
