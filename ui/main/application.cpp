@@ -7,7 +7,7 @@
 namespace mainwindow {
 namespace {
 
-// Known only once it is whole: a window that could not be created must not stand in the way of the next try.
+// Kept only after it was loaded: a window that could not be created must not block the next attempt.
 template <class Form>
 std::shared_ptr<Form> Loaded(std::shared_ptr<Form> form) {
   form->Load();
@@ -78,7 +78,7 @@ core::WindowPlace Application::Screen() {
 
 void Application::ShowOptionsAtStartUp() { ShowOptions(true); }
 
-// The icon in the notification area can ask for the dialog while it is open.
+// The notification icon can request the dialog while it is open.
 void Application::ShowOptions(bool atStartUp) {
   if (frmOpt_) return frmOpt_->Raise();
   const auto dialog = std::make_shared<options::FrmOpt>(*this, [this] { core::ShutDown(*this); });

@@ -1,5 +1,4 @@
-// The program put together: windows, network and roster bound to each other. Everything below sees it through the
-// abstract classes it implements.
+// Composes the program: connects windows, network and roster. Lower layers use the abstract classes that it implements.
 #pragma once
 
 #include <memory>

@@ -84,7 +84,7 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_DESTROY:
-      // Some link controls free the font that they were given; this one is every window's.
+      // Some link controls delete the font that they were given, but this one is shared by all windows.
       ::SendMessageA(lnkWeb, WM_SETFONT, 0, FALSE);
       return 0;
     default:

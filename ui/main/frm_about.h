@@ -1,4 +1,4 @@
-// The About window: version, the maker's notices, and the way to the maker's web site.
+// The About window: version, notices, and a link to the maker's web site.
 #pragma once
 
 #include <span>
@@ -10,7 +10,7 @@ namespace mainwindow {
 
 class FrmAbout : public toolkit::Window {
  public:
-  // Creates the window, hidden, in the middle of the work area.
+  // Creates the window, hidden, centred in the work area.
   void Load();
 
  private:

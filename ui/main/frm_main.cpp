@@ -26,7 +26,7 @@ constexpr ToolButton kToolButtons[] = {
 
 constexpr UINT_PTR kTmrMnu = 1;
 constexpr UINT kHideMinimised = WM_APP;
-constexpr DWORD kRosterInterval = 50;  // milliseconds between two paintings of a busy roster
+constexpr DWORD kRosterInterval = 50;  // milliseconds between two repaints of a busy roster
 
 constexpr int kUName = 0, kStat = 1;
 constexpr toolkit::Twips kStatusHeight = 20_dp, kStatusMargin = 4_dp, kToolMargin = 4_dp;
@@ -65,7 +65,7 @@ void FrmMain::CreateContents() {
 void FrmMain::CreateControls() {
   AddToolbar(TB, kToolButtons);
   TB.Indent(Px(kToolMargin));
-  // Without an edge of its own: what the columns leave free is just the width of the scroll bar.
+  // No border: the columns leave exactly the width of the scroll bar.
   AddName({3112, "&Users"});
   const HWND list = AddControl(WC_LISTVIEWA, "", kRosterStyle);
   lvUsers.Attach(list, users_.lvUsers, toolkit::SharedPictures(res::Strip::Roster));
@@ -106,7 +106,7 @@ core::WindowPlace FrmMain::Restore() {
   return PlaceOf(toolkit::AreaOf(hwnd()));
 }
 
-// Every call that takes a window out of its minimised or maximised state shows it too.
+// Every function that restores a window also shows it.
 void FrmMain::KeepHidden(WINDOWPOS& change) const {
   if (stayHidden_) change.flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
 }
@@ -121,7 +121,7 @@ void FrmMain::ShowMe() {
   Raise();
 }
 
-// Without an icon to click, a hidden window could never be shown again: it stays on the task bar.
+// Without an icon, a hidden window could not be shown again, so it stays on the task bar.
 void FrmMain::Hide() {
   if (!TI.IsRefused()) return Show(SW_HIDE);
   if (!::IsIconic(hwnd())) Show(SW_MINIMIZE);
@@ -156,8 +156,8 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return Window::Handle(message, wParam, lParam);
 }
 
-// The program never sits minimised on the task bar: it lives in the notification area. The hiding is posted, since the
-// minimising is still under way here and would lose the window's normal place.
+// Minimising hides the window, since the program is in the notification area. Posted, because hiding it during
+// minimising would lose its normal place.
 void FrmMain::OnSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED)
     ::PostMessageA(hwnd(), kHideMinimised, 0, 0);
@@ -166,7 +166,7 @@ void FrmMain::OnSize(WPARAM kind) {
 }
 
 void FrmMain::LayOut() {
-  if (!lblStat) return;  // sized while it is being made
+  if (!lblStat) return;  // during creation
   const toolkit::Area client = toolkit::ClientAreaOf(hwnd());
   const MainBands bands = BandsOf(client.bottom, TB.Place(client.right), Px(kStatusHeight), statBarVisible_);
   const int margin = Px(kStatusMargin);
@@ -209,7 +209,7 @@ void FrmMain::ShowRoster() {
   lvUsers.Sync();
 }
 
-// The control follows the roster's text here and not where packets change it, so that a flood costs no painting.
+// Updates the status line here, not on every packet, so that a flood causes no painting.
 void FrmMain::ShowStatus() {
   if (!std::exchange(statusStale_, false)) return;
   ::SetWindowTextA(lblStat, users_.lblStat.Caption().c_str());

@@ -20,7 +20,7 @@
 
 namespace mainwindow {
 
-// What the main window's commands open; bound where the program is put together.
+// The actions of the main window's commands, connected by Application.
 struct MainCommands {
   std::function<void(const std::string& recipients)> openComposer;
   std::function<void(const std::string& participants)> openChat;
@@ -33,20 +33,19 @@ class FrmMain : public toolkit::Window {
  public:
   FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands commands);
 
-  // Creates the window, hidden and bare, and empties the roster.
+  // Creates the window, hidden and without controls, and clears the roster.
   void Load();
 
-  // Gives the window its controls, menus and icon: once, by the first who needs them. A start joins the network before
-  // it spends time on what nobody sees yet.
+  // Creates controls, menus and icon on the first call. Deferred, so that start-up joins the network first.
   void CreateContents();
 
   void Move(const core::WindowPlace& place);
 
-  // Out of a minimised or maximised state without showing the window; its normal place, twips.
+  // Restores the window from its minimised or maximised state without showing it; returns its normal place, twips.
   core::WindowPlace Restore();
 
-  // Puts the icon into the notification area; where the desktop has none, or does not take it for a minute, the window
-  // itself is shown, so that the program stays reachable.
+  // Adds the notification icon. If that is not possible within a minute, shows the window, so that the program can be
+  // used.
   void ShowTray();
   void RemoveTray() { TI.Destroy(); }
 
@@ -55,11 +54,10 @@ class FrmMain : public toolkit::Window {
 
   void SetLan() override;
 
-  // Something has changed that the window shows: for the roster's owner, on every packet. A hidden window rests all the
-  // same, and follows a few times a second.
+  // To be called when the roster changes, on every packet. A hidden window still updates at the slow rate.
   void Wake();
 
-  // The help text of the highlighted menu item in the status line; the empty text puts the counts back.
+  // Shows a menu item's help text in the status line; the empty text restores the counts.
   void HelpObj_MenuHelp(const std::string& text);
 
  private:
@@ -111,7 +109,7 @@ class FrmMain : public toolkit::Window {
   bool statusStale_ = true;
   bool selectionSeen_ = true;
   bool visibleSeen_ = true;
-  DWORD listShown_ = 0;  // tick count of the last look at the roster
+  DWORD listShown_ = 0;  // tick count of the last update of the list
 };
 
 }  // namespace mainwindow

@@ -25,7 +25,7 @@ void FrmMain::SetUpMenus() {
   ShowMenuState();
 }
 
-// Of Show Main Window and Hide the menu offers the one that makes sense.
+// The menu has either Show Main Window or Hide.
 void FrmMain::ShowMenuState() {
   const bool visible = ::IsWindowVisible(hwnd()) != FALSE;
   if (visible == visibleSeen_) return;
@@ -65,7 +65,7 @@ void FrmMain::mnuChatAll_Click() { commands_.openChat(EverybodyList()); }
 
 void FrmMain::mnuSndAll_Click() { commands_.openComposer(EverybodyList()); }
 
-// The dialog keys turn Enter into this command before the list could tell of it.
+// Dialog keys turn Enter into this command before the list can report it.
 void FrmMain::OnEnter() {
   if (hasContents_ && ::GetFocus() == lvUsers.hwnd()) tbAlert_Click();
 }
@@ -105,13 +105,13 @@ void FrmMain::ShowStateIcon() {
 
 void FrmMain::ShowTray() {
   CreateContents();
-  toolkit::LoadPictures();  // its menu can be opened while no window is shown
+  toolkit::LoadPictures();  // the icon's menu can be opened before any window is shown
   TI.Create();
   if (!TI.Active()) ShowMe();
 }
 
-// The window must be in the foreground for the menu to close when the user clicks elsewhere, and the empty message
-// afterwards makes a second opening work (the documented manner of ::TrackPopupMenu with notification icons).
+// As documented for ::TrackPopupMenu with notification icons: the window must be in the foreground, so that the menu
+// closes on a click elsewhere, and the empty message afterwards makes the next opening work.
 void FrmMain::mnuPop_PopUp() {
   POINT pointer{};
   ::GetCursorPos(&pointer);

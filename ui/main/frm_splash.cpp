@@ -22,7 +22,7 @@ constexpr char kDoing[] = "Synchronising Network Status";
 constexpr COLORREF kDotBackground = RGB(224, 224, 224), kVersionColour = RGB(128, 128, 128);
 constexpr Twips kWidth{3450}, kHeight{1050}, kDotSide{255}, kMargin{150};
 
-// The dot pulses from red to green and back while the program listens.
+// The colour of the dot, which pulses between red and green.
 struct DotColour {
   int red, green;  // 0 to 255; blue is always 0
 };
@@ -46,7 +46,7 @@ toolkit::Font VersionFont() {
 
 int TextLeft() { return Px(kMargin) + toolkit::PictureSize(res::Strip::Splash) + Px(kMargin); }
 
-// The designed width, or more where the user's font needs it.
+// The designed width, or more if the font needs it.
 int WindowWidth() {
   const int text = toolkit::MeasureText(toolkit::DialogFont(), kDoing).cx;
   return std::max(Px(kWidth), TextLeft() + static_cast<int>(text) + Px(kMargin) + 2 * ::GetSystemMetrics(SM_CXBORDER));
@@ -120,19 +120,19 @@ LRESULT FrmSplash::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SHOWWINDOW:
       return ::DefWindowProcA(hwnd(), message, wParam,
-                              lParam);  // needs none of the others' pictures, and is in a hurry
+                              lParam);  // not LoadPictures, which would delay the start
     case WM_PAINT:
       Paint();
       return 0;
     case WM_CLOSE:
-      return 0;  // it goes with the process
+      return 0;  // closed with the process
     default:
       return Window::Handle(message, wParam, lParam);
   }
 }
 
 void FrmSplash::Timer1Timer() {
-  // It pulses until the process ends, but slowly once nobody sees it.
+  // Keeps pulsing until the process ends, but slowly once hidden.
   if (::IsWindowVisible(hwnd())) Timer1.Wake();
   Timer1.Ticked();
   pulse_ = NextPulse(pulse_);

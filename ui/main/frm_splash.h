@@ -1,4 +1,4 @@
-// The small window of the listening period: a picture, what is going on, the version, and a dot that pulses.
+// The splash window of the listening period: a picture, a status text, the version, and a pulsing dot.
 #pragma once
 
 #include <memory>
@@ -9,11 +9,11 @@
 
 namespace mainwindow {
 
-// One line of text in the splash window. Not one of the system's labels: those load the common controls, which take
-// longer than everything else that a start does before it joins the network.
+// A line of text in the splash window. Not a system label, which would load the common controls: that takes longer than
+// everything else before joining the network.
 class SplashLabel : public toolkit::Window {
  public:
-  // The text is the window's; the font has to outlive it.
+  // The font must outlive it.
   void Load(HWND parent, const char* text, const toolkit::Area& place, HFONT font, COLORREF colour);
 
  private:
@@ -26,10 +26,10 @@ class SplashLabel : public toolkit::Window {
 
 class FrmSplash : public toolkit::Window {
  public:
-  // Creates the window, hidden, with its bottom right corner in that of the work area.
+  // Creates the window, hidden, in the bottom right corner of the work area.
   void Load();
 
-  // Without blocking or taking the keyboard, above all other windows.
+  // Shows it topmost, without blocking and without taking the focus.
   void ShowOnTop();
 
   // Its texts are not translated: it stands while the language file has only just been read.

@@ -1,4 +1,4 @@
-// How the main window lays itself out, and where its corners are. Pure arithmetic.
+// The layout of the main window, and its places in the corners. Pure arithmetic.
 #pragma once
 
 #include <algorithm>
@@ -12,10 +12,10 @@ using toolkit::Twips;
 
 constexpr Twips kMinWidth{2000}, kMinHeight{2500};
 
-// What the second roster column leaves free beside the first: frame and scroll bar.
+// Frame and scroll bar, which the two roster columns leave free.
 constexpr Twips kColumnMargin{250};
 
-// In a window of the first size the states get the more of the two; a wider one shows longer names.
+// At the default size the state column is the wider one; a wider window gives the space to the names.
 constexpr Twips kMinNameColumn{1185};
 
 constexpr Twips NameColumnWidth(Twips list) {
@@ -34,8 +34,7 @@ constexpr MainBands BandsOf(int clientHeight, int toolbarHeight, int statusHeigh
   return {toolbarHeight, std::max(bottom - toolbarHeight, 0), bottom};
 }
 
-// A window moved into a corner of the work area, flush with its edges: 0 top left, 1 top right, 2 bottom left, 3 bottom
-// right.
+// The place of a window in a corner of the work area: 0 top left, 1 top right, 2 bottom left, 3 bottom right.
 constexpr toolkit::Area CornerPlace(unsigned corner, const toolkit::Area& area, const toolkit::Area& window) {
   const bool right = corner == 1 || corner == 3, bottom = corner >= 2;
   return toolkit::AreaAt(right ? area.right - window.Width() : area.left,

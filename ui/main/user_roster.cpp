@@ -9,7 +9,7 @@
 namespace mainwindow {
 namespace {
 
-constexpr std::string_view kEverybodyKey = "G";  // no user's: those are in lower case
+constexpr std::string_view kEverybodyKey = "G";  // cannot be a user's key, which is in lower case
 constexpr int kCountsText = 1201;                // one | several | trailing word
 
 }  // namespace
@@ -18,10 +18,10 @@ int UserRoster::CountRows(std::string_view text) const { return static_cast<int>
 
 std::size_t UserRoster::CountUsers() const {
   const std::size_t others = groupRows_ + 1;
-  return std::max(lvUsers.Count(), others) - others;  // somebody may have written under the name of a row
+  return std::max(lvUsers.Count(), others) - others;  // a user may have the name of such a row
 }
 
-// The icon is right from the start, so that a newcomer does not cost a walk through all rows.
+// Sets the correct icon at once, so that a newcomer does not need an update of all rows.
 bool UserRoster::AddUser(std::string_view name) {
   if (lvUsers.Count() >= kMaxRows) return false;
   if (name.size() > kLongName && lvUsers.TextBytes() + 2 * name.size() > kMaxTextBytes) return false;
@@ -70,7 +70,7 @@ void UserRoster::RefGroups() {
   }
 }
 
-// Runs on every packet. The marks follow each change of the list by themselves, but for its emptying.
+// Runs on every packet. Block and unblock update icons incrementally; only clearing the list needs a full pass.
 void UserRoster::RefBlock() {
   if (marksAreStale_) MarkAllRows();
   UpdateStat();
@@ -95,7 +95,7 @@ void UserRoster::MarkAllRows() {
   }
 }
 
-// Runs on every packet, and writes the caption even while it shows a help text.
+// Runs on every packet, and replaces a help text too.
 void UserRoster::UpdateStat() {
   const Counted now{lvUsers.Count(), lstGroups.size(), lstBlock.size(), core::LanguageGeneration()};
   if (counted_ != now) {
@@ -105,7 +105,7 @@ void UserRoster::UpdateStat() {
   lblStat.SetCounts(counts_);
 }
 
-// Takes off the everybody row and one row per group line, present or not, so the number may be too low or negative.
+// Subtracts the "(All)" row and one row per group line, even if not listed, so the result may be too low or negative.
 std::string UserRoster::CountsText() const {
   const auto users = static_cast<std::int64_t>(lvUsers.Count()) - static_cast<std::int64_t>(lstGroups.size()) - 1;
   const std::string words = core::GetText(kCountsText);
@@ -133,7 +133,7 @@ void UserRoster::AddBlocked(std::string_view name) {
 }
 
 void UserRoster::RemoveBlock(std::string_view name) {
-  const std::string removed(name);  // the caller's view may be into the entry that goes
+  const std::string removed(name);  // a copy: the view may refer to the removed entry
   if (const auto entry = blocked_.find(removed); entry != blocked_.end()) {
     blocked_.erase(entry);
     std::erase_if(lstBlock, [&](const std::string& blocked) { return core::EqualIgnoringCase(blocked, removed); });

@@ -1,5 +1,5 @@
-// The roster of the main window: everybody heard on the network, the groups, and the blocked senders. lvUsers is the
-// one place where it lives; the main window's list view displays these rows and keeps none of its own.
+// The roster of the main window: users seen on the network, groups, and blocked senders. Stored in lvUsers only; the
+// main window's list view is a virtual view of it.
 #pragma once
 
 #include <cstdint>
@@ -17,25 +17,25 @@
 
 namespace mainwindow {
 
-// The row, and the recipient, that stands for every user.
+// The row, and the recipient, that means all users.
 inline constexpr std::string_view kEverybody = "(All)";
 
-// The icon of a row tells its kind.
+// The icon identifies the kind of a row.
 enum RowIcon : int { kEverybodyIcon = 1, kUserIcon = 2, kBlockedIcon = 3, kGroupIcon = 4 };
 
-// A row, or a recipient, whose text begins so is no user.
+// Whether the text of a row, or a recipient, is not a user.
 constexpr bool IsNoUser(std::string_view text) { return text.starts_with('('); }
 
 class UserRoster : public core::Roster {
  public:
-  // Newcomers beyond these bounds are not listed, so that a flood of invented names cannot fill the memory. The bytes
-  // bound long names only: a few giants must not shut everybody else out.
+  // Limits against a flood of invented names. The limit in bytes applies to long names only, so that a few of them
+  // cannot keep everybody else from being listed.
   static constexpr std::size_t kMaxRows = 100000, kMaxTextBytes = 32 * 1024 * 1024, kLongName = 255;
 
   toolkit::ListRows lvUsers;
   toolkit::StatusLine lblStat;
 
-  // Asks the chat windows to refresh their user lists. Called when rows have come, gone or changed their icon.
+  // Called when rows were added, removed or changed their icon, to refresh the user lists of chat windows.
   std::function<void()> refreshChatWindows;
 
   bool HasRow(std::string_view text) const override { return lvUsers.FindText(text) != nullptr; }
@@ -60,12 +60,12 @@ class UserRoster : public core::Roster {
   const std::vector<std::string>& GroupLines() const override { return lstGroups; }
   void SetGroupLines(std::vector<std::string> lines) override { lstGroups = std::move(lines); }
 
-  // The present members of a group, each followed by a bar, in the order of the group's line and spelled as in the
-  // roster. The name may stand in its row's parentheses. The last group line is deliberately ignored, for
+  // The members of a group who are online, each followed by a bar, in the order of the group's line and spelled as in
+  // the roster. The name may be in parentheses, as in its row. The last group line is deliberately ignored, for
   // compatibility.
   std::string GetActiveGroupList(std::string_view name) const;
 
-  // The selected rows as a recipient list: names, each followed by a bar; a group row stands for its present members.
+  // The selected rows as a recipient list: names, each followed by a bar, with groups replaced by their members online.
   std::string SelectedRecipients() const;
 
   void RemoveBlock(std::string_view name);
@@ -91,7 +91,7 @@ class UserRoster : public core::Roster {
   std::size_t groupRows_ = 0;
   bool marksAreStale_ = false;
 
-  // What the counts text and the chat windows were last made from.
+  // The state that the counts text and the chat windows were last updated from.
   std::optional<Counted> counted_;
   std::string counts_;
   std::uint64_t toldSet_ = 0, toldIcons_ = 0;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Notes a window of ours; boxes and the input method leave some of the system's behind.
+// Finds a window of the program; the system creates hidden ones for message boxes and the input method.
 BOOL CALLBACK LookAt(HWND window, LPARAM found) {
   const bool ours =
       ::GetClassLongPtrA(window, GCLP_HMODULE) == reinterpret_cast<ULONG_PTR>(::GetModuleHandleA(nullptr));
@@ -32,8 +32,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   core::SetMessageFilter(toolkit::FilterMessage);
   mainwindow::Application application;
   core::Main(application, arguments);
-  // A start that failed before its first window leaves nothing that could ever end the program, and the process would
-  // keep the user's next start out until he logs off.
+  // After a failure before the first window nothing could end the process, and it would block the user's next start
+  // until logoff.
   core::ShowPostedBoxes();
   if (!HasWindows()) core::EndProcess();
   return core::RunMessageLoop();

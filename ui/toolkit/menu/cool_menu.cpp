@@ -10,8 +10,8 @@
 namespace toolkit {
 namespace {
 
-// What stands before a window's own procedure. Without an object it only passes on: somebody else has hooked the window
-// after us and calls us through the procedure that he remembers.
+// The subclass procedure. Without an object it only forwards: somebody subclassed the window after us and still calls
+// us.
 struct Hook {
   WNDPROC prevProc;
   WndCoolMenu* object;
@@ -93,7 +93,7 @@ void WndCoolMenu::Convert() {
   ForgetMissing();
 }
 
-// Items are deleted behind our back, by whoever rebuilds a list of users for instance.
+// Others delete items too, for instance when a list of users is rebuilt.
 void WndCoolMenu::ForgetMissing() {
   std::vector<CMyItemDatas::Key> present;
   for (const HMENU root : Roots()) CollectKeys(root, items_, present);
@@ -128,7 +128,7 @@ LRESULT CALLBACK WndCoolMenu::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
   const Hook hook = found->second;
   LRESULT result = 0;
   const auto answer = [&] { return hook.object->Answer(message, wParam, lParam, result); };
-  // Without a word: an item that cannot be drawn would bring a box at each movement of the mouse.
+  // Silently: an item that cannot be drawn would show a message box on every movement of the mouse.
   if (hook.object && core::GuardedSilently(answer)) return result;
   if (message == WM_NCDESTROY) {
     if (hook.object) hook.object->Unhook();
@@ -137,7 +137,7 @@ LRESULT CALLBACK WndCoolMenu::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
   return ::CallWindowProcA(hook.prevProc, hwnd, message, wParam, lParam);
 }
 
-// True when the message is answered; the window's own procedure does not see it then.
+// True when the message was handled; the window's own procedure does not get it then.
 bool WndCoolMenu::Answer(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
   switch (message) {
     case WM_MEASUREITEM:
@@ -185,7 +185,7 @@ void WndCoolMenu::NoteOpened(HMENU menu) {
   if (head != heads_.end()) openHead_ = static_cast<int>(head - heads_.begin());
 }
 
-// Without a menu: the menu has closed. The handler may do anything, even end this object, so it comes last.
+// Without a menu: the menu has closed. The handler may do anything, even destroy this object, so it is called last.
 void WndCoolMenu::TellHelp(WPARAM wParam, HMENU menu) {
   if (!menu) openHead_ = -1;
   const bool byPosition = (HIWORD(wParam) & MF_POPUP) != 0;
@@ -211,7 +211,7 @@ bool WndCoolMenu::AnswerKey(WPARAM wParam, HMENU menu, LRESULT& result) const {
   return true;
 }
 
-// The user has changed the system's fonts: sizes that Windows keeps are out of date.
+// The system's fonts have changed: the item sizes that Windows caches are outdated.
 void WndCoolMenu::RenewFonts() {
   fonts_ = MakeMenuFonts(look);
   for (const HMENU root : Roots()) RemeasureMenu(root, items_);

@@ -1,9 +1,9 @@
-// Owner-drawn menus for one window: hand it the window and its menus, and every item is drawn with its picture, its
-// mark or as a section head, tells its help text while it is highlighted, and answers its mnemonic.
+// Owner-drawn menus of one window: draws the items with pictures, marks and section heads, reports the help text of the
+// highlighted item, and handles mnemonics.
 //
-// The object stands between Windows and the window's procedure from Attach to its end; it may end before or after the
-// window does. At its end the menus that still exist have their authored captions back. While it is not attached (safe
-// mode) it leaves menus as they are.
+// Subclasses the window from Attach to its destruction, which may be before or after that of the window, and then
+// restores the authored captions of the menus that still exist. While it is not attached (safe mode) it does not change
+// menus.
 #pragma once
 
 #include <windows.h>
@@ -17,9 +17,9 @@
 
 namespace toolkit {
 
-// How an owner-drawn menu tells its window which help text belongs to the highlighted item.
+// Reports the help text of the highlighted item to the window.
 struct HelpCallBack {
-  // The help text, empty when the item has none or the menu has closed.
+  // Called with the help text, empty when the item has none or the menu has closed.
   std::function<void(const std::string& text)> MenuHelp;
 };
 
@@ -30,10 +30,10 @@ class WndCoolMenu {
   WndCoolMenu& operator=(const WndCoolMenu&) = delete;
   ~WndCoolMenu();
 
-  // Once, with a window that has no other WndCoolMenu.
+  // Call it once, for a window without another WndCoolMenu.
   void Attach(HWND host);
 
-  // Read when menus are converted; a later change shows after ChangeCaptions.
+  // Used when menus are converted; later changes take effect with ChangeCaptions.
   MenuLook look;
   ImageTags imageTags;      // which images of look.ilHandle belong to which captions
   bool SCMainMenu = false;  // the menu bar is owner-drawn too
@@ -50,16 +50,16 @@ class WndCoolMenu {
   int CountMenuHeads() const { return static_cast<int>(heads_.size()); }
   HMENU GetMenuHead(int index) const;  // null for an index out of range
 
-  // Which head is open, -1 when none is.
+  // The index of the open head, -1 when none is.
   int MainPopedIndex() const { return openHead_; }
 
-  // Converts what was added to the menus since they were converted, and forgets items that are gone.
+  // Converts items added since the last conversion, and drops the data of removed ones.
   void Convert();
 
-  // Runs `change` with the menus in their authored form, and converts them anew.
+  // Restores the menus to their authored form, runs `change`, and converts them again.
   void ChangeCaptions(const std::function<void()>& change);
 
-  // Gives one menu back: captions as authored, no longer a head.
+  // Restores the authored captions of a menu and forgets it.
   void Restore(HMENU menu);
 
   HFONT MenuFont() const { return fonts_.MenuFont.get(); }

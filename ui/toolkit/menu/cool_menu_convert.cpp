@@ -9,7 +9,7 @@ namespace {
 constexpr UINT kReadMask = MIIM_ID | MIIM_SUBMENU | MIIM_TYPE | MIIM_DATA;
 static_assert(kReadMask == 0x36);
 
-// The record without its last field, the bitmap, which came with a later Windows: 44 bytes in the 32-bit program.
+// The size of the record without its last field, which later versions of Windows added: 44 bytes in the 32-bit program.
 constexpr UINT kInfoSize = sizeof(MENUITEMINFOA) - sizeof(HBITMAP);
 static_assert(sizeof(void*) != 4 || kInfoSize == 44);
 
@@ -40,8 +40,8 @@ CMyItemData DataOf(const MENUITEMINFOA& info, const TextBuffer& text, const Conv
   return data;
 }
 
-// Only the type changes: the item's own text stays behind the drawing, for screen readers and for whoever asks for it.
-// A head must not be stopped at by the arrow keys, so it is disabled as a separator is.
+// Changes the type only: the item keeps its text, for screen readers. Heads are disabled like separators, so that arrow
+// keys skip them.
 void ConvertItem(HMENU menu, int position, const CMyItemData& data, CMyItemDatas::Key key) {
   MENUITEMINFOA info{};
   info.fMask = MIIM_FTYPE | MIIM_DATA;

@@ -1,4 +1,4 @@
-// Turning the items of a menu tree into owner-drawn ones, and back.
+// Conversion of the items of a menu tree to owner-drawn ones, and back.
 #pragma once
 
 #include <windows.h>
@@ -9,24 +9,24 @@
 
 namespace toolkit {
 
-// Where a conversion finds images: none without an image list.
+// The images for a conversion; none without an image list.
 struct ConvertImages {
   const ImageTags* tags = nullptr;
   int count = 0;
 };
 
-// Converts every item of the menu and of its sub-menus that is not owner-drawn yet: its data goes into the collection,
-// and the item refers to it. A menu that cannot be read stays as it is. `mainMenu`: the menu is the bar itself, whose
-// drop-downs are left alone.
+// Converts every item of the menu and its sub-menus that is not owner-drawn yet: adds its data to the collection and
+// stores the key in the item. Skips menus that cannot be read. `mainMenu`: the menu is the bar; its drop-downs are
+// skipped.
 void ConvertMenu(HMENU menu, CMyItemDatas& datas, const ConvertImages& images, bool mainMenu);
 
-// Gives every item of the tree that the collection knows its authored caption back and forgets its data.
+// Restores the authored captions of all converted items of the tree and removes their data.
 void RestoreMenu(HMENU menu, CMyItemDatas& datas);
 
-// Writes the converted items anew, so that the system asks for their sizes again.
+// Sets the converted items again, so that the system queries their sizes again.
 void RemeasureMenu(HMENU menu, const CMyItemDatas& datas);
 
-// Puts the keys of all converted items of the tree into the list.
+// Appends the keys of all converted items of the tree to the list.
 void CollectKeys(HMENU menu, const CMyItemDatas& datas, std::vector<CMyItemDatas::Key>& keys);
 
 }  // namespace toolkit

@@ -12,11 +12,11 @@
 namespace toolkit {
 namespace {
 
-// Room for an image in a menu without an image list, where marks still need it.
+// The image size in a menu without an image list, for its marks.
 constexpr Twips kDesignImage = 16_dp;
 
-constexpr Twips kImageGap = 2_dp;    // between an image and the edge that is drawn round it when it is highlighted
-constexpr Twips kSpare = 5_dp;       // before the image box and between it and the caption
+constexpr Twips kImageGap = 2_dp;    // between an image and the edge around it when it is highlighted
+constexpr Twips kSpare = 5_dp;       // on both sides of the image box
 constexpr Twips kRowMargin = 6_dp;   // height of an item beyond its caption or image
 constexpr Twips kHeadMargin = 5_dp;  // height of a head beyond its text
 constexpr Twips kMark = 14_dp;       // side of a check or option mark
@@ -25,8 +25,8 @@ constexpr Twips kHeadIndent = 6_dp, kHeadGap = 4_dp;
 constexpr int kHeadPoints = 7;
 constexpr char kHeadFace[] = "Small Fonts";
 
-// The face of the heads is drawn dot by dot for 96 dots per inch and looks coarse when it is stretched; finer screens
-// show the menu's own face at that size.
+// The typeface of the heads is a bitmap font for 96 dpi, which looks coarse when scaled; at higher resolutions the
+// menu's own typeface is used.
 constexpr int kHeadFaceDpi = 96;
 
 int PointsToHeight(int points) { return -::MulDiv(points, ScreenDpi().value, 72); }
@@ -77,9 +77,9 @@ RECT Centred(const RECT& outer, LONG width, LONG height) {
   return {left, top, left + width, top + height};
 }
 
-// The parts of one row of a drop-down, from left to right.
+// The parts of a row of a drop-down, from left to right.
 struct RowParts {
-  RECT imageBox;  // the image with the edge round it
+  RECT imageBox;  // the image with the edge around it
   RECT caption;
 };
 
@@ -100,14 +100,15 @@ void EtchedLine(HDC dc, LONG left, LONG right, LONG y) {
   if (right > left) ::DrawEdge(dc, &line, EDGE_ETCHED, BF_TOP);
 }
 
-// The symbol font holds the parts of the system's controls: each glyph is one layer, all are drawn at the same place.
+// The symbol font has the parts of the system's controls: each glyph is a layer, and all are drawn at the same
+// position.
 struct Layer {
   char glyph;
   int colour;  // a system colour
 };
 using Layers = std::array<Layer, 6>;
 
-// Outside darker than inside, so that the shape stands out on a white menu as well as on a grey one.
+// Darker outside than inside, so that the shape is visible on white and on grey menus.
 constexpr Layers kCheckBox{{{'g', COLOR_WINDOW},
                             {'c', COLOR_3DDKSHADOW},
                             {'d', COLOR_3DSHADOW},
@@ -127,7 +128,7 @@ Font SymbolFont(int height) {
   LOGFONTA font{};
   font.lfHeight = -height;
   font.lfCharSet = SYMBOL_CHARSET;
-  font.lfQuality = ANTIALIASED_QUALITY;  // coloured edges would not match from layer to layer
+  font.lfQuality = ANTIALIASED_QUALITY;  // with ClearType the edges of the layers would not match
   std::copy_n("Marlett", sizeof "Marlett", font.lfFaceName);
   return Font(::CreateFontIndirectA(&font));
 }
@@ -139,7 +140,7 @@ void DrawGlyph(HDC dc, RECT box, char glyph, COLORREF colour) {
 
 int Side(const RECT& box) { return static_cast<int>(std::min(box.right - box.left, box.bottom - box.top)); }
 
-// A raised box or circle from layered glyphs, each in a system colour of its own, with the mark on top.
+// Draws a raised box or circle from layered glyphs, each in its own system colour, with the mark on top.
 void DrawComplexMark(HDC dc, const RECT& box, bool checkBox) {
   const Font font = SymbolFont(Side(box));
   const Selected selected(dc, font.get());
@@ -147,7 +148,7 @@ void DrawComplexMark(HDC dc, const RECT& box, bool checkBox) {
     DrawGlyph(dc, box, layer.glyph, ::GetSysColor(layer.colour));
 }
 
-// The system's own mark in a sunken frame, in the given colour.
+// Draws the system's mark in a sunken frame, in the given colour.
 void DrawFramedMark(HDC dc, const RECT& box, bool checkBox, COLORREF colour) {
   RECT frame = box;
   ::DrawEdge(dc, &frame, BDR_SUNKENOUTER, BF_RECT);
@@ -165,7 +166,7 @@ ItemState StateOf(UINT state) {
           (state & ODS_CHECKED) != 0, (state & ODS_NOACCEL) != 0};
 }
 
-// Draws one item at the place and in the state that the system asks for.
+// Draws one item as requested by the system.
 class ItemPainter {
  public:
   ItemPainter(const DRAWITEMSTRUCT& request, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data)
@@ -188,7 +189,7 @@ class ItemPainter {
   }
 
  private:
-  // A line across the row that breaks off for the text of the head.
+  // A line across the row, interrupted by the text of the head.
   void DrawHead() const {
     const LONG left = item_.left + Px(1_dp), right = item_.right - Px(1_dp),
                middle = (item_.top + item_.bottom) / 2 - 1;
@@ -222,7 +223,7 @@ class ItemPainter {
     Fill(dc_, look_.FullSelect ? item_ : caption, PaintColour(look_.SelectColor));
   }
 
-  // The edge box of a highlighted image keeps the menu's colour, on which the images are drawn to be seen.
+  // The box of a highlighted image keeps the menu's colour, for which the images are designed.
   void DrawImage(RECT box) const {
     const SIZE size = ImageSize(look_.ilHandle);
     const RECT image = Centred(box, size.cx, size.cy);
@@ -239,7 +240,7 @@ class ItemPainter {
     }
   }
 
-  // A plain mark stands beside a highlight of the caption only.
+  // Beside a plain mark only the caption is highlighted.
   void DrawMark(const RECT& mark) const {
     if (look_.ComplexChecks) {
       DrawComplexMark(dc_, mark, data_.bAsCheck);
@@ -284,7 +285,7 @@ SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const
   if (IsSeparator(data) && data.sMenuText.empty()) return {0, ::GetSystemMetrics(SM_CYMENU) / 2};
   const SIZE text = TextSize(dc, fonts.MenuFont.get(), data.sMenuText), image = ImageSize(look.ilHandle);
   if (data.bMainMenu) return {text.cx, text.cy};
-  // Windows itself widens owner-drawn items by the width of a check mark.
+  // Windows adds the width of a check mark to owner-drawn items.
   const LONG width = text.cx + 2 * (image.cx + Px(kImageGap)) + Px(kSpare) - (::GetSystemMetrics(SM_CXMENUCHECK) - 1);
   if (IsHead(data)) return {width, TextSize(dc, fonts.MenuFontSep.get(), data.sMenuText).cy + Px(kHeadMargin)};
   return {width, std::max(text.cy, image.cy) + Px(kRowMargin)};

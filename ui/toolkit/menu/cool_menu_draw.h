@@ -1,4 +1,4 @@
-// How a window's owner-drawn menus look, and measuring and drawing one item of them.
+// The look of a window's owner-drawn menus, and measuring and drawing of an item.
 #pragma once
 
 #include <windows.h>
@@ -16,8 +16,8 @@ constexpr std::int32_t SystemColour(int index) {
   return static_cast<std::int32_t>(0x80000000u | static_cast<unsigned>(index));
 }
 
-// The values that it starts with are those of the system's own menus; colours are stored in the form of PaintColour, so
-// that system colours follow the theme, high contrast included.
+// The defaults are those of the system's menus. Colours are in the form of PaintColour, so that system colours follow
+// the theme, including high contrast.
 struct MenuLook {
   HIMAGELIST ilHandle = nullptr;  // images of the items; not owned
   bool ComplexChecks = true;      // marks drawn as raised and sunken shapes
@@ -29,7 +29,7 @@ struct MenuLook {
   int FontSize = 0;      // points; 0: the size of the system's menu font
 };
 
-// The fonts that a look asks for on this screen.
+// The fonts of a look on this screen.
 struct MenuFonts {
   Font MenuFont;
   Font MenuFontSep;  // of section heads
@@ -37,11 +37,11 @@ struct MenuFonts {
 
 MenuFonts MakeMenuFonts(const MenuLook& look);
 
-// Size to answer a measure request with, pixels. `dc` is any device context of the screen.
+// The size of an item, pixels. `dc` is any device context of the screen.
 SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data);
 
-// Draws the item in the state that the request tells: whether it is checked, disabled or highlighted is asked of the
-// request and never remembered, since it changes behind the data.
+// Draws the item in the state of the request. Whether it is checked, disabled or highlighted is never cached, since it
+// changes without notice.
 void DrawMenuItem(const DRAWITEMSTRUCT& request, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data);
 
 }  // namespace toolkit

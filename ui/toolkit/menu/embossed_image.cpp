@@ -29,7 +29,7 @@ Canvas MakeCanvas(int width, int height) {
   return {std::move(bitmap), {static_cast<std::uint32_t*>(bits), count}};
 }
 
-// Light parts belong to the background: only what stands out on white gives the shape.
+// Light parts belong to the background; only what is dark on white is part of the shape.
 bool IsShape(std::uint32_t pixel) {
   const std::uint32_t red = pixel >> 16 & 0xFF, green = pixel >> 8 & 0xFF, blue = pixel & 0xFF;
   return red * 299 + green * 587 + blue * 114 < 200 * 1000;

@@ -1,4 +1,4 @@
-// The image of a disabled menu item: its shape pressed into the background.
+// The embossed image of a disabled menu item.
 #pragma once
 
 #include <windows.h>
@@ -6,8 +6,7 @@
 
 namespace toolkit {
 
-// Draws image `index` at the point, in the light and the dark of the system's 3D colours. Draws nothing when memory is
-// short.
+// Draws image `index` at the point, in the light and dark 3D colours of the system. Draws nothing when out of memory.
 void DrawEmbossed(HDC dc, HIMAGELIST images, int index, POINT at);
 
 }  // namespace toolkit

@@ -18,7 +18,7 @@ std::string Joined(const CMyItemData& data) {
   return Prefix(data) + "|" + data.sMenuHelp + "|" + data.sMenuText;
 }
 
-// Far from the small numbers and the addresses that others put into their item data.
+// Unlike the small numbers and addresses that others use as item data.
 CMyItemDatas::Key nextKey = 0x51000001u;
 
 }  // namespace
@@ -44,7 +44,7 @@ CMyItemData ParseCaption(std::string_view authored) {
 
 std::string RestoreCaption(const CMyItemData& data) {
   std::string text = Joined(data);
-  // A caption that itself begins like a caption form needs the empty help text before it.
+  // A caption that begins like caption language needs the empty help text before it.
   if (ParseCaption(text).sMenuText != data.sMenuText) text = Prefix(data) + "||" + data.sMenuText;
   return text;
 }

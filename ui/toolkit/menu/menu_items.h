@@ -1,4 +1,4 @@
-// The caption language: what a menu item's authored text says beside the caption that is shown.
+// The caption language: what the authored text of a menu item specifies besides its caption.
 //
 //   |Close this window|&Close     help text for the status line, then the caption
 //   -Export                       section head
@@ -15,13 +15,13 @@
 
 namespace toolkit {
 
-// What is known of one converted menu item.
+// The data of a converted menu item.
 struct CMyItemData {
   bool bTrueSub = false;      // opens a sub-menu
   std::string sMenuHelp;      // help text, empty when none
   bool bAsMark = false;       // check or option mark item
   bool bAsCheck = false;      // the mark is a check box, else round
-  bool bMainMenu = false;     // stands on the menu bar itself
+  bool bMainMenu = false;     // is on the menu bar
   std::int16_t iButton = -1;  // index of its image, -1 when none
   std::int32_t fType = 0;     // menu type flags, with kSeparatorType for heads
   std::string sMenuText;      // the caption to draw, with its "&"
@@ -35,43 +35,41 @@ inline constexpr std::int32_t kSeparatorType = 0x800;
 inline bool IsSeparator(const CMyItemData& data) { return (data.fType & kSeparatorType) != 0; }
 inline bool IsHead(const CMyItemData& data) { return IsSeparator(data) && !data.sMenuText.empty(); }
 
-// Never fails: a text that is no caption form is an ordinary caption. Sets the texts, the marks and the separator flag.
+// Never fails: any other text is an ordinary caption. Sets the texts, the marks and the separator flag.
 CMyItemData ParseCaption(std::string_view authored);
 
 // An authored text that parses to the same data: the inverse of ParseCaption.
 std::string RestoreCaption(const CMyItemData& data);
 
-// The caption without its marks, its help text and its "&": what a control that does the same is called.
+// The caption without marks, help text and "&": the name of a control with the same function.
 std::string NameOf(std::string_view authored);
 
-// The authored form of a text that must be shown as it stands, whatever its first characters: a user may be called
-// "-anna" or "R&D".
+// The authored form of a literal text: a user may be called "-anna" or "R&D".
 std::string LiteralCaption(std::string_view text);
 
-// Which image of an image list decorates which captions: an image belongs to every caption that begins with one of its
-// tags.
+// Maps captions to images: an image belongs to every caption that begins with one of its tags.
 class ImageTags {
  public:
-  // An image may bear several tags. Empty tags decorate nothing.
+  // An image may have several tags. Empty tags are ignored.
   void Add(int image, std::string tag);
 
   void Clear() { tags_.clear(); }
 
-  // The first image, by index, with a tag that the caption begins with ignoring case; -1 when there is none. Images
-  // from `count` on do not exist.
+  // The lowest index of an image with a tag that the caption begins with, ignoring case; -1 when there is none. Only
+  // images below `count` exist.
   std::int16_t Find(std::string_view caption, int count) const;
 
  private:
   std::map<int, std::vector<std::string>> tags_;
 };
 
-// The data of all converted items of a window's menus. A converted item carries the key of its entry as its item data,
-// never an address, so that a stale value or the data of somebody else's owner-drawn item finds nothing.
+// The data of all converted items of a window's menus. The item data of a converted item is the key of its entry rather
+// than an address, so that stale values and data of others' owner-drawn items are not found.
 class CMyItemDatas {
  public:
   using Key = std::uintptr_t;
 
-  // The key is never 0 and never given twice in a run, in whatever collection.
+  // Returns the key, which is never 0 and unique in the whole run, across collections.
   Key Add(CMyItemData data);
 
   // Null for an unknown key.
@@ -79,7 +77,7 @@ class CMyItemDatas {
 
   std::size_t Count() const { return items_.size(); }
 
-  // Nothing happens for an unknown key.
+  // Unknown keys are ignored.
   void Remove(Key key) { items_.erase(key); }
 
   template <class Predicate>

@@ -1,5 +1,5 @@
-// Letter keys in an open menu. Windows looks for mnemonics in the texts of ordinary items only, so a window answers for
-// the items that it draws itself, and must do it as Windows would.
+// Letter keys in an open menu. Windows handles the mnemonics of ordinary items only, so a window must handle those of
+// owner-drawn items in the same way.
 #pragma once
 
 #include <span>
@@ -7,7 +7,7 @@
 
 namespace toolkit {
 
-// The letter behind the first single "&" of a caption, in lower case; 0 when there is none.
+// The letter after the first single "&" of a caption, in lower case; 0 when there is none.
 char MnemonicLetter(std::string_view caption);
 
 struct MnemonicItem {
@@ -18,14 +18,14 @@ struct MnemonicItem {
 };
 
 struct MnemonicChoice {
-  int position = -1;     // -1: the key means nothing to this menu
+  int position = -1;     // -1: no item matches
   bool execute = false;  // else the item is only highlighted
 
   friend bool operator==(const MnemonicChoice&, const MnemonicChoice&) = default;
 };
 
-// A key that one enabled item answers executes it; of several the next one after the highlighted item is highlighted. A
-// key that is nobody's mnemonic goes by the first letters of the captions that have none.
+// The mnemonic of exactly one enabled item executes it; of several, the next one after the highlighted item is
+// highlighted. A key that is no mnemonic matches the first letters of captions without mnemonics.
 MnemonicChoice ChooseByMnemonic(std::span<const MnemonicItem> items, char key);
 
 }  // namespace toolkit

@@ -1,8 +1,8 @@
-// The menus of a window as a table: one row per item, in the order in which they stand. The built-in caption, the code
-// of its translations, the command and the picture stand side by side, so a new command is one new row.
+// The menus of a window as a table: one row per item, in menu order, with built-in caption, code of its translations,
+// command and picture.
 //
-// Every row bears an id of its own, sub-menus and heads too: items come and go while a window lives (hidden commands,
-// lists of users), so nothing may be found by its position.
+// Every row has a unique id, even sub-menus and heads: items are hidden, shown and inserted at run time, so they must
+// not be looked up by position.
 #pragma once
 
 #include <cstddef>
@@ -19,22 +19,22 @@ namespace toolkit {
 inline constexpr int kNoPicture = -1;
 
 struct MenuRow {
-  int level;  // 0 = the menu itself (a bar or a pop-up); rows of a deeper level fill the row above them
+  int level;  // 0 = the menu itself (a bar or a pop-up); rows of a deeper level are in the sub-menu of the row above
   unsigned id;
   Caption caption;  // in the caption language
   int picture = kNoPicture;
-  int helpCode = 0;  // where name and help text are texts of their own: the code of the help text, that of the caption
-                     // being the code of the name; the mark is the one of the built-in caption
+  int helpCode = 0;  // of the help text, when name and help text have codes of their own; the caption's code is
+                     // then that of the name, and the mark is that of the built-in caption
 };
 
 using MenuTable = std::span<const MenuRow>;
 
-// A row is a sub-menu when deeper rows follow it.
+// A row followed by deeper rows is a sub-menu.
 constexpr bool OpensSubMenu(MenuTable table, std::size_t row) {
   return row + 1 < table.size() && table[row + 1].level > table[row].level;
 }
 
-// What a table promises: levels start at 0 and deepen by one at a time, no id is 0 or given twice.
+// Whether levels start at 0 and deepen by one at a time, and ids are unique and not 0.
 constexpr bool IsSound(MenuTable table) {
   int deepest = 0;
   for (std::size_t row = 0; row < table.size(); ++row) {
@@ -46,15 +46,14 @@ constexpr bool IsSound(MenuTable table) {
   return true;
 }
 
-// The captions of all rows, as authored. A row whose text the language file lacks is empty, but stays the kind of item
-// that it is.
+// The authored captions of all rows. A row whose text is missing in the language file has an empty caption, but keeps
+// its kind of item.
 std::vector<std::string> AuthoredCaptions(MenuTable table, bool fromLanguageFile);
 
-// What safe mode shows of an authored caption; empty for a separator. Safe mode has no marks and no help texts, and its
-// heads are plain separators.
+// The caption in safe mode, without marks and help text; empty for separators, which heads are in safe mode too.
 std::string PlainCaption(std::string_view authored);
 
-// Tags every image of the table with the captions of its rows, in place of all former tags.
+// Replaces all tags by the captions of the table's rows with images.
 void TagPictures(MenuTable table, std::span<const std::string> captions, ImageTags& tags);
 
 }  // namespace toolkit

@@ -91,7 +91,7 @@ HMENU WindowMenu::InsertSubMenu(const ItemPlace& place, unsigned id, const std::
   return info.hSubMenu;
 }
 
-// Appends the rows from `row` on that stand on this level or deeper; returns the first row after them.
+// Appends the rows from `row` on that are on this level or deeper; returns the first row after them.
 std::size_t WindowMenu::AppendRows(HMENU menu, std::size_t row) {
   const int level = table_[row].level;
   while (row < table_.size() && table_[row].level == level) {
@@ -114,7 +114,7 @@ std::optional<std::size_t> WindowMenu::RowOf(unsigned id) const {
   return std::nullopt;
 }
 
-// Behind the nearest row before it that is there; first when none of its level is.
+// After the nearest previous row of its level that is in the menu; first when there is none.
 std::optional<ItemPlace> WindowMenu::PlaceFor(std::size_t row) const {
   for (std::size_t before = row; before-- > 0;) {
     if (table_[before].level > table_[row].level) continue;

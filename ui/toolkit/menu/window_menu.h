@@ -1,5 +1,5 @@
-// The menu of one window: made from its table, captioned in the language of the window, and drawn by WndCoolMenu unless
-// the program runs in safe mode.
+// The menu of a window: created from a table, with captions in the language of the window, and drawn by WndCoolMenu
+// except in safe mode.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@
 
 namespace toolkit {
 
-// The window's menu bar, or a menu that opens in it.
+// The window's menu bar, or a pop-up menu.
 enum class MenuKind { Bar, PopUp };
 
 struct ItemPlace {
@@ -23,40 +23,38 @@ struct ItemPlace {
   int position;
 };
 
-// Where an item stands, sub-menus and heads included; none when it is not in the menu.
+// The position of an item, including sub-menus and heads; nothing when it is not in the menu.
 std::optional<ItemPlace> FindItem(HMENU menu, unsigned id);
 
 class WindowMenu {
  public:
-  // The table has to outlive the menu.
+  // The table must outlive the menu.
   WindowMenu(MenuTable table, MenuKind kind) : table_(table), kind_(kind) {}
 
-  // Takes the help text of the highlighted item, the empty text when it has none or the menu has closed. Set before
-  // DrawItems; in safe mode there are no help texts.
+  // Called with the help text of the highlighted item, empty when it has none or the menu has closed. Set it before
+  // DrawItems; safe mode has no help texts.
   std::function<void(const std::string& text)> menuHelp;
 
-  // Makes the menu. A bar becomes the window's and is destroyed with it.
+  // Creates the menu. The window owns a bar.
   void Create(HWND window, bool fromLanguageFile);
 
-  // Has WndCoolMenu draw the items from now on; in safe mode the system goes on drawing them.
+  // Makes WndCoolMenu draw the items, except in safe mode.
   void DrawItems();
 
-  // New captions for all rows. Rows that are not in the menu at present return with theirs, and pictures stay with
-  // their rows.
+  // Sets the captions of all rows, including those that are not in the menu at present. Pictures stay with their rows.
   void SetCaptions(bool fromLanguageFile);
 
   void Check(unsigned id, bool checked);
   void Enable(unsigned id, bool enabled);
 
-  // Takes a row's item out of the menu, or puts it back in its place among the rows that are there. Not for rows with a
-  // sub-menu.
+  // Removes the item of a row from the menu, or inserts it at its place among the present rows. Not for sub-menus.
   void SetShown(unsigned id, bool shown);
 
-  // Inserts an item that no row stands for, one of a list of users for instance, before the item at `position`. It is
-  // drawn like the others after ItemsChanged.
+  // Inserts an item without a row, such as one of a list of users, before the item at `position`. ItemsChanged makes it
+  // owner-drawn.
   void Insert(const ItemPlace& place, unsigned id, const std::string& authored);
 
-  // The same for one that opens a sub-menu, empty as yet.
+  // The same for an item with an empty sub-menu.
   HMENU InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored);
   void ItemsChanged() { drawing_.Convert(); }
 

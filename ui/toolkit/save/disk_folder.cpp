@@ -13,7 +13,7 @@
 namespace toolkit {
 namespace {
 
-// No system box that asks for a disk: a drive without one is told by an error.
+// A drive without a disk gives an error instead of a message box of the system.
 class QuietDrives {
  public:
   QuietDrives() : former_(::SetErrorMode(SEM_FAILCRITICALERRORS)) {}

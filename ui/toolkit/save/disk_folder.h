@@ -1,4 +1,4 @@
-// Drives and folders of the machine.
+// Access to drives and folders.
 #pragma once
 
 #include <string>
@@ -7,23 +7,23 @@
 namespace toolkit {
 
 struct FolderContent {
-  std::vector<std::string> folders, files;  // names, in the order in which people sort them
+  std::vector<std::string> folders, files;  // names, in the sort order of the locale
 };
 
-// What is in a folder. Hidden entries are left out, and so are names that the code page cannot spell: they could be
-// shown, but not opened. Throws core::Err::PathNotFound, DeviceUnavailable or DiskNotReady when it cannot be opened.
+// The content of a folder, without hidden entries and without names that are not in the code page, since those could
+// not be opened. Throws core::Err::PathNotFound, DeviceUnavailable or DiskNotReady when it cannot be opened.
 FolderContent ReadFolder(const std::string& folder);
 
-// An existing folder, in whatever form it is named.
+// Whether the path is an existing folder.
 bool IsFolder(const std::string& path);
 
 // The root folders of all drives: "C:\".
 std::vector<std::string> Drives();
 
-// "C:", with the label of the disk when it is a fixed one: asking any other may take its time.
+// "C:", with the volume label of a fixed disk; querying other disks may be slow.
 std::string DriveCaption(const std::string& root);
 
-// A path without "." and "..", from the root on.
+// The full path, without "." and "..".
 std::string CleanPath(const std::string& path);
 
 // The user's documents; the program's folder when there are none.

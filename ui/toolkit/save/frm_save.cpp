@@ -29,12 +29,12 @@ constexpr DWORD kDropDown = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
 
 int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)); }
 
-// A caption from the language file may be wider than the room that the design gives it.
+// Translated captions may be wider than designed.
 int WidthOf(HWND control, Twips least, Twips padding) {
   return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control)).cx) + Px(padding));
 }
 
-// The folder itself below its ancestors, its sub-folders below it.
+// The ancestors, the folder itself, and its sub-folders.
 std::vector<IconList::Entry> FolderEntries(const std::vector<std::string>& steps,
                                            const std::vector<std::string>& inside) {
   std::vector<IconList::Entry> entries;
@@ -64,7 +64,7 @@ void FrmSave::Load() {
   FocusFirst(txtFileName);
 }
 
-// In the order of the Tab key.
+// In Tab order.
 void FrmSave::CreateControls() {
   Label1[kFolderLabel] = AddControl("STATIC", kLookIn, kLabelStyle);
   Drive1 = AddControl("COMBOBOX", "", kDropDown, 0, kDrive);
@@ -198,7 +198,7 @@ void FrmSave::OpenSelectedFolder() {
   OpenOrReport([this, &folder] { OpenFolder(folder); });
 }
 
-// A message box tells what cannot be opened; the dialog stays as it is.
+// Reports what cannot be opened in a message box; the dialog does not change.
 void FrmSave::OpenOrReport(const std::function<void()>& open) {
   try {
     open();

@@ -1,4 +1,4 @@
-// The program's own dialog for the name of a file to save.
+// The program's own save dialog.
 #pragma once
 
 #include <functional>
@@ -11,26 +11,25 @@
 
 namespace toolkit {
 
-// Asks for a file name, modally, beginning in the user's documents. Returns the full path with the extension of the
-// chosen type (".txt" or ".rtf"), empty when the user closed the window. Writing the file is the caller's; one that
-// exists may be chosen.
+// Asks for a file name, modally, starting in the user's documents. Returns the full path with the extension of the
+// selected type (".txt" or ".rtf"), empty when cancelled. The file may exist; the caller writes it.
 std::string AskSaveName(const Caption& title);
 
 class FrmSave : public Window {
  public:
   explicit FrmSave(const Caption& title = {6001, "Save File"}) : title_(title) {}
 
-  // Creates the window, hidden, in the middle of the work area.
+  // Creates the window, hidden, centred in the work area.
   void Load();
 
-  // Goes to a path: its drive, its folder (all up to the last "\"), its name. Throws what Windows says when the folder
-  // cannot be opened; the window then stays where it was.
+  // Sets the drive, the folder (everything up to the last "\") and the name from a path. Throws when the folder cannot
+  // be opened; nothing changes then.
   void SetLocation(const std::string& path);
 
-  // Fills the list of files anew and selects its first entry. A folder that has vanished is told, and lists none.
+  // Refreshes the list of files and selects its first entry. Reports a folder that no longer exists.
   void rFileList();
 
-  // The chosen file, empty until Save has taken one.
+  // The selected file; empty before Save.
   const std::string& Result() const { return result_; }
 
  private:

@@ -14,7 +14,7 @@ namespace toolkit {
 namespace {
 
 constexpr Twips kGap = 4_dp, kIndent = 12_dp;
-constexpr int kIndentShift = 24;  // where the level stands in an entry's number, above its picture
+constexpr int kIndentShift = 24;  // position of the level in an entry's number, above the icon
 
 int IconSide() { return ::GetSystemMetrics(SM_CXSMICON); }
 

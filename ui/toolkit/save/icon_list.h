@@ -1,4 +1,4 @@
-// A list box whose entries have a small picture of the system's (a folder, a kind of file) and may be indented.
+// A list box whose entries have a small system icon (of a folder or a file type) and may be indented.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,7 @@
 
 namespace toolkit {
 
-// Pictures of the system's small image list.
+// Indices in the system's small image list.
 int ClosedFolderIcon();
 int OpenFolderIcon();
 int FileIcon(const std::string& name);  // by the extension; the file need not exist
@@ -29,19 +29,19 @@ class IconList {
 
   HWND hwnd() const { return hwnd_; }
 
-  // New entries; none is selected.
+  // Replaces the entries; none is selected.
   void Fill(const std::vector<Entry>& entries);
 
-  // Counted from 0; -1 is none.
+  // From 0; -1 is none.
   int Selection() const { return static_cast<int>(::SendMessageA(hwnd_, LB_GETCURSEL, 0, 0)); }
   void Select(int index) { ::SendMessageA(hwnd_, LB_SETCURSEL, static_cast<WPARAM>(index), 0); }
 
-  // Selects the entry of this text, ignoring case; nothing is selected when there is none.
+  // Selects the entry with this text, ignoring case; deselects when there is none.
   void SelectText(const std::string& text);
 
   std::string TextAt(int index) const;
 
-  // Draws an entry for the window around the list.
+  // Draws an entry, for the WM_DRAWITEM of the parent.
   void Draw(const DRAWITEMSTRUCT& request) const;
 
  private:

@@ -1,5 +1,5 @@
-// What the save dialog makes of a name that is typed or picked: a filter, a folder to go to, or the file to write.
-// Paths have the form of Windows, case does not count, and nothing here looks at a disk.
+// Interpretation of a name in the save dialog: a filter, a folder to open, or the file to write. Windows paths,
+// ignoring case; does not access the disk.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@
 
 namespace toolkit {
 
-// The file types as the dialog lists them. The extension is part of the caption.
+// The file types in the dialog's order. The extension is part of the caption.
 inline constexpr const char* kSaveTypes[] = {"Text Files (*.txt)", "Rich Text Files (*.rtf)"};
 
 // ".txt" of "Text Files (*.txt)": the four characters before the closing bracket.
@@ -18,26 +18,24 @@ std::string_view ExtensionOf(std::string_view typeCaption);
 // "*.txt" of ".txt".
 std::string PatternOf(std::string_view extension);
 
-// The typed name after another type is chosen: an extension that is the one of the pattern shown so far becomes the new
-// one, any other name stays.
+// The name after another type was selected: the extension of the previous pattern is replaced, other names are
+// unchanged.
 std::string SwitchExtension(std::string_view name, std::string_view formerPattern, std::string_view extension);
 
-// Whether a file list of this pattern shows the name. "*" and "?" are wild; several patterns are parted by ";".
+// Whether a name matches a pattern with the wildcards "*" and "?", or one of several patterns separated by ";".
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
-// The folder with one "\" behind it, unless it has one.
+// The folder with a trailing "\".
 std::string ClosedFolder(std::string_view folder);
 
-// A name as seen from a folder, always from a root on: with a leading "\" it begins at the root of its drive, without
-// one it is below the folder, or at the root of another drive ("D:notes", "D:"), whatever folder the system has for
-// that drive. A name without a drive has the folder's.
+// The full path of a name relative to a folder. A leading "\" means the root of the folder's drive; a name with another
+// drive ("D:notes", "D:") is relative to the root of that drive.
 std::string FullPath(std::string_view folder, std::string_view name);
 
-// The folder's ancestors and itself: "C:\", "Users", "anna"; of a network folder the share is the first. Joined by
-// "\" they give the folder again.
+// The components of a folder's path: "C:\", "Users", "anna"; of a network folder the first one is the share.
 std::vector<std::string> PathSteps(std::string_view folder);
 
-// The folder that the first `count` steps lead to, with a closing "\".
+// The folder of the first `count` steps, with a trailing "\".
 std::string FolderOf(const std::vector<std::string>& steps, std::size_t count);
 
 enum class SaveAction { None, Filter, GoTo, Save };
@@ -47,7 +45,7 @@ struct SaveDecision {
   std::string text{};  // the pattern; the folder, with a closing "\"; the full path of the file
 };
 
-// What pressing Save means. `isFolder` tells whether a full path is an existing folder.
+// Decides what Save does. `isFolder` returns whether a full path is an existing folder.
 SaveDecision DecideSave(std::string_view typed, std::string_view folder, std::string_view extension,
                         const std::function<bool(const std::string&)>& isFolder);
 
