@@ -1,5 +1,5 @@
-// Alerts on their way to the screen. A crowd of senders may alert at once: nobody reads more than a few dozen popups,
-// and each one costs the desktop windows, so beyond that alerts wait their turn.
+// The queue of alerts. Many senders may send alerts at once: nobody reads more than a few dozen popups, and each one
+// uses windows of the desktop, so further alerts are queued.
 #pragma once
 
 #include <cstddef>
@@ -22,13 +22,13 @@ inline constexpr std::size_t kMaxOpenPopups = 31, kMaxWaitingAlerts = 1000;
 
 class AlertQueue {
  public:
-  // At the end; dropped when it is full.
+  // Appends an alert; drops it when the queue is full.
   void Add(Alert alert);
 
-  // The alert to show now, beside `open` popups; none while they are too many or when nothing waits.
+  // The next alert to show while `open` popups are open; nothing when there are too many, or the queue is empty.
   std::optional<Alert> Next(std::size_t open);
 
-  // Drops what waits of a sender, compared without regard to case.
+  // Drops the queued alerts of a sender, ignoring case.
   void Forget(std::string_view sender);
 
  private:

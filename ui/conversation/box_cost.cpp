@@ -10,7 +10,7 @@ constexpr std::size_t kEnough = 64u << 10;
 
 constexpr std::size_t kLast = 3;
 
-// Before anything was measured.
+// Assumed before the first measurement.
 constexpr std::size_t kFirstPortion = 4000, kFirstCapacity = 1u << 20;
 
 constexpr double kMaxCount = 1e9;
@@ -21,7 +21,7 @@ void BoxCost::Took(std::size_t weight, double milliseconds) {
   times_[count_++ % times_.size()] = std::max(milliseconds, 1e-6) / static_cast<double>(weight);
 }
 
-// What a box has freed is taken again without a trace, so the largest figure is the true one.
+// Freed memory is reused without growth, so the largest figure is correct.
 void BoxCost::Grew(std::size_t weight, std::size_t bytes) {
   weight_ += weight;
   grown_ += bytes;
@@ -38,7 +38,7 @@ std::size_t BoxCost::Portion(double milliseconds) const {
   return static_cast<std::size_t>(std::min(milliseconds / slowest, kMaxCount));
 }
 
-// Other programs disturb a measurement, but never make it too short.
+// Other programs can only make a measurement longer, so the shortest is used.
 std::size_t BoxCost::Capacity(double milliseconds) const {
   if (count_ == 0) return kFirstCapacity;
   const auto measured = static_cast<std::ptrdiff_t>(std::min(count_, times_.size()));

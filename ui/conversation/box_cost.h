@@ -1,5 +1,5 @@
-// What a rich text box costs where the program runs. On one system a line takes a few microseconds and little more
-// memory than its text, on another one fifty times as much, so both are measured while lines are put in.
+// The cost of the rich edit control, measured at run time: on some systems a line takes a few microseconds and little
+// more memory than its text, on others fifty times as much.
 #pragma once
 
 #include <array>
@@ -10,24 +10,24 @@ namespace conversation {
 // Weights are those of WeightOf.
 class BoxCost {
  public:
-  // So much has been put into a box, in so much time.
+  // Records the time of an insertion.
   void Took(std::size_t weight, double milliseconds);
 
-  // While so much was put in, the program's memory has grown by so many bytes.
+  // Records the growth of the program's memory during an insertion, bytes.
   void Grew(std::size_t weight, std::size_t bytes);
 
-  // What can be put in next in such a time. It goes by the slowest of the last times: of long lines a weight may cost
-  // more than of others, and so does everything while other programs keep the processor busy.
+  // How much can be inserted in this time, by the slowest of the last measurements: long lines may cost more per
+  // weight, and so does everything on a busy processor.
   std::size_t Portion(double milliseconds) const;
 
-  // What a box can lay out in such a time when nothing disturbs it.
+  // How much a control can lay out in this time on an idle machine.
   std::size_t Capacity(double milliseconds) const;
 
-  // Bytes that so much takes in a box; 0 as long as too little was measured.
+  // The memory for this weight in a control, bytes; 0 until enough was measured.
   std::size_t MemoryOf(std::size_t weight) const;
 
  private:
-  std::array<double, 32> times_{};  // milliseconds for a weight of one, round and round
+  std::array<double, 32> times_{};  // milliseconds for a weight of one, a ring buffer
   std::size_t count_ = 0;
   std::size_t weight_ = 0, grown_ = 0;  // since the last figure
   double memory_ = 0;                   // bytes for a weight of one

@@ -1,5 +1,5 @@
-// A conversation written out: as plain text, and as the markup of a rich text file, which the text box of the chat
-// window reads too.
+// Export of a conversation: as plain text, and as rich text markup, which the rich edit control of the chat window
+// reads too.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@
 
 namespace conversation {
 
-// What is written comes piece by piece: a conversation may be too large to stand in memory twice.
+// Receives the output piece by piece: a conversation may be too large for a second copy in memory.
 using core::Sink;
 
-// A line for each paragraph, ended by CR LF.
+// One line per paragraph, ended by CR LF.
 void WritePlainText(const Conversation& said, const Sink& sink);
 
 struct MarkupStyle {
@@ -25,15 +25,15 @@ struct MarkupStyle {
   int halfPoints = 17;
   toolkit::Twips maxIndent{};
 
-  // The colour to paint a line's colour in, 0x00BBGGRR; none stands for the reader's own text colour.
+  // Converts a line's colour to 0x00BBGGRR; nothing means the reader's default text colour.
   std::function<std::optional<std::uint32_t>(std::int32_t)> paint{};
 
-  // Long paragraphs in short pieces that differ in nothing that can be seen. A rich text box may lay out each stretch
-  // of one format at a cost that grows with the square of its length.
+  // Splits long paragraphs into short runs with invisible differences in format: a rich edit control may take time
+  // quadratic in the length of a run.
   bool shortRuns = false;
 };
 
-// The paragraphs from one place to another, from < to.
+// Writes the paragraphs between two positions, from < to.
 void WriteMarkup(const Conversation& said, Position from, Position to, const MarkupStyle& style, const Sink& sink);
 
 }  // namespace conversation

@@ -1,5 +1,5 @@
-// How a chat window lays itself out, from top to bottom: the participants, the splitter bar, the conversation, the line
-// being typed with the Send button beside it, the status line. Pixels of the client area, but for the bar's bounds.
+// The layout of a chat window, from top to bottom: participants, splitter bar, conversation, input line with the Send
+// button beside it, status line. Pixels of the client area, except for the limits of the bar.
 #pragma once
 
 #include <algorithm>
@@ -15,10 +15,10 @@ using toolkit::operator""_dp;
 
 inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{3200};
 
-// The bar leaves two rows of the participants above it and the line being typed below it.
+// The bar leaves two rows of participants above it and the input line below it.
 inline constexpr Twips kMinAboveBar{400}, kMinBelowBar{1700}, kFirstBarTop{700};
 
-// Where the bar may stand in a window of that height, the frame included.
+// The nearest allowed position of the bar in a window of this height, including the frame.
 constexpr Twips BarTopWithin(Twips wanted, Twips windowHeight) {
   return std::max(std::min(wanted, windowHeight - kMinBelowBar), kMinAboveBar);
 }
@@ -41,7 +41,8 @@ constexpr ChatParts ChatLayout(const ChatSizes& sizes, toolkit::Dpi dpi) {
   const int sendLeft = std::max(right - sizes.sendWidth, left);
   const int barTop = std::max(std::min(sizes.barTop, bottom - barHeight), margin);
   const int barBottom = barTop + barHeight;
-  const int typedTop = std::max(bottom - sizes.sendHeight, barBottom);  // gives way where the bar stands at its lowest
+  const int typedTop =
+      std::max(bottom - sizes.sendHeight, barBottom);  // moves down when the bar is at its lowest position
   return {.users = {left, margin, right, barTop},
           .bar = {0, barTop, sizes.width, barBottom},
           .conversation = {left, barBottom, right, std::max(typedTop - margin, barBottom)},

@@ -6,10 +6,10 @@
 
 namespace conversation {
 
-// In a namespace of their own: an alert popup has commands of the same names.
+// In their own namespace: the menu of an alert popup has commands with the same names.
 namespace chatmenu {
 
-// Every item has an id, heads too. mnuUser is the first of an array between the head of the users online and mnuRemove.
+// Every item has an id, including heads. mnuUser is the first id of the users online, listed above mnuRemove.
 enum Id : unsigned {
   tbSend = 101,
   mnuView = 200,
@@ -28,7 +28,7 @@ enum Id : unsigned {
   mnuAdd,
   mnuOnlineSep,
   mnuRemove,
-  mnuGroup,  // of each sub-menu of names, where they are too many for one menu
+  mnuGroup,  // of the sub-menus of names, when there are too many for one menu
   mnuUser = 1000,
 };
 

@@ -33,7 +33,7 @@ Memory CopyOf(const void* bytes, std::size_t size) {
   return memory;
 }
 
-// The memory is the clipboard's from then on.
+// The clipboard owns the memory afterwards.
 void Put(UINT format, Memory memory) {
   if (!::SetClipboardData(format, memory.get())) throw core::RuntimeError(core::Err::ClipboardBusy);
   memory.release();
@@ -46,8 +46,8 @@ Memory UnicodeOf(const std::string& text) {
 
 }  // namespace
 
-// As Unicode: for text of a code page the clipboard notes the language of the keyboard, which may have other letters
-// than the system's code page. The locale is for programs that ask for text of a code page.
+// As Unicode, because CF_TEXT would be tagged with the keyboard's language, whose code page may differ from the
+// system's. The locale is for programs that request CF_TEXT.
 void CopyText(HWND owner, const std::string& text) {
   const OpenedClipboard clipboard(owner);
   Memory unicode = UnicodeOf(text);

@@ -1,4 +1,4 @@
-// Text to the clipboard.
+// Copying text to the clipboard.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace conversation {
 
-// As plain text, in the name of a window. Throws core::Err::ClipboardBusy when the clipboard cannot be written, as
-// while another program holds it, and core::Err::OutOfMemory.
+// Copies plain text, with a window as the owner. Throws core::Err::ClipboardBusy when the clipboard cannot be written,
+// for instance while another program has it open, and core::Err::OutOfMemory.
 void CopyText(HWND owner, const std::string& text);
 
 }  // namespace conversation

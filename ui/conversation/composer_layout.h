@@ -1,5 +1,5 @@
-// How the composer lays itself out: recipients at the left, the text at the right, a label above each. Pixels of the
-// client area.
+// The layout of the composer: recipients on the left, the text on the right, a label above each. Pixels of the client
+// area.
 #pragma once
 
 #include <algorithm>

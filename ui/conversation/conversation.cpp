@@ -12,13 +12,13 @@ namespace {
 constexpr std::size_t kBlockSize = 64u << 10;
 constexpr std::size_t kSizeOfStart = sizeof(std::uint16_t);
 
-// Every conversation that is open: they share the memory.
+// All open conversations, which share a limit.
 std::vector<Conversation*>& All() {
   static std::vector<Conversation*> all;
   return all;
 }
 
-// Seven bits a byte, the lowest first; all bytes but the last one have their highest bit set.
+// A variable-length integer: seven bits per byte, the lowest first; the highest bit is set in all bytes but the last.
 void PutNumber(std::string& bytes, std::size_t number) {
   for (; number > 0x7F; number >>= 7) bytes += static_cast<char>((number & 0x7F) | 0x80);
   bytes += static_cast<char>(number);

@@ -1,4 +1,4 @@
-// What was said in a chat window: its lines as they came. The text box, the exports and the clipboard are views of it.
+// The lines of a chat window as they came: the model of the rich edit control, the exports and the clipboard.
 #pragma once
 
 #include <cstddef>
@@ -20,9 +20,8 @@ struct ChatLine {
   toolkit::Twips indent;    // width of prefix, sender, ":" and a blank in the font of the conversation
 };
 
-// Kept whole until it is cleared, up to a limit of bytes for each conversation and another one for all of the program
-// together. Beyond them the oldest lines go, of the largest conversation first; lines have numbers, so that everybody
-// can tell how many.
+// Stored up to a limit in bytes for each conversation and another one for all together. Beyond them the oldest lines
+// are dropped, of the largest conversation first; lines are numbered, so that the number of dropped ones is known.
 class Conversation {
  public:
   static constexpr std::size_t kMaxOfOne = 64u << 20, kMaxOfAll = 256u << 20;
@@ -32,21 +31,21 @@ class Conversation {
   Conversation(const Conversation&) = delete;
   Conversation& operator=(const Conversation&) = delete;
 
-  // A failure changes nothing.
+  // Strong exception guarantee.
   void Add(const ChatLine& line);
 
-  // Numbers start at 0 again.
+  // Numbering restarts at 0.
   void Clear();
 
-  // The number of the oldest line that is left, which is how many are lost, and the one behind the newest.
+  // The number of the oldest line, which is the number of dropped lines, and the one after the newest.
   std::size_t First() const { return blocks_.empty() ? end_ : blocks_.front().first; }
   std::size_t End() const { return end_; }
 
-  // First() <= number < End(). The views hold until the next change of any conversation.
+  // First() <= number < End(). The views are valid until the next change of any conversation.
   ChatLine At(std::size_t number) const;
 
  private:
-  // Lines one behind the other: thousands of small lines would otherwise need several times their size.
+  // Lines are packed, because thousands of small strings would need several times their size.
   struct Block {
     std::size_t first;  // line
     std::string bytes;

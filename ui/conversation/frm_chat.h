@@ -1,4 +1,4 @@
-// The chat window: one running conversation with its participants. Any number may be open.
+// A chat window: one conversation and its participants. Any number may be open.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@
 
 namespace conversation {
 
-// The main window's list as chat windows see it: whom they can offer, and whom the user has selected there.
+// The main window's list, for chat windows: the users on offer, and those selected.
 struct MainList {
   const toolkit::ListRows& lvUsers;
   std::function<std::string()> selectedRecipients;  // names, each followed by a bar
@@ -33,17 +33,17 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
  public:
   FrmChat(const core::Roster& roster, const MainList& mainList, net::Messenger& messenger);
 
-  // Creates the window, hidden, with its participants (names parted by bars) in place. Throws core::Err::OutOfMemory
-  // when the desktop has no room for another window.
+  // Creates the window, hidden, with its participants (names separated by bars). Throws core::Err::OutOfMemory when the
+  // window cannot be created.
   void Make(std::string_view participants);
 
-  // Makes it ready to be shown. Lets pending events run once, so it must be known to those who hand lines out.
+  // Prepares it to be shown. Runs pending events, so it must be registered for lines before.
   void Load();
 
-  // In front, with the keyboard in the line to type: the user has asked for it.
+  // Shows it on request of the user: in front, with the focus in the input line.
   void ShowForTyping();
 
-  // Somebody else has begun to chat: the window appears without taking the keyboard from what the user is doing.
+  // Shows it for an incoming line, without taking the focus.
   void ShowForReading();
 
   bool AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) override;

@@ -116,7 +116,7 @@ std::span<const toolkit::Command> FrmCom::Commands() const {
   return kCommands;
 }
 
-// Events run between sending and closing, and among them may be a second click.
+// Events run between sending and closing, such as a second click.
 void FrmCom::Send() {
   const std::string text = toolkit::TextOf(txtMsg);
   if (sending_ || core::Trim(text).empty()) return;

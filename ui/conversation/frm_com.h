@@ -1,4 +1,4 @@
-// The composer: an alert is written here and sent to chosen users or to everybody.
+// The composer: writes an alert and sends it to selected users or to everybody.
 #pragma once
 
 #include <span>
@@ -18,19 +18,19 @@ class FrmCom : public toolkit::Window {
  public:
   FrmCom(const core::Roster& roster, net::Messenger& messenger) : messenger_(messenger), recipients_(roster) {}
 
-  // Creates the window, hidden, in the middle of the work area. Lets pending events run once.
+  // Creates the window, hidden, centred in the work area. Runs pending events.
   void Load();
 
-  // Recipients, as Recipients takes them.
+  // Adds recipients, see Recipients.
   void AddRecipient(std::string_view name);
   void AddRecipients(std::string_view list);
   bool IsRecipient(std::string_view name) const { return recipients_.IsRecipient(name); }
   void RefreshRows();
 
-  // In front, with the keyboard in the text.
+  // Shows it in front, with the focus in the text.
   void ShowForTyping();
 
-  // True from the moment a text is on its way until the window is gone: it takes no more recipients.
+  // True from the sending until the window is destroyed: it takes no more recipients.
   bool Sending() const { return sending_; }
 
  private:

@@ -28,10 +28,10 @@ constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
 constexpr toolkit::Caption kExportTitle{5201, "Export Alert"};
 
-// The colours of the flashing: the second is the one of selected text, white on most desktops.
+// The colours of the flashing; the second one is white on most desktops.
 constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
 
-// Alerts to everybody and private ones show the same picture, other kinds none.
+// Alerts to everybody and private ones have the same picture, other kinds none.
 constexpr bool HasPicture(int iconKind) { return iconKind == 0 || iconKind == 1; }
 
 Screen TheScreen() {
@@ -128,7 +128,7 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-// Enter presses the button that has the keyboard.
+// Enter presses the button with the focus.
 bool FrmPop::Translate(MSG& message) {
   const bool button = message.hwnd == lblClose.hwnd() || message.hwnd == lblDrop.hwnd();
   if (button && message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
@@ -147,7 +147,7 @@ void FrmPop::aniTimer_Timer() {
   MoveTo({place_.left, *top});
 }
 
-// A tick that was under way when the timer stopped may still arrive, and is not counted.
+// A tick that was posted before the timer stopped may still arrive; it is ignored.
 void FrmPop::Timer_Timer() {
   if (!flashes_.Tick()) return;
   lit_ = !lit_;
@@ -173,7 +173,7 @@ void FrmPop::DrawPicture(const DRAWITEMSTRUCT& request) const {
     ::ImageList_Draw(toolkit::SharedPictures(res::Strip::Menu), res::kMenuAlert, request.hDC, 0, 0, ILD_NORMAL);
 }
 
-// Without a frame it could not be told from what lies under it.
+// Without a border it could not be distinguished from the windows below it.
 void FrmPop::PaintFrame() {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(hwnd(), &paint);
@@ -196,7 +196,7 @@ std::span<const toolkit::Command> FrmPop::Commands() const {
   return kCommands;
 }
 
-// Below the button or, at the screen's edge, beside it.
+// Below the button, or beside it at the screen's edge.
 void FrmPop::lblDrop_Click() {
   TPMPARAMS around{sizeof around, {}};
   ::GetWindowRect(lblDrop.hwnd(), &around.rcExclude);
@@ -205,7 +205,7 @@ void FrmPop::lblDrop_Click() {
       ::TrackPopupMenuEx(mnuPop.handle(), how, around.rcExclude.left, around.rcExclude.bottom, hwnd(), &around)));
 }
 
-// The dialog offers rich text too, which an alert has none of: nothing is written then.
+// The dialog offers rich text too, but an alert has none: nothing is written then.
 void FrmPop::mnuExportT_Click() {
   const std::string text = toolkit::TextOf(lblMsg.hwnd());
   const std::string path = toolkit::AskSaveName(kExportTitle);
@@ -216,8 +216,8 @@ void FrmPop::mnuExportC_Click() { CopyText(hwnd(), toolkit::TextOf(lblMsg.hwnd()
 
 void FrmPop::mnuBlock_Click() { commands_.blockSender(alert_.sender); }
 
-// The popup is hidden first: some window managers hand the keyboard of a vanishing window to the one that had it
-// before, and would take it from the new window. An alert that nothing has taken the place of is shown again.
+// Hidden first: some window managers return the focus of a closing window to the previous one, and would take it from
+// the new window. If no window was opened, the popup is shown again.
 void FrmPop::GiveWayTo(const std::function<bool()>& open) {
   Show(SW_HIDE);
   try {

@@ -1,5 +1,5 @@
-// The alert popup: a small window that slides into view at a corner of the screen and flashes for three seconds. It
-// never takes the keyboard from what the user is doing, and stays until the user closes it.
+// The alert popup: a small window that slides into view in a corner of the screen and flashes for three seconds. It
+// never takes the focus, and stays until the user closes it.
 #pragma once
 
 #include <cstdint>
@@ -18,10 +18,10 @@
 
 namespace conversation {
 
-// What the popup's menu asks of the rest of the program.
+// The actions of the popup's menu.
 struct PopupCommands {
-  // True when the composer, or the chat window with the alert's text, has taken the alert's place. Else, and when they
-  // throw, the popup stays.
+  // True when the composer, or a chat window with the alert's text, was opened. Otherwise, and on an exception, the
+  // popup stays.
   std::function<bool(const std::string& recipients)> openComposer;
   std::function<bool(const Alert& alert)> startLiveChat;
   std::function<void(const std::string& sender)> blockSender;
@@ -29,10 +29,10 @@ struct PopupCommands {
 
 class FrmPop : public toolkit::Window {
  public:
-  // `colour`: of the text, in the form in which the roster keeps it.
+  // `colour` of the text, in the form of PaintColour.
   FrmPop(Alert alert, std::int32_t colour, PopupCommands commands);
 
-  // Builds, places, shows and starts it. Throws core::Err::OutOfMemory when the desktop has no room for another window.
+  // Creates, places and shows it, and starts its animation. Throws core::Err::OutOfMemory when it cannot be created.
   void Open();
 
  private:
@@ -68,7 +68,7 @@ class FrmPop : public toolkit::Window {
   GlyphButton lblClose, lblDrop;
   HWND picImg = nullptr, lblSender = nullptr;
 
-  // The settings at the time of opening: changing them lets no popup change its course.
+  // The settings at the time of opening: later changes do not affect open popups.
   const std::optional<Corner> corner_;
   const int alertHeight_;
   conversation::Place place_{};

@@ -1,5 +1,5 @@
-// A small flat button with a symbol of the Marlett font, the one that Windows draws its own caption buttons with. It
-// lights up under the mouse and is a true button for the keyboard and for screen readers.
+// A small flat button with a symbol of the Marlett font, which Windows uses for caption buttons. It is highlighted
+// under the mouse, and is a real button for the keyboard and for screen readers.
 #pragma once
 
 #include <windows.h>
@@ -19,10 +19,10 @@ class GlyphButton {
 
   void Create(HWND parent, int id, char glyph);
 
-  // What screen readers say of it.
+  // The name for screen readers.
   void SetName(const std::string& name) { ::SetWindowTextA(hwnd_, name.c_str()); }
 
-  // Answers the parent's WM_DRAWITEM for this button.
+  // Handles the parent's WM_DRAWITEM for this button.
   void Draw(const DRAWITEMSTRUCT& request) const;
 
   HWND hwnd() const { return hwnd_; }

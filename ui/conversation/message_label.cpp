@@ -25,7 +25,7 @@ constexpr UINT_PTR kSubclass = 1;
 constexpr toolkit::Twips kMargin = 7_dp;  // around the text
 constexpr int kWheelLines = 3;
 
-// A text control draws a tab as a box.
+// A static control draws tabs as boxes.
 std::string WithoutTabs(const std::string& text) {
   std::string plain;
   plain.reserve(text.size());
@@ -33,8 +33,8 @@ std::string WithoutTabs(const std::string& text) {
   return plain;
 }
 
-// Widths of the letters of the font in a device context. Each is asked once per text: thousands of short lines would
-// else cost thousands of calls.
+// Widths of letters in the font of a device context, cached per text: thousands of short lines would cost thousands of
+// calls.
 class LetterWidths {
  public:
   explicit LetterWidths(HDC dc) : dc_(dc) { ofBytes_.fill(kUnknown); }
@@ -45,7 +45,7 @@ class LetterWidths {
     return width;
   }
 
-  // How many bytes the first letters have that stand in the width.
+  // The size in bytes of the first letters that fit into the width.
   std::size_t FitInto(std::string_view text, int width) {
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -56,7 +56,7 @@ class LetterWidths {
   }
 
  private:
-  // The width of a text's first letter, which is taken off it.
+  // Removes the first letter of a text; returns its width.
   int Take(std::string_view& text) {
     const std::string_view letter = core::FirstLetter(text);
     text.remove_prefix(letter.size());
@@ -80,10 +80,10 @@ MessageLabel::~MessageLabel() {
 }
 
 void MessageLabel::Create(HWND parent, const std::string& text) {
-  shown_ = WithoutTabs(text.c_str());  // a text box ends at a zero byte too
+  shown_ = WithoutTabs(text.c_str());  // like a text box, ends at a zero byte
   hwnd_ = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
                                              parent, nullptr, ::GetModuleHandleA(nullptr), nullptr));
-  ::SetWindowTextA(hwnd_, text.c_str());  // the text of a window in the making is limited to 32 K characters
+  ::SetWindowTextA(hwnd_, text.c_str());  // the text passed to CreateWindow is limited to 32 K characters
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -111,7 +111,7 @@ SIZE MessageLabel::Fit(SIZE largest) {
   return {width + margins + (scrolls_ ? bar : 0), std::min(height(), static_cast<int>(largest.cy))};
 }
 
-// With the bar comes a place in the order of Tab, so that the keyboard can scroll too.
+// With a scroll bar it is in the Tab order, so that it can be scrolled by keyboard.
 void MessageLabel::MakeScrollable() {
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | WS_TABSTOP);
   ::ShowScrollBar(hwnd_, SB_VERT, TRUE);
@@ -148,7 +148,7 @@ LRESULT MessageLabel::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
       ScrollTo(top_);
       return 0;
-    case WM_NCHITTEST:  // a text control is transparent to the mouse, its scroll bar too
+    case WM_NCHITTEST:  // static controls are transparent to the mouse, even their scroll bars
       return ::DefWindowProcA(hwnd_, message, wParam, lParam);
     case WM_LBUTTONDOWN:
       if (scrolls_) ::SetFocus(hwnd_);
@@ -239,7 +239,7 @@ bool MessageLabel::ScrollByKey(WPARAM key) {
   return true;
 }
 
-// Brings the bar in line too.
+// Updates the scroll bar too.
 void MessageLabel::ScrollTo(int line) {
   if (!scrolls_) return;
   const int page = PageLines(), count = static_cast<int>(lines_.size());

@@ -1,5 +1,5 @@
-// The text of an alert: as wide as its longest line, wrapped only when the screen is too narrow, scrolled only when it
-// is too low. "&" is text.
+// The text of an alert: as wide as its longest line, wrapped only when the screen is too narrow, with a scroll bar only
+// when it is too low. "&" is literal.
 #pragma once
 
 #include <windows.h>
@@ -18,13 +18,13 @@ class MessageLabel {
   MessageLabel& operator=(const MessageLabel&) = delete;
   ~MessageLabel();
 
-  // `text` becomes the window text as it stands.
+  // `text` becomes the window text unchanged.
   void Create(HWND parent, const std::string& text);
 
-  // Breaks the text into lines; the size that they take with their margin, within the largest one. Pixels.
+  // Breaks the text into lines; returns their size with margins, within the given maximum. Pixels.
   SIZE Fit(SIZE largest);
 
-  // In the form in which the roster keeps it: one of the system's follows the theme.
+  // In the form of PaintColour.
   void SetForeColour(std::int32_t colour);
   void SetBackColour(int systemColour);
 
@@ -49,7 +49,7 @@ class MessageLabel {
   int lineHeight_ = 1;
   int top_ = 0;  // first line in view
   bool scrolls_ = false;
-  int wheel_ = 0;  // turn of the wheel that did not make a whole line yet
+  int wheel_ = 0;  // remaining rotation of the wheel, less than a line
 };
 
 }  // namespace conversation

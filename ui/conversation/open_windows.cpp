@@ -18,7 +18,7 @@ bool OpenWindows::OpenComposer(std::string_view recipients) {
   return true;
 }
 
-// A composer whose text is on its way is as good as closed.
+// A composer that is sending counts as closed.
 std::shared_ptr<FrmCom> OpenWindows::Composer() {
   if (composer_ && !composer_->Sending()) return composer_;
   const auto opened = std::make_shared<FrmCom>(roster_, messenger_);
@@ -29,7 +29,7 @@ std::shared_ptr<FrmCom> OpenWindows::Composer() {
   try {
     opened->Load();
   } catch (...) {
-    composer_.reset();  // or it would keep every later one from opening
+    composer_.reset();  // or it would block all later ones
     throw;
   }
   return opened;
@@ -48,7 +48,7 @@ std::shared_ptr<net::ChatWindow> OpenWindows::OpenChat(std::string_view particip
   return chat;
 }
 
-// Known before it lets events run: lines that arrive meanwhile must find it.
+// Registered before it runs events, so that lines that arrive then find it.
 std::shared_ptr<FrmChat> OpenWindows::NewChat(std::string_view participants) {
   auto chat = std::make_shared<FrmChat>(roster_, mainList_, messenger_);
   chat->onDestroyed = [this, closed = chat.get()] {
@@ -74,7 +74,7 @@ void OpenWindows::ShowWaitingAlerts() {
   while (auto alert = alerts_.Next(popups_.size())) ShowPopup(std::move(*alert));
 }
 
-// On a desktop that has no more windows to give, the text still comes in a message box, which waits its turn.
+// When no window can be created, the text is posted as a message box.
 void OpenWindows::ShowPopup(Alert alert) {
   const std::int32_t colour = roster_.GetColorForUName(alert.sender);
   const auto popup = std::make_shared<FrmPop>(alert, colour, Commands());
@@ -84,7 +84,9 @@ void OpenWindows::ShowPopup(Alert alert) {
     core::PostBox({.text = std::move(alert.text), .title = std::move(alert.sender)});
     throw;
   }
-  popup->onDestroyed = [this, closed = popup.get()] { PopupClosed(closed); };  // one that never opened closes nothing
+  popup->onDestroyed = [this, closed = popup.get()] {
+    PopupClosed(closed);
+  };  // not raised by a popup that failed to open
   popups_.push_back(popup);
 }
 
@@ -99,7 +101,7 @@ PopupCommands OpenWindows::Commands() {
           .blockSender = [this](const std::string& sender) { BlockSender(sender); }};
 }
 
-// The sender may leave while the window opens and lets events run; it would then refuse the text.
+// Opening runs events, and the window refuses the text of a sender who leaves then.
 bool OpenWindows::StartLiveChat(const Alert& alert) {
   const auto chat = StartChat(alert.sender + '|');
   chat->AddUser(alert.sender);

@@ -1,5 +1,5 @@
-// The windows of conversations that are open: the composer, the alert popups, the chat windows. They live as long as
-// the user keeps them; what is still open here goes with this object.
+// Owns the open windows of conversations: the composer, the alert popups, and the chat windows. Those still open are
+// destroyed with this object.
 #pragma once
 
 #include <memory>
@@ -18,23 +18,22 @@ namespace conversation {
 
 class OpenWindows : public net::Conversations {
  public:
-  // Limit on chat windows opened by incoming lines; lines of further senders are dropped, and noted in the log. Each
-  // window costs some ten of the 10,000 objects that the system grants a program, and nobody keeps so many
-  // conversations apart.
+  // Limit on chat windows opened by incoming lines; lines of further senders are dropped and logged. Each window
+  // uses some ten of the 10,000 objects that the system allows a process.
   static constexpr std::size_t kMaxChats = 100;
 
   OpenWindows(core::Roster& roster, MainList mainList, net::Messenger& messenger);
 
-  // Names parted by bars. Opens the composer, or adds to the one that is open; in front, with the keyboard. A list that
-  // names nobody does nothing, and gives false.
+  // Opens the composer, or adds to the open one, in front and with the focus. Names are separated by bars. Does nothing
+  // and returns false when there are none.
   bool OpenComposer(std::string_view recipients);
 
-  // Names parted by bars, or none. Opens a chat window in front, with the keyboard.
+  // Opens a chat window in front, with the focus. Names are separated by bars; there may be none.
   std::shared_ptr<FrmChat> StartChat(std::string_view participants);
 
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return chats_; }
 
-  // The window appears without taking the keyboard. Null when there are too many.
+  // Opens a chat window without taking the focus. Null when there are too many.
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 

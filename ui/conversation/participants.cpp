@@ -23,7 +23,7 @@ void Participants::AddUser(std::string_view name) {
   core::WriteLog(added + " Added to chat window");
 }
 
-// The icons once, so that a selection of thousands does not refresh each of them thousands of times.
+// Updates the icons once, so that a selection of thousands does not take quadratic time.
 void Participants::AddUsers(std::string_view list) {
   std::vector<std::string_view> names = core::BarFields(list), added;
   if (NamesAnybody(list)) std::erase(names, "");

@@ -1,5 +1,4 @@
-// Who takes part in a conversation: the receive list of a chat window. Everybody, "(All)", is a participant among
-// others.
+// The participants of a conversation: the receive list of a chat window. "(All)" may be one of them.
 #pragma once
 
 #include <cstddef>
@@ -20,13 +19,13 @@ class Participants {
   // `online` are the rows of the main window's list.
   Participants(const core::Roster& roster, const toolkit::ListRows& online) : roster_(roster), online_(online) {}
 
-  // At the end, unless present; logged.
+  // Appends a participant, unless present, and logs it.
   void AddUser(std::string_view name);
 
-  // Every name between bars. Empty ones do not count, unless there is nobody else: a stranger may call himself so.
+  // Adds all names between bars. Empty ones are skipped unless there is no other: a user may have an empty name.
   void AddUsers(std::string_view list);
 
-  // Takes a participant out, if present; logged.
+  // Removes a participant, if present, and logs it.
   void RemoveUser(std::string_view name);
 
   // Every one of these.
@@ -34,17 +33,17 @@ class Participants {
 
   bool IsUserPresent(std::string_view name) const;
 
-  // Whether the lines of this sender belong here.
+  // Whether lines of this sender are shown here.
   bool Takes(std::string_view sender) const;
 
-  // The icon of every participant anew: everybody, present, or absent or blocked. A comparison when neither the
-  // participants nor the main window's list have changed since.
+  // Updates the icons of all participants: everybody, online, or offline or blocked. Only compares counters when
+  // nothing has changed.
   void RefUserList();
 
-  // A line to everybody when everybody takes part, else to each participant; to nobody when there is none.
+  // Sends a line to everybody if "(All)" is a participant, otherwise to each participant.
   void Send(std::string_view line, net::Messenger& messenger) const;
 
-  // " 2 users in this chat", in the language of the day.
+  // " 2 users in this chat", in the current language.
   std::string CountsText() const;
 
   toolkit::ListRows& Rows() { return rows_; }
@@ -68,16 +67,16 @@ class Participants {
 };
 
 // lstUsers: the names that a chat window offers for adding.
-// So many names are offered in one menu. More are grouped into sub-menus of about kInGroup.
+// The limit of names in one menu. More are grouped into sub-menus of about kInGroup.
 inline constexpr std::size_t kMaxInMenu = 500, kInGroup = 100;
 
-// Where each of the groups begins that so many names are offered in; one when they are few.
+// The first index of each group for so many names; a single group when they are few.
 std::vector<std::size_t> GroupsOf(std::size_t names);
 
 class UsersOnline {
  public:
-  // Takes the names of the main window's list in its order: every user and everybody, but no group. True when they are
-  // not those that were there before. A comparison when that list has not changed since.
+  // Takes over the names of the main window's list, in its order and without groups. True when they have changed. Only
+  // compares counters when that list has not changed.
   bool Take(const toolkit::ListRows& online);
 
   const std::vector<std::string>& Names() const { return lstUsers; }

@@ -1,6 +1,5 @@
-// How large an alert popup is, where its parts stand, where it starts, how it slides in, and how often it flashes. Pure
-// arithmetic: the window only moves itself to what comes out. The picture, the sender's name and the two buttons share
-// the top line, the text fills the rest. Twips.
+// The size, layout, animation and flashing of an alert popup. Pure arithmetic, in twips. The picture, the sender's name
+// and the two buttons are in the top line, the text fills the rest.
 #pragma once
 
 #include <algorithm>
@@ -27,45 +26,44 @@ inline constexpr Twips kRaise{450};  // one step of the alert height setting
 
 inline constexpr unsigned kSlideInterval = 10;   // milliseconds
 inline constexpr unsigned kFlashInterval = 500;  // milliseconds
-inline constexpr int kFlashes = 6;               // even, so that a popup ends in its first colour
+inline constexpr int kFlashes = 6;               // even, so that a popup ends with its first colour
 
 constexpr bool IsTop(Corner corner) { return corner == Corner::TopLeft || corner == Corner::TopRight; }
 
-// The corner of a stored setting; none for a value that means "leave the popup where it is".
+// The corner of a setting; nothing for values that mean "no animation".
 constexpr std::optional<Corner> CornerOf(int popPos) {
   if (popPos < 1 || popPos > 4) return std::nullopt;
   return static_cast<Corner>(popPos);
 }
 
-// Just outside the screen, so that the first tick brings the first line into view.
+// Just outside the screen, so that the first tick makes the edge visible.
 constexpr Place StartOf(Corner corner, Screen screen, Twips width, Twips height) {
   const bool right = corner == Corner::TopRight || corner == Corner::BottomRight;
   return {right ? screen.width - width : Twips{0}, IsTop(corner) ? Twips{0} - height : screen.height};
 }
 
-// Where a popup without a corner stays: a little inside the top left, further left when its close button would not be
-// on the screen.
+// The place of a popup without a corner: near the top left, further left if the close button would be off the screen.
 constexpr Twips kInset{1500};
 constexpr Place PlaceWithoutCorner(Screen screen, Twips width) {
   return {std::clamp(screen.width - width, Twips{0}, kInset), kInset};
 }
 
-// How far from the edge of the screen a popup comes to rest.
+// The distance of a popup at rest from the edge of the screen.
 constexpr Twips RestOf(std::optional<Corner> corner, int alertHeight) {
   return corner ? Twips{kRaise.value * alertHeight} : kInset;
 }
 
-// The next top, or none once the popup rests at the given alert height.
+// The next top, or nothing when the popup is at rest.
 constexpr std::optional<Twips> NextTop(Corner corner, Screen screen, Twips top, Twips height, int alertHeight) {
   const Twips rest{kRaise.value * alertHeight};
   if (IsTop(corner)) return top >= rest ? std::nullopt : std::optional(top + kStep);
   return screen.height - rest >= top + height ? std::nullopt : std::optional(top - kStep);
 }
 
-// Counts the flashes of one popup down.
+// Counts down the flashes of a popup.
 class FlashCount {
  public:
-  // True when this tick toggles the colours; false for a tick that comes after the last one.
+  // True when this tick toggles the colours; false after the last flash.
   constexpr bool Tick() {
     if (left_ <= 0) return false;
     --left_;
@@ -87,22 +85,21 @@ struct Box {
 };
 
 inline constexpr Twips kMinPopupWidth{2000};
-inline constexpr Twips kBesideText{100};   // what the popup is wider than its text label
-inline constexpr Twips kAroundText{300};   // what it is higher than picture and text label
+inline constexpr Twips kBesideText{100};   // width of the popup beyond its text label
+inline constexpr Twips kAroundText{300};   // height beyond picture and text label
 inline constexpr Twips kEdge{50};          // between the frame and the label
-inline constexpr Twips kPictureLeft{155};  // in line with the text, which has a margin inside its label
+inline constexpr Twips kPictureLeft{155};  // aligned with the text, which has a margin in its label
 inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
 
-// The largest text label of a popup that stays whole on the screen when it rests so far from the edge; beyond it the
-// text is wrapped, then scrolled. The last step of the slide may carry it a little beyond its rest. A low screen or a
-// great alert height still leaves a few lines to read.
+// The largest text label of a popup that fits on the screen at this distance from the edge, allowing for the last step
+// of the slide; longer texts are wrapped, then scrolled. Leaves at least a few lines on a low screen.
 constexpr Size LargestLabel(Screen screen, Twips pictureHeight, Twips rest) {
   constexpr Twips readable{1200};
   const Twips left = screen.height - kStep - pictureHeight - kAroundText - std::max(rest, Twips{0});
   return {screen.width - kBesideText, std::max(left, readable)};
 }
 
-// A short text still gets a label as wide as the narrowest popup has room for.
+// At least the width that the narrowest popup has for it.
 constexpr Twips LabelWidth(Twips textWidth) { return std::max(textWidth, kMinPopupWidth - kBesideText); }
 
 constexpr Size PopupSize(Size label, Twips pictureHeight) {

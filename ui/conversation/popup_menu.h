@@ -6,7 +6,7 @@
 
 namespace conversation {
 
-// In a namespace of their own: a chat window has commands of the same names.
+// In their own namespace: the menu of a chat window has commands with the same names.
 namespace popupmenu {
 
 enum Id : unsigned {

@@ -1,5 +1,5 @@
-// Whom an alert is for. Either named users, each once whatever the case of the letters, or everybody: the everybody
-// row, when there is one, is the only row.
+// The recipients of an alert: either users, each once ignoring case, or everybody, in which case "(All)" is the only
+// row.
 #pragma once
 
 #include <string>
@@ -21,14 +21,14 @@ class Recipients {
 
   void AddRecipient(std::string_view name);
 
-  // Every field between bars, in order; empty fields are skipped. The rows are refreshed once, so that a selection of
-  // thousands does not refresh each row thousands of times.
+  // Adds all names between bars, in order; empty ones are skipped. Updates the rows once, so that a selection of
+  // thousands does not take quadratic time.
   void AddRecipients(std::string_view list);
 
   bool IsRecipient(std::string_view name) const;
   bool IsEverybody() const { return IsRecipient(kEverybody); }
 
-  // Icons from the blocked names, colours from the roster.
+  // Updates icons from the blocked names and colours from the roster.
   void RefreshRows();
 
   toolkit::ListRows& Rows() { return rows_; }
@@ -41,7 +41,7 @@ class Recipients {
   toolkit::ListRows rows_;
 };
 
-// True when a list holds at least one name.
+// Whether a list has at least one name.
 bool NamesAnybody(std::string_view list);
 
 }  // namespace conversation

@@ -72,11 +72,11 @@ void SplitterBar::Drag(int y) {
 
 void SplitterBar::Release() {
   const toolkit::Twips top = dragTop_;
-  ::ReleaseCapture();  // and with it the drag bar
+  ::ReleaseCapture();  // hides the drag bar too
   moved(top);
 }
 
-// Somebody else has taken the mouse, or the button was released.
+// The capture was lost, or the button was released.
 void SplitterBar::Cancel() {
   if (std::exchange(grip_, std::nullopt)) ::ShowWindow(picSep, SW_HIDE);
 }

@@ -1,5 +1,5 @@
-// imgSep and picSep: a horizontal bar between two controls that is dragged up and down. The bar itself is a bare strip
-// of its window; while it is dragged a second bar goes with the pointer, and the window is laid out anew at the end.
+// imgSep and picSep: a horizontal splitter bar between two controls. The bar itself is an empty strip of its window;
+// during a drag a second bar follows the pointer, and the window is laid out at the end.
 #pragma once
 
 #include <windows.h>
@@ -14,7 +14,7 @@ namespace conversation {
 
 class SplitterBar {
  public:
-  // Where the bar may stand when it is wished at a place; its top, in twips of the client area.
+  // Returns the allowed top of the bar for a requested one, in twips of the client area.
   std::function<toolkit::Twips(toolkit::Twips top)> within;
   std::function<void(toolkit::Twips top)> moved;
 
@@ -23,7 +23,7 @@ class SplitterBar {
   // Pixels of the client area.
   void Place(const toolkit::Area& bar) { imgSep = bar; }
 
-  // Offers a message of the host; true when it is used up.
+  // Handles a message of the host; true when it was handled.
   bool Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
@@ -37,7 +37,7 @@ class SplitterBar {
   HWND host_ = nullptr;
   toolkit::Area imgSep{};
   HWND picSep = nullptr;
-  std::optional<int> grip_;  // where the pointer holds the bar, pixels below its top; none while it is not dragged
+  std::optional<int> grip_;  // offset of the pointer in the bar, pixels; nothing when not dragging
   toolkit::Twips dragTop_{};
 };
 

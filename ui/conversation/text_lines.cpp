@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kBreaks = "\r\n";
 
-// Takes the first line off the text.
+// Removes the first line of the text.
 std::string_view TakeLine(std::string_view& text) {
   const std::string_view line = text.substr(0, text.find_first_of(kBreaks));
   text.remove_prefix(line.size());

@@ -15,13 +15,13 @@ using namespace chatmenu;
 using toolkit::Px;
 using toolkit::operator""_dp;
 
-// What a drawn menu item keeps of a caption.
+// The limit of an owner-drawn item's caption.
 constexpr std::size_t kMaxShown = 190;
 
-// About the size of an entry beside its name, rounded up.
+// The approximate overhead of an entry, rounded up.
 constexpr toolkit::Twips kEntryHeight = 24_dp, kEntryWidth = 60_dp;
 
-// A tab would part the name from a shortcut, other control bytes would show as boxes.
+// A tab would start a shortcut text, and other control bytes would show as boxes.
 std::string Cleaned(const std::string& name) {
   std::string shown(core::LeadingLetters(name, kMaxShown));
   std::ranges::replace_if(
@@ -29,14 +29,14 @@ std::string Cleaned(const std::string& name) {
   return name.size() > kMaxShown ? shown + "..." : shown;
 }
 
-// The group's first and last name; both can be told by their beginnings.
+// The group's first and last name, truncated.
 std::string GroupCaption(const std::string& first, const std::string& last) {
   const auto part = [](const std::string& name) { return Cleaned(std::string(core::LeadingLetters(name, 80))); };
   return toolkit::LiteralCaption(part(first) + " - " + part(last));
 }
 
-// How many entries make a column, so that they all fit on the screen. Where they do not, there are no columns: a single
-// one can be scrolled.
+// The number of entries per column, so that all fit on the screen. If they do not, a single column, which can be
+// scrolled.
 std::size_t EntriesInColumn(const std::vector<std::string>& names, std::size_t begin, std::size_t end) {
   const auto work = toolkit::WorkAreaPixels();
   const auto rows = static_cast<std::size_t>(std::max(work.Height() / Px(kEntryHeight) - 6, 8));
@@ -89,7 +89,7 @@ const std::string* UsersMenu::NameOf(unsigned index) const {
   return begin_ + index < end_ ? &(*names_)[begin_ + index] : nullptr;
 }
 
-// Everything between the head and mnuRemove, the sub-menus with it.
+// Removes everything between the head and mnuRemove, including sub-menus.
 void UsersMenu::Empty() {
   const auto head = menu_.Find(mnuOnlineSep), remove = menu_.Find(mnuRemove);
   for (int position = remove->position; --position > head->position;)

@@ -1,4 +1,4 @@
-// mnuUser: the users online as an array of menu entries.
+// mnuUser: menu entries for the users online.
 #pragma once
 
 #include <cstddef>
@@ -13,15 +13,15 @@ class UsersMenu {
  public:
   explicit UsersMenu(toolkit::WindowMenu& menu) : menu_(menu) {}
 
-  // Puts the names, which have to outlive the entries, in place of those that stood before mnuRemove: as entries, or as
-  // sub-menus of them where they are many.
+  // Replaces the entries above mnuRemove by those for the names, which must outlive them: as entries, or as sub-menus
+  // when there are many.
   void Fill(const std::vector<std::string>& names);
 
-  // A menu opens. If it is one of those sub-menus it gets its entries now, and no other sub-menu has any.
+  // To be called when a menu opens: if it is one of those sub-menus, creates its entries and removes those of the
+  // others.
   void Opens(HMENU menu);
 
-  // The name that entry number `index` of those that there are at present stands for, which does not depend on what its
-  // caption shows of it; null when there is none.
+  // The full name of the entry with this index, whatever its caption; null when there is none.
   const std::string* NameOf(unsigned index) const;
 
  private:
