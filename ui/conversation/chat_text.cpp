@@ -161,8 +161,8 @@ void ChatText::Append(std::string_view prefix, std::string_view sender, std::str
   const bool behind = LaterLeft();
   said_.Add(line);
   if (!following_) return ShowEnd();
-  const std::size_t weight = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_));
-  const bool quick = weight <= kSmall || weight <= cost_.Portion(kAtOnce);
+  const std::size_t most = std::max(kSmall, cost_.Portion(kAtOnce));
+  const bool quick = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_), most) <= most;
   if (InCrowd() || behind || !quick) return Wake();
   AddNew(EndOf(said_));
 }

@@ -39,9 +39,9 @@ std::size_t WeightOf(const Paragraph& paragraph) {
   return kWeightOfParagraph + head + paragraph.text.size();
 }
 
-std::size_t WeightBetween(const Conversation& said, Position from, Position to) {
+std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t most) {
   std::size_t weight = 0;
-  while (from < to) {
+  while (from < to && weight <= most) {
     const Paragraph paragraph = ParagraphAt(said, from);
     weight += WeightOf(paragraph);
     from = paragraph.next;

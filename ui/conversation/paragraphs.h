@@ -37,7 +37,10 @@ Position PreviousParagraph(const Conversation& said, Position at);
 
 // What showing a paragraph costs, in bytes of text: each has a share that does not depend on its length.
 std::size_t WeightOf(const Paragraph& paragraph);
-std::size_t WeightBetween(const Conversation& said, Position from, Position to);
+
+// Counted no further than it takes to tell that it is more than `most`: a line may hold tens of thousands of
+// paragraphs.
+std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t most);
 
 // The place of the first paragraph behind `from` before which there is so much, or the end; there is always one
 // paragraph between them. And the same backwards.
