@@ -1,12 +1,10 @@
 #include "ui/conversation/chat_text.h"
 
-#include <psapi.h>
-
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "core/runtime_error.h"
+#include "ui/conversation/measured.h"
 #include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
@@ -22,6 +20,10 @@ using toolkit::operator""_dp;
 // user waits for may take longer. All that it holds is laid out anew whenever its width changes.
 constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 100;
 
+// A single paragraph may take longer than a step. One that takes longer than this waits for a pause of the typing.
+constexpr double kBesideTyping = 50;
+constexpr ULONGLONG kPause = 400;  // milliseconds
+
 // The newest lines are shown even if they take longer, up to a limit.
 constexpr std::size_t kMinParagraphs = 2000;
 constexpr double kMaxLayout = 1500;
@@ -33,7 +35,7 @@ constexpr double kBehind = 300;
 constexpr std::size_t kMaxMemory = 400u << 20;
 
 // The weight of what is put in without asking for its cost.
-constexpr std::size_t kSmall = 300;
+constexpr std::size_t kSmall = Measured::kSmall;
 
 // In a moment so many lines are shown as they come, the others together: one by one they take more than twice as long.
 constexpr int kMaxOneByOne = 5;
@@ -64,36 +66,6 @@ MarkupStyle Style(Twips maxIndent, bool shortRuns) {
           .paint = TextColour,
           .shortRuns = shortRuns};
 }
-
-std::size_t PrivateMemory() {
-  PROCESS_MEMORY_COUNTERS memory{};
-  memory.cb = sizeof memory;
-  ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &memory, sizeof memory);
-  return memory.PagefileUsage;
-}
-
-// Measures what is done while it lives. The memory of a single line only now and then: asking for it takes a while.
-class Measured {
- public:
-  Measured(BoxCost& cost, std::size_t weight) : cost_(cost), weight_(weight) {
-    static unsigned count = 0;
-    asksMemory_ = weight > kSmall || ++count % 8 == 0;
-    memory_ = asksMemory_ ? PrivateMemory() : 0;
-    begin_ = std::chrono::steady_clock::now();
-  }
-  Measured(const Measured&) = delete;
-  Measured& operator=(const Measured&) = delete;
-  ~Measured() {
-    cost_.Took(weight_, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin_).count());
-    if (asksMemory_) cost_.Grew(weight_, std::max(PrivateMemory(), memory_) - memory_);
-  }
-
- private:
-  BoxCost& cost_;
-  std::size_t weight_, memory_;
-  bool asksMemory_;
-  std::chrono::steady_clock::time_point begin_;
-};
 
 }  // namespace
 
@@ -204,15 +176,31 @@ void ChatText::Work(UINT_PTR timer) {
 
 // False when there is nothing to do until something happens.
 bool ChatText::Step() {
-  const bool stale = !shown_.Empty() && shown_.First() < BeginOf(said_);
-  if (stale) return ShowEnd(), true;
+  if (Stale()) return ShowEnd(), true;
+  if (MustWait()) return true;
   if (following_ && LaterLeft()) return CatchUp(), true;
   if (RichBox::ThumbDragged()) return false;
-  filling_ = filling_ && EarlierLeft() && !TooMuch(1);
-  if (filling_) return ShowEarlier(kStep), true;
+  filling_ = filling_ && EarlierLeft() && !TooMuch(1) && filledFor_ < kMaxLayout;
+  if (filling_) return Fill(), true;
+  if (following_ && AllInView()) return false;
   if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kWaitedFor), true;
   if (LaterLeft() && box_.AtEnd()) return ShowLater(), true;
   return false;
+}
+
+// The paragraph that a step begins with is put in whole. To catch up it may be the newest one.
+bool ChatText::MustWait() const {
+  if (::GetTickCount64() - typedAt_ >= kPause) return false;
+  const auto tooLong = [&](Position at) { return WeightOf(ParagraphAt(said_, at)) > cost_.Portion(kBesideTyping); };
+  if (following_ && LaterLeft()) return tooLong(ShownEnd()) || tooLong(PreviousParagraph(said_, EndOf(said_)));
+  return filling_ && EarlierLeft() && tooLong(PreviousParagraph(said_, shown_.First()));
+}
+
+// Some texts take many times as long as what the box was measured with, and as much memory.
+void ChatText::Fill() {
+  const Stopwatch sinceBegin;
+  ShowEarlier(kStep);
+  filledFor_ += sinceBegin.Milliseconds();
 }
 
 void ChatText::CatchUp() {
@@ -224,6 +212,7 @@ void ChatText::CatchUp() {
 void ChatText::AddNew(Position to) {
   const WithoutPainting quiet(box_);
   if (!shown_.Empty()) TrimFirst(shown_.Characters() - 1);
+  if (!shown_.Empty() && TooMuch(kTolerance) && !RichBox::InUse()) return ShowEnd();
   AddLater(ShownEnd(), to);
   box_.ScrollToEnd();
 }
@@ -270,7 +259,7 @@ void ChatText::SetIndents() {
   if (RichBox::InUse()) return;  // until the timer comes again
   ::KillTimer(parent_, kIndentTimer);
   if (shown_.Empty()) return;
-  if (following_ && box_.AtEnd()) return ShowEnd();
+  if (Stale() || (following_ && box_.AtEnd())) return ShowEnd();
   RichBox::Anchor anchor = box_.TopInView();
   const auto [first, behind] = shown_.Find(static_cast<std::size_t>(anchor.character));
   Rebuild(first, GoForward(said_, first, cost_.Portion(kWaitedFor)));
@@ -294,6 +283,7 @@ void ChatText::Rebuild(Position from, Position to) {
   shown_ = {};
   if (from < to) AddLater(from, to);
   filling_ = true;
+  filledFor_ = 0;
   Wake();
   if (!fresh) return;
   if (::GetFocus() == old.hwnd()) ::SetFocus(fresh);
@@ -373,15 +363,20 @@ bool ChatText::TooMuch(double tolerance, const ShownPart& without) const {
   return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
 }
 
-// Only from the first `most` characters. More at a time than is needed: the next line must not ask for it again.
+// Only from the first `most` characters. More at a time than is needed: the next line must not ask for it again. But no
+// long paragraph, and only as much as a step has time for: a box may need longer to take a text out than to put it in,
+// seconds for some.
 LONG ChatText::TrimFirst(std::size_t most) {
   std::size_t characters = 0;
   if (!TooMuch(kTolerance)) return 0;
+  const Stopwatch sinceBegin;
   while (TooMuch(1, shown_.FirstPart()) && characters + shown_.FirstPart().characters <= most) {
+    if (shown_.FirstPart().weight > ShownParts::kSmall || sinceBegin.Milliseconds() > kStep) break;
     weightOfAll_ -= shown_.FirstPart().weight;
-    characters += shown_.DropFirst().characters;
+    const std::size_t removed = shown_.DropFirst().characters;
+    box_.Remove(0, static_cast<LONG>(removed));
+    characters += removed;
   }
-  if (characters > 0) box_.Remove(0, static_cast<LONG>(characters));
   return static_cast<LONG>(characters);
 }
 

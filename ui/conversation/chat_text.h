@@ -49,6 +49,9 @@ class ChatText {
   // The user may have scrolled, as the box tells the parent (RichBox).
   void Used();
 
+  // The user types a line: what takes long gives way to it.
+  void Typed() { typedAt_ = ::GetTickCount64(); }
+
   // One short step of what is still to be shown.
   void Work(UINT_PTR timer);
 
@@ -67,6 +70,7 @@ class ChatText {
   class View;
 
   bool Step();
+  void Fill();
   void CatchUp();
   void ShowEarlier(double milliseconds);
   void ShowLater();
@@ -87,6 +91,14 @@ class ChatText {
   Position ShownEnd() const { return shown_.Empty() ? BeginOf(said_) : shown_.End(); }
   bool EarlierLeft() const { return !shown_.Empty() && BeginOf(said_) < shown_.First(); }
   bool LaterLeft() const { return ShownEnd() < EndOf(said_); }
+
+  // Lines that the box shows are lost: another conversation has needed their room.
+  bool Stale() const { return !shown_.Empty() && shown_.First() < BeginOf(said_); }
+  bool MustWait() const;
+
+  // As with very long lines of blanks, each of which is a single row. Whoever is at both edges at once has not
+  // scrolled.
+  bool AllInView() const { return box_.AtTop() && box_.AtEnd(); }
   bool TooMuch(double tolerance, const ShownPart& without = {}) const;
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
@@ -96,6 +108,7 @@ class ChatText {
   // All boxes are of one kind, and share the memory.
   static inline BoxCost cost_;
   static inline std::size_t open_ = 0, weightOfAll_ = 0;
+  static inline ULONGLONG typedAt_ = 0;  // as GetTickCount64 counts
 
   Conversation said_;
   HWND parent_ = nullptr;
@@ -107,6 +120,7 @@ class ChatText {
   bool following_ = true;      // the newest line is shown, or about to be
   bool awake_ = false;         // the timer of Work is set
   bool filling_ = false;       // more is put in before what is shown until the box holds what it can carry
+  double filledFor_ = 0;       // milliseconds
 };
 
 }  // namespace conversation

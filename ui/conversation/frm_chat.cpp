@@ -222,6 +222,7 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_COMMAND:
       if (reinterpret_cast<HWND>(lParam) == txtMsg.hwnd()) return txtMsg.Used(), 0;
+      if (reinterpret_cast<HWND>(lParam) == txtSnd && HIWORD(wParam) == EN_CHANGE) txtMsg.Typed();
       break;
     case WM_NOTIFY:
       return OnNotify(lParam);

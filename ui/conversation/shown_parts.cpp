@@ -3,11 +3,6 @@
 #include <algorithm>
 
 namespace conversation {
-namespace {
-
-constexpr std::size_t kSmall = 4096;
-
-}  // namespace
 
 toolkit::Twips ShownParts::Widest() const {
   toolkit::Twips widest;

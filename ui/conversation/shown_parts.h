@@ -17,6 +17,9 @@ struct ShownPart {
 
 class ShownParts {
  public:
+  // The weight up to which parts become one.
+  static constexpr std::size_t kSmall = 4096;
+
   bool Empty() const { return parts_.empty(); }
   std::size_t Characters() const { return characters_; }
   std::size_t Weight() const { return weight_; }
