@@ -30,6 +30,13 @@ constexpr int kMisused = 2;
 
 volatile std::sig_atomic_t gAskedToEnd = 0;
 
+// Without SA_RESTART: a connection to a host that does not answer is tried for minutes.
+void EndOnSignals() {
+  struct sigaction end {};
+  end.sa_handler = [](int) { gAskedToEnd = 1; };
+  for (const int signal : {SIGINT, SIGTERM}) ::sigaction(signal, &end, nullptr);
+}
+
 // The journal adds the time.
 void Tell(const std::string& text) {
   std::printf("%s\n", text.c_str());
@@ -167,7 +174,7 @@ int Main(int argc, char** argv) {
   wire::UseCodePage(codePage);
   rules.Check();
   if (!passwordFile.empty()) address.password = FirstLine(passwordFile);
-  for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { gAskedToEnd = 1; });
+  EndOnSignals();
   Service(std::move(rules), address, seconds(reportEvery)).Run();
   return 0;
 }
