@@ -1,6 +1,8 @@
 // What starts, changes and hostile hosts cost on segments of two to a thousand copies, and how soon everybody is on
 // every list: a table, each row of which is simulated in a process of its own (support/memory_segment.h). Exit status 1
 // when a row passes its limits.
+//
+// usage: segment_simulation [LARGEST [CONDITIONS]]    only segments up to this size, only these conditions
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -14,6 +16,7 @@
 #include <numeric>
 #include <span>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -47,12 +50,14 @@ struct Setting {
   support::Conditions conditions;
   bool limited = true;
   int largest = kLargest;  // the other conditions suffice for larger segments
+  int smallest = 0;
 };
 const Setting kSettings[] = {
     {"", {.together = kTogether}},
     {"1 %", {.loss = 0.01, .together = kTogether}, true, 200},
     {"old machines", {.perPacket = 60us, .buffer = 64 << 10, .together = kTogether}, true, 200},
     {"1 %, old machines", {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10, .together = kTogether}},
+    {"3 segments", {.segments = 3, .together = kTogether}, true, kLargest, kLargest},
     {"no limits", {.limits = kNoLimits, .together = kTogether}, false},
     {"no limits, 1 %, old",
      {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10, .limits = kNoLimits, .together = kTogether},
@@ -227,12 +232,13 @@ const char* Complaint(const Row& row, const Result& result) {
   return "";
 }
 
-std::vector<Row> Rows(int largest) {
+std::vector<Row> Rows(int largest, std::string_view only) {
   std::vector<Row> rows;
   for (const Case& what : kCases)
     for (const int desks : kSizes)
       for (const Setting& setting : kSettings)
-        if (desks <= std::min({largest, setting.largest, setting.limited ? what.largest : what.largestWithoutLimits}))
+        if ((only.empty() || only == setting.name) && desks >= setting.smallest &&
+            desks <= std::min({largest, setting.largest, setting.limited ? what.largest : what.largestWithoutLimits}))
           rows.push_back({what, desks, setting});
   return rows;
 }
@@ -311,7 +317,7 @@ int main(int argc, char** argv) {
   const support::ProgramFolder folder;
   folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n10201,is now on the network");
   if (::symlink("/dev/null", folder.Path("Log.txt").c_str()) != 0) return 2;  // each greeting is a line of each log
-  const std::vector<Row> rows = Rows(argc > 1 ? std::atoi(argv[1]) : kLargest);
+  const std::vector<Row> rows = Rows(argc > 1 ? std::atoi(argv[1]) : kLargest, argc > 2 ? argv[2] : "");
   const std::span<const Result> results = Workers(rows).Run();
   std::printf("%-30s %5s %-19s %9s %9s %7s %8s %7s %8s %8s\n", "case", "desks", "conditions", "packets", "a start",
               "x desks", "a second", "busy s", "known s", "missing");

@@ -52,8 +52,8 @@ class Desk::Seat {
   Desk& desk_;
 };
 
-Desk::Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::int16_t status)
-    : segment_(segment), userName_(std::move(name)), colour_(colour), status_(status) {}
+Desk::Desk(MemorySegment& segment, int place, std::string name, std::int32_t colour, std::int16_t status)
+    : segment_(segment), place_(place), userName_(std::move(name)), colour_(colour), status_(status) {}
 
 void Desk::Start() {
   copy_ = std::make_unique<Copy>(*this, segment_.conditions_.limits);
@@ -150,8 +150,14 @@ void Desk::WakeIn(std::uint32_t milliseconds) {
   });
 }
 
+MemorySegment::MemorySegment(const Conditions& conditions) : conditions_(conditions) {
+  const relay::RateLimit limit(conditions.relayRate, {});
+  relays_.assign(static_cast<std::size_t>(conditions.segments), {.out = limit, .in = limit});
+}
+
 void MemorySegment::Add(std::string name, std::int32_t colour, std::int16_t status) {
-  desks_.emplace_back(*this, std::move(name), colour, status);
+  const int place = static_cast<int>(desks_.size() % relays_.size());
+  desks_.emplace_back(*this, place, std::move(name), colour, status);
 }
 
 void MemorySegment::StartSettled() {
@@ -199,14 +205,25 @@ Time MemorySegment::Broadcast(std::string packet, Time after, const Desk* sender
   ++BySecond(packets_, now_);
   if (transcript) transcript->push_back(packet);
   const Time arrival = std::max(now_ + Between(kShortestWay, kLongestWay, ways_), after + 1us);
-  Push({arrival, eventCount_++, {}, std::move(packet), sender});
+  const int place = sender ? sender->Place() : 0;
+  if (relays_.size() > 1) Cross(packet, arrival, place);
+  Push({arrival, eventCount_++, {}, std::move(packet), sender, place});
   return arrival;
+}
+
+void MemorySegment::Cross(const std::string& packet, Time arrival, int from) {
+  const relay::Clock::time_point now{arrival};
+  if (!relays_[static_cast<std::size_t>(from)].out.Take(now)) return;
+  for (int place = 0; place < conditions_.segments; ++place)
+    if (place != from && relays_[static_cast<std::size_t>(place)].in.Take(now))
+      Push({arrival + conditions_.crossing, eventCount_++, {}, packet, nullptr, place});
 }
 
 void MemorySegment::Deliver(const std::vector<Event>& arrivals) {
   std::bernoulli_distribution isLost(conditions_.loss);
   for (Desk& desk : desks_) {
     for (const Event& arrival : arrivals) {
+      if (desk.Place() != arrival.place) continue;
       now_ = arrival.time;
       if (&desk == arrival.sender || conditions_.loss == 0 || !isLost(losses_)) desk.Hear(arrival.packet);
     }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "net/dispatcher.h"
+#include "tools/relay/relay.h"
 #include "ui/main/user_roster.h"
 
 namespace support {
@@ -27,6 +28,12 @@ struct Conditions {
   std::size_t buffer = 8 << 20;  // of the receive buffer, bytes; packets beyond it are lost
   net::AnswerLimits limits{};
 
+  // The desks stand in turn on so many segments. Relays join them: what crosses comes so much later, and passes the
+  // limits of the sender's relay and of each other one.
+  int segments = 1;
+  Time crossing = 5ms;
+  double relayRate = 2000;  // packets a second
+
   // Packets that arrive within so long are handled desk by desk, which finds its rows in the processor's cache. Less
   // than the shortest way of an answer; 0 = strictly in order.
   Time together{0};
@@ -37,7 +44,7 @@ class MemorySegment;
 // One user's machine with one copy. Settings are globals, so they are swapped in while a copy runs.
 class Desk : net::DatagramPort, net::Conversations {
  public:
-  Desk(MemorySegment& segment, std::string name, std::int32_t colour, std::int16_t status);
+  Desk(MemorySegment& segment, int place, std::string name, std::int32_t colour, std::int16_t status);
 
   // Joins under a hidden name, and under its own after the listening.
   void Start();
@@ -54,6 +61,8 @@ class Desk : net::DatagramPort, net::Conversations {
   // Lists the other one with its current colour and state.
   bool Knows(const Desk& other) const;
 
+  // The number of the segment that it stands on.
+  int Place() const { return place_; }
   Time BusiestSecond() const;  // processor time
 
  private:
@@ -77,6 +86,7 @@ class Desk : net::DatagramPort, net::Conversations {
   void ShowAlert(std::string_view, std::string_view, int) override {}
 
   MemorySegment& segment_;
+  int place_;
   std::string userName_, curName_;
   std::int32_t colour_;
   std::int16_t status_, starting_ = 0;
@@ -90,7 +100,7 @@ class Desk : net::DatagramPort, net::Conversations {
 
 class MemorySegment {
  public:
-  explicit MemorySegment(const Conditions& conditions = {}) : conditions_(conditions) {}
+  explicit MemorySegment(const Conditions& conditions = {});
 
   std::deque<Desk>& Desks() { return desks_; }
   void Add(std::string name, std::int32_t colour, std::int16_t status);
@@ -117,6 +127,10 @@ class MemorySegment {
     std::function<void()> action;  // none = the arrival of a packet
     std::string packet{};
     const Desk* sender = nullptr;
+    int place = 0;
+  };
+  struct Relay {
+    relay::RateLimit out, in;
   };
   static bool IsLater(const Event& a, const Event& b) {
     return a.time != b.time ? a.time > b.time : a.number > b.number;
@@ -125,6 +139,7 @@ class MemorySegment {
   static void SetClock(Time time);
   void Push(Event event);
   Event Pop();
+  void Cross(const std::string& packet, Time arrival, int from);
   void Deliver(const std::vector<Event>& arrivals);
 
   Conditions conditions_;
@@ -133,6 +148,7 @@ class MemorySegment {
   std::uint64_t eventCount_ = 0;
   std::vector<Event> events_;  // a heap, the next one first
   std::deque<Desk> desks_;
+  std::vector<Relay> relays_;  // of each segment
   bool settling_ = false;
   std::vector<std::uint32_t> packets_;  // by second
 };
