@@ -12,7 +12,8 @@ import time
 import unittest
 
 _HERE = pathlib.Path(__file__).resolve().parent
-sys.path[:0] = [str(_HERE.parent), str(_HERE.parent.parent)]
+_STORIES = _HERE.parent.parent / "tools/stories"  # of the companions
+sys.path[:0] = [str(_HERE.parent), str(_STORIES.parent), str(_HERE.parent.parent)]
 
 from rig import private_machine  # noqa: E402
 
@@ -21,7 +22,7 @@ _TIME_LIMIT = 240  # seconds for one file
 
 def _run(name):
     """Runs the tests of a file here; the last line printed is its counts."""
-    suite = unittest.defaultTestLoader.loadTestsFromName("segment." + name)
+    suite = unittest.defaultTestLoader.loadTestsFromName(name)
     result = unittest.TextTestRunner(stream=sys.stdout, verbosity=2).run(suite)
     failed = len(result.failures) + len(result.errors)
     passed = max(result.testsRun - failed, 0)
@@ -43,7 +44,7 @@ def main(arguments):
     if arguments[:1] == ["--alone"]:
         return private_machine.run(lambda: _run(arguments[1]))
     began, total = time.monotonic(), [0, 0]
-    names = [path.stem for path in sorted(_HERE.glob("test_*.py"))
+    names = [f"{folder.name}.{path.stem}" for folder in (_HERE, _STORIES) for path in sorted(folder.glob("test_*.py"))
              if not arguments or any(wanted in path.stem for wanted in arguments)]
     jobs = [subprocess.Popen([sys.executable, __file__, "--alone", name], text=True, errors="replace",
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT) for name in names]
