@@ -16,7 +16,8 @@ PACKAGE = pathlib.Path(__file__).resolve().parents[2] / "build/package"
 ABOUT = 1018
 FOLDER_REFUSED = 3
 SETTINGS = '"Deutsch"\r\n0\r\n0,0,2505,4605\r\n"anna",0,4,"(B)",1\r\n0,0,0,0\r\n0\r\n0\r\n'
-WINDOWS = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\"
+WINDOWS = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion"
+LINK = "C:\\users\\anna\\AppData\\Roaming\\Microsoft\\Windows\\Start Menu\\Programs\\Quillon.lnk"
 FOLDER = "C:\\users\\anna\\AppData\\Local\\Programs\\Quillon"
 
 
@@ -43,25 +44,17 @@ class Setup(unittest.TestCase):
     def _run(self, *arguments):
         return self.anna.prefix.start("C:\\setup.exe", "/S", *arguments).wait()
 
-    def _value(self, key, name):
-        query = self.anna.prefix.start("reg", "query", WINDOWS + key, "/v", name, stdout=subprocess.PIPE, encoding="latin-1")
-        told = query.communicate()[0]
-        return told.split("REG_SZ")[1].strip() if "REG_SZ" in told else None
-
-    def _uninstall(self, *arguments):
-        # The uninstaller goes on as a copy of itself, for it could not delete itself otherwise.
-        self.anna.prefix.start(FOLDER + "\\Uninstall.exe", "/S", *arguments).wait()
-        probe.wait(lambda: not os.path.exists(self.anna.folder + "/Uninstall.exe"), 30)
-        probe.wait(lambda: self._value("Uninstall\\Quillon", "DisplayName") is None)
+    def _registry(self):
+        query = self.anna.prefix.start("reg", "query", WINDOWS, "/s", stdout=subprocess.PIPE, encoding="latin-1")
+        return query.communicate()[0]
 
     def test_1_installs_silently_for_the_user(self):
         self.assertEqual(self._run("/LOGON"), 0)
         self.assertEqual(self.anna.read("User.ini"), SETTINGS)
-        self.assertEqual(self._value("Run", "Quillon"), FOLDER + "\\Quillon")
-        self.assertEqual(self._value("Uninstall\\Quillon", "DisplayVersion"), self.version)
-        self.assertEqual(self._value("Uninstall\\Quillon", "InstallLocation"), FOLDER)
-        link = "C:\\users\\anna\\AppData\\Roaming\\Microsoft\\Windows\\Start Menu\\Programs\\Quillon.lnk"
-        self.assertTrue(os.path.exists(self._path(link)))
+        registry = self._registry()
+        for name, value in (("Quillon", FOLDER + "\\Quillon"), ("DisplayVersion", self.version), ("InstallLocation", FOLDER)):
+            self.assertIn(f"    {name}    REG_SZ    {value}\n", registry.replace("\r", ""))
+        self.assertTrue(os.path.exists(self._path(LINK)))
 
     def test_2_what_was_installed_and_what_was_unpacked_talk(self):
         for copy in (self.anna, self.bob):
@@ -72,8 +65,11 @@ class Setup(unittest.TestCase):
         self.anna.send_alert("bob", "Neu hier")
         self.assertEqual(self.bob.popup_at_rest()[1], ["Neu hier\r\n"])
         self.anna.probe.command(self.anna.probe.wait_for("frmMain"), ABOUT)
-        about = self.anna.probe.wait_for("frmAbout")
-        self.assertIn("Version " + self.version, [child.text for child in self.anna.probe.children(about, "Static")])
+        shown = [child.text for window in (self.anna.probe.wait_for("frmAbout"), self.anna.probe.windows("frmSplash")[0])
+                 for child in self.anna.probe.children(window)]
+        self.assertLessEqual({"Version " + self.version, self.version}, set(shown))
+        resource = f"ProductVersion\0{self.version}\0".encode("utf-16-le").decode("latin-1")
+        self.assertIn(resource, self.anna.read("Quillon.exe"))
 
     def test_3_an_update_ends_the_running_copy_in_order_and_starts_it_again(self):
         self.anna.write("mine.wav", "a sound")
@@ -104,12 +100,14 @@ class Setup(unittest.TestCase):
         self.anna.probe.answer(box)
         self.assertNotEqual(torn.wait(10), 0)
 
-    def test_5_uninstalling_keeps_what_is_the_users(self):
+    def test_5_uninstalling_keeps_what_is_the_users_unless_told_otherwise(self):
         start = self.wire.mark()
-        self._uninstall()
+        uninstall = "C:\\uninstall.exe", "/S"
+        shutil.copy(self.anna.folder + "/Uninstall.exe", self._path(uninstall[0]))
+        self.anna.prefix.start(*uninstall, "_?=" + FOLDER).wait()
         self.wire.wait_for("anna|L/", start=start)
+        self.assertFalse(os.path.exists(self._path(LINK)))
         self.assertEqual(sorted(os.listdir(self.anna.folder)), ["Log.txt", "User.ini", "chime.wav", "mine.wav"])
-        self.assertIsNone(self._value("Run", "Quillon"))
-        self.assertEqual(self._run(), 0)
-        self._uninstall("/DATA")
-        probe.wait(lambda: not os.path.exists(self.anna.folder))
+        self.assertNotIn("Quillon", self._registry())
+        self.anna.prefix.start(*uninstall, "/DATA", "_?=" + FOLDER).wait()
+        self.assertFalse(os.path.exists(self.anna.folder))
