@@ -234,6 +234,7 @@ TEST_F(ChatTest, TheWheelTurnsTheConversation) {
   for (int i = 0; i < 100; ++i) lines += "line\r\n";
   chat->AddMsg(lines, "anna", 0);
   const auto firstLine = [this] { return ::SendMessageA(txtMsg(), EM_GETFIRSTVISIBLELINE, 0, 0); };
+  for (int i = 0; i < 200 && firstLine() == 0; ++i, ::Sleep(10)) core::RunPendingEvents();
   const auto bottom = firstLine();
   ASSERT_EQ(::GetFocus(), txtSnd());
   ::SendMessageA(hwnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);

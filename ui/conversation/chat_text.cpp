@@ -28,6 +28,9 @@ constexpr ULONGLONG kPause = 400;  // milliseconds
 constexpr std::size_t kMinParagraphs = 2000;
 constexpr double kMaxLayout = 1500;
 
+// Of the processor, for the parts before what a new box shows.
+constexpr double kMaxFilling = 5000;
+
 // Rather than catch up with more than this, the box is filled with the newest lines.
 constexpr double kBehind = 300;
 
@@ -180,7 +183,7 @@ bool ChatText::Step() {
   if (MustWait()) return true;
   if (following_ && LaterLeft()) return CatchUp(), true;
   if (RichBox::ThumbDragged()) return false;
-  filling_ = filling_ && EarlierLeft() && !TooMuch(1) && filledFor_ < kMaxLayout;
+  filling_ = filling_ && EarlierLeft() && !TooMuch(1) && filledFor_ < kMaxFilling;
   if (filling_) return Fill(), true;
   if (following_ && AllInView()) return false;
   if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kWaitedFor), true;
@@ -198,9 +201,9 @@ bool ChatText::MustWait() const {
 
 // Some texts take many times as long as what the box was measured with, and as much memory.
 void ChatText::Fill() {
-  const Stopwatch sinceBegin;
+  const double before = ProcessorMilliseconds();
   ShowEarlier(kStep);
-  filledFor_ += sinceBegin.Milliseconds();
+  filledFor_ += ProcessorMilliseconds() - before;
 }
 
 void ChatText::CatchUp() {
@@ -293,11 +296,14 @@ void ChatText::Rebuild(Position from, Position to) {
 
 void ChatText::AddLater(Position from, Position to) { shown_.AddLater(Insert(from, to, Characters())); }
 
-// The paragraph behind what is put in takes the indents of the last one that is.
+// In a paragraph of its own first, or each piece would lay out the paragraph behind it anew, which takes the indents of
+// the last piece.
 LONG ChatText::AddEarlier(Position from) {
   const Paragraph behind = ParagraphAt(said_, shown_.First());
+  box_.BreakAt(0);
   const ShownPart part = Insert(from, shown_.First(), 0);
   const auto characters = static_cast<LONG>(part.characters);
+  box_.Remove(characters, characters + 1);
   box_.Select({characters, characters});
   const auto [start, offset] = IndentsOf(behind);
   box_.SetIndents(start, offset);
@@ -363,9 +369,8 @@ bool ChatText::TooMuch(double tolerance, const ShownPart& without) const {
   return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
 }
 
-// Only from the first `most` characters. More at a time than is needed: the next line must not ask for it again. But no
-// long paragraph, and only as much as a step has time for: a box may need longer to take a text out than to put it in,
-// seconds for some.
+// Only from the first `most` characters. More than is needed: the next line must not ask for it again. But no long
+// paragraph, and no longer than a step: a box may need seconds to take a text out.
 LONG ChatText::TrimFirst(std::size_t most) {
   std::size_t characters = 0;
   if (!TooMuch(kTolerance)) return 0;

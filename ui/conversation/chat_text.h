@@ -120,7 +120,7 @@ class ChatText {
   bool following_ = true;      // the newest line is shown, or about to be
   bool awake_ = false;         // the timer of Work is set
   bool filling_ = false;       // more is put in before what is shown until the box holds what it can carry
-  double filledFor_ = 0;       // milliseconds
+  double filledFor_ = 0;       // milliseconds of the processor
 };
 
 }  // namespace conversation

@@ -20,7 +20,17 @@ bool AsksMemory(std::size_t weight) {
   return weight > Measured::kSmall || ++count % 8 == 0;
 }
 
+double Milliseconds(FILETIME time) {
+  return static_cast<double>(ULARGE_INTEGER{{time.dwLowDateTime, time.dwHighDateTime}}.QuadPart) / 1e4;
+}
+
 }  // namespace
+
+double ProcessorMilliseconds() {
+  FILETIME created{}, ended{}, kernel{}, user{};
+  ::GetThreadTimes(::GetCurrentThread(), &created, &ended, &kernel, &user);
+  return Milliseconds(kernel) + Milliseconds(user);
+}
 
 Measured::Measured(BoxCost& cost, std::size_t weight)
     : cost_(cost), weight_(weight), asksMemory_(AsksMemory(weight)), memory_(asksMemory_ ? PrivateMemory() : 0) {}

@@ -18,6 +18,9 @@ class Stopwatch {
   std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
+// Of this thread so far. In steps of some ten milliseconds, but without the time that other programs take.
+double ProcessorMilliseconds();
+
 // Adds the cost of what is put in while it lives. The memory of a small text only now and then: asking for it takes a
 // while.
 class Measured {

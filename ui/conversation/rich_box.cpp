@@ -190,6 +190,11 @@ void RichBox::InsertMarkup(const std::string& markup) const {
   if (last[0] != '\r' && last[0] != '\n') InsertPlain(kLineEnd);
 }
 
+void RichBox::BreakAt(LONG character) const {
+  Select({character, character});
+  InsertPlain(kLineEnd);
+}
+
 void RichBox::Remove(LONG from, LONG to) const {
   Select({from, to});
   InsertPlain("");

@@ -52,6 +52,9 @@ class RichBox {
   // At the caret, the markup of whole paragraphs.
   void InsertMarkup(const std::string& markup) const;
 
+  // Puts a paragraph's end in.
+  void BreakAt(LONG character) const;
+
   void Remove(LONG from, LONG to) const;
 
   bool AtTop() const;
