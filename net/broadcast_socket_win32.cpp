@@ -124,9 +124,11 @@ void BroadcastSocket::Close() {
   ::KillTimer(hwnd_, kWakeTimer);
 }
 
-// Queued behind unsent datagrams, to keep the order: a name is announced before its texts.
+// Queued behind unsent datagrams, to keep the order: a name is announced before its texts. These are retried first:
+// a full send buffer drains long before the timer, and Close drops the queue.
 void BroadcastSocket::Send(std::string_view bytes) {
   if (socket_ == INVALID_SOCKET) return;
+  if (!unsent_.empty()) SendUnsent();
   if (!unsent_.empty() || !SendOne(bytes)) SendLater(bytes);
 }
 
