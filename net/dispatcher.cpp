@@ -104,7 +104,7 @@ void Dispatcher::WelcomeBack(std::string_view sender) {
 }
 
 // The maximum, not the sum: a copy is heard under a hidden name first and under its own later.
-std::size_t Dispatcher::NamesHeard() const { return std::max(roster_.CountUsers(), hidden_.Count()); }
+std::size_t Dispatcher::NamesHeard() { return std::max(roster_.CountUsers(), hidden_.Count(core::TickCount())); }
 
 // Two copies with hidden names would answer each other's answers forever, three packets for each one. So a hidden copy
 // answers another one only once per stay on the network.

@@ -53,7 +53,7 @@ class Dispatcher {
   bool Admit(std::string_view sender);
   void Answer(std::string_view sender);
   void WelcomeBack(std::string_view sender);
-  std::size_t NamesHeard() const;
+  std::size_t NamesHeard();
   bool AnswersHidden(std::string_view sender);
   void RefreshChatWindows();
   void OfferChatLine(std::string_view line, std::string_view sender);

@@ -21,8 +21,8 @@ class RecentNames {
   void Note(std::string_view name, std::int32_t now);
   bool Has(std::string_view name, std::int32_t now) const;
 
-  // The approximate number of names: those that expired within the last seconds are included.
-  std::size_t Count() const { return times_.size(); }
+  // The approximate number of names: those that expired within the last seconds may be included.
+  std::size_t Count(std::int32_t now);
 
  private:
   void Forget(std::int32_t now);

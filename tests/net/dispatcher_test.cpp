@@ -108,6 +108,21 @@ TEST_F(DispatcherTest, AGreetingIsAnsweredUnlessItsSenderWasJustAnswered) {
   EXPECT_TRUE(Log().ends_with("Unknow Data Receved (bob: bob is here);"));
 }
 
+// Later the copy answers at once again, as in any small segment.
+TEST_F(DispatcherTest, ACrowdOfHiddenNamesCountsForSeconds) {
+  Messenger limited{port};
+  Dispatcher other{roster, conversations, limited};
+  for (int i = 0; i < 200; ++i) other.DataArrived("_" + std::to_string(i) + "|M/");
+  port.sent.clear();
+  other.DataArrived("bob|");
+  EXPECT_EQ(port.sent, Lines{});
+  support::Desktop().ticks += 20000;
+  limited.SendOwed();
+  EXPECT_EQ(port.sent.size(), 3u);
+  other.DataArrived("carl|");
+  EXPECT_EQ(port.sent.size(), 6u);
+}
+
 TEST_F(DispatcherTest, StatesAndColoursAreNumbersReadTolerantly) {
   core::gStateNames = {"zero", "one", "two"};
   const std::pair<std::string, const char*> kStates[] = {{"1", "one"},    {"1x", "one"}, {" 2", "two"},  {"", "zero"},
