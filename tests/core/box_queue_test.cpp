@@ -16,8 +16,8 @@ TEST(BoxQueue, ShowsOneAtATimeInOrder) {
   const std::function<void(const Box&)> show = [&](const Box& box) {
     EXPECT_EQ(++depth, 1);
     shown += box.text;
-    if (box.text == "a") queue.Post({.text = "c"});  // a packet arrives behind the box ...
-    queue.ShowAll(show);                             // ... and the loop inside the box comes by
+    if (box.text == "a") queue.Post({.text = "c"});  // a packet arrives while the box is open ...
+    queue.ShowAll(show);                             // ... and its loop calls this again
     --depth;
   };
   queue.Post({.text = "a"});
@@ -29,7 +29,7 @@ TEST(BoxQueue, ShowsOneAtATimeInOrder) {
   EXPECT_EQ(shown, "abcd");
 }
 
-TEST(BoxQueue, DropsWhatAFloodAdds) {
+TEST(BoxQueue, DropsBoxesBeyondItsLimit) {
   BoxQueue queue;
   for (std::size_t i = 0; i < kMaxWaitingBoxes + 50; ++i) queue.Post({.text = std::to_string(i)});
   EXPECT_EQ(queue.Waiting(), kMaxWaitingBoxes);
@@ -38,7 +38,7 @@ TEST(BoxQueue, DropsWhatAFloodAdds) {
   EXPECT_EQ(last, "99");
 }
 
-// A box whose text goes through `show` may fail to be shown; the next ones come all the same.
+// A box that cannot be shown must not keep the next ones from being shown.
 TEST(BoxQueue, GoesOnAfterABoxThatFails) {
   BoxQueue queue;
   queue.Post({.text = "a"});
@@ -49,7 +49,7 @@ TEST(BoxQueue, GoesOnAfterABoxThatFails) {
   EXPECT_EQ(shown, "b");
 }
 
-TEST(BoxQueue, CutsWhatTheScreenCannotHoldAtItsEndOnly) {
+TEST(BoxQueue, TruncatesTextsThatDoNotFitAtTheirEndOnly) {
   const Fits ten = [](const std::string& text) { return text.size() <= 10; };
   const auto shown = [&](const char* text, const char* closing) {
     return CutToFit({.text = text, .closing = closing, .title = ""}, ten, ten).text;
@@ -57,7 +57,7 @@ TEST(BoxQueue, CutsWhatTheScreenCannotHoldAtItsEndOnly) {
   EXPECT_EQ(shown("0123456789", ""), "0123456789");
   EXPECT_EQ(shown("0123456789a", ""), "0123456...");
   EXPECT_EQ(shown("012345", "|end"), "012345|end");
-  EXPECT_EQ(shown("0123456", "|end"), "012...|end") << "the closing stands";
+  EXPECT_EQ(shown("0123456", "|end"), "012...|end") << "the closing is kept";
   EXPECT_EQ(shown("x", "|a closing of its own"), "...|a closing of its own");
   const std::string zero("ab\0cdefghijklm", 14);
   EXPECT_EQ(CutToFit({.text = zero, .closing = "!", .title = zero}, ten, ten).text, "ab!");

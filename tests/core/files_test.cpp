@@ -63,7 +63,7 @@ TEST_F(SettingsTest, ReadsEveryRecordAndWritesWhatItReads) {
   EXPECT_EQ(Desktop().events.back(), "restore main");
 }
 
-// Every failure ends in the default file for the next start, and what was read before it stays.
+// Every failure writes the default file for the next start, and keeps what was read before it.
 TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
   const std::string full = kFull;
   const auto with = [&](std::string_view part, std::string_view replacement) {
@@ -105,13 +105,13 @@ TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
   }
 }
 
-TEST(RecordWriter, WritesFieldsAsTheyStand) {
+TEST(RecordWriter, WritesFieldsWithoutEscapes) {
   RecordWriter writer;
   writer.Text("jo\"e").Bare("-5").Text("").EndRecord().Bare("7").EndRecord();
   EXPECT_EQ(writer.Bytes(), "\"jo\"e\",-5,\"\"\r\n7\r\n");
 }
 
-// The fields as they are read, "|" behind each: as texts (t) or numbers (n), up to the first failure.
+// The fields, each followed by "|", read as texts (t) or numbers (n), up to the first error.
 std::string FieldsOf(std::string_view bytes, std::string_view kinds) {
   RecordReader reader(bytes);
   std::string fields;
@@ -121,7 +121,7 @@ std::string FieldsOf(std::string_view bytes, std::string_view kinds) {
   return error == 0 ? fields : fields + "error " + std::to_string(error);
 }
 
-// Comma and line end are the same to it, so fields shift silently until a number meets a text.
+// Commas and line ends are equivalent, so fields shift silently until a text is read as a number.
 TEST(RecordReader, ReadsFieldByField) {
   const struct {
     std::string_view bytes, kinds, fields;

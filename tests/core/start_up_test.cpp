@@ -23,7 +23,7 @@ class StartUpTest : public support::DesktopTest {
     folder.Put("User.ini", kUser);
   }
 
-  // The events, a row of "pending" as one.
+  // The events, with repeated "pending" merged.
   Events Happened() const {
     Events events;
     for (const std::string& event : Desktop().events) {
@@ -109,7 +109,7 @@ TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
   EXPECT_FALSE(Desktop().posted.empty());
 }
 
-// A message box would keep a copy that starts while nobody is at the desk from joining.
+// An open message box would keep an unattended start from joining.
 TEST_F(StartUpTest, PostedBoxesWaitUntilTheNetworkIsJoined) {
   folder.PutFolder("Log.txt");
   program.onOpenSocket = [] {
@@ -122,7 +122,7 @@ TEST_F(StartUpTest, PostedBoxesWaitUntilTheNetworkIsJoined) {
   EXPECT_EQ(Desktop().boxes.size(), 3u);  // one for each line that could not be written, and one for the failure
 }
 
-TEST_F(StartUpTest, SafeModeIsAWordAnywhere) {
+TEST_F(StartUpTest, SafeModeIsRequestedAnywhere) {
   for (const char* arguments : {"safe", "/SAFE", "run unsafe now"}) EXPECT_TRUE(AsksForSafeMode(arguments));
   for (const char* arguments : {"", "saf e"}) EXPECT_FALSE(AsksForSafeMode(arguments));
 }

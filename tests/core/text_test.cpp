@@ -31,8 +31,8 @@ TEST(Text, FieldsBetweenBars) {
   EXPECT_EQ(BarField("user|users|online", 3), "");
 }
 
-// Of each code page a capital and its small letter, a letter with "|" or the like as its second byte, and two letters
-// whose second bytes are one Latin letter in two cases.
+// For each code page a capital and its lower-case form, a letter with "|" or the like as its trail byte, and two
+// letters whose trail bytes are a Latin letter in both cases.
 const struct TwoBytes {
   int codePage;
   std::string capital, small, other, upperByte, lowerByte;
@@ -43,7 +43,7 @@ const struct TwoBytes {
     {950, "\xA2\xE8", "\xA3\x43", "\xA5|", "\xA4\x41", "\xA4\x61"},
 };
 
-TEST(Text, LettersOfTwoBytesStayWhole) {
+TEST(Text, TwoByteLettersStayWhole) {
   for (const TwoBytes& page : kTwoBytes) {
     const support::InCodePage in(page.codePage);
     SCOPED_TRACE(page.codePage);
@@ -63,8 +63,8 @@ TEST(Text, LettersOfTwoBytesStayWhole) {
   }
 }
 
-// Bytes from the network need not be letters.
-TEST(Text, BytesThatAreNoLettersStayAsTheyAre) {
+// Bytes from the network may be invalid.
+TEST(Text, InvalidBytesAreUnchanged) {
   const support::InCodePage korean(949);
   EXPECT_EQ(BarFields("Ren\xE9|A"), (Fields{"Ren\xE9", "A"})) << "no letter of this code page ends in a bar";
   EXPECT_EQ(LowerCase("A\xE9 \xE9"), "a\xE9 \xE9");
@@ -73,7 +73,7 @@ TEST(Text, BytesThatAreNoLettersStayAsTheyAre) {
   EXPECT_EQ(LowerCase("\x82\xFFZ\xA0\x82"), "\x82\xFFz\xA0\x82");
 }
 
-TEST(Numbers, TolerantReadingTakesWhatItCan) {
+TEST(Numbers, TolerantReadingIgnoresTheRest) {
   const auto expect = [](double number, std::initializer_list<std::string_view> texts) {
     for (const std::string_view text : texts) EXPECT_DOUBLE_EQ(TolerantNumber(text), number) << text;
   };
@@ -94,8 +94,8 @@ TEST(Numbers, TolerantReadingTakesWhatItCan) {
   EXPECT_EQ(TolerantNumber("1e99999999999"), std::numeric_limits<double>::infinity());
 }
 
-// A packet can hold this much; the time must not grow with the square of it.
-TEST(Numbers, DigitsWithoutEnd) {
+// A packet can have this many; the time must be linear.
+TEST(Numbers, ThousandsOfDigits) {
   EXPECT_EQ(TolerantNumber(std::string(60000, '9')), std::numeric_limits<double>::infinity());
   EXPECT_DOUBLE_EQ(TolerantNumber("0." + std::string(60000, '0') + "7e60001"), 7);
 }

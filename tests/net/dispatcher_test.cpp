@@ -26,11 +26,11 @@ class DispatcherTest : public support::DesktopTest {
   DispatcherTest() {
     core::gCurName = "anna";
     core::gColour = 4;
-    core::gLangError = -1;  // no language file: nobody asks for its texts here
+    core::gLangError = -1;  // no report of missing texts
     roster.ClearlvUsers();
   }
 
-  // What a packet makes the copy send and show, ";" behind each.
+  // What a packet causes to be sent and shown, each followed by ";".
   std::string On(std::string_view packet) {
     port.sent.clear();
     conversations.shown.clear();
@@ -50,7 +50,7 @@ class DispatcherTest : public support::DesktopTest {
   mainwindow::UserRoster roster;
   support::RecordingPort port;
   support::RecordingConversations conversations;
-  Messenger messenger{port, {.fewNames = 1000000, .maxAtOnce = 1000000}};  // whoever asks is answered at once
+  Messenger messenger{port, {.fewNames = 1000000, .maxAtOnce = 1000000}};  // everybody is answered at once
   Dispatcher dispatcher{roster, conversations, messenger};
 };
 
@@ -62,18 +62,18 @@ TEST_F(DispatcherTest, NewcomersAreListedAndAnsweredUntilTheyLeave) {
   EXPECT_TRUE(Row("Bob").checked);
   // Neither a missing bar, an unknown kind nor an empty name keeps a sender off the list.
   Expect({{"carl", kAnswer}, {"dora|X/", kAnswer}, {"emma|M", kAnswer}, {"|M/", kAnswer}, {"|M/", ""}});
-  // A hidden name is answered each time, but never listed nor heard.
+  // A hidden name is answered each time, but never listed, and its texts are not shown.
   Expect({{"_fred|M/\xDFnow", kAnswer}, {"_fred|M/\xDFnow", kAnswer}});
   EXPECT_EQ(roster.lvUsers.Count(), 6u);
   EXPECT_EQ(Log(), "");
-  // A name in another case is lost until the first one leaves.
+  // A name in another case is rejected until the first one leaves.
   Expect({{"bob|C/ 9", ""}, {"Bob|L/", "one without Bob;"}, {"bob|", kAnswer}});
   EXPECT_EQ(Log(), "Error Receveing Data: 35602: Key is not unique in collection;");
   Expect(
       {{"gus|L/", std::string(kAnswer) + "one without gus;"}, {"gus|L/", std::string(kAnswer) + "one without gus;"}});
 }
 
-// Otherwise two copies that start together answer each other's answers for ever.
+// Otherwise two copies that start together would answer each other's answers forever.
 TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   core::gCurName = "_anna";
   core::gStarting = -1;
@@ -83,7 +83,7 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   EXPECT_TRUE(roster.HasRow("_ANNA"));
   messenger.OpenSocket();
   Expect({{"_bob|S/0", kHiddenAnswer}});
-  // A crowd of invented names is answered up to a bound.
+  // A flood of invented names is answered up to a limit.
   std::size_t answered = 0;
   for (std::size_t i = 0; i < Dispatcher::kMaxHiddenNames + 10; ++i)
     answered += On("_" + std::to_string(i) + "|M/") == kHiddenAnswer;
@@ -207,9 +207,9 @@ TEST_F(DispatcherTest, ALineWithoutAWindowIsNotedOncePerSenderAndMinute) {
 TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   std::string buffer = "bob|M/\xDEhi";
   conversations.onOpen = [&] {
-    core::Guarded([] { throw std::out_of_range("timer"); });  // must not hold the dispatch up with a box
+    core::Guarded([] { throw std::out_of_range("timer"); });  // must not block the dispatch with a message box
     for (const char* line : {"bob|M/\xDEone", "bob|M/\xDEtwo", "bob|L/"}) {
-      buffer = line;  // the socket reads into the buffer whose content is being dispatched
+      buffer = line;  // the socket reuses the buffer during the dispatch
       dispatcher.DataArrived(buffer);
     }
   };
@@ -227,7 +227,7 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   On("dora|M/\xDEhi");
   EXPECT_EQ(roster.lvUsers.Count(), Dispatcher::kMaxWaiting + 2) << "the last five are lost";
 
-  // What a burst of long lines holds in memory is free again once they have been shown.
+  // The queue's limit in bytes applies to what is queued at present.
   for (const std::string name : {"emma", "fay"}) {
     conversations.onOpen = [&] {
       for (int i = 0; i < 200; ++i) dispatcher.DataArrived(name + "|X/" + std::string(60000, 'x'));

@@ -1,4 +1,4 @@
-// What goes over the wire: packets taken apart, and packets as a copy sends them.
+// Packets: parsing, and what a copy sends.
 #include "net/packet.h"
 
 #include <string>
@@ -17,7 +17,7 @@ namespace {
 using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 
-TEST(Packet, IsTakenApartAtTheFirstBar) {
+TEST(Packet, IsSplitAtTheFirstBar) {
   const struct {
     std::string packet, sender, kind, argument;
   } kRows[] = {
@@ -39,8 +39,8 @@ TEST(Packet, IsTakenApartAtTheFirstBar) {
   }
 }
 
-// The marks are bytes, though in three of these code pages they begin letters.
-TEST(Packet, PartsOfLettersArePartsOfNoPacket) {
+// The marks are lead bytes in three of these code pages.
+TEST(Packet, TrailBytesDoNotSeparate) {
   const std::string name = "\x83|\x83\x60", text = "\xDE\x83|", packet = name + "|P/" + text + "|" + name;
   for (const int codePage : {932, 936, 950}) {
     const support::InCodePage in(codePage);
@@ -107,7 +107,7 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
 }
 
-TEST_F(MessengerTest, AnOwedAnswerTellsWhatIsTrueThenAndEndsWithTheStay) {
+TEST_F(MessengerTest, AnOwedAnswerHasTheCurrentStateAndEndsWithTheStay) {
   messenger.OpenSocket();
   const auto sentOnWaking = [this] {
     port.sent.clear();

@@ -1,5 +1,5 @@
-"""Runs the tests of whole copies, every file in a private machine of its own and all at once: they mostly wait for the
-ten seconds in which a starting copy listens.
+"""Runs the tests of whole copies, each file in a private machine of its own, all in parallel: most of the time they wait
+for the ten seconds in which a starting copy listens.
 
 usage: run.py [NAME ...]    only files whose name contains one of the NAMEs
 The last line is "N passed, N failed".
@@ -26,13 +26,13 @@ def _run(name):
     result = unittest.TextTestRunner(stream=sys.stdout, verbosity=2).run(suite)
     failed = len(result.failures) + len(result.errors)
     passed = max(result.testsRun - failed, 0)
-    # A class that cannot even be set up counts all its tests as failed.
+    # If the class cannot be set up, all its tests count as failed.
     print(passed, failed if result.testsRun else suite.countTestCases())
     return failed
 
 
 def _output(job):
-    # A test that hangs ends its machine, and with it all that it started.
+    # Killing a hanging test ends its machine with everything in it.
     try:
         return job.communicate(timeout=_TIME_LIMIT)[0]
     except subprocess.TimeoutExpired:

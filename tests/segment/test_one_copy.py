@@ -48,7 +48,7 @@ class OneCopy(unittest.TestCase):
         return self.probe.windows("frmPop")
 
     def _wait_answer(self, stranger):
-        """A newcomer is answered within a few seconds, whatever came before."""
+        """A newcomer is answered within a few seconds, even after a flood."""
         start = self.wire.mark()
         self.wire.send(stranger + "|C/0")
         self.wire.wait_for("Anna|S/0", 15, start)

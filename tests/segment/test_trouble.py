@@ -1,4 +1,4 @@
-"""What a copy does when its files, its folder, its name, its port or its network are not as they should be."""
+"""A copy with missing files, a taken name or port, or no network."""
 
 import os
 import unittest

@@ -15,10 +15,10 @@ class DesktopTest : public testing::Test {
   DesktopTest() {
     ResetDesktop();
     folder.Put("Lang.con", "Code,English");
-    core::LoadLang();  // or the texts of an earlier test would stay
+    core::LoadLang();  // or texts of an earlier test would remain
   }
 
-  // The texts of the log, without time and quotes, ";" behind each.
+  // The texts of the log, without time and quotes, each followed by ";".
   std::string Log() const {
     std::string log = folder.Get("Log.txt");
     const std::string frame = "\"" + Desktop().clock + " ";

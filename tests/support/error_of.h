@@ -1,11 +1,11 @@
-// The number with which an action fails.
+// The error number of an action.
 #pragma once
 
 #include "core/runtime_error.h"
 
 namespace support {
 
-// 0 when it does not.
+// 0 when it succeeds.
 template <typename Action>
 long ErrorOf(Action action) {
   try {

@@ -1,4 +1,4 @@
-// A test's stay on a system of another code page.
+// Switches to another code page for the duration of a scope.
 #pragma once
 
 #include "core/code_page_native.h"

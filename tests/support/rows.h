@@ -1,4 +1,4 @@
-// The rows of a list as one text.
+// The rows of a list as text.
 #pragma once
 
 #include <string>

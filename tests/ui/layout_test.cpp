@@ -1,4 +1,4 @@
-// Where things stand in the windows. Whatever size a window is given, all of it must stay in reach.
+// The layouts of windows. Everything must be reachable at any size.
 #include <gtest/gtest.h>
 
 #include "ui/conversation/chat_layout.h"
@@ -18,7 +18,7 @@ TEST(ChatLayout, TheBarStaysWithinItsBounds) {
   EXPECT_EQ(BarTopWithin({1000}, {1500}), (Twips{400})) << "a window too low for both bounds";
 }
 
-TEST(Layout, NothingTurnsInsideOut) {
+TEST(Layout, AreasAreNeverNegative) {
   const auto check = [](const Area& area) {
     EXPECT_GE(area.Width(), 0);
     EXPECT_GE(area.Height(), 0);
@@ -44,7 +44,7 @@ TEST(ComposerLayout, OpensInTheMiddleButNeverBeyondTheCorner) {
   EXPECT_EQ(toolkit::CentredIn({10, 20, 110, 120}, 400, 300), (Area{10, 20, 410, 320}));
 }
 
-// A task bar at the left and one at the bottom, so that no edge of the work area is an edge of the screen by chance.
+// A work area that differs from the screen at every edge.
 TEST(MainLayout, CornersAreThoseOfTheWorkArea) {
   constexpr Area area{60, 10, 1024, 738}, window{300, 300, 467, 607};
   constexpr Area corners[] = {{60, 10, 227, 317}, {857, 10, 1024, 317}, {60, 431, 227, 738}, {857, 431, 1024, 738}};
@@ -56,7 +56,7 @@ constexpr Screen kScreen{{15360}, {11520}};  // 1024 x 768 at 96 dpi
 constexpr Twips kWidth{2000}, kHeight{1230};
 constexpr Size kPicture{{240}, {240}};
 
-// One tick too few leaves a popup cut off, one too many lets it jump: both ends of the slide, from both sides.
+// One tick too few leaves a popup clipped, one too many makes it jump: checks both ends of the slide.
 TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHeight) {
   const struct {
     Corner corner;
@@ -85,7 +85,7 @@ TEST(PopupMotion, OtherSettingsLeaveThePopupInPlace) {
   EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15360}).left, Twips{0});
 }
 
-// Whatever is sent, the close button can be reached.
+// Whatever is sent, the close button is on the screen.
 TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
   for (const int alertHeight : {0, 2, 10}) {
     const Size largest = LargestLabel(kScreen, kPicture.height, RestOf(Corner::BottomLeft, alertHeight));
@@ -99,8 +99,8 @@ TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
   EXPECT_LE(top + PopupSize(without, kPicture.height).height, kScreen.height);
 }
 
-// At a usual size every part of a window has room, none covers another, and none is cut off.
-TEST(Layout, PartsStandInsideAndApart) {
+// At a usual size no part of a window is empty, overlaps another one or is clipped.
+TEST(Layout, PartsAreInsideAndDoNotOverlap) {
   const auto check = [](const Area& whole, const std::vector<Area>& parts) {
     for (std::size_t i = 0; i < parts.size(); ++i) {
       SCOPED_TRACE(testing::Message() << "part " << i << " of a window of " << whole.right << " x " << whole.bottom);
@@ -110,7 +110,7 @@ TEST(Layout, PartsStandInsideAndApart) {
       for (std::size_t j = 0; j < i; ++j)
         EXPECT_TRUE(part.left >= parts[j].right || part.right <= parts[j].left || part.top >= parts[j].bottom ||
                     part.bottom <= parts[j].top)
-            << "covers part " << j;
+            << "overlaps part " << j;
     }
   };
   const ChatParts chat =

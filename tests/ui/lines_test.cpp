@@ -1,4 +1,4 @@
-// What becomes of alerts before they are drawn.
+// Alerts before they are drawn: the queue, and line breaking.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -69,7 +69,7 @@ TEST(TextLines, WrapAtBlanksAndInsideWordsThatAreTooLong) {
   EXPECT_EQ(InTen("exactly10!\r\nnext"), (Lines{"exactly10!", "next"}));
 }
 
-// A screen too narrow for a single letter must not keep it busy for ever.
+// Must terminate even if not a single letter fits.
 TEST(TextLines, TakeAtLeastOneCharacterEach) {
   const auto none = [](std::string_view) { return std::size_t{0}; };
   EXPECT_EQ(BreakLines("abc", none), (Lines{"a", "b", "c"}));

@@ -1,4 +1,4 @@
-// Menus before they are drawn: captions, the letters that choose them, and the pictures that belong to them.
+// Menus before they are drawn: captions, mnemonics and pictures.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -44,7 +44,7 @@ constexpr Case kCases[] = {
     {"#|-help|*caption", "-help", "*caption", '#'},
 };
 
-TEST(MenuCaption, SaysWhatItMeansAndComesBackTheSame) {
+TEST(MenuCaption, IsParsedAndRestored) {
   for (const Case& c : kCases) {
     SCOPED_TRACE(c.authored);
     const CMyItemData data = ParseCaption(c.authored);
@@ -64,13 +64,13 @@ TEST(MenuCaption, SafeModeShowsBareNames) {
   EXPECT_EQ(PlainCaption("-Configuration"), "");
 }
 
-TEST(MenuCaption, NamesOfUsersAreShownAsTheyStand) {
+TEST(MenuCaption, NamesOfUsersAreLiteral) {
   for (const char* name : {"anna", "-anna", "#1", "*", "|a|b", "||", ""})
     EXPECT_EQ(ParseCaption(LiteralCaption(name)), Captioned(name)) << name;
   EXPECT_EQ(LiteralCaption("R&D"), "R&&D");
 }
 
-TEST(MenuItems, StrangeKeysFindNothing) {
+TEST(MenuItems, UnknownKeysFindNothing) {
   CMyItemDatas mine, theirs;
   const auto first = mine.Add(Captioned("a")), second = mine.Add(Captioned("b"));
   for (const auto strange : {theirs.Add(Captioned("c")), decltype(first){0}}) EXPECT_EQ(mine.Item(strange), nullptr);
@@ -78,7 +78,7 @@ TEST(MenuItems, StrangeKeysFindNothing) {
   EXPECT_EQ(mine.Item(first), nullptr);
   EXPECT_EQ(mine.Item(second)->sMenuText, "b");
   EXPECT_EQ(mine.Count(), 1u);
-  EXPECT_NE(mine.Add({}), first) << "a stale key must never come to mean another item";
+  EXPECT_NE(mine.Add({}), first) << "keys are never reused";
 }
 
 TEST(MenuMnemonic, LetterOfACaption) {
@@ -87,7 +87,7 @@ TEST(MenuMnemonic, LetterOfACaption) {
   EXPECT_EQ(MnemonicLetter("\xC0 &\xC9"), '\xE9') << "accented letters fold by the code page";
 }
 
-TEST(MenuMnemonic, OneMatchExecutesSeveralTakeTurns) {
+TEST(MenuMnemonic, OneMatchExecutesSeveralRotate) {
   std::vector<MnemonicItem> items{{"Exit", false}, {"E&xit"}, {"Te&xt"}, {"&Off", true, false}, {"Xylophone"}};
   EXPECT_EQ(ChooseByMnemonic(items, 'X'), (MnemonicChoice{1, false}));
   items[1].highlighted = true;
@@ -100,7 +100,7 @@ TEST(MenuMnemonic, OneMatchExecutesSeveralTakeTurns) {
   EXPECT_EQ(ChooseByMnemonic(items, 'o'), (MnemonicChoice{3, false})) << "a disabled item is only shown";
 }
 
-TEST(MenuMnemonic, FirstLettersServeWhereNoMnemonicDoes) {
+TEST(MenuMnemonic, FirstLettersMatchWithoutMnemonics) {
   const std::vector<MnemonicItem> items{{"Export", false}, {"Status Bar"}, {"&Move to"}, {"", true}};
   for (const char* first : {"Bar", "&Bar"})
     EXPECT_EQ(ChooseByMnemonic(std::vector<MnemonicItem>{{first}, {"Add"}}, 'b'), (MnemonicChoice{0, true})) << first;
@@ -108,7 +108,7 @@ TEST(MenuMnemonic, FirstLettersServeWhereNoMnemonicDoes) {
   for (const char letter : {'t', 'e', '\0'}) EXPECT_EQ(ChooseByMnemonic(items, letter).position, -1) << letter;
 }
 
-// Pictures follow the captions, so in every language, and built in, each must reach its own items and no others.
+// Pictures are found by caption, so in every language, and built in, each must match its own items only.
 TEST(MenuTable, PicturesFollowEveryLanguage) {
   support::ProgramFolder folder;
   std::ifstream file(QUILLON_LANGUAGE_FILE, std::ios::binary);
@@ -137,7 +137,7 @@ TEST(MenuTable, PicturesFollowEveryLanguage) {
   }
 }
 
-// A text that the file lacks: its own row is empty, and keeps its kind, and no other row turns English for it.
+// A missing text makes its own row empty, which keeps its kind, and does not affect other rows.
 TEST(MenuTable, AMissingTextIsEmptyAndLeavesTheOthers) {
   support::ProgramFolder folder;
   folder.Put("Lang.con",

@@ -1,4 +1,4 @@
-// To whom an alert goes, who takes part in a chat, and to whom its lines go.
+// Recipients of alerts, participants of chats, and recipients of chat lines.
 #include "ui/conversation/participants.h"
 
 #include "core/globals.h"
@@ -130,7 +130,7 @@ TEST_F(RecipientsTest, EachNameOnceWhateverItsCaseAndHowOftenItWasChosen) {
   EXPECT_FALSE(recipients.IsRecipient("carl"));
 }
 
-// A sender may call himself so; an answer to him goes to everybody, and then to nobody twice.
+// A user may have this name; an answer to him is sent to everybody, and only once.
 TEST_F(RecipientsTest, EverybodyStandsAloneInAnySpelling) {
   EXPECT_EQ(Chosen({"bob|anna|", "(All)|"}), "(All)=1 ");
   EXPECT_EQ(Chosen({"dora|(All)|"}), "(All)=1 ");

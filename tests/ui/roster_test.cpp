@@ -1,4 +1,4 @@
-// The roster: its rows, and what becomes of them.
+// The roster and its rows.
 #include "ui/main/user_roster.h"
 
 #include <algorithm>
@@ -56,8 +56,8 @@ TEST(ListRows, CountersMoveOnRealChangesOnly) {
   EXPECT_EQ(rows.TextBytes(), 0u);
 }
 
-// Gaps are closed late and the hash chains run through the rows: compared with a plain list over many random steps, row
-// numbers and look-ups must never tell the difference.
+// Compares indices and lookups with those of a plain list over many random steps, since gaps are closed lazily and the
+// hash chains are intrusive.
 TEST(ListRows, BehavesLikeAPlainList) {
   std::mt19937 random(1);
   const auto below = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random); };

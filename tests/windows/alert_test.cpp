@@ -1,5 +1,5 @@
-// Alerts as real windows: the composer writes them, popups show them. The timers of popups are played by hand, so that
-// nothing depends on the speed of the machine.
+// The composer and the popups as real windows. Timer ticks of popups are sent by the tests, so that nothing depends on
+// the speed of the machine.
 #include <algorithm>
 
 #include "core/event_loop.h"
@@ -48,7 +48,7 @@ TEST_F(ComposerTest, OneComposerTakesAllRequests) {
   EXPECT_EQ(support::RowTexts(LvUsers()), Texts{"(All)"});
 }
 
-// One by one in row order, or once to everybody; always as typed.
+// One by one in row order, or once to everybody; the text is unchanged.
 TEST_F(ComposerTest, SendsToItsRecipientsAndCloses) {
   const auto send = [this](const char* recipients, const std::string& text, int button) {
     windows.OpenComposer(recipients);
@@ -72,7 +72,8 @@ TEST_F(ComposerTest, SendsToItsRecipientsAndCloses) {
       << "the roster keeps its pictures";
 }
 
-// Sending lets events run before the window goes: a double click must not send twice, and a new request is a new alert.
+// Sending runs events before the window closes: a double click must not send twice, and a new request opens a new
+// alert.
 TEST_F(ComposerTest, AClickOrTheEndWhileItSendsIsLost) {
   for (const bool twice : {true, false}) {
     port.sent.clear();

@@ -1,4 +1,4 @@
-// Answers message boxes in the place of a user, for tests of windows that ask or refuse.
+// Answers message boxes automatically.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 namespace support {
 
-// Answers every message box of this thread as soon as it is up, and keeps what it said. Its button must be in reach.
+// Answers every message box of this thread at once and records its text. Its button must be on the screen.
 class BoxAnswers {
  public:
   explicit BoxAnswers(WORD answer = IDOK) {

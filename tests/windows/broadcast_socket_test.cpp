@@ -1,4 +1,4 @@
-// The broadcast socket on a real Winsock. Runs on a private network, where its broadcasts come back to it.
+// The broadcast socket with a real Winsock, on a private network, where it receives its own broadcasts.
 #include "net/broadcast_socket_win32.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 class BroadcastSocketTest : public testing::Test {
  protected:
-  // Lets events run until so many datagrams were heard; false when they do not come.
+  // Runs events until so many datagrams were received; false on a time-out.
   bool Hear(std::size_t count, DWORD milliseconds = 5000) {
     const DWORD start = ::GetTickCount();
     while (heard.size() < count && ::GetTickCount() - start < milliseconds) {
@@ -96,8 +96,7 @@ TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
   EXPECT_TRUE(Hear(kCrowd)) << heard.size();
 }
 
-// Posted messages come before input and timers: left to itself, the socket would let neither be served while a flood
-// lasts. Timers come last.
+// Posted messages have priority over input and timers: without throttling, a flood would block both. Timers are last.
 TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
   static int ticks = 0;
   socket.Open(kPort);

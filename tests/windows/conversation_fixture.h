@@ -1,4 +1,4 @@
-// The composer, the popups and the chat windows as the program has them, on a recorded network.
+// The real composer, popups and chat windows, on a fake network.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ class ConversationTest : public testing::Test {
     roster.SetColour("anna", 0x0000FF);
   }
 
-  // Saves under this name, with the type of its extension, in the dialog that comes next.
+  // Saves under this name, with the type of its extension, in the next save dialog.
   static void SaveAs(const std::string& path, const char* title) {
     static std::string name, expected;
     name = path;

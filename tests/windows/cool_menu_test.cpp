@@ -1,5 +1,4 @@
-// Owner-drawn menus in a real window: the requests that Windows sends are sent by hand, so that each answer can be
-// seen.
+// Owner-drawn menus in a real window. The tests send the messages that Windows would send, and check the results.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -23,7 +22,7 @@ using mainwindow::kMainMenu;
 
 constexpr LRESULT kHostAnswer = 4711;
 
-// Answers what it gets to see of menus with a number of its own.
+// Answers unhandled menu messages with a known number.
 LRESULT CALLBACK HostProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   const bool menus = message == WM_MEASUREITEM || message == WM_DRAWITEM || message == WM_MENUCHAR;
   return menus ? kHostAnswer : ::DefWindowProcA(hwnd, message, wParam, lParam);

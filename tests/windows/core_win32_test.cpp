@@ -54,7 +54,8 @@ TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
   EXPECT_EQ(ErrorsOf(file), (Errors{70, 70, 70}));
   ::CloseHandle(held);
   EXPECT_EQ(ReadFile(file), "a longer old text");
-  // One who shares writing but not deleting, as most editors do, must not keep the settings from being saved.
+  // A program that shares the file for writing but not for deletion, like most editors, must not keep settings from
+  // being saved.
   held = hold(FILE_SHARE_READ | FILE_SHARE_WRITE);
   WriteFileSafely(file, "new");
   ::CloseHandle(held);
@@ -113,7 +114,7 @@ TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {
   EXPECT_EQ(shown(link, ""), link);
 }
 
-// What a posted command opens may be modal, and all further packets would wait for its end.
+// A posted command may open something modal, which would block all further packets.
 TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
   static int ticks, commands;
   ticks = commands = 0;

@@ -1,4 +1,4 @@
-// Sees whether something that is done again and again leaves GDI or USER objects behind.
+// Detects leaks of GDI and USER objects.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,8 +7,8 @@
 
 namespace support {
 
-// Does it once before it counts, for what stays by intention. One object a round left behind would be as many as there
-// are rounds; half of that is Wine's own ups and downs.
+// The first round is not counted, since it may create permanent objects. A leak of one object per round would add as
+// many as there are rounds; half of that is tolerated for fluctuations of Wine.
 template <class Round>
 void ExpectNothingLeft(int rounds, Round round) {
   round();

@@ -1,4 +1,4 @@
-// The main window with its menus, toolbar and roster. Its timer is played by hand.
+// The main window with its menus, toolbar and roster. Timer ticks are sent by the tests.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -41,7 +41,7 @@ class MainWindowTest : public testing::Test {
             .shutDown = [this] { done.emplace_back("shut down"); }};
   }
 
-  // Ticks until the slowest of what ticks show has been shown.
+  // Waits for the slowest interval and ticks.
   void Settle() {
     ::Sleep(60);
     ::SendMessageA(main->hwnd(), WM_TIMER, 1, 0);
@@ -105,7 +105,7 @@ TEST_F(MainWindowTest, ToolbarActsOnTheSelectionAndRestsWithoutOne) {
   EXPECT_EQ(EnabledTools(), 0);
 }
 
-// The control knows rows by position only: without help it would now have the row behind the removed one selected.
+// The control knows rows by index only: by itself it would now select the row after the removed one.
 TEST_F(MainWindowTest, SelectionAndCaretStayWithTheirUserWhenAnotherLeaves) {
   RECT bob{};
   ListView_GetItemRect(List(), 2, &bob, LVIR_BOUNDS);

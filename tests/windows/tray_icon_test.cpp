@@ -1,4 +1,4 @@
-// The notification icon with a recorder in the place of the shell, and the window helpers with one for link opening.
+// The notification icon and the opening of links, with a fake shell.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -93,7 +93,7 @@ TEST_F(TrayIconTest, ThereIsExactlyOneIcon) {
   EXPECT_EQ(Messages(), (std::vector<DWORD>{NIM_ADD, NIM_DELETE, NIM_ADD, NIM_ADD, NIM_DELETE}));
 }
 
-// As at a logon, when the shell is busy: each try is an adding and, should it have been a success, a change.
+// At logon, when the shell is busy: each attempt is an add followed by a modify, in case the add succeeded after all.
 TEST_F(TrayIconTest, AsksABusyShellAgain) {
   const auto retry = [this](int times) {
     const std::size_t before = shellCalls.size();
@@ -132,7 +132,7 @@ TEST_F(TrayIconTest, MouseMessagesBecomeEvents) {
   EXPECT_EQ(events, "up2 parent down1 ") << "only while active";
 }
 
-// The shell sends, it does not post: a menu would open in the middle of a packet.
+// The shell sends its messages rather than posting them, so a menu could open during a dispatch.
 TEST_F(TrayIconTest, WaitsForTheEndOfADispatch) {
   core::gDispatching = true;
   std::atomic<bool> sent = false;
