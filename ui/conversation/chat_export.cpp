@@ -10,11 +10,11 @@ namespace conversation {
 namespace {
 
 constexpr char kLineEnd[] = "\r\n";
-constexpr char kLost[] = "... ";  // and how many lines are lost
+constexpr char kLost[] = "... ";  // followed by the number of dropped lines
 constexpr std::size_t kPieceSize = 64u << 10;
 constexpr std::size_t kLongParagraph = 200, kRunLength = 50, kMaxBlanks = 1000, kHiddenRunLength = 400;
 
-// What a font is told of the letters that it is used for, by code page.
+// The character set of the font, by code page.
 constexpr std::pair<unsigned, int> kCharsets[] = {{874, 222},  {932, 128},  {936, 134},  {949, 129},  {950, 136},
                                                   {1250, 238}, {1251, 204}, {1253, 161}, {1254, 162}, {1255, 177},
                                                   {1256, 178}, {1257, 186}, {1258, 163}};
@@ -30,7 +30,7 @@ std::string_view TakeLetter(std::string_view& text) {
   return letter;
 }
 
-// Collects what is written into large pieces.
+// Buffers the output into large pieces.
 class Output {
  public:
   explicit Output(const Sink& sink) : sink_(sink) {}
@@ -109,8 +109,8 @@ class Markup {
     out_ << "\\par\n";
   }
 
-  // A second paragraph of the same line stands under the first one's text: at the left edge it could pass for a line of
-  // somebody else.
+  // Further paragraphs of a line are indented like the text of the first one: at the left edge they could be mistaken
+  // for another user's line.
   void SetFormat(int indent, bool first, int colour) {
     const bool newFormat = std::exchange(format_, {indent, first}) != std::pair{indent, first} || !begun_;
     const bool newColour = std::exchange(colour_, colour) != colour || !begun_;
@@ -133,7 +133,7 @@ class Markup {
     }
   }
 
-  // What of a row is blank and beyond its end is hidden, since a box may take minutes to paint it.
+  // Trailing blanks beyond the end of a row are hidden, since a control may take minutes to paint them.
   void InRuns(std::string_view text) {
     std::size_t inRun = 0, blanks = 0;
     while (!text.empty()) {
@@ -152,7 +152,7 @@ class Markup {
     if (blanks > kMaxBlanks) out_ << "\\v0 ";
   }
 
-  // Blanks beside blanks, and tabs, are written as numbers: not every reader keeps them otherwise.
+  // Consecutive blanks and tabs are escaped, because some readers drop them otherwise.
   void Letter(std::string_view letter, char before) {
     const char c = letter[0];
     if (letter.size() > 1 || static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
@@ -171,9 +171,9 @@ class Markup {
 
   const MarkupStyle& style_;
   Output out_;
-  std::map<std::int32_t, int> colours_;  // their positions in the table, 0 = the reader's own
+  std::map<std::int32_t, int> colours_;  // indices in the colour table, 0 = the reader's default
   int colourCount_ = 0, colour_ = 0;
-  std::pair<int, bool> format_;  // indent, and whether the first paragraph of a line
+  std::pair<int, bool> format_;  // indent, and whether it is the first paragraph of a line
   bool begun_ = false, otherFont_ = false;
 };
 

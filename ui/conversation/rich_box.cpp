@@ -17,24 +17,23 @@ using toolkit::operator""_dp;
 constexpr DWORD kStyle =
     WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
 
-// More than is ever shown, so that the box never refuses a line.
+// Larger than what is ever shown, so that the control never rejects a line.
 constexpr LPARAM kTextLimit = 256 << 20;
 
-// The box reads text that begins like this as markup, wherever it comes from.
+// The control interprets inserted text that begins like this as markup.
 constexpr char kMarkupBegin = '{';
 
 constexpr char kLineEnd[] = "\r\n";
 
 constexpr toolkit::Twips kMargin = 4_dp;  // between text and frame
 
-// Loaded with the first conversation and kept: the class lives in the library.
+// The library of the window class, loaded with the first conversation and never freed.
 const char* RichEditClass() {
   static const HMODULE library = core::LoadSystemLibrary("riched20.dll");
   return library ? "RichEdit20A" : "";
 }
 
-// A box of this class has no part in the desktop's theme: it would draw its edge at two sides only, unlike the boxes
-// above and below it.
+// This class does not support themes: its border would be drawn on two sides only, unlike those of the other controls.
 void DrawFrame(HWND box) {
   RECT frame{};
   ::GetWindowRect(box, &frame);
@@ -44,14 +43,14 @@ void DrawFrame(HWND box) {
   ::ReleaseDC(box, dc);
 }
 
-// The class's own procedure. A subclass of the common controls' kind would look it up anew for each of the dozen
-// messages that a line takes, which can take as long as everything else that they do.
+// The class's own procedure. SetWindowSubclass would look it up for each of the dozen messages that a line takes, which
+// can take as long as all their other work.
 WNDPROC gClassProcedure = nullptr;
 
-int gInside = 0;  // calls of it that have not returned
+int gInside = 0;  // nesting depth of calls of it
 bool gThumbDragged = false;
 
-// What a user may scroll with. A drag along the edge while text is selected scrolls by a timer.
+// The messages by which the user may scroll. Dragging a selection beyond the edge scrolls by a timer.
 bool MayScroll(UINT message) {
   return message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_TIMER;
 }
@@ -134,8 +133,7 @@ int RichBox::TextWidth() const {
   return static_cast<int>(client.right) - 2 * Px(kMargin);
 }
 
-// Markup knows no smaller steps. Rounded up, so that neither a box that rounds nor one that cuts makes it a smaller
-// font.
+// The unit of markup. Rounded up, so that the font is not smaller, whether a control rounds or truncates.
 int RichBox::FontSize() {
   const int dpi = toolkit::ScreenDpi().value;
   return (FontHeight() * 144 + dpi - 1) / dpi;
@@ -149,7 +147,7 @@ CHARRANGE RichBox::Selection() const {
   return selection;
 }
 
-// Every new paragraph begins in the colour of the box.
+// Every new paragraph starts with the control's default colour.
 void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const {
   CHARFORMATA format{};
   format.cbSize = sizeof format;
@@ -178,7 +176,7 @@ void RichBox::SetIndents(LONG start, LONG offset) const {
 
 void RichBox::InsertPlain(const std::string& text) const { Send(EM_REPLACESEL, FALSE, text.c_str()); }
 
-// The end of the last paragraph is not taken for one by every box.
+// Some controls do not count the end of the last paragraph.
 void RichBox::InsertMarkup(const std::string& markup) const {
   Stream bytes{markup};
   EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, GiveStream};
@@ -218,7 +216,7 @@ bool RichBox::AtEnd() const {
   return scroll.nPos + static_cast<int>(scroll.nPage) >= scroll.nMax;
 }
 
-// Past our own procedure: it is not the user who scrolls.
+// Bypasses our own procedure, since this is not the user scrolling.
 void RichBox::ScrollToEnd() const { ::CallWindowProcA(gClassProcedure, hwnd_, WM_VSCROLL, SB_BOTTOM, 0); }
 
 LONG RichBox::TopOf(LONG character) const {
@@ -233,8 +231,8 @@ RichBox::Anchor RichBox::TopInView() const {
   return {character, TopOf(character)};
 }
 
-// By rows, then by the pixels that are left. A box may count no more than 65,535 of them, so where that leads further
-// away it is by rows alone.
+// Scrolls by rows, then by the remaining pixels. A control may limit pixels to 65,535; when that makes it worse, by
+// rows only.
 void RichBox::ScrollTo(Anchor anchor) const {
   const LRESULT row = Send(EM_EXLINEFROMCHAR, 0, anchor.character);
   const auto byRows = [&] { Send(EM_LINESCROLL, 0, row - Send(EM_GETFIRSTVISIBLELINE)); };
@@ -251,7 +249,7 @@ void RichBox::ScrollTo(Anchor anchor) const {
 
 WithoutPainting::~WithoutPainting() {
   ::SendMessageA(hwnd_, WM_SETREDRAW, TRUE, 0);
-  ::RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);  // the scroll bar too
+  ::RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);  // including the scroll bar
 }
 
 }  // namespace conversation

@@ -1,4 +1,4 @@
-// The system's rich text box, as a box that shows text and never takes one for anything but plain text.
+// The system's rich edit control, which displays text and never interprets it.
 #pragma once
 
 #include <windows.h>
@@ -11,45 +11,44 @@
 
 namespace conversation {
 
-// Places are counted in characters of the box. What changes the text or the place in view is to be done while no
-// painting is (WithoutPainting).
+// Positions are characters of the control. Change the text or the scroll position only within WithoutPainting.
 class RichBox {
  public:
-  // A child of the window. The window gets a WM_COMMAND with the code EN_VSCROLL whenever the user may have scrolled.
-  // Null when the system has no room for another one.
+  // Creates a child of the window, which gets WM_COMMAND with the code EN_VSCROLL whenever the user may have scrolled.
+  // Null when it cannot be created.
   static HWND Make(HWND parent);
 
   explicit RichBox(HWND hwnd = nullptr) : hwnd_(hwnd) {}
   HWND hwnd() const { return hwnd_; }
 
-  // True while the box handles input of the user, inside a loop of its own perhaps: it must not be destroyed.
+  // True while the control handles user input, possibly in a loop of its own: it must not be destroyed then.
   static bool InUse();
 
   static bool ThumbDragged();
 
   void MoveTo(const toolkit::Area& area) const;
 
-  // Puts itself there, in the order of controls too, and takes over the size in which the user reads.
+  // Takes the position of another control, in the Z order too, and its zoom.
   void TakePlaceOf(const RichBox& other, const toolkit::Area& area) const;
 
-  // Width for text, pixels.
+  // The width available for text, pixels.
   int TextWidth() const;
 
-  // The size of its letters in half points.
+  // The font size in half points.
   static int FontSize();
 
   void Select(CHARRANGE range) const;
   CHARRANGE Selection() const;
 
-  // Of the paragraph with the caret, twips: where the first row begins, and how much further to the right the others
-  // and what stands behind a tab do.
+  // The indents of the paragraph with the caret, twips: of the first row, and of the other rows and the tab stop
+  // relative to it.
   void SetIndents(LONG start, LONG offset) const;
 
-  // At the caret, which is at the beginning of a paragraph; a paragraph without its end, and short, because a box may
-  // take a time for it that grows with the square of its length. No colour stands for the system's.
+  // Inserts the text of a paragraph, without its end, at the caret, which is at the beginning of a paragraph. Short
+  // texts only, because a control may take quadratic time. No colour means the system's.
   void InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const;
 
-  // At the caret, the markup of whole paragraphs.
+  // Inserts the markup of whole paragraphs at the caret.
   void InsertMarkup(const std::string& markup) const;
 
   // Puts a paragraph's end in.
@@ -61,7 +60,7 @@ class RichBox {
   bool AtEnd() const;
   void ScrollToEnd() const;
 
-  // A character at the top of what is in view, and where: pixels below the top of the box.
+  // A character at the top of the view, and its distance from the top of the control, pixels.
   struct Anchor {
     LONG character, top;
   };
@@ -83,8 +82,8 @@ class RichBox {
   HWND hwnd_;
 };
 
-// The box would paint itself at each step, and what a painting costs grows with the conversation. So it is painted when
-// the program has nothing else to do, once for all that has changed meanwhile.
+// Suppresses painting for the duration of a scope. The control would repaint after every change, at a cost that grows
+// with the conversation; so it is invalidated, and painted once when the program is idle.
 class WithoutPainting {
  public:
   explicit WithoutPainting(const RichBox& box) : hwnd_(box.hwnd()) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }

@@ -35,14 +35,14 @@ class FrmOpt : public toolkit::Window {
   // Set before the dialog is shown at start-up: the user's name is in use, and closing the dialog ends the program.
   bool atStartUp = false;
 
-  // Creates the window, hidden, in the middle of the work area, with the settings in its controls.
+  // Creates the window, hidden, centred in the work area, with the settings in its controls.
   void Load();
 
   // Copies the settings into the controls.
   void InputSets();
 
   // Copies the controls into the settings: leaves the network under the old name, joins it under the new one, and saves
-  // everything. A failure to join is reported in a message box, and the rest is done all the same. Throws the file's
+  // everything. A failure to join is reported in a message box, and the rest is still done. Throws the file's
   // error when the settings cannot be saved; they are in effect then, and the file is unchanged.
   void WriteSets();
 

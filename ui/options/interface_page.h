@@ -27,8 +27,8 @@ class InterfacePage : public Page {
   void SetPos(int position);  // 1 to 4; any other number releases all
   void AddSnd();              // the list of sounds
 
-  // If another language is selected, asks whether to switch now; on Yes loads it and captions every window anew. Throws
-  // what LoadLang throws; the language stays unchanged then.
+  // If another language is selected, asks whether to switch now; on Yes loads it and updates the captions of every
+  // window. Throws what LoadLang throws; the language stays unchanged then.
   void ChangeLanguage();
 
   // Stores the selected language.
