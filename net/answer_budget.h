@@ -20,8 +20,8 @@ struct AnswerLimits {
   // everything: a start among n copies takes about 9 n^2 packets.
   std::size_t fewNames = 6;
 
-  // Limits the answers to a flood of newcomers, each of which takes three packets. Five copies started together need 68
-  // answers from one that runs already.
+  // Limits the answers to a flood of newcomers, each of which takes three packets. Of five copies, four that start
+  // together need 68 answers from the one that runs.
   std::uint32_t maxAtOnce = 72;
 
   // Among more names, all copies together answer so many at once: 255 packets, since the smallest receive buffer in
