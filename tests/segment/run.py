@@ -12,8 +12,9 @@ import time
 import unittest
 
 _HERE = pathlib.Path(__file__).resolve().parent
-_STORIES = _HERE.parent.parent / "tools/stories"  # of the companions
-sys.path[:0] = [str(_HERE.parent), str(_STORIES.parent), str(_HERE.parent.parent)]
+_ROOT = _HERE.parent.parent
+_FOLDERS = _HERE, _ROOT / "tools/stories", _ROOT / "packaging"
+sys.path[:0] = map(str, (*_FOLDERS, _ROOT))
 
 from rig import private_machine  # noqa: E402
 
@@ -44,7 +45,7 @@ def main(arguments):
     if arguments[:1] == ["--alone"]:
         return private_machine.run(lambda: _run(arguments[1]))
     began, total = time.monotonic(), [0, 0]
-    names = [f"{folder.name}.{path.stem}" for folder in (_HERE, _STORIES) for path in sorted(folder.glob("test_*.py"))
+    names = [path.stem for folder in _FOLDERS for path in sorted(folder.glob("test_*.py"))
              if not arguments or any(wanted in path.stem for wanted in arguments)]
     jobs = [subprocess.Popen([sys.executable, __file__, "--alone", name], text=True, errors="replace",
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT) for name in names]

@@ -7,7 +7,7 @@ import subprocess
 import unittest
 
 from rig import copies, network, probe, screen
-from .test_one_copy import GREETING
+from test_one_copy import GREETING
 
 NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL = 0x014E

@@ -4,7 +4,7 @@ Latin letter in the names here."""
 import unittest
 
 from rig import copies, network, probe, screen
-from .test_one_copy import GREETING
+from test_one_copy import GREETING
 
 NAME_BOX = 160
 MOST_OF_NAME = 2751  # bytes

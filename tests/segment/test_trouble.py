@@ -4,8 +4,8 @@ import os
 import unittest
 
 from rig import copies, network, probe, wire
-from .test_desks import NAME_BOX
-from .test_one_copy import DEFAULT_SETTINGS, GREETING
+from test_desks import NAME_BOX
+from test_one_copy import DEFAULT_SETTINGS, GREETING
 
 PLAIN = "Quillon"
 TAKEN = "That screen name is already in use. Please choose another one."

@@ -7,7 +7,7 @@ import tempfile
 import unittest
 
 from rig import copies, network, probe, screen
-from .test_tools import CLI, ROOT
+from test_tools import CLI, ROOT
 
 RELAY = ROOT + "/build/native/tools/relay/quillon-relay"
 

@@ -9,7 +9,7 @@ import time
 import unittest
 
 from rig import copies, network, probe
-from segment.test_one_copy import GREETING
+from test_one_copy import GREETING
 
 ROOT = copies.PICTURES.removesuffix("/build/pictures")
 CLI = ROOT + "/build/native/tools/cli/quillon-cli"

@@ -9,10 +9,10 @@ import unittest
 import zipfile
 
 from rig import copies, network, probe, screen
-from .test_one_copy import GREETING
+from test_one_copy import GREETING
 
 GERMAN_GREETING = "ist jetzt im Netzwerk"
-PACKAGE = pathlib.Path(__file__).resolve().parents[2] / "build/package"
+PACKAGE = pathlib.Path(__file__).resolve().parents[1] / "build/package"
 ABOUT = 1018
 FOLDER_REFUSED = 3
 SETTINGS = '"Deutsch"\r\n0\r\n0,0,2505,4605\r\n"anna",0,4,"(B)",1\r\n0,0,0,0\r\n0\r\n0\r\n'
