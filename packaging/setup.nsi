@@ -15,6 +15,8 @@ SetCompressor /SOLID lzma
 ; Dates of files would make each build differ.
 SetDateSave off
 CRCCheck force
+; A file that cannot be written ends the setup, also when it is silent.
+AllowSkipFiles off
 
 !include MUI2.nsh
 !include LogicLib.nsh
@@ -91,17 +93,42 @@ Var update    ; 1 if the folder held settings before, which stay as they are
   Quit
 !macroend
 
-; Closes the main window of the running copy, so that it leaves the network in order, and waits until the process has ended.
-; A macro, because setup and uninstaller cannot share functions.
+; Closes the main window of the copy that runs from this folder, so that it leaves the network in order, and waits until the process has
+; ended. Copies in other folders are left alone. A macro, because setup and uninstaller cannot share functions.
 !macro EndRunningCopy un
 Function ${un}EndRunningCopy
-  FindWindow $0 "frmMain"
-  ${If} $0 = 0
+  ; As the system names the file, whatever the user wrote. Fails if there is no program yet.
+  System::Call 'kernel32::GetLongPathNameW(w "${PROGRAM}", w .r4, i ${NSIS_MAX_STRLEN}) i .r3'
+  ${If} $3 = 0
     Return
   ${EndIf}
-  StrCpy $ran 1
-  System::Call 'user32::GetWindowThreadProcessId(p r0, *i .r1)'
-  System::Call 'kernel32::OpenProcess(i 0x100000, i 0, i r1) p .r2' ; SYNCHRONIZE
+  StrCpy $0 0
+  ${Do}
+    FindWindow $0 "frmMain" "" 0 $0
+    ${If} $0 = 0
+      ${ExitDo}
+    ${EndIf}
+    System::Call 'user32::GetWindowThreadProcessId(p r0, *i .r1)'
+    System::Call 'kernel32::OpenProcess(i 0x101000, i 0, i r1) p .r2' ; SYNCHRONIZE, PROCESS_QUERY_LIMITED_INFORMATION
+    System::Call 'kernel32::QueryFullProcessImageNameW(p r2, i 0, w .r3, *i ${NSIS_MAX_STRLEN})'
+    ${If} $3 == $4
+      StrCpy $ran 1
+      Call ${un}CloseAndWait
+      ${ExitDo}
+    ${EndIf}
+    System::Call 'kernel32::CloseHandle(p r2)'
+  ${Loop}
+  ; A copy in another session of the same user locks the file, and its window cannot be found.
+  ClearErrors
+  FileOpen $0 "${PROGRAM}" a
+  ${If} ${Errors}
+    !insertmacro FailWith ${STILL_RUNNING} "$(StillRunningText)"
+  ${EndIf}
+  FileClose $0
+FunctionEnd
+
+; Closes the window $0 of the process $2.
+Function ${un}CloseAndWait
   ${Do}
     System::Call 'user32::PostMessageW(p r0, i ${WM_CLOSE}, p 0, p 0)'
     System::Call 'kernel32::WaitForSingleObject(p r2, i 15000) i .r3'
@@ -165,15 +192,6 @@ Section "$(ProgramText)" SecProgram
     !insertmacro FailWith ${FOLDER_REFUSED} "$(FolderRefusedText)"
   ${EndIf}
   Call EndRunningCopy
-  ; A copy in another session of the same user locks the file, and its window cannot be found.
-  ${If} ${FileExists} "${PROGRAM}"
-    ClearErrors
-    FileOpen $0 "${PROGRAM}" a
-    ${If} ${Errors}
-      !insertmacro FailWith ${STILL_RUNNING} "$(StillRunningText)"
-    ${EndIf}
-    FileClose $0
-  ${EndIf}
 
   StrCpy $update 0
   ${If} ${FileExists} "$INSTDIR\User.ini"
@@ -298,9 +316,16 @@ Section "un.$(ProgramText)"
   Delete "$INSTDIR\LICENSE.txt"
   !insertmacro EachSound RemoveSound
   Delete "$INSTDIR\Uninstall.exe"
-  Delete "$SMPROGRAMS\Quillon.lnk"
-  DeleteRegKey HKCU "${APPS_KEY}"
-  DeleteRegValue HKCU "${RUN_KEY}" "Quillon"
+  ; What points to a copy in another folder stays.
+  ReadRegStr $0 HKCU "${APPS_KEY}" "InstallLocation"
+  ${IfNot} ${FileExists} "$0\Quillon.exe"
+    Delete "$SMPROGRAMS\Quillon.lnk"
+    DeleteRegKey HKCU "${APPS_KEY}"
+  ${EndIf}
+  ReadRegStr $0 HKCU "${RUN_KEY}" "Quillon"
+  ${IfNot} ${FileExists} "$0.exe"
+    DeleteRegValue HKCU "${RUN_KEY}" "Quillon"
+  ${EndIf}
 SectionEnd
 
 Section /o "un.$(DataText)" UnSecData
@@ -309,7 +334,7 @@ Section /o "un.$(DataText)" UnSecData
   Delete "$INSTDIR\*.wav"
 SectionEnd
 
-Section /o "un.$(FirewallRuleText)"
+Section /o "un.$(FirewallRuleText)" UnSecFirewall
   ExecShellWait "runas" "$SYSDIR\netsh.exe" 'advfirewall firewall delete rule name="Quillon" dir=in program="${PROGRAM}"' SW_HIDE
 SectionEnd
 
@@ -325,5 +350,10 @@ Function un.onInit
   ${GetOptions} $0 "/DATA" $1
   ${IfNot} ${Errors}
     SectionSetFlags ${UnSecData} ${SF_SELECTED}
+  ${EndIf}
+  ClearErrors
+  ${GetOptions} $0 "/FIREWALL" $1
+  ${IfNot} ${Errors}
+    SectionSetFlags ${UnSecFirewall} ${SF_SELECTED}
   ${EndIf}
 FunctionEnd

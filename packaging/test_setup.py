@@ -14,7 +14,7 @@ from test_one_copy import GREETING
 GERMAN_GREETING = "ist jetzt im Netzwerk"
 PACKAGE = pathlib.Path(__file__).resolve().parents[1] / "build/package"
 ABOUT = 1018
-FOLDER_REFUSED = 3
+ABORTED, FOLDER_REFUSED = 2, 3
 SETTINGS = '"Deutsch"\r\n0\r\n0,0,2505,4605\r\n"anna",0,4,"(B)",1\r\n0,0,0,0\r\n0\r\n0\r\n'
 WINDOWS = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion"
 LINK = "C:\\users\\anna\\AppData\\Roaming\\Microsoft\\Windows\\Start Menu\\Programs\\Quillon.lnk"
@@ -43,6 +43,13 @@ class Setup(unittest.TestCase):
 
     def _run(self, *arguments):
         return self.anna.prefix.start("C:\\setup.exe", "/S", *arguments).wait()
+
+    def _uninstall(self, folder, *arguments):
+        """By a copy of the uninstaller, which could not remove itself."""
+        inside = self._path(folder) + "/Uninstall.exe"
+        if os.path.exists(inside):
+            shutil.copy(inside, self._path("C:\\uninstall.exe"))
+        self.anna.prefix.start("C:\\uninstall.exe", "/S", *arguments, "_?=" + folder).wait()
 
     def _registry(self):
         query = self.anna.prefix.start("reg", "query", WINDOWS, "/s", stdout=subprocess.PIPE, encoding="latin-1")
@@ -77,6 +84,11 @@ class Setup(unittest.TestCase):
         with open(self.anna.folder + "/Quillon.exe", "ab") as program:
             program.write(b"an older version")
         start, log = self.wire.mark(), self.anna.log()
+        self.assertEqual(self._run("/D=C:\\other"), 0)
+        self._uninstall("C:\\other", "/DATA")
+        self.assertFalse(os.path.exists(self._path("C:\\other")))
+        self.assertTrue(self.anna.runs())  # from her own folder
+        self.assertIn(FOLDER + "\\Quillon", self._registry())  # starts at her next logon
         self.assertEqual(self._run(), 0)
         self.anna.process.wait(5)
         self.wire.wait_for("anna|L/", start=start)
@@ -92,6 +104,8 @@ class Setup(unittest.TestCase):
         os.mkdir(self._path("C:\\locked"))
         subprocess.run(["mount", "-t", "tmpfs", "-o", "ro", "tmpfs", self._path("C:\\locked")], check=True)
         self.assertEqual(self._run("/D=C:\\locked\\Quillon"), FOLDER_REFUSED)
+        os.makedirs(self._path("C:\\odd\\Lang.con"))
+        self.assertEqual(self._run("/D=C:\\odd"), ABORTED)
         whole = self.setup_program.read_bytes()
         pathlib.Path(self._path("C:\\torn.exe")).write_bytes(whole[:len(whole) * 2 // 3])
         torn = self.anna.prefix.start("C:\\torn.exe")
@@ -102,12 +116,10 @@ class Setup(unittest.TestCase):
 
     def test_5_uninstalling_keeps_what_is_the_users_unless_told_otherwise(self):
         start = self.wire.mark()
-        uninstall = "C:\\uninstall.exe", "/S"
-        shutil.copy(self.anna.folder + "/Uninstall.exe", self._path(uninstall[0]))
-        self.anna.prefix.start(*uninstall, "_?=" + FOLDER).wait()
+        self._uninstall(FOLDER)
         self.wire.wait_for("anna|L/", start=start)
         self.assertFalse(os.path.exists(self._path(LINK)))
         self.assertEqual(sorted(os.listdir(self.anna.folder)), ["Log.txt", "User.ini", "chime.wav", "mine.wav"])
         self.assertNotIn("Quillon", self._registry())
-        self.anna.prefix.start(*uninstall, "/DATA", "_?=" + FOLDER).wait()
+        self._uninstall(FOLDER, "/DATA")
         self.assertFalse(os.path.exists(self.anna.folder))
