@@ -28,10 +28,17 @@ def _do(text, *arguments):
     time.sleep(1.5)
 
 
+def _end(processes):
+    for process in processes:
+        process.terminate()
+        process.wait()
+
+
 def play():
     transcript = subprocess.Popen([*_CLI, "watch", "--texts"])
-    time.sleep(2.5)  # the first two seconds show who was there before
+    partners = []
     try:
+        time.sleep(2.5)  # the first two seconds show who was there before
         print("== Berta and Carl join", flush=True)
         partners = [_start_partner(name, *manners) for name, manners in _PARTNERS.items()]
         time.sleep(1)
@@ -39,16 +46,16 @@ def play():
         _do("You ask everybody; Carl answers in public", "say", "--all", *_YOU, "Who has seen the stapler?")
         _do("You say a line to Berta alone", "say", *_YOU, "Berta", "Just between us: I have it")
         print("== They leave", flush=True)
-        for partner in partners:
-            partner.terminate()
-            partner.wait()
+        _end(partners)
         time.sleep(0.5)
     finally:
-        transcript.terminate()
-        transcript.wait()
+        _end([*partners, transcript])
     print("This is all there is to see here: the windows need a machine that allows private network, mount and process "
           "namespaces (a container with CAP_SYS_ADMIN, say).")
 
 
 if __name__ == "__main__":
-    play()
+    try:
+        play()
+    except KeyboardInterrupt:
+        print("\nThe scene has ended, and Berta and Carl with it.")

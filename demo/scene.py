@@ -183,6 +183,14 @@ class _Scene:
         probe.wait(lambda: all(f"{name}:" in self._copy.said(chat) for name in partners))
 
 
+def _play():
+    try:
+        _Scene().play()
+    except KeyboardInterrupt:
+        print()  # behind the terminal's ^C
+        _say("The scene has ended, and the private network, Berta and Carl with it.")
+
+
 def _join_lan():
     """The user's own copy on the real network, on the user's display."""
     copy = _users_copy(wine.WineSystem(), network.Segment()).start()
@@ -203,7 +211,7 @@ def main(arguments):
         return private_machine.run(_join_lan, private_network=False)
     if on_display:
         return private_machine.run(lambda: _show("--packets" in arguments))
-    return private_machine.run(lambda: _Scene().play())
+    return private_machine.run(_play)
 
 
 if __name__ == "__main__":
