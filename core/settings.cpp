@@ -1,5 +1,6 @@
 #include "core/settings.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -147,9 +148,14 @@ void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&
   }
 }
 
-void WriteList(RecordWriter& writer, const std::vector<std::string>& lines) {
+// The lists hold names that come from the network. A quote in one of them would shift all fields behind it, and the next
+// start would take the whole file for damaged.
+void WriteList(RecordWriter& writer, std::vector<std::string> lines) {
   writer.Bare(std::to_string(lines.size())).EndRecord();
-  for (const std::string& line : lines) writer.Text(Trim(line)).EndRecord();
+  for (std::string& line : lines) {
+    std::ranges::replace(line, '"', '\'');
+    writer.Text(Trim(line)).EndRecord();
+  }
 }
 
 // The names are read and discarded: blocking lasts for one run of the program.
