@@ -1,11 +1,13 @@
 // Any lines as a conversation: its markup, read back, is its plain text in the lines' colours. The first byte chooses
-// the code page and whether long paragraphs are cut into short runs. A line of input is a line of the conversation:
-// colour, length of the sender's name, sender, text, where byte 1 stands for a line break.
+// the code page and whether the markup is for a box, where long stretches of blanks are cut and must be found again. A
+// line of input is a line of the conversation: colour, length of the sender's name, sender, text, where byte 1 stands
+// for a line break.
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
+#include "ui/conversation/box_text.h"
 #include "ui/conversation/chat_export.h"
 
 namespace {
@@ -17,7 +19,7 @@ class Reader {
  public:
   explicit Reader(std::string_view markup) : rest_(markup) {
     while (!rest_.empty()) Take();
-    fuzz::Require(depth_ == 0 && !hidden_);
+    fuzz::Require(depth_ == 0);
   }
 
   std::string text;
@@ -54,7 +56,6 @@ class Reader {
 
   void Obey(std::string_view word, const std::string& number) {
     if (word == "cf") colour_ = std::stoi(number);
-    if (word == "v") hidden_ = number != "0";
     if (word != "par") return;
     text += kLineEnd;
     colours.push_back(colour_);
@@ -73,7 +74,6 @@ class Reader {
 
   std::string_view rest_;
   int depth_ = 0, colour_ = -1;
-  bool hidden_ = false;
 };
 
 void Say(conversation::Conversation& said, std::string_view line) {
@@ -117,10 +117,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string plain, markup;
   conversation::WritePlainText(said, [&](std::string_view piece) { plain += piece; });
   const conversation::MarkupStyle style{
-      .font = "Tahoma", .maxIndent = {2000}, .paint = Paint, .shortRuns = (choice & 1) != 0};
+      .font = "Tahoma", .maxIndent = {2000}, .paint = Paint, .forBox = (choice & 1) != 0};
   conversation::WriteMarkup(said, BeginOf(said), EndOf(said), style, [&](std::string_view piece) { markup += piece; });
   const Reader reader(markup);
-  fuzz::Require(reader.text == plain);
+  const std::string whole = Uncut(said, BeginOf(said), "", reader.text);
+  fuzz::Require((whole.empty() ? reader.text : whole) == plain);
   fuzz::Require(reader.colours == ColoursOf(said));
   return 0;
 }

@@ -141,7 +141,7 @@ TEST(Markup, NamesTheCodePageAndKeepsItsLettersTogether) {
 TEST(Markup, CutsLongParagraphsIntoShortRuns) {
   Conversation said;
   Say(said, std::string(1000, 'x'));
-  std::string text = MarkupOf(said, {.shortRuns = true});
+  std::string text = MarkupOf(said, {.forBox = true});
   EXPECT_LT(text.size(), 1500u);
   std::size_t longest = 0;
   for (std::size_t at = text.find("'09"), next; (next = text.find("\\", at + 1)) != std::string::npos; at = next)

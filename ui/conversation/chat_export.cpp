@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/code_page.h"
+#include "ui/conversation/box_text.h"
 
 namespace conversation {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 constexpr char kLineEnd[] = "\r\n";
 constexpr char kLost[] = "... ";  // followed by the number of dropped lines
 constexpr std::size_t kPieceSize = 64u << 10;
-constexpr std::size_t kLongParagraph = 200, kRunLength = 50, kMaxBlanks = 1000, kHiddenRunLength = 400;
+constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
 
 // The character set of the font, by code page.
 constexpr std::pair<unsigned, int> kCharsets[] = {{874, 222},  {932, 128},  {936, 134},  {949, 129},  {950, 136},
@@ -77,7 +78,7 @@ class Markup {
     const int charset = CharsetOf(style_.codePage);
     out_ << "{\\rtf1\\ansi\\ansicpg" << static_cast<int>(style_.codePage) << "\\deff0{\\fonttbl";
     Font(0, "nil", charset);
-    if (style_.shortRuns) Font(1, "swiss", charset);
+    if (style_.forBox) Font(1, "swiss", charset);
     out_ << "}{\\colortbl ;";
     const std::size_t last = to.offset == 0 ? to.line : to.line + 1;
     for (std::size_t line = from.line; line < last; ++line) AddColour(said.At(line).colour);
@@ -105,7 +106,7 @@ class Markup {
       Text(HeadOf(paragraph.line));
       Text("\t");
     }
-    Text(Shown(paragraph.text));
+    Text(style_.forBox ? ShownInBox(paragraph.text) : Shown(paragraph.text));
     out_ << "\\par\n";
   }
 
@@ -125,7 +126,7 @@ class Markup {
   }
 
   void Text(std::string_view text) {
-    if (style_.shortRuns && text.size() > kLongParagraph) return InRuns(text);
+    if (style_.forBox && text.size() > kLongParagraph) return InRuns(text);
     for (char before = ' '; !text.empty();) {
       const std::string_view letter = TakeLetter(text);
       Letter(letter, before);
@@ -133,23 +134,17 @@ class Markup {
     }
   }
 
-  // Trailing blanks beyond the end of a row are hidden, since a control may take minutes to paint them.
   void InRuns(std::string_view text) {
-    std::size_t inRun = 0, blanks = 0;
+    std::size_t inRun = 0;
     while (!text.empty()) {
-      if (inRun >= (blanks > kMaxBlanks ? kHiddenRunLength : kRunLength)) {
+      if (inRun >= kRunLength) {
         out_ << (std::exchange(otherFont_, !otherFont_) ? "\\f0 " : "\\f1 ");
         inRun = 0;
       }
       const std::string_view letter = TakeLetter(text);
-      const bool blank = letter[0] == ' ' || letter[0] == '\t';
-      if (blank && blanks == kMaxBlanks) out_ << "\\v ";
-      if (!blank && blanks > kMaxBlanks) out_ << "\\v0 ";
-      blanks = blank ? blanks + 1 : 0;
       Letter(letter, 0);
       inRun += letter.size();
     }
-    if (blanks > kMaxBlanks) out_ << "\\v0 ";
   }
 
   // Consecutive blanks and tabs are escaped, because some readers drop them otherwise.

@@ -28,9 +28,9 @@ struct MarkupStyle {
   // Converts a line's colour to 0x00BBGGRR; nothing means the reader's default text colour.
   std::function<std::optional<std::uint32_t>(std::int32_t)> paint{};
 
-  // Splits long paragraphs into short runs with invisible differences in format: a rich edit control may take time
-  // quadratic in the length of a run.
-  bool shortRuns = false;
+  // For a rich edit control, which may take time quadratic in the length of a run: splits long paragraphs into short
+  // runs with invisible differences in format, and cuts long stretches of blanks (ShownInBox).
+  bool forBox = false;
 };
 
 // Writes the paragraphs between two positions, from < to.

@@ -59,7 +59,7 @@ std::optional<COLORREF> TextColour(std::int32_t colour) {
   return toolkit::PaintColour(colour);
 }
 
-MarkupStyle Style(Twips maxIndent, bool shortRuns) {
+MarkupStyle Style(Twips maxIndent, bool forBox) {
   LOGFONTA font{};
   ::GetObjectA(toolkit::DialogFont(), sizeof font, &font);
   return {.codePage = ::GetACP(),
@@ -67,7 +67,7 @@ MarkupStyle Style(Twips maxIndent, bool shortRuns) {
           .halfPoints = RichBox::FontSize(),
           .maxIndent = maxIndent,
           .paint = TextColour,
-          .shortRuns = shortRuns};
+          .forBox = forBox};
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ ChatText::~ChatText() {
 
 void ChatText::Create(HWND parent) {
   parent_ = parent;
-  box_ = RichBox(RichBox::Make(parent));
+  box_ = RichBox(RichBox::Make(parent, selected_));
   if (!box_.hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
 }
 
@@ -275,7 +275,7 @@ void ChatText::SetIndents() {
 // must stay.
 void ChatText::Rebuild(Position from, Position to) {
   const RichBox old = box_;
-  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_);
+  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_, selected_);
   if (fresh) box_ = RichBox(fresh);
   const WithoutPainting quiet(box_);
   if (fresh)
@@ -347,7 +347,7 @@ void ChatText::InsertByParagraphs(Position from, Position to) const {
     const Paragraph paragraph = ParagraphAt(said_, from);
     const auto [start, offset] = IndentsOf(paragraph);
     const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
-    box_.InsertParagraph(head + Shown(paragraph.text), TextColour(paragraph.line.colour), start, offset);
+    box_.InsertParagraph(head + ShownInBox(paragraph.text), TextColour(paragraph.line.colour), start, offset);
     from = paragraph.next;
   }
 }

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "ui/conversation/box_cost.h"
+#include "ui/conversation/box_text.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/conversation.h"
 #include "ui/conversation/rich_box.h"
@@ -103,6 +104,16 @@ class ChatText {
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
   bool InCrowd();
+
+  // The selection as it was said; empty when the box has it like that.
+  std::string Selected() const {
+    if (shown_.Empty() || Stale()) return {};
+    const CHARRANGE selection = box_.Selection();
+    const auto [from, behind] = shown_.Find(static_cast<std::size_t>(selection.cpMin));
+    const LONG begin = selection.cpMin - static_cast<LONG>(behind);
+    return Uncut(said_, from, box_.TextOf({begin, selection.cpMin}), box_.TextOf(selection));
+  }
+
   void Wake();
 
   // All boxes are of one kind, and share the memory.
@@ -110,6 +121,7 @@ class ChatText {
   static inline std::size_t open_ = 0, weightOfAll_ = 0;
   static inline ULONGLONG typedAt_ = 0;  // as GetTickCount64 counts
 
+  const RichBox::Copied selected_ = [this] { return Selected(); };
   Conversation said_;
   HWND parent_ = nullptr;
   RichBox box_;

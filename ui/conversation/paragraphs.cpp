@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/conversation/box_text.h"
+
 namespace conversation {
 namespace {
 
@@ -36,7 +38,7 @@ Position PreviousParagraph(const Conversation& said, Position at) {
 
 std::size_t WeightOf(const Paragraph& paragraph) {
   const std::size_t head = paragraph.first ? paragraph.line.prefix.size() + paragraph.line.sender.size() : 0;
-  return kWeightOfParagraph + head + paragraph.text.size();
+  return kWeightOfParagraph + head + SizeInBox(paragraph.text);
 }
 
 std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t most) {

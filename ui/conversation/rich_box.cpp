@@ -4,7 +4,9 @@
 #include <cstring>
 #include <string_view>
 
+#include "core/runtime_error.h"
 #include "core/system_library_win32.h"
+#include "ui/conversation/clipboard.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_box.h"
 
@@ -55,7 +57,27 @@ bool MayScroll(UINT message) {
   return message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_TIMER;
 }
 
+// The control handles the keys itself, without these messages.
+bool IsCopy(UINT message, WPARAM wParam) {
+  if (message == WM_COPY || message == WM_CUT) return true;
+  const bool key = message == WM_KEYDOWN && (wParam == 'C' || wParam == 'X' || wParam == VK_INSERT);
+  return key && ::GetKeyState(VK_CONTROL) < 0 && ::GetKeyState(VK_SHIFT) >= 0;
+}
+
+// Does nothing while the clipboard is in use, like the control.
+bool CopyInItsPlace(HWND box) {
+  const auto* const copied = reinterpret_cast<const RichBox::Copied*>(::GetWindowLongPtrA(box, GWLP_USERDATA));
+  const std::string text = (*copied)();
+  if (text.empty()) return false;
+  try {
+    CopyText(box, text);
+  } catch (const core::RuntimeError&) {
+  }
+  return true;
+}
+
 LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (IsCopy(message, wParam) && CopyInItsPlace(box)) return 0;
   if (message == WM_VSCROLL) gThumbDragged = LOWORD(wParam) == SB_THUMBTRACK;
   ++gInside;
   const LRESULT answer = ::CallWindowProcA(gClassProcedure, box, message, wParam, lParam);
@@ -88,12 +110,13 @@ int FontHeight() {
 
 }  // namespace
 
-HWND RichBox::Make(HWND parent) {
+HWND RichBox::Make(HWND parent, const Copied& copied) {
   const HWND hwnd = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                                       ::GetModuleHandleA(nullptr), nullptr);
   if (!hwnd) return nullptr;
   gClassProcedure =
       reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
+  ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&copied));
   const RichBox box(hwnd);
   box.Send(WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()));
   CHARFORMATA size{};
@@ -145,6 +168,13 @@ CHARRANGE RichBox::Selection() const {
   CHARRANGE selection{};
   Send(EM_EXGETSEL, 0, &selection);
   return selection;
+}
+
+std::string RichBox::TextOf(CHARRANGE range) const {
+  std::string text(2 * static_cast<std::size_t>(range.cpMax - range.cpMin) + 4, '\0');
+  TEXTRANGEA of{range, text.data()};
+  text.resize(static_cast<std::size_t>(Send(EM_GETTEXTRANGE, 0, &of)));
+  return text;
 }
 
 // Every new paragraph starts with the control's default colour.

@@ -4,6 +4,7 @@
 #include <windows.h>
 #include <richedit.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,9 +15,12 @@ namespace conversation {
 // Positions are characters of the control. Change the text or the scroll position only within WithoutPainting.
 class RichBox {
  public:
+  // What is copied in place of the selection; empty when it is the selection itself.
+  using Copied = std::function<std::string()>;
+
   // Creates a child of the window, which gets WM_COMMAND with the code EN_VSCROLL whenever the user may have scrolled.
-  // Null when it cannot be created.
-  static HWND Make(HWND parent);
+  // `copied` lives longer than the control. Null when it cannot be created.
+  static HWND Make(HWND parent, const Copied& copied);
 
   explicit RichBox(HWND hwnd = nullptr) : hwnd_(hwnd) {}
   HWND hwnd() const { return hwnd_; }
@@ -39,6 +43,9 @@ class RichBox {
 
   void Select(CHARRANGE range) const;
   CHARRANGE Selection() const;
+
+  // In the system's code page; paragraphs end with CR or CR LF.
+  std::string TextOf(CHARRANGE range) const;
 
   // The indents of the paragraph with the caret, twips: of the first row, and of the other rows and the tab stop
   // relative to it.
