@@ -84,7 +84,7 @@ TEST_F(StartUpTest, ALogoffWhileItListensKeepsTheScreenName) {
   program.onOpenSocket = [this] {
     if (gCurName == "_anna") ShutDown(program);
   };
-  Main(program, "/SAFE");
+  Main(program, "run /SaFer now");
   EXPECT_EQ(Happened()[5], "restore main");
   EXPECT_EQ(Happened()[6], "close _anna") << "it leaves under the name in use";
   EXPECT_NE(folder.Get("User.ini").find("\"Anna\",0,4"), std::string::npos);
@@ -120,11 +120,6 @@ TEST_F(StartUpTest, PostedBoxesWaitUntilTheNetworkIsJoined) {
   EXPECT_EQ(Happened().back(), "hide splash");
   ShowPostedBoxes();
   EXPECT_EQ(Desktop().boxes.size(), 3u);  // one for each line that could not be written, and one for the failure
-}
-
-TEST_F(StartUpTest, SafeModeIsRequestedAnywhere) {
-  for (const char* arguments : {"safe", "/SAFE", "run unsafe now"}) EXPECT_TRUE(AsksForSafeMode(arguments));
-  for (const char* arguments : {"", "saf e"}) EXPECT_FALSE(AsksForSafeMode(arguments));
 }
 
 TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {

@@ -18,12 +18,6 @@
 namespace toolkit {
 namespace {
 
-CMyItemData Captioned(const char* caption) {
-  CMyItemData data;
-  data.sMenuText = caption;
-  return data;
-}
-
 struct Case {
   const char *authored, *help, *caption;
   char mark;  // '#', '*', '-' or none
@@ -62,23 +56,6 @@ TEST(MenuCaption, SafeModeShowsBareNames) {
   EXPECT_EQ(PlainCaption("||Show &Main Window"), "Show &Main Window");
   EXPECT_EQ(PlainCaption("*|Receive nothing|Do Not Disturb"), "Do Not Disturb");
   EXPECT_EQ(PlainCaption("-Configuration"), "");
-}
-
-TEST(MenuCaption, NamesOfUsersAreLiteral) {
-  for (const char* name : {"anna", "-anna", "#1", "*", "|a|b", "||", ""})
-    EXPECT_EQ(ParseCaption(LiteralCaption(name)), Captioned(name)) << name;
-  EXPECT_EQ(LiteralCaption("R&D"), "R&&D");
-}
-
-TEST(MenuItems, UnknownKeysFindNothing) {
-  CMyItemDatas mine, theirs;
-  const auto first = mine.Add(Captioned("a")), second = mine.Add(Captioned("b"));
-  for (const auto strange : {theirs.Add(Captioned("c")), decltype(first){0}}) EXPECT_EQ(mine.Item(strange), nullptr);
-  mine.Remove(first);
-  EXPECT_EQ(mine.Item(first), nullptr);
-  EXPECT_EQ(mine.Item(second)->sMenuText, "b");
-  EXPECT_EQ(mine.Count(), 1u);
-  EXPECT_NE(mine.Add({}), first) << "keys are never reused";
 }
 
 TEST(MenuMnemonic, LetterOfACaption) {

@@ -58,18 +58,6 @@ TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   EXPECT_TRUE(chat.Takes("")) << "a stranger without a name is a user like any other";
 }
 
-TEST_F(ParticipantsTest, IconsFollowPresenceAndBlocking) {
-  chat.AddUsers("anna|bob|zoe|");
-  EXPECT_EQ(List(), "anna=2 bob=2 zoe=3 ");
-  roster.AddUser("Zoe");
-  roster.AddBlocked("bob");
-  chat.RefUserList();
-  EXPECT_EQ(List(), "anna=2 bob=3 zoe=2 ");
-  roster.RemoveRow("Anna");
-  chat.RefUserList();
-  EXPECT_EQ(List(), "anna=3 bob=3 zoe=2 ");
-}
-
 TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
   EXPECT_EQ(Sent("hi"), Texts{});
   chat.AddUsers("anna|bob|");

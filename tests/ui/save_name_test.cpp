@@ -43,39 +43,16 @@ TEST(SaveName, TheTypedNameDecides) {
   EXPECT_EQ(Decided("\\tea", ".txt", "\\\\server\\share\\deep\\down"), "save \\\\server\\share\\tea.txt");
 }
 
-TEST(SaveName, AnotherTypeSwitchesTheExtensionShownSoFar) {
-  EXPECT_EQ(SwitchExtension("tea.txt", "*.txt", ".rtf"), "tea.rtf");
-  EXPECT_EQ(SwitchExtension("TEA.TXT", "*.txt", ".rtf"), "TEA.rtf");
-  EXPECT_EQ(SwitchExtension("tea.doc", "*.txt", ".rtf"), "tea.doc");
-  EXPECT_EQ(SwitchExtension("tea.txt", "*.rtf", ".txt"), "tea.txt");
-  EXPECT_EQ(SwitchExtension("a", "*.c", ".txt"), "a");
-}
-
-TEST(SaveName, PatternsAreWild) {
-  EXPECT_TRUE(MatchesPattern("Tea.TXT", "*.txt"));
-  EXPECT_TRUE(MatchesPattern("\xC9t\xE9.txt", "\xE9*.t?t"));
-  EXPECT_TRUE(MatchesPattern("tea.rtf", "*.txt; *.rtf"));
-  EXPECT_TRUE(MatchesPattern("a.b.txt", "*.*.txt"));
-  EXPECT_FALSE(MatchesPattern("tea.txtx", "*.txt"));
-  EXPECT_FALSE(MatchesPattern("tea", "*."));
-  EXPECT_FALSE(MatchesPattern(std::string(260, 'a'), std::string(130, '*') + "b"));
-}
-
 TEST(SaveName, PathsArePartedByLetters) {
   const support::InCodePage japanese(932);
   EXPECT_EQ(Decided("\x83\x5C", ".txt", "C:\\\x83\x5C"), "save C:\\\x83\x5C\\\x83\x5C.txt");
-  EXPECT_EQ(PathSteps("C:\\\x83\x5C\\b").size(), 3u);
-  EXPECT_TRUE(MatchesPattern("\x83\x41-\x83\x5C.txt", "?-?.t*"));
-  EXPECT_FALSE(MatchesPattern("\x83\x41.txt", "\x83\x61.txt"));
+  EXPECT_EQ(FolderOf(PathSteps("C:\\\x83\x5C\\b"), 2), "C:\\\x83\x5C\\");
+  EXPECT_EQ(PathSteps("\\\\server\\share\\a").size(), 2u);
 }
 
-TEST(SaveName, StepsLeadThroughTheFolder) {
-  for (const std::string folder : {"C:\\", "C:\\Users\\anna\\", "\\\\server\\share\\", "\\\\server\\share\\a\\b\\"}) {
-    const auto steps = PathSteps(folder);
-    EXPECT_EQ(FolderOf(steps, steps.size()), folder);
-  }
-  EXPECT_EQ(FolderOf(PathSteps("C:\\Users\\anna"), 2), "C:\\Users\\");
-  EXPECT_EQ(PathSteps("\\\\server\\share\\a").size(), 2u);
+TEST(SaveName, AnotherTypeSwitchesTheExtensionShownSoFar) {
+  for (const auto& [typed, switched] : {std::pair{"TEA.TXT", "TEA.rtf"}, {"tea.doc", "tea.doc"}, {"t", "t"}})
+    EXPECT_EQ(SwitchExtension(typed, "*.txt", ".rtf"), switched);
 }
 
 }  // namespace
