@@ -81,10 +81,7 @@ TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
   } rows[] = {
       {"empty", "", "English", "", 1},
       {"cut after the language", full.substr(0, 11), "Deutsch", "", 1},
-      {"left beyond 16 bits", with("-30,", "40000,"), "Deutsch", "", 1},
       {"a quote inside the name", with("Anna B", "An\"na"), "Deutsch", "An", 1},
-      {"colour no number", with("255", "red"), "Deutsch", "Anna B", 1},
-      {"position beyond 16 bits", with(",1,\"ding", ",99999,\"ding"), "Deutsch", "Anna B", 1},
       {"a field too many", with(",255", ",255,7"), "Deutsch", "Anna B", 1, "1,1,2,3"},
       {"fewer groups than counted", with("2\r\n\"F", "3\r\n\"F"), "Deutsch", "Anna B", 2, "1,2,3,70000"},
       {"group count no number", with("2\r\n\"F", "many\r\n\"F"), "Deutsch", "Anna B", 0, "1,2,3,70000"},
@@ -103,12 +100,6 @@ TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
     EXPECT_EQ(roster.GroupLines().size(), row.groups);
     EXPECT_TRUE(Desktop().boxes.empty() && Desktop().posted.empty() && folder.Get("Log.txt").empty());
   }
-}
-
-TEST(RecordWriter, WritesFieldsWithoutEscapes) {
-  RecordWriter writer;
-  writer.Text("jo\"e").Bare("-5").Text("").EndRecord().Bare("7").EndRecord();
-  EXPECT_EQ(writer.Bytes(), "\"jo\"e\",-5,\"\"\r\n7\r\n");
 }
 
 // The fields, each followed by "|", read as texts (t) or numbers (n), up to the first error.

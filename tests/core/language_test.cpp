@@ -77,16 +77,6 @@ TEST(LanguageTable, SearchesFromItsCursor) {
 
 class LanguageTest : public support::DesktopTest {};
 
-TEST_F(LanguageTest, AnUnknownLanguageBecomesEnglish) {
-  folder.Put("Lang.con", "Code,Deutsch,English\r\n1001,eins,one\r\n");
-  gLanguage = "Klingon";
-  LoadLang();
-  EXPECT_EQ(gLanguage, "English");
-  EXPECT_EQ(gLangCount, 0);
-  EXPECT_EQ(GetText(1001), "one");
-  EXPECT_TRUE(Desktop().boxes.empty());
-}
-
 TEST_F(LanguageTest, WithoutEnglishItTellsAndFails) {
   for (const char* file : {"Code,Deutsch\r\n1,eins\r\n", "", "Code"}) {
     folder.Put("Lang.con", file);

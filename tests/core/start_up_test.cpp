@@ -132,12 +132,5 @@ TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
   EXPECT_EQ(Log(), "Quillon unloaded;");
 }
 
-TEST_F(StartUpTest, ShutDownWithoutSavingStillRemovesTheIcon) {
-  folder.PutFolder("User.ini");
-  ShutDown(program);
-  EXPECT_EQ(Happened(),
-            (Events{"restore main", "box Run-time error '75':\r\n\r\nPath/File access error", "remove tray", "end"}));
-}
-
 }  // namespace
 }  // namespace core

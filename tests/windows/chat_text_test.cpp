@@ -127,18 +127,6 @@ TEST_F(ChatTextTest, ALongLineIsOneParagraph) {
   EXPECT_EQ(support::ClipboardText(), std::string(59900, ' ') + '.');
 }
 
-TEST_F(ChatTextTest, AFloodOfLongLinesIsKeptWhole) {
-  const std::string lines[] = {std::string(60000, 'x'), std::string(60000, '\n'), std::string(60000, ' '),
-                               std::string(60000, '{')};
-  for (int i = 0; i < 60; ++i) {
-    Say(lines[i % 4] + std::to_string(i));
-    if (i % 3 == 0) text.Work(ChatText::kWorkTimer);
-  }
-  Settle();
-  EXPECT_TRUE(Shown().ends_with("{{59\r\n"));
-  EXPECT_GT(PlainText().size(), 60u * 60000);
-}
-
 TEST_F(ChatTextTest, IndentsFollowTheWidth) {
   text.Append("", std::string(30, 'W'), "hi", 0);
   text.Append("", "anna", "hi", 0);

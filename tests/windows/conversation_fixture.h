@@ -31,27 +31,6 @@ class ConversationTest : public testing::Test {
     roster.SetColour("anna", 0x0000FF);
   }
 
-  // Saves under this name, with the type of its extension, in the next save dialog.
-  static void SaveAs(const std::string& path, const char* title) {
-    static std::string name, expected;
-    name = path;
-    expected = title;
-    ::SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
-      const auto dialogs = support::WindowsOf("frmSave");
-      if (dialogs.empty()) return;
-      ::KillTimer(nullptr, timer);
-      EXPECT_EQ(support::TextOf(dialogs[0]), expected);
-      ::SendMessageA(dialogs[0], WM_SHOWWINDOW, FALSE, SW_PARENTCLOSING);  // as when its owner is minimised
-      EXPECT_FALSE(::IsWindowVisible(dialogs[0]));
-      const HWND type = support::ChildrenOf(dialogs[0], "ComboBox").back();
-      ::SendMessageA(type, CB_SETCURSEL, name.ends_with("rtf") ? 1 : 0, 0);
-      ::SendMessageA(dialogs[0], WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(type), CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(type));
-      ::SetWindowTextA(support::ChildrenOf(dialogs[0], "Edit").at(0), name.c_str());
-      ::PostMessageA(support::ChildOf(dialogs[0], "Button", "&Save"), BM_CLICK, 0, 0);
-    });
-  }
-
   mainwindow::UserRoster roster;
   support::RecordingPort port;
   net::Messenger messenger{port};

@@ -188,15 +188,6 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
 TEST_F(CoolMenuTest, AnswersMnemonicsAndTellsHelpTexts) {
   EXPECT_EQ(Key(mainwindow::mnuMove, 'e'), MAKELRESULT(2, MNC_EXECUTE));
   EXPECT_EQ(Key(mainwindow::mnuPop, 'z'), kHostAnswer);
-  const HMENU links = Info(mainwindow::mnuWeb).hSubMenu;
-  ::AppendMenuA(links, MF_STRING, 3, "Second &Home");
-  cool().Convert();
-  const auto home = FindItem(menu(), mainwindow::mnuWp)->position, second = FindItem(menu(), 3)->position;
-  EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(home, MNC_SELECT));
-  MENUITEMINFOA highlighted = Info(mainwindow::mnuWp);
-  highlighted.fState = MFS_HILITE;
-  ::SetMenuItemInfoA(links, static_cast<UINT>(home), TRUE, &highlighted);
-  EXPECT_EQ(Key(mainwindow::mnuWeb, 'h'), MAKELRESULT(second, MNC_SELECT)) << "several take turns";
 
   Highlight(mainwindow::mnuStatBar);
   Highlight(mainwindow::mnuMove, MF_POPUP);

@@ -83,6 +83,9 @@ TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
   Choose(mnuStat + 2);
   EXPECT_EQ(port.sent, Texts{"me|S/2"});
   for (const unsigned state : {0u, 1u, 2u}) EXPECT_EQ(Checked(mnuStat + state), state == 2);
+  Choose(mnuStatBar);
+  EXPECT_FALSE(Checked(mnuStatBar));
+  EXPECT_EQ(::GetWindowLongA(StatusLine(), GWL_STYLE) & WS_VISIBLE, 0);
 }
 
 TEST_F(MainWindowTest, ToolbarActsOnTheSelectionAndRestsWithoutOne) {
@@ -149,18 +152,6 @@ TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
   Choose(mnuMoveSub + 3);
   EXPECT_EQ(support::PlaceOf(main->hwnd()).right, toolkit::WorkAreaPixels().right);
   EXPECT_FALSE(::IsZoomed(main->hwnd()));
-}
-
-TEST_F(MainWindowTest, StatusBarGivesItsPlaceToTheRoster) {
-  main->ShowMe();
-  const LONG before = support::PlaceOf(List()).bottom;
-  for (const bool shown : {false, true}) {
-    Choose(mnuStatBar);
-    EXPECT_EQ(Checked(mnuStatBar), shown);
-    EXPECT_EQ(::IsWindowVisible(StatusLine()) != 0, shown);
-    EXPECT_EQ(support::PlaceOf(List()).bottom > before, !shown);
-  }
-  EXPECT_EQ(support::PlaceOf(List()).bottom, before);
 }
 
 TEST_F(MainWindowTest, SpeaksEveryLanguage) {
