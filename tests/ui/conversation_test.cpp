@@ -6,6 +6,7 @@
 
 #include "tests/support/in_code_page.h"
 #include "ui/conversation/box_cost.h"
+#include "ui/conversation/box_text.h"
 #include "ui/conversation/chat_export.h"
 
 namespace conversation {
@@ -57,6 +58,13 @@ TEST(Conversation, TheOldestOfTheLargestGoes) {
   EXPECT_LE(left, 2 * kMegabyte / 1012);
   EXPECT_EQ(large.At(large.First()).text, text + std::to_string(large.First()));
   EXPECT_TRUE(PlainText(large).starts_with("... " + std::to_string(large.First()) + "\r\nanna:\tx"));
+
+  Say(large, std::string(1000, ' '));
+  const std::string whole = PlainText(large);
+  std::string box = whole;
+  box.erase(box.find("  "), 1000 - kMaxBlanks);
+  for (const std::size_t from : {0u, 5u, 2000u})
+    EXPECT_EQ(Uncut(large, BeginOf(large), box.substr(0, from), box.substr(from)), whole.substr(from));
   for (int i = 0; i < 500; ++i) Say(small, text);
   EXPECT_EQ(small.First(), 0u);
   EXPECT_LT(large.End() - large.First(), left);

@@ -123,7 +123,12 @@ TEST_F(ChatTextTest, ALongLineIsOneParagraph) {
   const auto blanks = static_cast<LONG>(words.size() + 60000 + 2 * 7 + 6);
   CHARRANGE range{blanks + 100, blanks + static_cast<LONG>(kMaxBlanks) + 1};
   Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
-  Send(WM_COPY);
+  BYTE keys[256] = {};
+  keys[VK_CONTROL] = 0x80;
+  ::SetKeyboardState(keys);
+  Send(WM_KEYDOWN, 'C');
+  keys[VK_CONTROL] = 0;
+  ::SetKeyboardState(keys);
   EXPECT_EQ(support::ClipboardText(), std::string(59900, ' ') + '.');
 }
 

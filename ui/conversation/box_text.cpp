@@ -1,6 +1,7 @@
 #include "ui/conversation/box_text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace conversation {
 namespace {
@@ -63,7 +64,9 @@ std::size_t SizeInBox(std::string_view text) {
 
 std::string Uncut(const Conversation& said, Position from, std::string_view before, std::string_view selected) {
   std::string_view line;
+  bool lost = from == BeginOf(said) && said.First() > 0;  // a paragraph counts the dropped lines
   while (TakeParagraph(before, line)) {
+    if (std::exchange(lost, false)) continue;
     if (!(from < EndOf(said))) return {};
     from = ParagraphAt(said, from).next;
   }
@@ -72,7 +75,9 @@ std::string Uncut(const Conversation& said, Position from, std::string_view befo
   for (bool more = true; more; offset = 0) {
     more = TakeParagraph(selected, line);
     const std::size_t size = whole.size();
-    if (from < EndOf(said)) {
+    if (std::exchange(lost, false)) {
+      whole += line;
+    } else if (from < EndOf(said)) {
       const Paragraph paragraph = ParagraphAt(said, from);
       if (!AddUncut(paragraph, offset, line, whole)) return {};
       from = paragraph.next;
