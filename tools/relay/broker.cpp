@@ -94,11 +94,12 @@ int Broker::Handle() const { return mosquitto_socket(handle_.get()); }
 
 bool Broker::WantsToWrite() const { return mosquitto_want_write(handle_.get()); }
 
-// One call reads one message. Many may wait, and with TLS in the library, where the socket does not show them.
+// One call reads one message. Many may wait, and with TLS in the library, where the socket does not show them. Without
+// a connection each call would report once more that it is gone.
 void Broker::Serve() {
   constexpr int kMaxAtOnce = 100;
-  mosquitto_loop_read(handle_.get(), kMaxAtOnce);
-  if (WantsToWrite()) mosquitto_loop_write(handle_.get(), kMaxAtOnce);
+  if (Handle() >= 0) mosquitto_loop_read(handle_.get(), kMaxAtOnce);
+  if (Handle() >= 0 && WantsToWrite()) mosquitto_loop_write(handle_.get(), kMaxAtOnce);
   mosquitto_loop_misc(handle_.get());
 }
 

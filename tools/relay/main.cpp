@@ -142,7 +142,7 @@ class Service {
 std::string FirstLine(const std::string& path) {
   std::ifstream file(path);
   std::string line;
-  if (!std::getline(file, line)) throw std::invalid_argument("no password can be read from " + path);
+  if (!std::getline(file, line)) throw BrokerError("no password can be read from " + path);
   return line;
 }
 
@@ -185,6 +185,9 @@ int Main(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return relay::Main(argc, argv);
+  } catch (const std::invalid_argument& error) {
+    std::fprintf(stderr, "quillon-relay: %s\n", error.what());
+    return relay::kMisused;
   } catch (const core::RuntimeError& error) {
     std::fprintf(stderr, "quillon-relay: port 1414: %s\n", error.description.c_str());
   } catch (const std::exception& error) {
