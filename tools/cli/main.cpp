@@ -26,11 +26,22 @@ constexpr char kExitCodes[] =
     "recipient "
     "is not on the network.";
 
-// The parser takes a text in brackets for a list, so one that begins with a bracket gets a byte before it that cannot
-// be typed.
+// The parser takes a text in brackets for a list, and forgets a "--" behind the first name. So a text that begins with
+// a bracket or stands behind "--" gets a byte before it that cannot be typed.
 constexpr char kGuard = '\1';
 
-std::string Guarded(const std::string& argument) { return argument.starts_with('[') ? kGuard + argument : argument; }
+std::vector<std::string> Guarded(const std::vector<std::string>& arguments) {
+  std::vector<std::string> guarded;
+  bool verbatim = false;
+  for (const std::string& each : arguments) {
+    if (!verbatim && each == "--")
+      verbatim = true;
+    else
+      guarded.push_back(verbatim || each.starts_with('[') ? kGuard + each : each);
+  }
+  return guarded;
+}
+
 std::string Unguarded(const std::string& argument) { return argument.substr(argument.starts_with(kGuard) ? 1 : 0); }
 
 cli::Milliseconds Seconds(double seconds) { return cli::Milliseconds(static_cast<long long>(seconds * 1000)); }
@@ -54,8 +65,8 @@ class CommandLine {
 
   int Run(const std::vector<std::string>& arguments) {
     try {
-      std::vector<std::string> backwards;
-      std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(backwards), Guarded);
+      std::vector<std::string> backwards = Guarded(arguments);
+      std::ranges::reverse(backwards);
       app_.parse(std::move(backwards));
     } catch (const CLI::ParseError& error) {
       const bool isQuestion = app_.exit(error) == 0;  // --help or --version
@@ -97,6 +108,7 @@ class CommandLine {
     command->parse_complete_callback([this, words, all, isAlert] {
       message_.isAlert = isAlert;
       message_.toAll = all->count() > 0;
+      if (message_.as) message_.as = Unguarded(*message_.as);
       std::ranges::transform(words->results(), std::back_inserter(message_.recipients), Unguarded);
     });
   }

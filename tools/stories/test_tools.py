@@ -55,7 +55,7 @@ class Tools(unittest.TestCase):
 
     def test_2_an_alert_reaches_a_desk(self):
         start = self.wire.mark()
-        code, _, errors = self._cli("alert", "anna", "john smith", "nobody", "--as", "Ops", "--wait", "2", "-",
+        code, _, errors = self._cli("alert", "anna", "--as", "Ops", "--wait", "2", "--", "john smith", "nobody", "-",
                                     text="[Caf\xe9 is shut,\nsorry]\n")
         self.assertEqual(code, 3)
         self.assertIn("nobody is not on the network", errors)
