@@ -53,8 +53,8 @@ class Checker {
     Visit visit(broadcast_);
     visit.onDatagram = [&](const wire::Datagram& datagram) {
       if (datagram.bytes == visit.Question()) cameBack_ = true;
+      NoteHost(datagram, visit.View());
     };
-    visit.onEvent = [this](const Event& event) { hosts_[event.user.name].insert(event.user.host); };
     visit.Ask();
     visit.Listen(wait);
     view_ = visit.View();
@@ -65,6 +65,13 @@ class Checker {
           "UDP\" "
           "on Windows name it.");
     return false;
+  }
+
+  // Two who answer alike under one name make no event of the second, so each datagram counts. Only listed names are
+  // kept: the list is bounded.
+  void NoteHost(const wire::Datagram& datagram, const SegmentView& view) {
+    const auto user = view.Users().find(net::TakeApart(datagram.bytes).sender);
+    if (user != view.Users().end()) hosts_[user->first].insert(datagram.sender.host);
   }
 
   void LookAtAnswers() {

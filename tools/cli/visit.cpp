@@ -47,8 +47,8 @@ void Visit::Listen(Milliseconds time, const std::function<bool()>& enough) {
 }
 
 void Visit::Take(const wire::Datagram& datagram) {
-  onDatagram(datagram);
   for (const Event& event : view_.Take(datagram)) onEvent(event);
+  onDatagram(datagram);
 }
 
 void Visit::EndOnSignals() {

@@ -45,7 +45,7 @@ class Visit {
   void Listen(
       Milliseconds time, const std::function<bool()>& enough = [] { return false; });
 
-  // Called with each datagram that is heard, and with each event.
+  // Called with each datagram that is heard, once the view has taken it, and with each event.
   std::function<void(const wire::Datagram&)> onDatagram = [](const auto&) {};
   std::function<void(const Event&)> onEvent = [](const auto&) {};
 
