@@ -70,7 +70,7 @@ class Subject:
         known = set(process_ids(self._exe))
         began = time.time()
         self.prefix.start(self._place, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        arrived = self._rig.wire.wait_for(self._first_packet, 30, start).time
+        arrived = self._rig.wire.wait_for(self._first_packet, start).time
         self.process = next(iter(set(process_ids(self._exe)) - known))
         return arrived - began
 
@@ -151,7 +151,7 @@ def _measure(table):
 def _measure_running(table, rig, quillon, bare):
     bare.start()
     quillon.start()
-    rig.wire.wait_for("anna|M/anna is now on the network", 30)
+    rig.wire.wait_for("anna|M/anna is now on the network")
     time.sleep(1)
     mine, least = _private_bytes(quillon.process), _private_bytes(bare.process)
     table.row("private memory, hidden", "<= bare + 4 MB", f"{mine / _MEGABYTE:.1f} MB (bare {least / _MEGABYTE:.1f} MB)",

@@ -109,7 +109,7 @@ class Scene:
         other.terminate()
         other.wait()
         self.probe.close(self.probe.wait_for("frmOpt"))
-        self.anna.process.wait(15)
+        self.anna.process.wait(probe.PATIENCE)
 
     def splash(self):
         for partner in _PARTNERS:
@@ -119,7 +119,7 @@ class Scene:
         time.sleep(3)
         splash = self.probe.wait_for("frmSplash")
         self.camera.take_area("splash", splash.left, splash.top, splash.width, splash.height)
-        probe.wait(lambda: any(text.startswith("Anna|M/Anna ") for text in self.rig.wire.texts(start=start)), 30)
+        probe.wait(lambda: any(text.startswith("Anna|M/Anna ") for text in self.rig.wire.texts(start=start)))
         self.camera.take_area("tray", 1024 - 200, 768 - 24, 200, 24)
 
     def options(self):

@@ -152,7 +152,7 @@ class _Scene:
         self._picture("1-splash")
         _start_partner("Berta")
         _start_partner("Carl", "--public")
-        self._rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network", 60)
+        self._rig.wire.wait_for(f"{copy.user}|M/{copy.user} is now on the network")
         probe.wait(lambda: {"Berta", "Carl"} <= copy.names())
         copy.show_main()
 

@@ -91,9 +91,9 @@ class Copy:
         # The date is the short date, a blank and the long time: 11/21/2026 12:00:00 PM in Wine's English.
         return [record.strip('"').split(" ", 3)[3] for record in records]
 
-    def wait_for_box(self, seconds=LISTENING + 10):
+    def wait_for_box(self):
         """The text of the next message box; the box stays open."""
-        box = self.probe.wait_for_box(seconds)
+        box = self.probe.wait_for_box()
         return box, self.probe.box_text(box)
 
     def roster(self):
@@ -178,7 +178,7 @@ class Copy:
     def close(self):
         """Closes the main window as its X does, and waits until the process has ended."""
         self.probe.post(self.probe.wait_for("frmMain", visible=False), probe.WM_CLOSE)
-        return self.process.wait(15)
+        return self.process.wait(probe.PATIENCE)
 
     def runs(self):
         return self.process.poll() is None

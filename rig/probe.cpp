@@ -21,7 +21,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-constexpr UINT kAnswerTime = 5000;  // milliseconds that a window may take to answer a message
+constexpr UINT kAnswerTime = 60'000;  // milliseconds that a window may take to answer a message
 
 std::string Hex(const std::string& text) {
   std::ostringstream digits;
@@ -54,7 +54,7 @@ HWND Window(const std::string& text) {
 // A program that hangs is a finding, not a reason to hang with it.
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   DWORD_PTR result = 0;
-  if (!::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kAnswerTime, &result))
+  if (!::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, kAnswerTime, &result))
     throw std::runtime_error("the window does not answer");
   return static_cast<LRESULT>(result);
 }

@@ -11,6 +11,9 @@ BM_CLICK = 0x00F5
 VK_RETURN, VK_UP = 0x0D, 0x26
 LVM_GETITEMCOUNT = 0x1004
 
+# Seconds after which a wait has failed: what takes a moment on an idle machine takes half a minute on a busy one.
+PATIENCE = 90
+
 
 def _hex(text):
     return text.encode("latin-1").hex()
@@ -52,6 +55,7 @@ class Probe:
     """Sees and operates all windows of the programs of one Wine prefix."""
 
     def __init__(self, prefix, program):
+        self.patience = PATIENCE  # of its own waits
         self._process = prefix.start(program, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
                                      encoding="ascii")
 
@@ -85,13 +89,13 @@ class Probe:
         """The control of a window with this number."""
         return next(child for child in self.children(window) if child.id == number)
 
-    def wait_for(self, class_name, visible=True, seconds=10):
+    def wait_for(self, class_name, visible=True):
         """The first top-level window of a class, as soon as there is a visible one (or one at all)."""
-        return wait(lambda: next((w for w in self.windows(class_name) if w.visible or not visible), None), seconds,
-                    f"no window {class_name}")
+        return wait(lambda: next((w for w in self.windows(class_name) if w.visible or not visible), None),
+                    self.patience, f"no window {class_name}")
 
-    def wait_gone(self, window, seconds=10):
-        wait(lambda: all(w.handle != window.handle for w in self.windows(window.class_name)), seconds,
+    def wait_gone(self, window):
+        wait(lambda: all(w.handle != window.handle for w in self.windows(window.class_name)), self.patience,
              f"{window.class_name} stays")
 
     def set_text(self, window, text):
@@ -135,9 +139,9 @@ class Probe:
         self.ask("select", list_view.handle, -1, 0)
         self.ask("select", list_view.handle, row, 1)
 
-    def wait_for_box(self, seconds=10):
+    def wait_for_box(self):
         """The message box that is up, as soon as there is one."""
-        return self.wait_for("#32770", seconds=seconds)
+        return self.wait_for("#32770")
 
     def box_text(self, box):
         """The text of a message box (its icon is a Static control too, without a text)."""
@@ -151,7 +155,7 @@ class Probe:
         self.wait_gone(box)
 
 
-def wait(condition, seconds=10, complaint="it did not happen"):
+def wait(condition, seconds=PATIENCE, complaint="it did not happen"):
     """Waits until condition() is true and returns its value. The complaint is a text, or a function that gives one."""
     deadline = time.monotonic() + seconds
     while True:

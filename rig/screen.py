@@ -6,7 +6,7 @@ import subprocess
 import time
 
 from .private_machine import mount
-from .probe import wait
+from .probe import PATIENCE, wait
 
 _SOCKETS = "/tmp/.X11-unix"
 _TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
@@ -46,7 +46,7 @@ class Screen:
         with socket.socket(socket.AF_UNIX) as knock:
             return knock.connect_ex(f"{_SOCKETS}/X{self.name[1:]}") == 0
 
-    def wait_for_window(self, seconds=20):
+    def wait_for_window(self, seconds=PATIENCE):
         """Waits until any program shows a window."""
         wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False), seconds,
              "no window appeared")

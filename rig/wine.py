@@ -133,7 +133,7 @@ class Prefix:
         self.screen = on_screen
         self._path = path or system.new_prefix()
         self._environment = {
-            "WINEPREFIX": self._path, "WINEARCH": "win32", "WINEDLLOVERRIDES": "mscoree,mshtml=",
+            "WINEPREFIX": self._path, "WINEARCH": "win32", "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe=d",
             "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"), "LANG": "C.UTF-8", "DISPLAY": on_screen.name,
             "HOME": self._path, "TMPDIR": self._path,  # Debian's Wine keeps the sockets of its server there
         }

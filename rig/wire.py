@@ -1,12 +1,13 @@
 """The segment's packets, with the time of their arrival; and packets of the tests' own."""
 
+import select
 import socket
 import struct
 import subprocess
 import threading
 from dataclasses import dataclass
 
-from .probe import wait
+from .probe import PATIENCE, wait
 
 PORT = 1414
 
@@ -32,14 +33,25 @@ class Wire:
         self._socket.bind(("0.0.0.0", port))
         self._port = port
         self._packets = []
+        self._lock = threading.Lock()
         threading.Thread(target=self._listen, daemon=True).start()
 
     def _listen(self):
         while True:
-            # A busy machine hands packets over late, so the time is the kernel's and not that of the handing over.
-            data, notes, _, (source, _) = self._socket.recvmsg(65535, 64)
-            seconds, nanoseconds = struct.unpack("qq", notes[0][2])
-            self._packets.append(Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1")))
+            select.select([self._socket], [], [])
+            self._take()
+
+    def _take(self):
+        """Takes what has arrived; whoever asks for packets does it too, as the thread may be late on a busy machine."""
+        with self._lock:
+            while True:
+                try:
+                    data, notes, _, (source, _) = self._socket.recvmsg(65535, 64, socket.MSG_DONTWAIT)
+                except BlockingIOError:
+                    return
+                # The kernel's time of arrival.
+                seconds, nanoseconds = struct.unpack("qq", notes[0][2])
+                self._packets.append(Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1")))
 
     def send(self, text):
         """Broadcasts a packet, given as its text (or its bytes)."""
@@ -48,6 +60,7 @@ class Wire:
 
     def packets(self, sender=None, start=0):
         """What was heard, all or of one sender (the name in front of the bar), from packet number `start` on."""
+        self._take()
         return [packet for packet in self._packets[start:] if sender is None or packet.text.split("|")[0] == sender]
 
     def texts(self, sender=None, start=0):
@@ -55,11 +68,12 @@ class Wire:
 
     def mark(self):
         """The number of packets so far, to be given as `start` later."""
+        self._take()
         return len(self._packets)
 
-    def wait_for(self, text, seconds=20, start=0):
+    def wait_for(self, text, start=0):
         """Waits for a packet with exactly this text and returns it."""
-        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), seconds,
+        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), PATIENCE,
                     lambda: f"{text!r} not heard, only {self.texts(start=start)}")
 
 

@@ -56,7 +56,7 @@ class Desks:
             copy.write_settings()
             copy.start()
         for copy in self.all:
-            self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}", 120)
+            self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}")
 
     def put_away(self):
         for copy in self.all:
@@ -80,7 +80,7 @@ class Desks:
 def two_users_of_one_machine(desks):
     names = {"(All)", "anna", "berta", "bob"}
     for copy in desks.all:
-        probe.wait(lambda copy=copy: names <= copy.names(), 20, f"{copy.user} does not list all")
+        probe.wait(lambda copy=copy: names <= copy.names(), complaint=f"{copy.user} does not list all")
     desks.bob.send_alert("berta", "Only for one of the two")
     check(desks.berta.popup_at_rest()[1] == ["Only for one of the two\r\n"], "no alert")
     check(not desks.anna.probe.windows("frmPop"), "the other user is shown it")
@@ -184,7 +184,7 @@ def a_folder_that_takes_nothing(desks):
     shutil.copytree(files, copy.folder, dirs_exist_ok=True)
     shutil.rmtree(files)
     copy.start()
-    desks.wire.wait_for(f"dora|M/dora {GREETING}", 60, start)
+    desks.wire.wait_for(f"dora|M/dora {GREETING}", start)
     desks.wire.send("dorian|M/\xdeTo be kept")
     chat = copy.probe.wait_for("frmChat")
     remount = ["mount", "-o", "remount,{}", copy.folder]

@@ -27,6 +27,7 @@ class Operator:
         self.name = name
         self.random = random
         self.probe = copy.probe
+        self.probe.patience = 10  # a window that the other hand has closed does not come
         self.hiccups, self.latencies = [], []  # what did not work out, and seconds from a posted letter to the text
         self.starts = 0
 
@@ -131,7 +132,7 @@ class Worker(Operator):
     def _language(self):
         for number in (self.random.randrange(1, 4), 0):
             dialog = self._in_options(LANGUAGE_BOX, lambda box, n=number: self.probe.send(box, CB_SETCURSEL, n))
-            box = self.probe.wait_for_box(3)
+            box = self.probe.wait_for_box()
             self.probe.post(self.probe.children(box, "Button")[0], probe.BM_CLICK)
             self.probe.wait_gone(dialog)
 

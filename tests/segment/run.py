@@ -1,15 +1,17 @@
-"""Runs the tests of whole copies, each file in a private machine of its own, all in parallel: most of the time they wait
+"""Runs the tests of whole copies, each file in a private machine of its own, some in parallel: most of the time they wait
 for the ten seconds in which a starting copy listens.
 
 usage: run.py [NAME ...]    only files whose name contains one of the NAMEs
 The last line is "N passed, N failed".
 """
 
+import os
 import pathlib
 import subprocess
 import sys
 import time
 import unittest
+from concurrent import futures
 
 _HERE = pathlib.Path(__file__).resolve().parent
 _ROOT = _HERE.parent.parent
@@ -18,7 +20,7 @@ sys.path[:0] = map(str, (*_FOLDERS, _ROOT))
 
 from rig import private_machine  # noqa: E402
 
-_TIME_LIMIT = 240  # seconds for one file
+_TIME_LIMIT = 300  # seconds for one file
 
 
 def _run(name):
@@ -32,30 +34,33 @@ def _run(name):
     return failed
 
 
-def _output(job):
-    # Killing a hanging test ends its machine with everything in it.
+def _output(name):
+    """Runs the tests of a file in a machine of their own; returns what they print."""
+    began = time.monotonic()
+    job = subprocess.Popen([sys.executable, "-u", __file__, "--alone", name], text=True, errors="replace",
+                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     try:
-        return job.communicate(timeout=_TIME_LIMIT)[0]
+        output = job.communicate(timeout=_TIME_LIMIT)[0]
     except subprocess.TimeoutExpired:
-        job.kill()
-        return job.communicate()[0] + f"\nended after {_TIME_LIMIT} seconds\n0 1"
+        job.kill()  # its machine ends with everything in it
+        output = job.communicate()[0] + f"\nended after {_TIME_LIMIT} seconds\n0 1"
+    return output, time.monotonic() - began
 
 
 def main(arguments):
     if arguments[:1] == ["--alone"]:
         return private_machine.run(lambda: _run(arguments[1]))
-    began, total = time.monotonic(), [0, 0]
+    total = [0, 0]
     names = [path.stem for folder in _FOLDERS for path in sorted(folder.glob("test_*.py"))
              if not arguments or any(wanted in path.stem for wanted in arguments)]
-    jobs = [subprocess.Popen([sys.executable, __file__, "--alone", name], text=True, errors="replace",
-                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT) for name in names]
-    for name, job in zip(names, jobs):
-        output, _, last = _output(job).rstrip().rpartition("\n")
-        counts = [int(word) for word in last.split()] if last.replace(" ", "").isdigit() else [0, 1]
-        total = [total[0] + counts[0], total[1] + counts[1]]
-        print(f"{name}: {counts[0]} passed, {counts[1]} failed, {time.monotonic() - began:.0f} s", flush=True)
-        if counts[1]:
-            print(output, last, sep="\n", flush=True)
+    with futures.ThreadPoolExecutor(2 * os.cpu_count()) as pool:
+        for name, (output, seconds) in zip(names, pool.map(_output, names)):
+            output, _, last = output.rstrip().rpartition("\n")
+            counts = [int(word) for word in last.split()] if last.replace(" ", "").isdigit() else [0, 1]
+            total = [total[0] + counts[0], total[1] + counts[1]]
+            print(f"{name}: {counts[0]} passed, {counts[1]} failed, {seconds:.0f} s", flush=True)
+            if counts[1]:
+                print(output, last, sep="\n", flush=True)
     print(f"{total[0]} passed, {total[1]} failed")
     return 1 if total[1] else 0
 

@@ -30,9 +30,9 @@ class Desks(unittest.TestCase):
             copy.start()
         names = ("Anna", "Bob", "carla")
         for name in names:
-            cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 60)
+            cls.wire.wait_for(f"{name}|M/{name} {GREETING}")
         for copy in cls.everybody:
-            probe.wait(lambda copy=copy: copy.names() == {"(All)", *names}, 20)
+            probe.wait(lambda copy=copy: copy.names() == {"(All)", *names})
 
     def tearDown(self):
         """Every test begins without popups and chat windows."""
@@ -42,7 +42,7 @@ class Desks(unittest.TestCase):
 
     @staticmethod
     def _wait_said(copy, window, text):
-        probe.wait(lambda: copy.said(window) == text, 10, f"{copy.user} does not see {text!r}")
+        probe.wait(lambda: copy.said(window) == text, complaint=f"{copy.user} does not see {text!r}")
 
     @staticmethod
     def _participants(copy, window):
@@ -99,7 +99,7 @@ class Desks(unittest.TestCase):
         copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], "C:\\whole")
         copy.probe.command(dialog, SAVE)
         path = f"{copy.prefix.drive_c}/whole.{('txt', 'rtf')[kind]}"
-        probe.wait(lambda: os.path.exists(path), 30)
+        probe.wait(lambda: os.path.exists(path))
         return path
 
     def test_3_a_conversation_of_3000_lines_is_exported_whole(self):
@@ -124,7 +124,7 @@ class Desks(unittest.TestCase):
                 start = self.wire.mark()
         for copy, name, _ in desks:
             self.wire.send(f"dora|P/\xdfThat was all|{name}")
-            copy.probe.wait_for("frmPop", seconds=60)
+            copy.probe.wait_for("frmPop")
             self.assertEqual(len(copy.probe.windows("frmChat")), 1)
             with open(self._export(copy, 0), "rb") as file:
                 self.assertTrue(file.read().decode("latin-1") == "".join(said))

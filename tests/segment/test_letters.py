@@ -33,12 +33,12 @@ class Letters(unittest.TestCase):
         for copy, name in ((cls.pochi, POCHI), (cls.aya, AYA)):
             copy.start()
         for name in (POCHI, AYA):
-            cls.wire.wait_for(f"{name}|M/{name} {GREETING}", 60)
+            cls.wire.wait_for(f"{name}|M/{name} {GREETING}")
 
     def test_1_an_alert_to_a_group(self):
         self.wire.send(f"{OTHER}|C/255")
         for copy in (self.pochi, self.aya):
-            probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER}, 20)
+            probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER})
         dialog = self.pochi.open_options()
         name = self.pochi.probe.control(dialog, NAME_BOX)
         # The limit of what is typed counts bytes, and keeps room for any letter.
@@ -48,7 +48,7 @@ class Letters(unittest.TestCase):
         probe.wait(lambda: self.pochi.probe.control(dialog, NAME_BOX).text == "ab" + kana)
         self.pochi.probe.set_text(name, POCHI)
         self.pochi.probe.command(dialog, copies.ACCEPT)  # with which the group gets its row
-        probe.wait(lambda: {f"({GROUP})", AYA} <= self.pochi.names(), 20)
+        probe.wait(lambda: {f"({GROUP})", AYA} <= self.pochi.names())
         start = self.wire.mark()
         self.pochi.send_alert(f"({GROUP})", LINE)
         self.wire.wait_for(f"{POCHI}|P/\xdf{LINE}|{AYA}", start=start)

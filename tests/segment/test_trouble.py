@@ -28,7 +28,7 @@ class Trouble(unittest.TestCase):
         for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_port, cls.alone):
             copy.start()
         for name in ("anna", "dora"):  # somebody else bears the name, in another case
-            cls.wire.wait_for(f"_{name}|S/0", 30)
+            cls.wire.wait_for(f"_{name}|S/0")
             cls.wire.send(f"{name.upper()}|C/ 0")
 
     def _expect_box(self, copy, title, text):
@@ -40,7 +40,7 @@ class Trouble(unittest.TestCase):
     def test_1_without_a_language_file_the_built_in_texts_serve(self):
         self._expect_box(self.no_texts, "Language Error", "^Error reading language files. Cannot find code ")
         self.assertEqual(self.no_texts.read("User.ini"), DEFAULT_SETTINGS.format("notexts"))
-        self.wire.wait_for("notexts|M/notexts ", 30)
+        self.wire.wait_for("notexts|M/notexts ")
         self.assertEqual(self.no_texts.probe.windows("#32770"), [])
 
     def test_2_a_port_held_by_another_program(self):
@@ -55,7 +55,7 @@ class Trouble(unittest.TestCase):
 
     def test_3_no_network_until_later(self):
         main = self.alone.probe.wait_for("frmMain", visible=False)
-        probe.wait(lambda: not any(w.visible for w in self.alone.probe.windows("frmSplash")), 30)
+        probe.wait(lambda: not any(w.visible for w in self.alone.probe.windows("frmSplash")))
         self.assertEqual(self.alone.probe.windows("#32770"), [])
         self.assertTrue(self.alone.runs() and main)
         self.alone.host.plug()
@@ -80,7 +80,7 @@ class Trouble(unittest.TestCase):
     def test_5_or_the_program_ends_with_them(self):
         self._expect_box(self.closed, PLAIN, TAKEN_AT_START)
         self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # the button goes the same way
-        self.closed.process.wait(15)
+        self.closed.process.wait(probe.PATIENCE)
         self.assertEqual(self.closed.log()[-1], "Quillon unloaded")
         self.assertEqual(self.wire.texts("dora"), ["dora|L/"])
         self.assertIn('"dora",0,4', self.closed.read("User.ini"))

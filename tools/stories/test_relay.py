@@ -45,7 +45,7 @@ class Relays(unittest.TestCase):
         while joining:
             joining.discard(cls._wait_heard(event="joined")["name"])
         for copy in (cls.anna, cls.bob):
-            probe.wait(lambda copy=copy: copy.names() == {"(All)", "anna", "bob"}, 20, f"{copy.user} misses somebody")
+            probe.wait(lambda copy=copy: copy.names() == {"(All)", "anna", "bob"}, complaint=f"{copy.user} misses somebody")
 
     @classmethod
     def _start_broker(cls):

@@ -3,6 +3,7 @@
 import csv
 import json
 import os
+import pathlib
 import subprocess
 import tempfile
 import time
@@ -37,7 +38,7 @@ class Tools(unittest.TestCase):
         cls.anna.start()
         subprocess.Popen(network.Host().command(PARTNER, "--name", "John Smith", "--state", "2"),
                          stdout=subprocess.DEVNULL)
-        cls.wire.wait_for(f"Anna|M/Anna {GREETING}", 60)
+        cls.wire.wait_for(f"Anna|M/Anna {GREETING}")
         time.sleep(1)
 
     def _cli(self, *arguments, text=None, host=None):
@@ -98,10 +99,11 @@ class Tools(unittest.TestCase):
         self.anna.close()
         self.wire.send(b"crooked")
         self.wire.send(b"crooked|L/")
-        self.wire.wait_for("crooked|L/")
-        time.sleep(1)
+        probe.wait(lambda: b"crooked|L/" in pathlib.Path(self.captured).read_bytes())
+        events = []
+        while not events or (events[-1]["event"], events[-1]["name"]) != ("left", "Anna"):
+            events.append(json.loads(self.watch.stdout.readline()))
         self.watch.terminate()
-        events = [json.loads(line) for line in self.watch.communicate()[0].splitlines()]
         told = [(event["event"], event["name"], event.get("to"), event.get("text")) for event in events]
         for event in (("joined", "Anna", None, None), ("alert", "Ops", "Anna", "[Caf\xe9 is shut,\r\nsorry]"),
                       ("chat", "Ops", None, "Back soon"), ("left", "Anna", None, None)):
