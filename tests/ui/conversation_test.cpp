@@ -160,16 +160,16 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
 
 TEST(BoxCost, PortionsGoByTheLastTimesAndCapacityByTheBest) {
   BoxCost cost;
-  for (const int milliseconds : {50, 2, 1, 2}) cost.Took(1000, milliseconds);
+  for (const int milliseconds : {50, 2, 1, 2}) cost.AddTime(1000, milliseconds);
   EXPECT_EQ(cost.Portion(50), 25000u);
-  cost.Took(1000, 100);
+  cost.AddTime(1000, 100);
   EXPECT_EQ(cost.Portion(25), 250u);
   EXPECT_EQ(cost.Capacity(25), 25000u);
-  cost.Grew(1000, 1 << 20);
+  cost.AddGrowth(1000, 1 << 20);
   EXPECT_EQ(cost.MemoryOf(1000), 0u) << "too little to tell";
-  cost.Grew(99000, 9 << 20);
+  cost.AddGrowth(99000, 9 << 20);
   EXPECT_EQ(cost.MemoryOf(100000), 10u << 20);
-  cost.Grew(100000, 0);
+  cost.AddGrowth(100000, 0);
   EXPECT_EQ(cost.MemoryOf(100000), 10u << 20) << "freed memory was taken again";
 }
 

@@ -59,7 +59,7 @@ TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHei
                   {Corner::BottomLeft, 0, 11520, 0, 10270},
                   {Corner::BottomRight, 13360, 11520, 2, 9370}};
   for (const auto& [corner, left, startTop, alertHeight, rest] : kCourses) {
-    const Place start = StartOf(corner, kScreen, kWidth, kHeight);
+    const Point start = StartOf(corner, kScreen, kWidth, kHeight);
     EXPECT_EQ(start.left.value, left);
     EXPECT_EQ(start.top.value, startTop);
     Twips top = start.top;
@@ -73,7 +73,7 @@ TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHei
 TEST(PopupMotion, OtherSettingsLeaveThePopupInPlace) {
   for (const int setting : {0, 5, -1}) EXPECT_FALSE(CornerOf(setting));
   for (const int setting : {1, 4}) EXPECT_EQ(CornerOf(setting), Corner{setting});
-  EXPECT_EQ(PlaceWithoutCorner(kScreen, Twips{15000}).left, Twips{360}) << "the close button stays on the screen";
+  EXPECT_EQ(PositionWithoutCorner(kScreen, Twips{15000}).left, Twips{360}) << "the close button stays on the screen";
 }
 
 // Whatever is sent, the close button is on the screen.
@@ -121,8 +121,9 @@ TEST(Layout, PartsAreInsideAndDoNotOverlap) {
     const Size label{LabelWidth(Twips{text}), Twips{405}}, popup = PopupSize(label, kPicture.height);
     const PopupParts parts = PartsOf(popup, label, kPicture);
     std::vector<Area> areas;
-    for (const Box& box : {parts.picture, parts.sender, parts.drop, parts.close, parts.label})
-      areas.push_back({box.left.value, box.top.value, (box.left + box.width).value, (box.top + box.height).value});
+    for (const Bounds& part : {parts.picture, parts.sender, parts.drop, parts.close, parts.label})
+      areas.push_back(
+          {part.left.value, part.top.value, (part.left + part.width).value, (part.top + part.height).value});
     check({0, 0, popup.width.value, popup.height.value}, areas);
     EXPECT_GE(label.width, Twips{text});
   }

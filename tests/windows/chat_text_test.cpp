@@ -1,4 +1,4 @@
-// The conversation's box: what it shows of a conversation that is longer than it can carry.
+// The display of a conversation that is too long for its control.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -34,9 +34,9 @@ class ChatTextTest : public testing::Test {
     return lines;
   }
 
-  // Everything that the timers would have done.
+  // Does the pending work.
   void Settle() {
-    for (int i = 0; i < 300; ++i) text.Work(ChatText::kWorkTimer);
+    for (int i = 0; i < 300; ++i) text.OnTimer(ChatText::kWorkTimer);
   }
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -67,14 +67,14 @@ class ChatTextTest : public testing::Test {
   ChatText text;
 };
 
-TEST_F(ChatTextTest, ShowsTheNewestLinesAndTheOthersOnTheWayUp) {
+TEST_F(ChatTextTest, ShowsTheNewestLinesAndLoadsOthersOnScrolling) {
   constexpr int kAll = 20000;
   Say(0, kAll);
   Settle();
   const std::string newest = Shown();
   EXPECT_TRUE(Lines(0, kAll).ends_with(newest));
   EXPECT_GE(std::ranges::count(newest, '\n'), 2000);
-  if (newest.starts_with("Wilhelmina:\tline 0\r")) GTEST_SKIP() << "a box that is quick enough for all of them";
+  if (newest.starts_with("Wilhelmina:\tline 0\r")) GTEST_SKIP() << "the control is fast enough for all lines";
 
   for (int i = 0; i < 3; ++i) {
     Send(WM_VSCROLL, SB_TOP);
@@ -82,9 +82,9 @@ TEST_F(ChatTextTest, ShowsTheNewestLinesAndTheOthersOnTheWayUp) {
     const LONG indent = IndentAt(0);
     EXPECT_TRUE(before.starts_with(top));
     Settle();
-    EXPECT_EQ(TopRow(), top) << "what was being read has moved";
+    EXPECT_EQ(TopRow(), top) << "the view has moved";
     const auto now = Shown().find(before.substr(0, 500));
-    ASSERT_LT(now, Shown().size()) << "nothing was put in before it";
+    ASSERT_LT(now, Shown().size()) << "no earlier lines were loaded";
     const auto breaks = std::ranges::count(Shown().substr(0, now), '\n');
     EXPECT_EQ(IndentAt(static_cast<LONG>(now) - static_cast<LONG>(breaks)), indent);
     EXPECT_FALSE(Shown().starts_with(top));
@@ -138,12 +138,12 @@ TEST_F(ChatTextTest, IndentsFollowTheWidth) {
   const LONG narrow = IndentAt(0), own = IndentAt(40);
   EXPECT_LT(narrow, Tw(300 - 40).value);
   text.MoveTo({0, 0, 700, 200});
-  text.Work(ChatText::kIndentTimer);
+  text.OnTimer(ChatText::kIndentTimer);
   EXPECT_EQ(IndentAt(0),
             Tw(toolkit::MeasureText(toolkit::DialogFont(), (std::string(30, 'W') + ": ").c_str()).cx).value);
   EXPECT_EQ(IndentAt(40), own);
   text.MoveTo({0, 0, 200, 200});
-  text.Work(ChatText::kIndentTimer);
+  text.OnTimer(ChatText::kIndentTimer);
   EXPECT_LT(IndentAt(0), narrow);
 }
 

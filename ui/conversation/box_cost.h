@@ -1,5 +1,5 @@
 // The cost of the rich edit control, measured at run time: on some systems a line takes a few microseconds and little
-// more memory than its text, on others fifty times as much.
+// more memory than its text, on others fifty times as much of both.
 #pragma once
 
 #include <array>
@@ -11,16 +11,16 @@ namespace conversation {
 class BoxCost {
  public:
   // Records the time of an insertion.
-  void Took(std::size_t weight, double milliseconds);
+  void AddTime(std::size_t weight, double milliseconds);
 
   // Records the growth of the program's memory during an insertion, bytes.
-  void Grew(std::size_t weight, std::size_t bytes);
+  void AddGrowth(std::size_t weight, std::size_t bytes);
 
-  // How much can be inserted in this time, by the slowest of the last measurements: long lines may cost more per
-  // weight, and so does everything on a busy processor.
+  // The weight that can be inserted in this time, by the slowest of the last few measurements: long lines may cost more
+  // per weight, and a busy processor slows everything down.
   std::size_t Portion(double milliseconds) const;
 
-  // How much a control can lay out in this time on an idle machine.
+  // The weight that a control can lay out in this time on an idle machine.
   std::size_t Capacity(double milliseconds) const;
 
   // The memory for this weight in a control, bytes; 0 until enough was measured.
@@ -29,7 +29,7 @@ class BoxCost {
  private:
   std::array<double, 32> times_{};  // milliseconds for a weight of one, a ring buffer
   std::size_t count_ = 0;
-  std::size_t weight_ = 0, grown_ = 0;  // since the last figure
+  std::size_t weight_ = 0, grown_ = 0;  // since memory_ was last updated
   double memory_ = 0;                   // bytes for a weight of one
 };
 

@@ -8,16 +8,16 @@ namespace {
 
 constexpr char kEnd = '\r';
 
-// As Shown will have it.
+// True for all that Shown turns into a blank, and for tabs.
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == 0x7F; }
 
-// For one character after the other: whether it is cut.
-bool IsBeyond(char c, std::size_t& blanks) {
+// Whether this character is cut, when called for each character in turn; `blanks` is the length of the current run.
+bool IsCut(char c, std::size_t& blanks) {
   blanks = IsBlank(c) ? blanks + 1 : 0;
   return blanks > kMaxBlanks;
 }
 
-// Takes the rest of a paragraph from the front, and its end; false when it has none.
+// Removes the rest of a paragraph, with its end, from the front; false when the text has no paragraph end.
 bool TakeParagraph(std::string_view& text, std::string_view& paragraph) {
   const std::size_t end = text.find(kEnd);
   paragraph = text.substr(0, end);
@@ -26,24 +26,24 @@ bool TakeParagraph(std::string_view& text, std::string_view& paragraph) {
   return end != std::string_view::npos;
 }
 
-// At the end of a cut stretch: behind all of its blanks.
-std::size_t PlaceInWhole(std::string_view text, std::size_t placeInBox) {
+// The offset in the uncut text. The end of a cut run becomes the end of the whole run.
+std::size_t UncutOffset(std::string_view text, std::size_t offset) {
   std::size_t blanks = 0, kept = 0;
   for (std::size_t at = 0; at < text.size(); ++at)
-    if (!IsBeyond(text[at], blanks) && kept++ == placeInBox) return at;
+    if (!IsCut(text[at], blanks) && kept++ == offset) return at;
   return text.size();
 }
 
-// A part of a paragraph as it was said; false when the box does not hold this paragraph.
+// Appends the uncut text of a part of a paragraph; false when the control's text is not this paragraph.
 bool AddUncut(const Paragraph& paragraph, std::size_t from, std::string_view selected, std::string& whole) {
   const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
   if ((head + ShownInBox(paragraph.text)).compare(from, selected.size(), selected) != 0) return false;
   const std::string text = Shown(paragraph.text);
-  const auto place = [&](std::size_t inBox) {
-    return inBox <= head.size() ? inBox : head.size() + PlaceInWhole(text, inBox - head.size());
+  const auto uncut = [&](std::size_t offset) {
+    return offset <= head.size() ? offset : head.size() + UncutOffset(text, offset - head.size());
   };
-  const std::size_t begin = place(from);
-  whole.append(head + text, begin, place(from + selected.size()) - begin);
+  const std::size_t begin = uncut(from);
+  whole.append(head + text, begin, uncut(from + selected.size()) - begin);
   return true;
 }
 
@@ -52,21 +52,20 @@ bool AddUncut(const Paragraph& paragraph, std::size_t from, std::string_view sel
 std::string ShownInBox(std::string_view text) {
   std::string shown = Shown(text);
   std::size_t blanks = 0;
-  std::erase_if(shown, [&](char c) { return IsBeyond(c, blanks); });
+  std::erase_if(shown, [&](char c) { return IsCut(c, blanks); });
   return shown;
 }
 
 std::size_t SizeInBox(std::string_view text) {
   std::size_t blanks = 0;
-  return text.size() -
-         static_cast<std::size_t>(std::ranges::count_if(text, [&](char c) { return IsBeyond(c, blanks); }));
+  return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, [&](char c) { return IsCut(c, blanks); }));
 }
 
 std::string Uncut(const Conversation& said, Position from, std::string_view before, std::string_view selected) {
   std::string_view line;
-  bool lost = from == BeginOf(said) && said.First() > 0;  // a paragraph counts the dropped lines
+  bool dropped = from == BeginOf(said) && said.First() > 0;  // the first paragraph counts the dropped lines
   while (TakeParagraph(before, line)) {
-    if (std::exchange(lost, false)) continue;
+    if (std::exchange(dropped, false)) continue;
     if (!(from < EndOf(said))) return {};
     from = ParagraphAt(said, from).next;
   }
@@ -75,7 +74,7 @@ std::string Uncut(const Conversation& said, Position from, std::string_view befo
   for (bool more = true; more; offset = 0) {
     more = TakeParagraph(selected, line);
     const std::size_t size = whole.size();
-    if (std::exchange(lost, false)) {
+    if (std::exchange(dropped, false)) {
       whole += line;
     } else if (from < EndOf(said)) {
       const Paragraph paragraph = ParagraphAt(said, from);

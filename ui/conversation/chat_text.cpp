@@ -16,40 +16,41 @@ using toolkit::Tw;
 using toolkit::Twips;
 using toolkit::operator""_dp;
 
-// What the box takes for a part of the conversation, milliseconds. A step at a time leaves room for input; what the
-// user waits for may take longer. All that it holds is laid out anew whenever its width changes.
-constexpr double kAtOnce = 5, kStep = 25, kWaitedFor = 100, kLayout = 100;
+// Time budgets, milliseconds: a line inserted at once when it arrives, a background step (short, so that input is
+// handled in between), a step that the user waits for, and the layout of everything in the control, which is repeated
+// whenever its width changes.
+constexpr double kMaxImmediate = 5, kMaxStep = 25, kMaxAwaitedStep = 100, kMaxLayout = 100;
 
-// A single paragraph may take longer than a step. One that takes longer than this waits for a pause of the typing.
-constexpr double kBesideTyping = 50;
-constexpr ULONGLONG kPause = 400;  // milliseconds
+// A single paragraph may exceed a step. If it takes longer than this, it waits for a pause in typing.
+constexpr double kMaxStepWhileTyping = 50;
+constexpr ULONGLONG kTypingPause = 400;  // milliseconds
 
-// The newest lines are shown even if they take longer, up to a limit.
+// So many of the newest paragraphs are shown even if their layout exceeds kMaxLayout, up to a second limit.
 constexpr std::size_t kMinParagraphs = 2000;
-constexpr double kMaxLayout = 1500;
+constexpr double kMaxLayoutOfNewest = 1500;
 
-// Of the processor, for the parts before what a new box shows.
+// Processor time for loading earlier lines into a new control, milliseconds.
 constexpr double kMaxFilling = 5000;
 
-// Rather than catch up with more than this, the box is filled with the newest lines.
-constexpr double kBehind = 300;
+// If catching up would take longer than this, the control is rebuilt with the newest lines.
+constexpr double kMaxCatchUp = 300;
 
-// Of all boxes, bytes: a 32-bit program has room for a few times as much.
+// Memory of all controls, bytes: a fraction of what a 32-bit process can allocate.
 constexpr std::size_t kMaxMemory = 400u << 20;
 
-// The weight of what is put in without asking for its cost.
-constexpr std::size_t kSmall = Measured::kSmall;
+// The weight that is inserted without asking for its cost.
+constexpr std::size_t kSmall = InsertionMeter::kSmall;
 
-// In a moment so many lines are shown as they come, the others together: one by one they take more than twice as long.
+// Limit on lines inserted one by one during a burst; the others are inserted together, in less than half the time.
 constexpr int kMaxOneByOne = 5;
-constexpr ULONGLONG kMoment = 50;  // milliseconds
+constexpr ULONGLONG kBurstTime = 50;  // milliseconds
 
-// By how much a box may hold too much before something is taken out of it.
+// By how much a control may exceed its limits before it is trimmed.
 constexpr double kTolerance = 1.1;
 
-constexpr UINT kWorkTime = 10, kIndentTime = 200;  // milliseconds
+constexpr UINT kWorkInterval = 10, kIndentDelay = 200;  // milliseconds
 
-constexpr Twips kMinBesideHead = 40_dp, kMinIndent = 40_dp;
+constexpr Twips kMinTextWidth = 40_dp, kMinIndent = 40_dp;
 
 constexpr Twips kMaxIndentOnPaper{2 * toolkit::kTwipsPerInch};
 
@@ -72,10 +73,10 @@ MarkupStyle Style(Twips maxIndent, bool forBox) {
 
 }  // namespace
 
-// Keeps what is in view, and what is selected, in its place while text is put in or taken out above it.
-class ChatText::View {
+// Preserves the scroll position and the selection while text is inserted or removed above the view.
+class ChatText::ViewKeeper {
  public:
-  explicit View(const ChatText& text)
+  explicit ViewKeeper(const ChatText& text)
       : box_(text.box_),
         quiet_(box_),
         atEnd_(text.following_ && box_.AtEnd()),
@@ -83,8 +84,8 @@ class ChatText::View {
         anchor_(box_.TopInView()) {}
 
   void MovedBy(LONG characters) {
-    for (LONG* place : {&selection_.cpMin, &selection_.cpMax, &anchor_.character})
-      *place = std::max(*place + characters, 0L);
+    for (LONG* position : {&selection_.cpMin, &selection_.cpMax, &anchor_.character})
+      *position = std::max(*position + characters, 0L);
   }
 
   std::size_t Character() const { return static_cast<std::size_t>(anchor_.character); }
@@ -112,13 +113,13 @@ ChatText::~ChatText() {
 
 void ChatText::Create(HWND parent) {
   parent_ = parent;
-  box_ = RichBox(RichBox::Make(parent, selected_));
+  box_ = RichBox(RichBox::Make(parent, copied_));
   if (!box_.hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
 }
 
-// A name as wide as the window must not push the text out of sight; one that leaves room for a short word is not
-// touched, so that a time and a name fit into the narrow window of the first start.
-Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kMinBesideHead, kMinIndent); }
+// A name as wide as the window must not push the text out of view. A name that leaves room for a short word is not
+// limited, so that a time and a name fit into the narrow window of the first start.
+Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kMinTextWidth, kMinIndent); }
 
 void ChatText::MoveTo(const toolkit::Area& area) {
   area_ = area;
@@ -127,28 +128,28 @@ void ChatText::MoveTo(const toolkit::Area& area) {
   box_.MoveTo(area);
   if (atEnd) box_.ScrollToEnd();
   const bool capped = shown_.Widest() > std::min(before, MaxIndent());
-  if (capped && before != MaxIndent()) ::SetTimer(parent_, kIndentTimer, kIndentTime, nullptr);
+  if (capped && before != MaxIndent()) ::SetTimer(parent_, kIndentTimer, kIndentDelay, nullptr);
 }
 
 void ChatText::Append(std::string_view prefix, std::string_view sender, std::string_view text, std::int32_t colour) {
   ChatLine line{.prefix = prefix, .sender = sender, .text = text, .colour = colour, .indent = {}};
   line.indent = Tw(toolkit::MeasureText(toolkit::DialogFont(), (HeadOf(line) + ' ').c_str()).cx);
-  const bool behind = LaterLeft();
+  const bool catchingUp = LaterLeft();
   said_.Add(line);
   if (!following_) return ShowEnd();
-  const std::size_t most = std::max(kSmall, cost_.Portion(kAtOnce));
-  const bool quick = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_), most) <= most;
-  if (InCrowd() || behind || !quick) return Wake();
+  const std::size_t limit = std::max(kSmall, cost_.Portion(kMaxImmediate));
+  const bool quick = WeightBetween(said_, {said_.End() - 1, 0}, EndOf(said_), limit) <= limit;
+  if (InBurst() || catchingUp || !quick) return ScheduleWork();
   AddNew(EndOf(said_));
 }
 
-bool ChatText::InCrowd() {
+bool ChatText::InBurst() {
   const ULONGLONG now = ::GetTickCount64();
-  if (now - momentBegan_ >= kMoment) {
-    momentBegan_ = now;
-    inMoment_ = 0;
+  if (now - burstBegan_ >= kBurstTime) {
+    burstBegan_ = now;
+    burstLines_ = 0;
   }
-  return ++inMoment_ > kMaxOneByOne;
+  return ++burstLines_ > kMaxOneByOne;
 }
 
 void ChatText::Clear() {
@@ -161,67 +162,69 @@ void ChatText::WriteRichText(const Sink& sink) const {
   WriteMarkup(said_, BeginOf(said_), EndOf(said_), Style(kMaxIndentOnPaper, false), sink);
 }
 
-// A timer that is set anew waits anew, and would never fire while lines come in quickly.
-void ChatText::Wake() {
-  if (!std::exchange(awake_, true)) ::SetTimer(parent_, kWorkTimer, kWorkTime, nullptr);
+// Setting a running timer restarts it, so during a burst of lines it would never fire.
+void ChatText::ScheduleWork() {
+  if (!std::exchange(workScheduled_, true)) ::SetTimer(parent_, kWorkTimer, kWorkInterval, nullptr);
 }
 
-void ChatText::Used() {
-  if (EarlierLeft() || LaterLeft()) Wake();
+void ChatText::OnScroll() {
+  if (EarlierLeft() || LaterLeft()) ScheduleWork();
 }
 
-void ChatText::Work(UINT_PTR timer) {
+void ChatText::OnTimer(UINT_PTR timer) {
   if (timer == kIndentTimer)
     SetIndents();
-  else if (!Step() && std::exchange(awake_, false))
+  else if (!Step() && std::exchange(workScheduled_, false))
     ::KillTimer(parent_, kWorkTimer);
 }
 
-// False when there is nothing to do until something happens.
+// False when there is no work left until the next line or scrolling.
 bool ChatText::Step() {
   if (Stale()) return ShowEnd(), true;
   if (MustWait()) return true;
   if (following_ && LaterLeft()) return CatchUp(), true;
   if (RichBox::ThumbDragged()) return false;
-  filling_ = filling_ && EarlierLeft() && !TooMuch(1) && filledFor_ < kMaxFilling;
+  filling_ = filling_ && EarlierLeft() && !OverLimits(1) && filledFor_ < kMaxFilling;
   if (filling_) return Fill(), true;
   if (following_ && AllInView()) return false;
-  if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kWaitedFor), true;
+  if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kMaxAwaitedStep), true;
   if (LaterLeft() && box_.AtEnd()) return ShowLater(), true;
   return false;
 }
 
-// The paragraph that a step begins with is put in whole. To catch up it may be the newest one.
+// A step inserts at least one whole paragraph, so a long one may block typing. Catching up may insert the oldest
+// pending paragraph or, after a rebuild, the newest.
 bool ChatText::MustWait() const {
-  if (::GetTickCount64() - typedAt_ >= kPause) return false;
-  const auto tooLong = [&](Position at) { return WeightOf(ParagraphAt(said_, at)) > cost_.Portion(kBesideTyping); };
+  if (::GetTickCount64() - typedAt_ >= kTypingPause) return false;
+  const auto tooLong = [&](Position at) {
+    return WeightOf(ParagraphAt(said_, at)) > cost_.Portion(kMaxStepWhileTyping);
+  };
   if (following_ && LaterLeft()) return tooLong(ShownEnd()) || tooLong(PreviousParagraph(said_, EndOf(said_)));
   return filling_ && EarlierLeft() && tooLong(PreviousParagraph(said_, shown_.First()));
 }
 
-// Some texts take many times as long as what the box was measured with, and as much memory.
+// Limited by processor time too: some texts cost many times as much as those that were measured.
 void ChatText::Fill() {
   const double before = ProcessorMilliseconds();
-  ShowEarlier(kStep);
+  ShowEarlier(kMaxStep);
   filledFor_ += ProcessorMilliseconds() - before;
 }
 
 void ChatText::CatchUp() {
-  const std::size_t most = cost_.Portion(kBehind);
-  if (ShownEnd() < GoBack(said_, EndOf(said_), most)) return ShowEnd();
-  AddNew(GoForward(said_, ShownEnd(), cost_.Portion(kStep)));
+  if (ShownEnd() < GoBack(said_, EndOf(said_), cost_.Portion(kMaxCatchUp))) return ShowEnd();
+  AddNew(GoForward(said_, ShownEnd(), cost_.Portion(kMaxStep)));
 }
 
 void ChatText::AddNew(Position to) {
   const WithoutPainting quiet(box_);
   if (!shown_.Empty()) TrimFirst(shown_.Characters() - 1);
-  if (!shown_.Empty() && TooMuch(kTolerance) && !RichBox::InUse()) return ShowEnd();
+  if (!shown_.Empty() && OverLimits(kTolerance) && !RichBox::InUse()) return ShowEnd();
   AddLater(ShownEnd(), to);
   box_.ScrollToEnd();
 }
 
 void ChatText::ShowEarlier(double milliseconds) {
-  View view(*this);
+  ViewKeeper view(*this);
   const auto from = GoBack(said_, shown_.First(), cost_.Portion(milliseconds));
   view.MovedBy(AddEarlier(from));
   if (!filling_) TrimLast(view.Character());
@@ -229,9 +232,9 @@ void ChatText::ShowEarlier(double milliseconds) {
 }
 
 void ChatText::ShowLater() {
-  View view(*this);
+  ViewKeeper view(*this);
   view.MovedBy(-TrimFirst(view.Character()));
-  AddLater(ShownEnd(), GoForward(said_, ShownEnd(), cost_.Portion(kWaitedFor)));
+  AddLater(ShownEnd(), GoForward(said_, ShownEnd(), cost_.Portion(kMaxAwaitedStep)));
   following_ = !LaterLeft();
   view.Restore();
 }
@@ -239,7 +242,7 @@ void ChatText::ShowLater() {
 void ChatText::ShowEnd() {
   following_ = true;
   const Position end = EndOf(said_);
-  Rebuild(BeginOf(said_) < end ? GoBack(said_, end, cost_.Portion(kStep)) : end, end);
+  Rebuild(BeginOf(said_) < end ? GoBack(said_, end, cost_.Portion(kMaxStep)) : end, end);
   box_.ScrollToEnd();
 }
 
@@ -252,30 +255,30 @@ bool ChatText::GoToEnd() {
 bool ChatText::GoToBeginning() {
   if (!EarlierLeft()) return false;
   following_ = false;
-  Rebuild(BeginOf(said_), GoForward(said_, BeginOf(said_), cost_.Portion(kWaitedFor)));
+  Rebuild(BeginOf(said_), GoForward(said_, BeginOf(said_), cost_.Portion(kMaxAwaitedStep)));
   box_.Select({0, 0});
   return true;
 }
 
-// What the indents were set to depends on the width.
+// Indents are limited by the width (MaxIndent).
 void ChatText::SetIndents() {
-  if (RichBox::InUse()) return;  // until the timer comes again
+  if (RichBox::InUse()) return;  // the timer repeats
   ::KillTimer(parent_, kIndentTimer);
   if (shown_.Empty()) return;
   if (Stale() || (following_ && box_.AtEnd())) return ShowEnd();
   RichBox::Anchor anchor = box_.TopInView();
-  const auto [first, behind] = shown_.Find(static_cast<std::size_t>(anchor.character));
-  Rebuild(first, GoForward(said_, first, cost_.Portion(kWaitedFor)));
+  const auto [first, offset] = shown_.Find(static_cast<std::size_t>(anchor.character));
+  Rebuild(first, GoForward(said_, first, cost_.Portion(kMaxAwaitedStep)));
   following_ = !LaterLeft();
-  anchor.character = static_cast<LONG>(behind);
+  anchor.character = static_cast<LONG>(offset);
   box_.ScrollTo(anchor);
 }
 
-// In a new box, because to empty one may take as long as to fill it. In the old one if there is no other, or while it
-// must stay.
+// Uses a new control, because emptying one may take as long as filling it. Uses the old one if none can be created, or
+// while it must not be destroyed.
 void ChatText::Rebuild(Position from, Position to) {
   const RichBox old = box_;
-  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_, selected_);
+  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_, copied_);
   if (fresh) box_ = RichBox(fresh);
   const WithoutPainting quiet(box_);
   if (fresh)
@@ -287,7 +290,7 @@ void ChatText::Rebuild(Position from, Position to) {
   if (from < to) AddLater(from, to);
   filling_ = true;
   filledFor_ = 0;
-  Wake();
+  ScheduleWork();
   if (!fresh) return;
   if (::GetFocus() == old.hwnd()) ::SetFocus(fresh);
   ::DestroyWindow(old.hwnd());
@@ -296,22 +299,22 @@ void ChatText::Rebuild(Position from, Position to) {
 
 void ChatText::AddLater(Position from, Position to) { shown_.AddLater(Insert(from, to, Characters())); }
 
-// In a paragraph of its own first, or each piece would lay out the paragraph behind it anew, which takes the indents of
-// the last piece.
+// Inserts into a paragraph of its own: otherwise the control lays out the following paragraph again for each piece.
+// Removing that paragraph's end gives the following paragraph the indents of the last piece, so they are set again.
 LONG ChatText::AddEarlier(Position from) {
-  const Paragraph behind = ParagraphAt(said_, shown_.First());
+  const Paragraph following = ParagraphAt(said_, shown_.First());
   box_.BreakAt(0);
   const ShownPart part = Insert(from, shown_.First(), 0);
   const auto characters = static_cast<LONG>(part.characters);
   box_.Remove(characters, characters + 1);
   box_.Select({characters, characters});
-  const auto [start, offset] = IndentsOf(behind);
+  const auto [start, offset] = IndentsOf(following);
   box_.SetIndents(start, offset);
   shown_.AddEarlier(part);
   return characters;
 }
 
-// Where its first row begins, and how much further to the right the others do; twips.
+// The indent of the first row, and of the other rows relative to it; twips.
 std::pair<LONG, LONG> ChatText::IndentsOf(const Paragraph& paragraph) const {
   const LONG indent = std::min(paragraph.line.indent, MaxIndent()).value;
   return paragraph.first ? std::pair{0L, indent} : std::pair{indent, 0L};
@@ -319,19 +322,20 @@ std::pair<LONG, LONG> ChatText::IndentsOf(const Paragraph& paragraph) const {
 
 ShownPart ChatText::Insert(Position from, Position to, LONG at) {
   ShownPart part{.first = from, .end = to};
-  for (auto place = from; place < to;) {
-    const Paragraph paragraph = ParagraphAt(said_, place);
+  for (auto position = from; position < to;) {
+    const Paragraph paragraph = ParagraphAt(said_, position);
     part.weight += WeightOf(paragraph);
     ++part.paragraphs;
     part.widest = std::max(part.widest, paragraph.line.indent);
-    place = paragraph.next;
+    position = paragraph.next;
   }
   const CHARRANGE caret = box_.Selection();
-  if (caret.cpMin != at || caret.cpMax != at) box_.Select({at, at});  // which takes longer
+  if (caret.cpMin != at || caret.cpMax != at) box_.Select({at, at});  // linear in the number of paragraphs
   {
-    const Measured measured(cost_, part.weight);
-    const bool aloneInIt = part.weight <= kSmall && (BeginOf(said_) < from || said_.First() == 0);
-    if (aloneInIt)
+    const InsertionMeter meter(cost_, part.weight);
+    // Only the markup has the paragraph that counts the dropped lines.
+    const bool countsDroppedLines = !(BeginOf(said_) < from) && said_.First() > 0;
+    if (part.weight <= kSmall && !countsDroppedLines)
       InsertByParagraphs(from, to);
     else
       box_.InsertMarkup(MarkupOf(from, to));
@@ -341,7 +345,7 @@ ShownPart ChatText::Insert(Position from, Position to, LONG at) {
   return part;
 }
 
-// Quicker than markup for few of them.
+// Faster than markup for a few paragraphs.
 void ChatText::InsertByParagraphs(Position from, Position to) const {
   while (from < to) {
     const Paragraph paragraph = ParagraphAt(said_, from);
@@ -358,25 +362,25 @@ std::string ChatText::MarkupOf(Position from, Position to) const {
   return markup;
 }
 
-bool ChatText::TooMuch(double tolerance, const ShownPart& without) const {
-  const auto beyond = [&](std::size_t have, std::size_t most) {
-    return static_cast<double>(have) > tolerance * static_cast<double>(most);
+bool ChatText::OverLimits(double tolerance, const ShownPart& without) const {
+  const auto beyond = [&](std::size_t have, std::size_t limit) {
+    return static_cast<double>(have) > tolerance * static_cast<double>(limit);
   };
   const std::size_t weight = shown_.Weight() - without.weight;
   const std::size_t paragraphs = shown_.Paragraphs() - without.paragraphs;
-  if (beyond(weight, cost_.Capacity(kLayout)) && beyond(paragraphs, kMinParagraphs)) return true;
-  if (beyond(weight, cost_.Capacity(kMaxLayout))) return true;
+  if (beyond(weight, cost_.Capacity(kMaxLayout)) && beyond(paragraphs, kMinParagraphs)) return true;
+  if (beyond(weight, cost_.Capacity(kMaxLayoutOfNewest))) return true;
   return beyond(cost_.MemoryOf(weightOfAll_), kMaxMemory) && weight > weightOfAll_ / open_;
 }
 
-// Only from the first `most` characters. More than is needed: the next line must not ask for it again. But no long
-// paragraph, and no longer than a step: a box may need seconds to take a text out.
-LONG ChatText::TrimFirst(std::size_t most) {
+// Trims only within the first `maxCharacters`. Removes the tolerance too, so that not every line trims. Stops at a long
+// paragraph or after a step: a control may need seconds to remove text.
+LONG ChatText::TrimFirst(std::size_t maxCharacters) {
   std::size_t characters = 0;
-  if (!TooMuch(kTolerance)) return 0;
+  if (!OverLimits(kTolerance)) return 0;
   const Stopwatch sinceBegin;
-  while (TooMuch(1, shown_.FirstPart()) && characters + shown_.FirstPart().characters <= most) {
-    if (shown_.FirstPart().weight > ShownParts::kSmall || sinceBegin.Milliseconds() > kStep) break;
+  while (OverLimits(1, shown_.FirstPart()) && characters + shown_.FirstPart().characters <= maxCharacters) {
+    if (shown_.FirstPart().weight > ShownParts::kSmall || sinceBegin.Milliseconds() > kMaxStep) break;
     weightOfAll_ -= shown_.FirstPart().weight;
     const std::size_t removed = shown_.DropFirst().characters;
     box_.Remove(0, static_cast<LONG>(removed));
@@ -385,11 +389,11 @@ LONG ChatText::TrimFirst(std::size_t most) {
   return static_cast<LONG>(characters);
 }
 
-// Only behind this character, which is in view.
-void ChatText::TrimLast(std::size_t character) {
+// Trims only from this character on; it is in view.
+void ChatText::TrimLast(std::size_t firstRemovable) {
   const LONG end = Characters();
-  if (!TooMuch(kTolerance)) return;
-  while (TooMuch(1, shown_.LastPart()) && shown_.Characters() - shown_.LastPart().characters > character) {
+  if (!OverLimits(kTolerance)) return;
+  while (OverLimits(1, shown_.LastPart()) && shown_.Characters() - shown_.LastPart().characters > firstRemovable) {
     weightOfAll_ -= shown_.LastPart().weight;
     shown_.DropLast();
   }

@@ -1,5 +1,6 @@
-// txtMsg: the conversation as it is read, one paragraph a line, in a rich text box. The box is a view: it holds as much
-// of the conversation as it can carry, mostly the newest lines, and is given others when the user scrolls to its edge.
+// txtMsg: the display of the conversation in a rich edit control, each line a paragraph. The control is a window onto
+// the conversation: it holds as much as it can lay out quickly, usually the newest lines, and loads others when the
+// user scrolls to its top or end.
 #pragma once
 
 #include <windows.h>
@@ -23,7 +24,7 @@ namespace conversation {
 
 class ChatText {
  public:
-  // Timers of the parent. It hands them to Work.
+  // Timers that this class sets on the parent, which passes them to OnTimer.
   static constexpr UINT_PTR kWorkTimer = 0xC1, kIndentTimer = 0xC2;
 
   ChatText() { ++open_; }
@@ -31,32 +32,33 @@ class ChatText {
   ChatText(const ChatText&) = delete;
   ChatText& operator=(const ChatText&) = delete;
 
-  // A new box has taken the place of the one before.
+  // Called when a new control has replaced the old one.
   std::function<void(HWND before, HWND now)> replaced;
 
-  // A child of the window. Throws core::Err::OutOfMemory when the system gives none.
+  // Creates a child of the window. Throws core::Err::OutOfMemory when it cannot be created.
   void Create(HWND parent);
 
   HWND hwnd() const { return box_.hwnd(); }
 
   void MoveTo(const toolkit::Area& area);
 
-  // At the end, in the sender's colour, with the text hanging behind "anna: "; scrolls to it. `prefix` is empty or ends
-  // in a blank. What takes the box long is shown a little later, in steps, so that the program never stands still.
+  // Appends a line in the sender's colour, with a hanging indent after "anna: ", and scrolls to it. `prefix` is empty
+  // or ends in a blank. Text that is expensive to insert is shown later, in steps, so that the program stays
+  // responsive.
   void Append(std::string_view prefix, std::string_view sender, std::string_view text, std::int32_t colour);
 
   void Clear();
 
-  // The user may have scrolled, as the box tells the parent (RichBox).
-  void Used();
+  // Call when the user may have scrolled: when the control sends WM_COMMAND (see RichBox).
+  void OnScroll();
 
-  // The user types a line: what takes long gives way to it.
-  void Typed() { typedAt_ = ::GetTickCount64(); }
+  // Call when the user types a line: long steps are postponed until a pause.
+  void OnTyping() { typedAt_ = ::GetTickCount64(); }
 
-  // One short step of what is still to be shown.
-  void Work(UINT_PTR timer);
+  // Does one short step of the pending work.
+  void OnTimer(UINT_PTR timer);
 
-  // False when the box shows them already, so that it can go there itself.
+  // Loads the beginning, or the end, and goes there. False when the control has it already and can go there itself.
   bool GoToBeginning();
   bool GoToEnd();
 
@@ -64,11 +66,11 @@ class ChatText {
 
   const Conversation& Said() const { return said_; }
 
-  // Of the whole conversation: the markup of a rich text file.
+  // Writes the whole conversation as a rich text file.
   void WriteRichText(const Sink& sink) const;
 
  private:
-  class View;
+  class ViewKeeper;
 
   bool Step();
   void Fill();
@@ -83,8 +85,8 @@ class ChatText {
   void AddLater(Position from, Position to);
   LONG AddEarlier(Position from);
   std::pair<LONG, LONG> IndentsOf(const Paragraph& paragraph) const;
-  LONG TrimFirst(std::size_t most);
-  void TrimLast(std::size_t character);
+  LONG TrimFirst(std::size_t maxCharacters);
+  void TrimLast(std::size_t firstRemovable);
   ShownPart Insert(Position from, Position to, LONG at);
   void InsertByParagraphs(Position from, Position to) const;
   std::string MarkupOf(Position from, Position to) const;
@@ -93,46 +95,46 @@ class ChatText {
   bool EarlierLeft() const { return !shown_.Empty() && BeginOf(said_) < shown_.First(); }
   bool LaterLeft() const { return ShownEnd() < EndOf(said_); }
 
-  // Lines that the box shows are lost: another conversation has needed their room.
+  // The control shows lines that the conversation has dropped: all conversations share a memory limit.
   bool Stale() const { return !shown_.Empty() && shown_.First() < BeginOf(said_); }
   bool MustWait() const;
 
-  // As with very long lines of blanks, each of which is a single row. Whoever is at both edges at once has not
-  // scrolled.
+  // Possible although the control is full: a very long line of blanks is a single row. At top and end at once means
+  // that the user has not scrolled.
   bool AllInView() const { return box_.AtTop() && box_.AtEnd(); }
-  bool TooMuch(double tolerance, const ShownPart& without = {}) const;
+  bool OverLimits(double tolerance, const ShownPart& without = {}) const;
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
-  bool InCrowd();
+  bool InBurst();
 
-  // The selection as it was said; empty when the box has it like that.
+  // The selection with its blanks restored; empty when the control has cut none of them.
   std::string Selected() const {
     if (shown_.Empty() || Stale()) return {};
     const CHARRANGE selection = box_.Selection();
-    const auto [from, behind] = shown_.Find(static_cast<std::size_t>(selection.cpMin));
-    const LONG begin = selection.cpMin - static_cast<LONG>(behind);
+    const auto [from, offset] = shown_.Find(static_cast<std::size_t>(selection.cpMin));
+    const LONG begin = selection.cpMin - static_cast<LONG>(offset);
     return Uncut(said_, from, box_.TextOf({begin, selection.cpMin}), box_.TextOf(selection));
   }
 
-  void Wake();
+  void ScheduleWork();
 
-  // All boxes are of one kind, and share the memory.
+  // Shared by all chat windows: their controls cost the same, and the memory limit is for all of them.
   static inline BoxCost cost_;
   static inline std::size_t open_ = 0, weightOfAll_ = 0;
   static inline ULONGLONG typedAt_ = 0;  // as GetTickCount64 counts
 
-  const RichBox::Copied selected_ = [this] { return Selected(); };
+  const RichBox::Copied copied_ = [this] { return Selected(); };
   Conversation said_;
   HWND parent_ = nullptr;
   RichBox box_;
   toolkit::Area area_{};
   ShownParts shown_;
-  ULONGLONG momentBegan_ = 0;  // as GetTickCount64 counts
-  int inMoment_ = 0;           // lines
-  bool following_ = true;      // the newest line is shown, or about to be
-  bool awake_ = false;         // the timer of Work is set
-  bool filling_ = false;       // more is put in before what is shown until the box holds what it can carry
-  double filledFor_ = 0;       // milliseconds of the processor
+  ULONGLONG burstBegan_ = 0;    // as GetTickCount64 counts
+  int burstLines_ = 0;          // since then
+  bool following_ = true;       // the newest line is shown, or about to be
+  bool workScheduled_ = false;  // kWorkTimer is set
+  bool filling_ = false;        // earlier lines are being loaded until the limits are reached
+  double filledFor_ = 0;        // processor time, milliseconds
 };
 
 }  // namespace conversation

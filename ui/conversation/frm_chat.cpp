@@ -24,9 +24,9 @@ using toolkit::operator""_dp;
 
 constexpr toolkit::ToolButton kChatButtons[] = {{chatmenu::tbSend, {3002, "&Send"}, res::kToolbarSend}};
 
-constexpr Twips kBarStep{240};  // about a row, for each press of Ctrl and an arrow
+constexpr Twips kBarStep{240};  // about a row; for Ctrl+Up and Ctrl+Down
 
-constexpr ULONGLONG kQuietTime = 500;  // milliseconds
+constexpr ULONGLONG kIgnoreActivation = 500;  // milliseconds
 
 constexpr DWORD kListStyle =
     LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER | WS_TABSTOP | WS_CLIPSIBLINGS;
@@ -51,14 +51,14 @@ void FrmChat::Load() {
   SetLan();
   core::RunPendingEvents();
   if (!hwnd()) return;
-  MoveToSharedPlace();
+  MoveToSavedPos();
   UsersChanged();
   LayOut();
   menu_.menuHelp = [this](const std::string& text) { status_.ShowHelp(text); };
   menu_.DrawItems();
 }
 
-// In the order in which Tab visits them.
+// In tab order.
 void FrmChat::CreateControls() {
   AddName({3112, "&Users"});
   lvUsers.Attach(AddControl(WC_LISTVIEWA, "", kListStyle, WS_EX_CLIENTEDGE), participants_.Rows(),
@@ -87,8 +87,8 @@ void FrmChat::SetLan() {
   UpdateStat();
 }
 
-// Off every screen (one was taken away since) nobody would find it.
-void FrmChat::MoveToSharedPlace() {
+// Moves a window that would be off every screen, because a screen was removed, onto the primary one.
+void FrmChat::MoveToSavedPos() {
   RECT place{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
              Px(Twips{core::gChatTop + core::gChatHeight})};
   if (!::MonitorFromRect(&place, MONITOR_DEFAULTTONULL)) {
@@ -109,8 +109,8 @@ void FrmChat::SavePos() const {
 
 Twips FrmChat::BarTop(Twips wanted) const { return BarTopWithin(wanted, Tw(toolkit::AreaOf(hwnd()).Height())); }
 
-void FrmChat::MoveBar(Twips way) {
-  barTop_ = BarTop(BarTop(barTop_) + way);
+void FrmChat::MoveBar(Twips distance) {
+  barTop_ = BarTop(BarTop(barTop_) + distance);
   LayOut();
 }
 
@@ -147,10 +147,10 @@ void FrmChat::ShowForReading() {
   Flash();
 }
 
-// Desktops other than Windows' own offer the keyboard to every window that appears, and the offer comes as a click on
-// its menu. A user is not that quick.
-bool FrmChat::DeclinesKeyboard(LPARAM lParam) const {
-  return LOWORD(lParam) == HTMENU && shownAt_ != 0 && ::GetTickCount64() - shownAt_ < kQuietTime;
+// Some window managers give the focus to every new window, and the system reports that as a click on its menu. A click
+// so soon after the window was shown is not the user's.
+bool FrmChat::IgnoresActivation(LPARAM lParam) const {
+  return LOWORD(lParam) == HTMENU && shownAt_ != 0 && ::GetTickCount64() - shownAt_ < kIgnoreActivation;
 }
 
 bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_t colour) {
@@ -162,7 +162,7 @@ bool FrmChat::AddMsg(std::string_view text, std::string_view sender, std::int32_
   return true;
 }
 
-// Once, until the user has looked.
+// Flashes once until the window is activated.
 void FrmChat::Flash() {
   if (flashing_ || ::GetActiveWindow() == hwnd() || !::IsWindowVisible(hwnd())) return;
   flashing_ = true;
@@ -193,8 +193,7 @@ void FrmChat::RefUserList() {
   lvUsers.Sync();
 }
 
-// A menu that nobody looks at is not worth rebuilding for each of a thousand newcomers: it is filled when it opens, and
-// then stays as it is until it closes.
+// Rebuilding the menu for every change would be wasted while it is closed, so it is rebuilt when it opens.
 void FrmChat::RefListOfUsers() { usersOnlineStale_ = true; }
 
 void FrmChat::UpdateStat() { status_.SetCounts(participants_.CountsText()); }
@@ -209,20 +208,20 @@ LRESULT FrmChat::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (LOWORD(wParam) != WA_INACTIVE) flashing_ = false;
       break;
     case WM_MOUSEACTIVATE:
-      if (DeclinesKeyboard(lParam)) return MA_NOACTIVATE;
+      if (IgnoresActivation(lParam)) return MA_NOACTIVATE;
       break;
     case WM_MOUSEWHEEL:
-      WheelTurned(wParam, lParam);
+      OnWheel(wParam, lParam);
       return 0;
     case WM_INITMENUPOPUP:
-      MenuOpens(reinterpret_cast<HMENU>(wParam));
+      OnMenuOpening(reinterpret_cast<HMENU>(wParam));
       break;
     case WM_TIMER:
-      txtMsg.Work(wParam);
+      txtMsg.OnTimer(wParam);
       return 0;
     case WM_COMMAND:
-      if (reinterpret_cast<HWND>(lParam) == txtMsg.hwnd()) return txtMsg.Used(), 0;
-      if (reinterpret_cast<HWND>(lParam) == txtSnd && HIWORD(wParam) == EN_CHANGE) txtMsg.Typed();
+      if (reinterpret_cast<HWND>(lParam) == txtMsg.hwnd()) return txtMsg.OnScroll(), 0;
+      if (reinterpret_cast<HWND>(lParam) == txtSnd && HIWORD(wParam) == EN_CHANGE) txtMsg.OnTyping();
       break;
     case WM_NOTIFY:
       return OnNotify(lParam);
@@ -241,8 +240,8 @@ bool FrmChat::Translate(MSG& message) {
   return Window::Translate(message);
 }
 
-// Beside the keys of every text box: Enter, which the box would eat, sends, and the keys that turn pages turn those of
-// the conversation, wherever the keyboard is.
+// In addition to the keys of every text box: Enter, which the edit control would consume, sends. Page Up and Page Down
+// in the input line scroll the conversation.
 bool FrmChat::TranslateInText(const MSG& key) {
   switch (key.wParam) {
     case VK_RETURN:
@@ -268,12 +267,12 @@ bool FrmChat::TranslateInText(const MSG& key) {
   }
 }
 
-// What the conversation cannot use (nothing to scroll yet, Shift held) comes back from it, also when the pointer turned
-// the wheel over it while the keyboard was elsewhere: handing it over once more would never end.
-void FrmChat::WheelTurned(WPARAM wParam, LPARAM lParam) {
-  if (std::exchange(wheelTurning_, true)) return;
+// Forwards the wheel to the conversation. The control sends a message that it does not handle (nothing to scroll, Shift
+// held) back to its parent; forwarding that one again would never end.
+void FrmChat::OnWheel(WPARAM wParam, LPARAM lParam) {
+  if (std::exchange(forwardingWheel_, true)) return;
   ::SendMessageA(txtMsg.hwnd(), WM_MOUSEWHEEL, wParam, lParam);
-  wheelTurning_ = false;
+  forwardingWheel_ = false;
 }
 
 LRESULT FrmChat::OnNotify(LPARAM lParam) {

@@ -23,7 +23,7 @@
 
 namespace conversation {
 
-// The main window's list, for chat windows: the users on offer, and those selected.
+// The main window's list as chat windows use it: the users that can be added, and the selected ones.
 struct MainList {
   const toolkit::ListRows& lvUsers;
   std::function<std::string()> selectedRecipients;  // names, each followed by a bar
@@ -33,14 +33,14 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
  public:
   FrmChat(const core::Roster& roster, const MainList& mainList, net::Messenger& messenger);
 
-  // Creates the window, hidden, with its participants (names separated by bars). Throws core::Err::OutOfMemory when the
-  // window cannot be created.
+  // Creates the window, hidden, with its participants (names separated by bars). Throws core::Err::OutOfMemory when it
+  // cannot be created.
   void Make(std::string_view participants);
 
-  // Prepares it to be shown. Runs pending events, so it must be registered for lines before.
+  // Prepares it to be shown. Runs pending events, so it must be registered to receive lines first.
   void Load();
 
-  // Shows it on request of the user: in front, with the focus in the input line.
+  // Shows it at the user's request: in front, with the focus in the input line.
   void ShowForTyping();
 
   // Shows it for an incoming line, without taking the focus.
@@ -54,7 +54,7 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   void AddUser(std::string_view name);
   bool IsUserPresent(std::string_view name) const { return participants_.IsUserPresent(name); }
 
-  // Stores the window's place, unless it is minimised, as the place of the next chat window.
+  // Stores the window's position and size, unless it is minimised, for the next chat window.
   void SavePos() const;
 
   void SetLan() override;
@@ -64,21 +64,21 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   bool Translate(MSG& message) override;
   bool TranslateInText(const MSG& key);
   void CreateControls();
-  void MoveToSharedPlace();
+  void MoveToSavedPos();
   void LayOut() override;
-  void MoveBar(toolkit::Twips way);
+  void MoveBar(toolkit::Twips distance);
   toolkit::Twips BarTop(toolkit::Twips wanted) const;
   void UsersChanged();
   void UpdateStat();
   void Flash();
-  bool DeclinesKeyboard(LPARAM lParam) const;
-  void WheelTurned(WPARAM wParam, LPARAM lParam);
+  bool IgnoresActivation(LPARAM lParam) const;
+  void OnWheel(WPARAM wParam, LPARAM lParam);
   LRESULT OnNotify(LPARAM lParam);
   void Send();
   void Close();
 
   // frm_chat_menus.cpp
-  void MenuOpens(HMENU menu);
+  void OnMenuOpening(HMENU menu);
   std::span<const toolkit::Command> Commands() const override;
   void mnuExportT_Click();
   void mnuExportC_Click();
@@ -104,8 +104,8 @@ class FrmChat : public toolkit::Window, public net::ChatWindow {
   toolkit::StatusLine status_;
   toolkit::Twips barTop_;
   bool statVisible_ = true, onTop_ = false, addTime_ = false;
-  bool flashing_ = false, wheelTurning_ = false;
-  ULONGLONG shownAt_ = 0;  // for reading, milliseconds since the system started; 0 = never
+  bool flashing_ = false, forwardingWheel_ = false;
+  ULONGLONG shownAt_ = 0;  // by ShowForReading, as GetTickCount64 counts; 0 = never
 
   toolkit::WindowMenu menu_{kChatMenu, toolkit::MenuKind::Bar};
   UsersMenu mnuUser_{menu_};

@@ -1,4 +1,4 @@
-// The chat window's menus: what each command does, and the list of the users online.
+// The commands of the chat window's menus, and the menu of the users online.
 #include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
@@ -18,7 +18,7 @@ constexpr toolkit::Caption kExportTitle{3202, "Export Chat"};
 
 }  // namespace
 
-void FrmChat::MenuOpens(HMENU menu) {
+void FrmChat::OnMenuOpening(HMENU menu) {
   mnuUser_.Opens(menu);
   const auto remove = menu_.Find(mnuRemove);
   if (!remove || remove->menu != menu) return;
@@ -46,7 +46,7 @@ std::span<const toolkit::Command> FrmChat::Commands() const {
   return kCommands;
 }
 
-// Lines that arrive while the user looks for a place are saved too.
+// Lines that arrive while the save dialog is open are saved too.
 void FrmChat::mnuExportT_Click() {
   const std::string path = toolkit::AskSaveName(kExportTitle);
   if (!hwnd()) return;
@@ -82,7 +82,7 @@ void FrmChat::mnuTime_Click() {
   menu_.Check(mnuTime, addTime_);
 }
 
-// Those whom the user has selected in the main window; groups stand for their present members.
+// Adds the users selected in the main window; a group adds its members that are online.
 void FrmChat::mnuAdd_Click() {
   const std::string selected = mainList_.selectedRecipients();
   if (selected.empty()) return core::Beep();
@@ -90,7 +90,7 @@ void FrmChat::mnuAdd_Click() {
   UsersChanged();
 }
 
-// By its place in the list: what the caption shows of a name is not the name.
+// By index, because a menu caption may not show the whole name.
 void FrmChat::mnuUser_Click(unsigned index) {
   const std::string* const name = mnuUser_.NameOf(index);
   if (name) AddUser(std::string(*name));

@@ -39,13 +39,14 @@ Screen TheScreen() {
   return {screen.width, screen.height};
 }
 
-Size PictureBox() {
+Size PictureSize() {
   const Twips side = Tw(toolkit::PictureSize(res::Strip::Menu));
   return {side, side};
 }
 
-void PlaceControl(HWND control, const Box& box) {
-  toolkit::SetArea(control, {Px(box.left), Px(box.top), Px(box.left + box.width), Px(box.top + box.height)});
+void PlaceControl(HWND control, const Bounds& bounds) {
+  toolkit::SetArea(control,
+                   {Px(bounds.left), Px(bounds.top), Px(bounds.left + bounds.width), Px(bounds.top + bounds.height)});
 }
 
 }  // namespace
@@ -82,7 +83,7 @@ void FrmPop::CreateControls() {
 }
 
 void FrmPop::Build() {
-  const Size picture = PictureBox();
+  const Size picture = PictureSize();
   const Size largest = LargestLabel(TheScreen(), picture.height, RestOf(corner_, alertHeight_));
   const SIZE text = lblMsg.Fit({Px(largest.width), Px(largest.height)});
   const Size label{LabelWidth(Tw(text.cx)), Tw(text.cy)};
@@ -98,16 +99,17 @@ void FrmPop::Build() {
 
 void FrmPop::PlaceAndShow() {
   const Screen screen = TheScreen();
-  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PlaceWithoutCorner(screen, size_.width));
+  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PositionWithoutCorner(screen, size_.width));
   Show(SW_SHOWNOACTIVATE);
   toolkit::SetTopMost(hwnd(), true);
   core::PlayAlertSound(core::gSound);
   ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
 }
 
-void FrmPop::MoveTo(conversation::Place place) {
-  place_ = place;
-  ::SetWindowPos(hwnd(), nullptr, Px(place.left), Px(place.top), 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+void FrmPop::MoveTo(Point position) {
+  position_ = position;
+  ::SetWindowPos(hwnd(), nullptr, Px(position.left), Px(position.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -139,12 +141,12 @@ bool FrmPop::Translate(MSG& message) {
 }
 
 void FrmPop::aniTimer_Timer() {
-  const auto top = corner_ ? NextTop(*corner_, TheScreen(), place_.top, size_.height, alertHeight_) : std::nullopt;
+  const auto top = corner_ ? NextTop(*corner_, TheScreen(), position_.top, size_.height, alertHeight_) : std::nullopt;
   if (!top) {
     ::KillTimer(hwnd(), kAniTimer);
     return;
   }
-  MoveTo({place_.left, *top});
+  MoveTo({position_.left, *top});
 }
 
 // A tick that was posted before the timer stopped may still arrive; it is ignored.

@@ -41,7 +41,7 @@ class FrmPop : public toolkit::Window {
   void CreateControls();
   void Build();
   void PlaceAndShow();
-  void MoveTo(conversation::Place place);
+  void MoveTo(Point position);
   void aniTimer_Timer();
   void Timer_Timer();
   void Draw(const DRAWITEMSTRUCT& request) const;
@@ -71,7 +71,7 @@ class FrmPop : public toolkit::Window {
   // The settings at the time of opening: later changes do not affect open popups.
   const std::optional<Corner> corner_;
   const int alertHeight_;
-  conversation::Place place_{};
+  Point position_{};
   Size size_{};
   FlashCount flashes_;
   bool lit_ = false;

@@ -15,9 +15,9 @@ std::size_t PrivateMemory() {
   return memory.PagefileUsage;
 }
 
-bool AsksMemory(std::size_t weight) {
+bool SamplesMemory(std::size_t weight) {
   static unsigned count = 0;
-  return weight > Measured::kSmall || ++count % 8 == 0;
+  return weight > InsertionMeter::kSmall || ++count % 8 == 0;
 }
 
 double Milliseconds(FILETIME time) {
@@ -32,12 +32,15 @@ double ProcessorMilliseconds() {
   return Milliseconds(kernel) + Milliseconds(user);
 }
 
-Measured::Measured(BoxCost& cost, std::size_t weight)
-    : cost_(cost), weight_(weight), asksMemory_(AsksMemory(weight)), memory_(asksMemory_ ? PrivateMemory() : 0) {}
+InsertionMeter::InsertionMeter(BoxCost& cost, std::size_t weight)
+    : cost_(cost),
+      weight_(weight),
+      samplesMemory_(SamplesMemory(weight)),
+      memory_(samplesMemory_ ? PrivateMemory() : 0) {}
 
-Measured::~Measured() {
-  cost_.Took(weight_, sinceBegin_.Milliseconds());
-  if (asksMemory_) cost_.Grew(weight_, std::max(PrivateMemory(), memory_) - memory_);
+InsertionMeter::~InsertionMeter() {
+  cost_.AddTime(weight_, sinceBegin_.Milliseconds());
+  if (samplesMemory_) cost_.AddGrowth(weight_, std::max(PrivateMemory(), memory_) - memory_);
 }
 
 }  // namespace conversation

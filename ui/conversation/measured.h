@@ -1,4 +1,4 @@
-// What is done to a rich text box, measured.
+// Measures the time and memory that insertions into a rich edit control take.
 #pragma once
 
 #include <chrono>
@@ -18,25 +18,25 @@ class Stopwatch {
   std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
-// Of this thread so far. In steps of some ten milliseconds, but without the time that other programs take.
+// The processor time of this thread so far. Coarse (about ten milliseconds), but without the time of other programs.
 double ProcessorMilliseconds();
 
-// Adds the cost of what is put in while it lives. The memory of a small text only now and then: asking for it takes a
-// while.
-class Measured {
+// Measures the insertion made during its lifetime, and adds the result to `cost`. Samples memory only for some of the
+// small texts, because the query is slow.
+class InsertionMeter {
  public:
   static constexpr std::size_t kSmall = 300;  // weight
 
-  Measured(BoxCost& cost, std::size_t weight);
-  Measured(const Measured&) = delete;
-  Measured& operator=(const Measured&) = delete;
-  ~Measured();
+  InsertionMeter(BoxCost& cost, std::size_t weight);
+  InsertionMeter(const InsertionMeter&) = delete;
+  InsertionMeter& operator=(const InsertionMeter&) = delete;
+  ~InsertionMeter();
 
  private:
   BoxCost& cost_;
   const std::size_t weight_;
-  const bool asksMemory_;
-  const std::size_t memory_;  // of the program, bytes
+  const bool samplesMemory_;
+  const std::size_t memory_;  // of the process at the beginning, bytes
   const Stopwatch sinceBegin_;
 };
 

@@ -8,11 +8,11 @@ namespace conversation {
 namespace {
 
 constexpr std::string_view kBreaks = "\r\n";
-constexpr std::size_t kWeightOfParagraph = 20;
+constexpr std::size_t kParagraphOverhead = 20;
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
-// Bytes of the line break at, or that ends before, this place.
+// Length of the line break that begins, or ends, at this offset.
 std::size_t BreakAt(std::string_view text, std::size_t at) { return text.substr(at).starts_with(kBreaks) ? 2 : 1; }
 std::size_t BreakBefore(std::string_view text, std::size_t at) { return text.substr(0, at).ends_with(kBreaks) ? 2 : 1; }
 
@@ -38,12 +38,12 @@ Position PreviousParagraph(const Conversation& said, Position at) {
 
 std::size_t WeightOf(const Paragraph& paragraph) {
   const std::size_t head = paragraph.first ? paragraph.line.prefix.size() + paragraph.line.sender.size() : 0;
-  return kWeightOfParagraph + head + SizeInBox(paragraph.text);
+  return kParagraphOverhead + head + SizeInBox(paragraph.text);
 }
 
-std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t most) {
+std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t limit) {
   std::size_t weight = 0;
-  while (from < to && weight <= most) {
+  while (from < to && weight <= limit) {
     const Paragraph paragraph = ParagraphAt(said, from);
     weight += WeightOf(paragraph);
     from = paragraph.next;

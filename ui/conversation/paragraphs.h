@@ -1,4 +1,4 @@
-// The paragraphs of a conversation: a line is one of them, and each line break in its text begins another one.
+// The paragraphs of a conversation: each line begins one, and so does each line break in its text.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace conversation {
 
-// Where a paragraph begins: the number of the line, and the offset in its text. At offset 0 the text stands behind its
+// The beginning of a paragraph: the number of the line, and the offset in its text. At offset 0 the text follows its
 // head, "anna:" and a tab.
 struct Position {
   std::size_t line = 0, offset = 0;
@@ -21,7 +21,7 @@ struct Position {
 
 struct Paragraph {
   ChatLine line;
-  std::string_view text;  // of this paragraph, without the line break behind it
+  std::string_view text;  // of this paragraph, without the line break that ends it
   bool first = false;     // of its line
   Position next;          // where the next paragraph begins
 };
@@ -29,30 +29,28 @@ struct Paragraph {
 inline Position BeginOf(const Conversation& said) { return {said.First(), 0}; }
 inline Position EndOf(const Conversation& said) { return {said.End(), 0}; }
 
-// at < EndOf(said).
+// Requires at < EndOf(said).
 Paragraph ParagraphAt(const Conversation& said, Position at);
 
-// The place of the paragraph before; BeginOf(said) < at.
+// The beginning of the paragraph before; requires BeginOf(said) < at.
 Position PreviousParagraph(const Conversation& said, Position at);
 
-// What showing a paragraph costs, in bytes of text: each has a share that does not depend on its length.
+// The cost of displaying a paragraph: its bytes of text plus a constant overhead.
 std::size_t WeightOf(const Paragraph& paragraph);
 
-// Counted no further than it takes to tell that it is more than `most`: a line may hold tens of thousands of
-// paragraphs.
-std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t most);
+// Stops counting above `limit`: a line may hold tens of thousands of paragraphs.
+std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t limit);
 
-// The place of the first paragraph behind `from` before which there is so much, or the end; there is always one
-// paragraph between them. And the same backwards.
+// Move over whole paragraphs, at least one, until `weight` is passed or the conversation ends.
 Position GoForward(const Conversation& said, Position from, std::size_t weight);
 Position GoBack(const Conversation& said, Position from, std::size_t weight);
 
-// What comes from the network may hold anything. A rich text box would take control bytes for cell marks and page
-// breaks, so all but tabs become blanks.
+// The text as it is displayed. Text from the network may hold any byte; a rich edit control would interpret control
+// characters as cell marks and page breaks, so all but tabs become blanks.
 std::string Shown(std::string_view text);
 
-// "anna:", with the time in front where it is added. A name stays in one paragraph whatever it holds, so that nobody
-// can write a line that looks like somebody else's.
+// "anna:", with the time before it if the line has one. Line breaks in a name become blanks, so that nobody can forge a
+// line of somebody else.
 std::string HeadOf(const ChatLine& line);
 
 }  // namespace conversation

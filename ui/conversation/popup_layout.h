@@ -17,7 +17,7 @@ struct Screen {
   Twips width, height;  // the whole screen, not the work area
 };
 
-struct Place {
+struct Point {
   Twips left, top;
 };
 
@@ -37,14 +37,14 @@ constexpr std::optional<Corner> CornerOf(int popPos) {
 }
 
 // Just outside the screen, so that the first tick makes the edge visible.
-constexpr Place StartOf(Corner corner, Screen screen, Twips width, Twips height) {
+constexpr Point StartOf(Corner corner, Screen screen, Twips width, Twips height) {
   const bool right = corner == Corner::TopRight || corner == Corner::BottomRight;
   return {right ? screen.width - width : Twips{0}, IsTop(corner) ? Twips{0} - height : screen.height};
 }
 
-// The place of a popup without a corner: near the top left, further left if the close button would be off the screen.
+// Where a popup without a corner goes: near the top left, further left if the close button would be off the screen.
 constexpr Twips kInset{1500};
-constexpr Place PlaceWithoutCorner(Screen screen, Twips width) {
+constexpr Point PositionWithoutCorner(Screen screen, Twips width) {
   return {std::clamp(screen.width - width, Twips{0}, kInset), kInset};
 }
 
@@ -80,13 +80,13 @@ struct Size {
   Twips width, height;
 };
 
-struct Box {
+struct Bounds {
   Twips left, top, width, height;
 };
 
 inline constexpr Twips kMinPopupWidth{2000};
 inline constexpr Twips kBesideText{100};   // width of the popup beyond its text label
-inline constexpr Twips kAroundText{300};   // height beyond picture and text label
+inline constexpr Twips kAroundText{300};   // height of the popup beyond its picture and text label
 inline constexpr Twips kEdge{50};          // between the frame and the label
 inline constexpr Twips kPictureLeft{155};  // aligned with the text, which has a margin in its label
 inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
@@ -107,7 +107,7 @@ constexpr Size PopupSize(Size label, Twips pictureHeight) {
 }
 
 struct PopupParts {
-  Box picture, sender, drop, close, label;
+  Bounds picture, sender, drop, close, label;
 };
 
 constexpr PopupParts PartsOf(Size popup, Size label, Size picture) {

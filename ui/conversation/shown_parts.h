@@ -1,4 +1,4 @@
-// What a text box holds of a conversation: parts that follow each other, in the portions in which they were put in.
+// The part of a conversation that a rich edit control holds, as consecutive insertions.
 #pragma once
 
 #include <cstddef>
@@ -10,14 +10,14 @@ namespace conversation {
 
 struct ShownPart {
   Position first, end;
-  std::size_t characters = 0;  // of the box
+  std::size_t characters = 0;  // in the control
   std::size_t weight = 0, paragraphs = 0;
-  toolkit::Twips widest{};  // indent of a line
+  toolkit::Twips widest{};  // the largest indent of its lines
 };
 
 class ShownParts {
  public:
-  // The weight up to which parts become one.
+  // The weight up to which parts are merged.
   static constexpr std::size_t kSmall = 4096;
 
   bool Empty() const { return parts_.empty(); }
@@ -26,24 +26,24 @@ class ShownParts {
   std::size_t Paragraphs() const { return paragraphs_; }
   toolkit::Twips Widest() const;
 
-  // Not of an empty box.
+  // Only while not Empty().
   const ShownPart& FirstPart() const { return parts_.front(); }
   const ShownPart& LastPart() const { return parts_.back(); }
   Position First() const { return FirstPart().first; }
   Position End() const { return LastPart().end; }
 
-  // Small parts become one with the last part, so that not each line is a part of its own.
+  // Merges a small part into the last one, so that not every line is a part of its own.
   void AddLater(const ShownPart& part);
   void AddEarlier(const ShownPart& part);
 
-  // Takes the first, or the last, part away; returns it.
+  // Remove and return the first, or the last, part.
   ShownPart DropFirst();
   ShownPart DropLast();
 
-  // The part that this character is in, and how far behind its beginning.
+  // The beginning of the part that contains this character, and the offset of the character in it.
   struct Found {
     Position first;
-    std::size_t behind;
+    std::size_t offset;
   };
   Found Find(std::size_t character) const;
 
