@@ -20,11 +20,11 @@ inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
 }
 
 // Aborts when an invariant is violated.
-inline void Require(bool promise) {
-  if (!promise) std::abort();
+inline void Require(bool invariant) {
+  if (!invariant) std::abort();
 }
 
-// Takes the first byte off the text, 0 when there is none.
+// Removes the first byte of the text and returns it; 0 when there is none.
 inline unsigned char TakeByte(std::string_view& text) {
   if (text.empty()) return 0;
   const auto byte = static_cast<unsigned char>(text.front());
@@ -32,20 +32,20 @@ inline unsigned char TakeByte(std::string_view& text) {
   return byte;
 }
 
-// Takes the text's first line off, and the "\n" behind it.
+// Removes the first line of the text, with its "\n", and returns it.
 inline std::string_view TakeLine(std::string_view& text) {
   const std::string_view line = text.substr(0, text.find('\n'));
   text.remove_prefix(line.size() < text.size() ? line.size() + 1 : line.size());
   return line;
 }
 
-// A digit stands for 1252.
+// Any digit chooses 1252.
 inline void ChooseCodePage(unsigned char choice) {
   constexpr int kCodePages[] = {932, 936, 949, 1252, 950};
   core::SetSystemCodePage(kCodePages[choice / 16 % 5]);
 }
 
-// An edit control gives no half letters. One would take what is put behind it for its other half.
+// The text as an edit control returns it: without lone lead bytes, which would combine with the text after them.
 inline std::string Typed(std::string_view text) {
   std::string typed;
   while (!text.empty()) {

@@ -1,5 +1,5 @@
-// Any bytes as the authored text of a menu item, and as a text to be shown as it stands: reading and writing are each
-// other's inverse, and a letter key chooses an item that is there. The first byte chooses the code page and the key.
+// Arbitrary bytes as the caption of a menu item in a language file, and as literal text: parsing and restoring are
+// inverse, and a mnemonic key chooses an existing item. The first byte chooses the code page and the key.
 #include <string>
 #include <vector>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// What a menu shows of a caption: "&&" is "&".
+// The text that a menu draws for a caption: "&&" is drawn as "&".
 std::string Drawn(std::string_view caption) {
   std::string drawn;
   for (std::size_t i = 0; i < caption.size(); ++i) {

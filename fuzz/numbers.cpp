@@ -1,5 +1,5 @@
-// Any bytes as a number, read in both ways: they agree with each other and with the system's reading of plain decimals,
-// and what fits is written so that it reads the same.
+// Arbitrary bytes as a number, read strictly and tolerantly: both agree with each other and with strtod on plain
+// decimals, and an integer that is in range survives a round trip through text.
 #include "core/numbers.h"
 
 #include <cmath>
@@ -21,7 +21,7 @@ bool ReadsStrictly(std::string_view text, double& value) {
   }
 }
 
-// The text without blanks around it as strtod takes it; empty when it is no plain decimal.
+// The trimmed text in the form that strtod accepts; empty when it is not a plain decimal.
 std::string AsDecimal(std::string_view text) {
   std::string decimal(core::Trim(text));
   if (decimal.find_first_not_of("0123456789+-.eEdD") != std::string::npos) return {};

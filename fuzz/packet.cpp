@@ -1,6 +1,6 @@
-// Any bytes as a session of datagrams, one a line, through the dispatcher into the real roster. The first byte chooses
-// the code page, the own state and whether the own name is a hidden one. A chat window that opens hears the next
-// datagram from inside.
+// Arbitrary bytes as a session of datagrams, one a line, through the dispatcher into the real roster. The first byte
+// chooses the code page, the own state, and whether the own name is hidden. While a chat window opens, the next
+// datagram arrives (re-entrancy).
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::string_view kBlocked = "eve";
 
-// What holds for the letters of any text, whatever else is made of it.
+// The invariants of the text functions, for any text.
 void CheckLetters(std::string_view text) {
   const std::string lower = core::LowerCase(text);
   fuzz::Require(lower.size() == text.size() && core::LowerCase(lower) == lower);

@@ -1,7 +1,7 @@
-// Any lines as a conversation: its markup, read back, is its plain text in the lines' colours. The first byte chooses
-// the code page and whether the markup is for a box, where long stretches of blanks are cut and must be found again. A
-// line of input is a line of the conversation: colour, length of the sender's name, sender, text, where byte 1 stands
-// for a line break.
+// Arbitrary lines as a conversation: its markup, read back, is its plain text in the lines' colours. The first byte
+// chooses the code page, and whether the markup is for the edit control, where long runs of blanks are cut and must be
+// restored. Each input line is a line of the conversation: colour, length of the sender's name, sender, text; byte 1
+// stands for a line break.
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-// As much of a rich text reader as the markup needs: text, paragraphs, colours and groups.
+// A minimal rich text reader: text, paragraphs, colours and groups.
 class Reader {
  public:
   explicit Reader(std::string_view markup) : rest_(markup) {
@@ -36,7 +36,7 @@ class Reader {
     Put(c);
   }
 
-  // Fonts and colours stand in groups inside the outer one.
+  // The font and colour tables are groups inside the outer one; text is directly in it.
   void Put(unsigned char c) {
     if (depth_ == 1) text += static_cast<char>(c);
   }
@@ -44,24 +44,24 @@ class Reader {
   void TakeControl() {
     const unsigned char c = fuzz::TakeByte(rest_);
     if (c == '\\' || c == '{' || c == '}') return Put(c);
-    if (c == '\'') return TakeByteOfLetter();
+    if (c == '\'') return TakeHexByte();
     fuzz::Require(IsLetter(c));
     std::string word(1, static_cast<char>(c));
     while (!rest_.empty() && IsLetter(static_cast<unsigned char>(rest_.front()))) word += TakeChar();
     std::string number;
     while (!rest_.empty() && (IsDigit(rest_.front()) || (number.empty() && rest_.front() == '-'))) number += TakeChar();
     if (rest_.starts_with(' ')) rest_.remove_prefix(1);
-    Obey(word, number);
+    Apply(word, number);
   }
 
-  void Obey(std::string_view word, const std::string& number) {
+  void Apply(std::string_view word, const std::string& number) {
     if (word == "cf") colour_ = std::stoi(number);
     if (word != "par") return;
     text += kLineEnd;
     colours.push_back(colour_);
   }
 
-  void TakeByteOfLetter() {
+  void TakeHexByte() {
     const int high = DigitOf(TakeChar()), low = DigitOf(TakeChar());
     fuzz::Require(high >= 0 && low >= 0);
     Put(static_cast<unsigned char>(high * 16 + low));
@@ -86,16 +86,16 @@ void Say(conversation::Conversation& said, std::string_view line) {
   said.Add({.prefix = colour == 3 ? "12:00 " : "", .sender = sender, .text = text, .colour = colour, .indent = {900}});
 }
 
-// Colour 0 is the reader's own; the others are numbered as they come.
+// Colour 0 is the system's text colour; the others are numbered in order of first use.
 std::vector<int> ColoursOf(const conversation::Conversation& said) {
   std::vector<int> colours, table;
   for (conversation::Position at = conversation::BeginOf(said); at < conversation::EndOf(said);) {
     const conversation::Paragraph paragraph = conversation::ParagraphAt(said, at);
     const int colour = paragraph.line.colour;
-    std::size_t place = 0;
-    while (place < table.size() && table[place] != colour) ++place;
-    if (colour != 0 && place == table.size()) table.push_back(colour);
-    colours.push_back(colour == 0 ? 0 : static_cast<int>(place) + 1);
+    std::size_t index = 0;
+    while (index < table.size() && table[index] != colour) ++index;
+    if (colour != 0 && index == table.size()) table.push_back(colour);
+    colours.push_back(colour == 0 ? 0 : static_cast<int>(index) + 1);
     at = paragraph.next;
   }
   return colours;

@@ -1,5 +1,5 @@
-// Any bytes as what is typed into the save dialog, on any folder and with any pattern, a line each. The first byte
-// chooses the code page and the type of file.
+// Arbitrary bytes as the name typed into the save dialog, its pattern and its folder, a line each. The first byte
+// chooses the code page and the file type.
 #include "ui/toolkit/save/save_name.h"
 
 #include <string>
@@ -18,7 +18,7 @@ Letters LettersOf(std::string_view text) {
   return letters;
 }
 
-// By what the first letters of the name and of the pattern match: slower than the dialog's way, and plainly right.
+// Reference implementation of pattern matching: dynamic programming over prefixes, slow but obviously correct.
 bool Matches(const Letters& name, const Letters& pattern) {
   std::vector<bool> row(name.size() + 1, false);
   row[0] = true;
@@ -75,7 +75,7 @@ void CheckSteps(const std::string& folder) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string_view text = fuzz::TextOf(data, size);
-  if (text.size() > 1000) return 0;  // paths are shorter, and the plain way to match is slow
+  if (text.size() > 1000) return 0;  // paths are shorter, and the reference implementation is slow
   const unsigned char choice = fuzz::TakeByte(text);
   fuzz::ChooseCodePage(choice);
   const std::string typed = fuzz::Typed(fuzz::TakeLine(text));

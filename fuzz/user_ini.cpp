@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Require(failure == 0 || failure == 6 || failure == 13 || failure == 62);
   if (failure != 0) return 0;
 
-  // A quote inside a text is the only thing that does not survive.
+  // A text with a quote does not survive a round trip.
   std::vector<std::string> texts = program.users.GroupLines();
   texts.insert(texts.end(), {core::gUserName, core::gSound});
   if (HasQuote(texts)) return 0;

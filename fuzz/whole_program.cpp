@@ -1,6 +1,6 @@
-// Any bytes as what happens to a whole program, one event a line: packets, the user's commands, time, failing files and
-// a failing network, and its end and next start. The first byte chooses the code page, and whether it starts as on a
-// first day or goes through all of the start.
+// Arbitrary bytes as events of a whole program, one a line: packets, user commands, time, failing files, a failing
+// network, and restarts. The first byte chooses the code page, and whether the program goes through its whole start or
+// joins at once.
 #include "support/whole_program.h"
 
 #include <algorithm>
@@ -23,36 +23,36 @@
 
 namespace {
 
-constexpr int kMaxStarts = 2;  // each takes as long as a hundred events
+constexpr int kMaxStarts = 2;  // each costs as much as a hundred events
 constexpr std::int32_t kListenStep = 1000;
 constexpr std::size_t kMaxOpenByUser = 4;
 
-class Life {
+class Session {
  public:
-  explicit Life(std::string_view events) : rest_(events) {
+  explicit Session(std::string_view events) : rest_(events) {
     const unsigned char choice = fuzz::TakeByte(rest_);
     fuzz::ChooseCodePage(choice);
     support::ResetDesktop();
     support::Files() = {};
     support::Files()["Lang.con"] =
         "Code,English,Deutsch\r\n1201,user|users|online,Benutzer|Benutzer|da\r\n10201,is here,ist da\r\n";
-    core::gLangError = -1;  // nobody misses the other texts
+    core::gLangError = -1;  // do not report the missing texts
     support::Desktop().onPending = [this] { Pending(); };
     if (choice & 1)
       Start();
     else
       JoinAtOnce();
   }
-  ~Life() { support::ResetDesktop(); }
-  Life(const Life&) = delete;
-  Life& operator=(const Life&) = delete;
+  ~Session() { support::ResetDesktop(); }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
 
   void Run() {
     while (!rest_.empty()) {
       Next();
-      const std::string_view broken = program_->Broken();
-      if (!broken.empty()) std::fprintf(stderr, "%s\n", broken.data());
-      fuzz::Require(broken.empty());
+      const std::string_view violation = program_->Violation();
+      if (!violation.empty()) std::fprintf(stderr, "%s\n", violation.data());
+      fuzz::Require(violation.empty());
       support::Desktop().events.clear();
     }
   }
@@ -75,7 +75,7 @@ class Life {
     program_->HearOwn();
   }
 
-  // While a start listens time passes; while a chat window opens more arrives.
+  // Time passes while the start listens, and datagrams arrive while a chat window opens.
   void Pending() {
     if (core::gStarting != 0) support::Desktop().ticks += kListenStep;
     if (core::gDispatching && rest_.starts_with('h')) program_->Hear(fuzz::TakeLine(rest_).substr(1));
@@ -94,7 +94,7 @@ class Life {
     fuzz::Require(program_->users.GroupLines() == groups);
   }
 
-  // Of what is typed no control gives a line break, and a quote is what the settings file does not carry.
+  // Edit controls yield no line breaks here, and the settings file cannot store a quote.
   static std::string Typed(std::string_view text) {
     std::string typed = fuzz::Typed(text);
     std::erase_if(typed, [](char c) { return c == '"' || c == '\r'; });
@@ -133,18 +133,18 @@ class Life {
     program_->users.lvUsers.SetSelected(rows.At(row % rows.Count()), false);
   }
 
-  void UseChat(char what, std::string_view arguments) {
+  void UseChat(char action, std::string_view arguments) {
     if (program_->chats.empty()) return;
     const std::size_t index = fuzz::TakeByte(arguments) % program_->chats.size();
     support::PlainChat& chat = program_->Chat(index);
-    if (what == 'a') chat.participants.AddUsers(arguments);
-    if (what == 'r') chat.participants.RemoveUser(arguments);
-    if (what == 'w') chat.participants.Send(arguments, program_->messenger);
-    if (what == 'p') Export(chat, arguments.empty() ? "chat.txt" : "chat.rtf");
-    if (what == 'x') program_->Close(index);
+    if (action == 'a') chat.participants.AddUsers(arguments);
+    if (action == 'r') chat.participants.RemoveUser(arguments);
+    if (action == 'w') chat.participants.Send(arguments, program_->messenger);
+    if (action == 'p') Export(chat, arguments.empty() ? "chat.txt" : "chat.rtf");
+    if (action == 'x') program_->Close(index);
   }
 
-  // What could not be written leaves nothing behind.
+  // A failed export must leave no file.
   static void Export(const support::PlainChat& chat, std::string_view name) {
     try {
       chat.Export(std::string(name));
@@ -174,7 +174,7 @@ class Life {
   int starts_ = 0;
 };
 
-void Life::Next() {
+void Session::Next() {
   std::string_view event = fuzz::TakeLine(rest_);
   const char kind = static_cast<char>(fuzz::TakeByte(event));
   switch (kind) {
@@ -224,6 +224,6 @@ void Life::Next() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Life(fuzz::TextOf(data, size)).Run();
+  Session(fuzz::TextOf(data, size)).Run();
   return 0;
 }

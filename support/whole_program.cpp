@@ -23,23 +23,23 @@ namespace {
 using toolkit::ListRow;
 using toolkit::ListRows;
 
-constexpr std::size_t kMaxOwn = 64;  // of the own packets that wait to come back
+constexpr std::size_t kMaxOwn = 64;  // sent packets kept for HearOwn
 constexpr int kCountsText = 1201;
 
-// A list is its rows in order, and finds each of them in every way.
-std::string_view BrokenRows(const ListRows& rows) {
+// Checks that a list counts its rows correctly and finds each of them by every lookup.
+std::string_view RowsViolation(const ListRows& rows) {
   std::size_t bytes = 0, selected = 0;
   const std::vector<toolkit::RowId> ids = rows.Ids();
-  if (ids.size() != rows.Count()) return "a list of two lengths";
+  if (ids.size() != rows.Count()) return "the numbers of rows and ids differ";
   for (std::size_t i = 0; i < rows.Count(); ++i) {
     const ListRow& row = rows.At(i);
     if (rows.FindId(ids[i]) != &row) return "a row is not found by its id";
     if (!rows.FindText(row.text) || !rows.FindTextIgnoringCase(row.text)) return "a row is not found by its text";
-    if (!row.key.empty() && rows.FindKey(row.key) != &row) return "two rows have one key";
+    if (!row.key.empty() && rows.FindKey(row.key) != &row) return "two rows have the same key";
     bytes += row.text.size() + row.key.size();
     selected += row.selected ? 1 : 0;
   }
-  if (bytes != rows.TextBytes() || selected != rows.SelectedCount()) return "a list counts wrongly";
+  if (bytes != rows.TextBytes() || selected != rows.SelectedCount()) return "a list's byte or selection count is wrong";
   return {};
 }
 
@@ -93,7 +93,7 @@ void WholeProgram::LoadMain() {
   loaded_ = true;
 }
 
-// The text behind the mark, when the packet is a line of a chat with this copy.
+// The text after the mark, if the packet is a chat line for this copy.
 std::optional<std::string_view> WholeProgram::ChatLineIn(std::string_view datagram) const {
   const net::Packet packet = net::TakeApart(datagram);
   std::string_view text;
@@ -131,23 +131,23 @@ void WholeProgram::Hear(std::string_view datagram) {
   CheckLines(before, isLine);
 }
 
-// Every line once in each window that takes it; in a new one when there is none.
+// A line must arrive once in each window that takes it, or in a new window if none does.
 void WholeProgram::CheckLines(const std::vector<Expected>& before, bool isLine) {
   std::size_t takers = 0;
   for (const Expected& expected : before) {
     const auto& chat = static_cast<PlainChat&>(*expected.chat);
-    const std::size_t came = chat.said.End() - expected.lines, wanted = expected.takes ? 1 : 0;
+    const std::size_t added = chat.said.End() - expected.lines, wanted = expected.takes ? 1 : 0;
     takers += wanted;
-    if (came > wanted + waiting_) broken_ = "a line came twice, or to a window that does not take it";
-    if (came < wanted && !mayMiss) broken_ = "a line is lost";
+    if (added > wanted + waiting_) violation_ = "a line arrived twice, or in a window that does not take it";
+    if (added < wanted && !mayLose) violation_ = "a line is lost";
   }
-  const std::size_t opened = chats.size() - before.size(), mostOpened = (isLine && takers == 0 ? 1 : 0) + waiting_;
-  if (opened > mostOpened) broken_ = "a window opened that nobody needs";
+  const std::size_t opened = chats.size() - before.size(), maxOpened = (isLine && takers == 0 ? 1 : 0) + waiting_;
+  if (opened > maxOpened) violation_ = "an unneeded window opened";
   const bool needed = isLine && takers == 0 && before.size() < kMaxChats;
-  if (needed && opened == 0 && !mayMiss) broken_ = "no window for a line";
+  if (needed && opened == 0 && !mayLose) violation_ = "no window for a line";
   for (std::size_t i = before.size(); i < chats.size(); ++i) {
-    const std::size_t came = Chat(i).said.End();
-    if (came > 1 + waiting_ || (came == 0 && !mayMiss && waiting_ == 0)) broken_ = "a new window with wrong lines";
+    const std::size_t added = Chat(i).said.End();
+    if (added > 1 + waiting_ || (added == 0 && !mayLose && waiting_ == 0)) violation_ = "a new window with wrong lines";
   }
 }
 
@@ -240,23 +240,23 @@ void WholeProgram::ClosePopup(std::size_t popup) {
   ShowWaitingAlerts();
 }
 
-std::string_view WholeProgram::Broken() {
-  if (!broken_.empty()) return broken_;
+std::string_view WholeProgram::Violation() {
+  if (!violation_.empty()) return violation_;
   for (const auto* rows : {&users.lvUsers, &composer.Rows()})
-    if (const std::string_view broken = BrokenRows(*rows); !broken.empty()) return broken;
+    if (const std::string_view violation = RowsViolation(*rows); !violation.empty()) return violation;
   for (std::size_t i = 0; i < users.lvUsers.Count(); ++i)
-    if (const std::string_view broken = BrokenRow(users.lvUsers.At(i)); !broken.empty()) return broken;
+    if (const std::string_view violation = RowViolation(users.lvUsers.At(i)); !violation.empty()) return violation;
   if (users.lblStat.Tag() != ExpectedCounts()) return "the counts are wrong";
-  if (composer.IsEverybody() && composer.Rows().Count() != 1) return "everybody and somebody";
+  if (composer.IsEverybody() && composer.Rows().Count() != 1) return "another recipient beside everybody";
   for (const auto& chat : chats)
-    if (const auto broken = BrokenChat(static_cast<PlainChat&>(*chat)); !broken.empty()) return broken;
-  if (Desktop().queue.Waiting() > core::kMaxWaitingBoxes) return "too many boxes wait";
+    if (const auto violation = ChatViolation(static_cast<PlainChat&>(*chat)); !violation.empty()) return violation;
+  if (Desktop().queue.Waiting() > core::kMaxWaitingBoxes) return "too many message boxes wait";
   if (popups.size() > conversation::kMaxOpenPopups) return "too many popups";
-  if (core::gDispatching) return "a dispatch did not end";
+  if (core::gDispatching) return "gDispatching is still set";
   return {};
 }
 
-// Without the words of a language that lacks them.
+// A language file may lack the words.
 std::string WholeProgram::ExpectedCounts() const {
   const auto listed = static_cast<std::int64_t>(users.lvUsers.Count()) - 1;
   const std::int64_t count = listed - static_cast<std::int64_t>(users.GroupLines().size());
@@ -265,31 +265,31 @@ std::string WholeProgram::ExpectedCounts() const {
          std::string(core::BarField(words, 2)) + " (-" + std::to_string(users.BlockedNames().size()) + ")";
 }
 
-std::string_view WholeProgram::BrokenRow(const ListRow& row) const {
+std::string_view WholeProgram::RowViolation(const ListRow& row) const {
   const bool isUser = row.icon == mainwindow::kUserIcon || row.icon == mainwindow::kBlockedIcon;
-  if (row.icon != row.smallIcon) return "two icons in one row";
-  if (!isUser) return row.text.starts_with('(') ? "" : "a user without his icon";
-  if (row.key != core::LowerCase(row.text)) return "a user under a foreign key";
+  if (row.icon != row.smallIcon) return "a row's two icons differ";
+  if (!isUser) return row.text.starts_with('(') ? "" : "a user without a user's icon";
+  if (row.key != core::LowerCase(row.text)) return "a user's key is not the lower-case name";
   if (row.text.starts_with(net::kHiddenMark) && !core::EqualIgnoringCase(row.text, core::gCurName))
     return "a hidden user is listed";
   const bool marked = users.IsBlocked(row.text) && !mainwindow::IsNoUser(row.text);
-  return marked == (row.icon == mainwindow::kBlockedIcon) ? "" : "a wrong mark";
+  return marked == (row.icon == mainwindow::kBlockedIcon) ? "" : "a user with the wrong icon";
 }
 
-std::string_view WholeProgram::BrokenChat(PlainChat& chat) const {
+std::string_view WholeProgram::ChatViolation(PlainChat& chat) const {
   chat.RefUserList();
   const ListRows& rows = chat.participants.Rows();
-  if (const std::string_view broken = BrokenRows(rows); !broken.empty()) return broken;
+  if (const std::string_view violation = RowsViolation(rows); !violation.empty()) return violation;
   for (std::size_t i = 0; i < rows.Count(); ++i) {
     const ListRow& row = rows.At(i);
-    if (rows.FindTextIgnoringCase(row.text) != &row) return "somebody takes part twice";
+    if (rows.FindTextIgnoringCase(row.text) != &row) return "two participants have the same name";
     const bool present = users.lvUsers.FindTextIgnoringCase(row.text) != nullptr;
     const int icon = core::EqualIgnoringCase(row.text, conversation::kEverybody) ? conversation::kEverybodyIcon
                      : present && !users.IsBlocked(row.text)                     ? conversation::kUserIcon
                                                                                  : conversation::kBlockedIcon;
-    if (row.icon != icon) return "a participant with a wrong mark";
+    if (row.icon != icon) return "a participant with the wrong icon";
   }
-  if (chat.Offered() != OfferedNames()) return "other names are offered than are listed";
+  if (chat.Offered() != OfferedNames()) return "the names offered are not those listed";
   return {};
 }
 
@@ -314,10 +314,10 @@ void WholeProgram::Open(int) {
 
 void WholeProgram::Send(std::string_view bytes) {
   if (!open_) return;
-  // A start that failed while it listened speaks as the user, no longer as a hidden copy.
+  // A copy whose start failed while it listened sends under the user's name, no longer under the hidden one.
   const std::string_view sender = net::TakeApart(bytes).sender;
   const bool right = sender == openName_ || (core::gStarting != 0 && sender == core::gUserName);
-  if (!right) broken_ = "a packet under a wrong name";
+  if (!right) violation_ = "a packet with the wrong sender";
   if (own_.size() < kMaxOwn) own_.emplace_back(bytes);
 }
 
@@ -330,7 +330,7 @@ std::shared_ptr<net::ChatWindow> WholeProgram::OpenChat(std::string_view partici
 }
 
 void WholeProgram::ShowAlert(std::string_view text, std::string_view sender, int iconKind) {
-  if (core::gStatus > 1 || users.IsBlocked(sender)) broken_ = "an alert that nobody wants";
+  if (core::gStatus > 1 || users.IsBlocked(sender)) violation_ = "an alert that should have been suppressed";
   alerts_.Add({std::string(text), std::string(sender), iconKind});
   ShowWaitingAlerts();
 }

@@ -1,5 +1,5 @@
-// The whole program but for its windows, in one process: what the windows do with the portable parts is done here in
-// their order. It watches itself: after each step Broken() tells which promise does not hold.
+// The whole program without its windows, in one process: this code calls the portable parts in the same order as the
+// windows do. After each step Violation() checks the program's invariants.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@
 
 namespace support {
 
-// A chat window that nobody sees.
+// A chat window without a window.
 class PlainChat : public net::ChatWindow {
  public:
   PlainChat(const core::Roster& roster, const toolkit::ListRows& online);
@@ -31,9 +31,9 @@ class PlainChat : public net::ChatWindow {
   void RefUserList() override;
   void RefListOfUsers() override {}
 
-  const std::vector<std::string>& Offered();  // names for adding, as the menu shows them when it opens
+  const std::vector<std::string>& Offered();  // names that the user can add, as when the menu opens
 
-  // Text or markup, by the end of the path.
+  // Writes text or markup, by the extension of the path.
   void Export(const std::string& path) const;
 
   conversation::Participants participants;
@@ -47,24 +47,24 @@ class PlainChat : public net::ChatWindow {
 
 class WholeProgram : public core::Program, net::DatagramPort, net::Conversations {
  public:
-  static constexpr std::size_t kMaxChats = 6;  // opened by lines; the real limit is too far away for a fuzzer
+  static constexpr std::size_t kMaxChats = 6;  // opened by lines; a fuzzer would not reach the real limit
 
   WholeProgram();
 
-  // What the network does.
+  // The network's part.
   void Hear(std::string_view datagram);
-  void HearOwn();  // what it has sent comes back
+  void HearOwn();  // delivers the broadcasts that it has sent to itself
   void PassTime(std::uint32_t milliseconds);
   bool refuses = false;  // to open the port
 
-  // What the user does. Names are parted by bars.
+  // The user's part. Names are separated by bars.
   struct Options {
     std::string name;
     std::int32_t colour = 0;
     std::string language = "English";
     std::vector<std::string> blocked{}, groupLines{};
   };
-  bool Accept(const Options& options);  // false when the name is refused; throws the files' errors
+  bool Accept(const Options& options);  // false when the name is refused; throws file errors
   void SetStatus(std::int16_t status);
   void Block(const std::string& name);  // from a popup
   PlainChat& StartChat(std::string_view participants);
@@ -74,11 +74,11 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
 
   bool IsOpen() const { return open_; }  // the port
 
-  // The promise that does not hold, empty when all do.
-  std::string_view Broken();
+  // Describes a violated invariant, or is empty.
+  std::string_view Violation();
 
-  // While memory or files fail, what should come may be missing; what comes must still be right.
-  bool mayMiss = false;
+  // Set while memory or files fail: lines may then be lost, but none may be wrong.
+  bool mayLose = false;
 
   mainwindow::UserRoster users;
   net::Messenger messenger{*this};
@@ -92,7 +92,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
  private:
   struct Expected {
     std::shared_ptr<net::ChatWindow> chat;
-    std::size_t lines;  // before
+    std::size_t lines;  // before the datagram
     bool takes;
   };
   std::optional<std::string_view> ChatLineIn(std::string_view datagram) const;
@@ -102,8 +102,8 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void ChangeLanguage(const std::string& language);
   void JoinNetwork();
   std::string ExpectedCounts() const;
-  std::string_view BrokenRow(const toolkit::ListRow& row) const;
-  std::string_view BrokenChat(PlainChat& chat) const;
+  std::string_view RowViolation(const toolkit::ListRow& row) const;
+  std::string_view ChatViolation(PlainChat& chat) const;
   std::vector<std::string> OfferedNames() const;
 
   void LoadMain() override;
@@ -130,11 +130,11 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
 
   conversation::AlertQueue alerts_;
   bool loaded_ = false, open_ = false;
-  std::string openName_;  // under which the port was opened
+  std::string openName_;  // the user's name when the port was opened
   std::deque<std::string> own_;
   std::optional<std::int32_t> wakeAt_;
-  std::size_t waiting_ = 0;  // datagrams heard while another is dispatched
-  std::string_view broken_;
+  std::size_t waiting_ = 0;  // datagrams heard while another was dispatched
+  std::string_view violation_;
 };
 
 }  // namespace support

@@ -1,4 +1,4 @@
-// Each step of writing a file fails once, and once for good: what is written is the old or the new file, whole.
+// Makes each file operation fail, once or permanently: the file must be the old or the new one, complete.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -14,35 +14,35 @@ namespace {
 constexpr int kNever = std::numeric_limits<int>::max();
 
 struct Fault {
-  int step;  // from 1; the first one that fails
-  bool forGood;
-  bool takesNewFiles;  // the folder
+  int step;  // the first failing one, counted from 1
+  bool permanent;
+  bool takesNewFiles;  // whether the folder lets new files be created
 };
 
 void Inject(const Fault& fault) {
   Files().takesNewFiles = fault.takesNewFiles;
   Files().firstFailing = Files().steps + fault.step;
-  Files().lastFailing = fault.forGood ? kNever : Files().firstFailing;
+  Files().lastFailing = fault.permanent ? kNever : Files().firstFailing;
 }
 
-// Does `check` for every fault until the last step succeeds.
+// Calls `check` for every fault, until the fault is beyond the last step.
 template <class Check>
 void ForEachFault(Check check) {
-  for (const bool forGood : {false, true})
+  for (const bool permanent : {false, true})
     for (const bool takesNewFiles : {false, true}) {
       bool reached = true;
       for (int step = 1; reached && !testing::Test::HasFailure(); ++step) {
-        SCOPED_TRACE("step " + std::to_string(step) + (forGood ? " and later" : "") +
+        SCOPED_TRACE("step " + std::to_string(step) + (permanent ? " and later" : "") +
                      (takesNewFiles ? "" : ", a folder that takes no files"));
-        check(Fault{step, forGood, takesNewFiles});
+        check(Fault{step, permanent, takesNewFiles});
         reached = Files().steps >= Files().firstFailing;
         Files().firstFailing = kNever;
       }
     }
 }
 
-// In place, on a disk that fails for good, nothing can be put back; everywhere else nothing is lost.
-TEST(FileFaults, TheSettingsAreTheOldOrTheNewOnes) {
+// A file rewritten in place cannot be restored if the disk fails permanently; otherwise nothing is lost.
+TEST(FileFaults, SettingsAreTheOldOrTheNewOnes) {
   ForEachFault([](const Fault& fault) {
     JoinedProgram program;
     const std::string before = Files()["User.ini"];
@@ -50,14 +50,14 @@ TEST(FileFaults, TheSettingsAreTheOldOrTheNewOnes) {
     Inject(fault);
     const long error = ErrorOf([&] { core::SaveSets(program); });
     const std::string& after = Files()["User.ini"];
-    const bool inPlace = fault.forGood && !fault.takesNewFiles;
+    const bool inPlace = fault.permanent && !fault.takesNewFiles;
     EXPECT_TRUE(error == 0 || inPlace || after == before) << after;
     EXPECT_TRUE(error != 0 || after.find("\"berta\"") != std::string::npos) << after;
     EXPECT_EQ(Files().files.size(), 3u) << "beside the log and the language file";
   });
 }
 
-TEST(FileFaults, AnExportIsWholeOrNotThere) {
+TEST(FileFaults, AnExportIsCompleteOrAbsent) {
   ForEachFault([](const Fault& fault) {
     JoinedProgram program;
     Inject(fault);
@@ -68,7 +68,7 @@ TEST(FileFaults, AnExportIsWholeOrNotThere) {
   });
 }
 
-TEST(FileFaults, ALineThatCannotBeWrittenIsShown) {
+TEST(FileFaults, ALogLineThatCannotBeWrittenIsShown) {
   JoinedProgram program;
   for (const int step : {1, 2}) {
     Inject({step, false, true});

@@ -1,4 +1,5 @@
-// A whole program that has joined a network of two others and talks with one of them; its files are in memory.
+// A whole program that has joined a network of two others and has a chat open with one of them; its files are in
+// memory.
 #pragma once
 
 #include "core/globals.h"
@@ -15,7 +16,7 @@ class JoinedProgram : public WholeProgram {
     ResetDesktop();
     Files() = {};
     Files()["Lang.con"] = "Code,English,Deutsch\r\n1201,user|users|online,Benutzer|Benutzer|da\r\n";
-    core::gLangError = -1;  // nobody misses the other texts
+    core::gLangError = -1;  // do not report the missing texts
     core::LoadLang();
     Desktop().onPending = [] { Desktop().ticks += core::gStarting != 0 ? 1000 : 0; };
     Join();

@@ -1,5 +1,5 @@
-// Each allocation of what the program does fails once, and once for good: nothing is leaked (the sanitizers of
-// native-asan tell), the program's promises hold, and it goes on with the next packet.
+// Makes each allocation of an action fail, once or permanently: nothing is leaked (native-asan detects leaks), the
+// program's invariants hold, and it processes the next packet.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -13,12 +13,12 @@
 namespace {
 
 long gLeft = -1;  // allocations that succeed before one fails; negative = all
-bool gForGood = false, gFailed = false;
+bool gPermanent = false, gFailed = false;
 
 void* Allocate(std::size_t size) {
   if (gLeft == 0) {
     gFailed = true;
-    if (!gForGood) gLeft = -1;
+    if (!gPermanent) gLeft = -1;
     throw std::bad_alloc();
   }
   if (gLeft > 0) --gLeft;
@@ -37,8 +37,8 @@ namespace {
 
 // True when an allocation has failed.
 template <class Action>
-bool FailsAt(long allocation, bool forGood, Action action) {
-  gForGood = forGood, gFailed = false, gLeft = allocation;
+bool FailsAt(long allocation, bool permanent, Action action) {
+  gPermanent = permanent, gFailed = false, gLeft = allocation;
   try {
     action();
   } catch (const std::exception&) {
@@ -47,14 +47,14 @@ bool FailsAt(long allocation, bool forGood, Action action) {
   return gFailed;
 }
 
-// It takes part again and shows what comes.
-void ExpectToGoOn(WholeProgram& program) {
-  program.mayMiss = false;
+// Checks that the program can join the network and shows lines.
+void ExpectUsable(WholeProgram& program) {
+  program.mayLose = false;
   const bool joined = program.IsOpen() && core::gStarting == 0;
   ASSERT_TRUE(joined || program.Accept({.name = "anna"}));
   core::gStarting = 0;
   program.Hear("zoe|M/\xDEhello");
-  EXPECT_EQ(program.Broken(), "");
+  EXPECT_EQ(program.Violation(), "");
   EXPECT_TRUE(program.users.HasRow("zoe") && program.users.HasRow("(All)"));
   ASSERT_FALSE(program.chats.empty());
   const conversation::Conversation& said = program.Chat(program.chats.size() - 1).said;
@@ -63,7 +63,7 @@ void ExpectToGoOn(WholeProgram& program) {
 }
 
 using Action = void (*)(WholeProgram&);
-constexpr char kOld[] = "as it was";
+constexpr char kOld[] = "old content";
 
 const struct {
   const char* name;
@@ -125,22 +125,22 @@ const struct {
      }},
 };
 
-TEST(OutOfMemory, LeavesTheProgramWhole) {
+TEST(OutOfMemory, LeavesTheProgramUsable) {
   for (const auto& row : kActions) {
-    for (const bool forGood : {false, true}) {
+    for (const bool permanent : {false, true}) {
       bool failed = true;
       for (long allocation = 0; failed; ++allocation) {
-        SCOPED_TRACE(std::string(row.name) + (forGood ? ", none after allocation " : ", allocation ") +
+        SCOPED_TRACE(std::string(row.name) + (permanent ? ", none after allocation " : ", allocation ") +
                      std::to_string(allocation));
         JoinedProgram program;
-        program.mayMiss = true;
-        failed = FailsAt(allocation, forGood, [&] { row.action(program); });
+        program.mayLose = true;
+        failed = FailsAt(allocation, permanent, [&] { row.action(program); });
         for (const char* path : {"chat.txt", "chat.rtf"}) {
           const std::string& file = Files().files[path];
           EXPECT_TRUE(file.empty() || file == kOld || file.ends_with("hi\r\n") || file.ends_with("}\n")) << file;
         }
         Files().firstFailing = std::numeric_limits<int>::max();
-        ExpectToGoOn(program);
+        ExpectUsable(program);
         if (testing::Test::HasFailure()) return;
       }
     }
