@@ -1,5 +1,5 @@
-// What conversations cost as real windows, beside what the system's own rich text box costs for the same. Prints a
-// table of name and figures; takes no arguments. Exit status 1 when a figure is beyond its limit.
+// Measures the cost of chat windows and popups, compared with a bare rich edit control where there is an equivalent.
+// Prints a table; takes no arguments. Exit status 1 when a limit is exceeded.
 #include <windows.h>
 #include <commctrl.h>
 #include <psapi.h>
@@ -32,14 +32,14 @@ constexpr int kLines[] = {0, 10000, 50000};
 constexpr int kMeasured = 1000;
 constexpr int kChats = 20, kLinesOfChat = 1000, kExported = 100000, kUsers = 5000;
 constexpr int kWindows = 30;
-constexpr ULONGLONG kLongest = 60000;  // milliseconds
+constexpr ULONGLONG kTimeout = 60000;  // milliseconds
 
 double Seconds(FILETIME time) {
   const ULARGE_INTEGER units{{time.dwLowDateTime, time.dwHighDateTime}};
   return static_cast<double>(units.QuadPart) / 1e7;
 }
 
-// Of the processor, so that other programs on the machine do not count.
+// Processor time of this process, so that other programs on the machine do not count.
 double ProcessorSeconds() {
   FILETIME created{}, ended{}, kernel{}, user{};
   ::GetProcessTimes(::GetCurrentProcess(), &created, &ended, &kernel, &user);
@@ -65,22 +65,22 @@ double Kilobytes() {
   return static_cast<double>(memory.PagefileUsage) / 1024;
 }
 
-// The least that adding a coloured, indented line at the end of a rich text box takes.
-class BareBox {
+// The baseline: the minimal calls that append a coloured, indented line to a rich edit control.
+class BareControl {
  public:
-  // In a window of its own: a box that hides and shows another one at each line makes it slower.
-  BareBox()
+  // In a window of its own, because a visible control slows down its siblings.
+  BareControl()
       : parent_(::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 500, 100, 350, 300, nullptr,
                                   nullptr, nullptr, nullptr)),
         box_(::CreateWindowExA(0, "RichEdit20A", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY, 0,
                                0, 300, 200, parent_, nullptr, nullptr, nullptr)) {
     ::SendMessageA(box_, EM_EXLIMITTEXT, 0, 1 << 28);
   }
-  ~BareBox() { ::DestroyWindow(parent_); }
-  BareBox(const BareBox&) = delete;
-  BareBox& operator=(const BareBox&) = delete;
+  ~BareControl() { ::DestroyWindow(parent_); }
+  BareControl(const BareControl&) = delete;
+  BareControl& operator=(const BareControl&) = delete;
 
-  // Without formats, which take most of the time.
+  // Without formatting, which takes most of the time.
   void Fill(int lines) const {
     std::string text;
     for (int i = 0; i < 100; ++i) text += std::string("anna:\t") + kLine + "\r\n";
@@ -123,20 +123,20 @@ class Bench {
     roster_.AddUser("anna");
   }
 
-  // Lines are added with the events that they cause: what is put off is part of what they cost.
+  // The cost of a line includes the events that it causes, because work may be deferred.
   void Lines() {
     const auto chat = windows_.StartChat("anna|");
-    const BareBox bare;
+    const BareControl bare;
     int have = 0, bareHas = 0;
     double memory = 0;
     for (const int lines : kLines) {
-      memory += Grown([&] { AddTo(*chat, lines - have); });
+      memory += Growth([&] { AddTo(*chat, lines - have); });
       bare.Fill(lines - bareHas);
       const double mine = MicrosecondsEach([&] { AddTo(*chat, kMeasured); });
       const double least = MicrosecondsEach([&] { Repeat(kMeasured, [&] { bare.Append(); }); });
       have = bareHas = lines + kMeasured;
-      Row("a line behind " + std::to_string(lines) + " others", mine, "us", 1.5 * least,
-          "bare box " + std::to_string(std::lround(least)) + " us");
+      Row("a line after " + std::to_string(lines) + " others", mine, "us", 1.5 * least,
+          "bare control " + std::to_string(std::lround(least)) + " us");
     }
     Row("memory of 50,000 lines", memory / 1024, "MB", 40);
     Earlier(chat->hwnd());
@@ -147,13 +147,13 @@ class Bench {
     std::vector<std::shared_ptr<conversation::FrmChat>> chats;
     for (int i = 0; i < kChats; ++i) chats.push_back(windows_.StartChat("anna|"));
     double seconds = 0;
-    const double memory = Grown([&] {
+    const double memory = Growth([&] {
       seconds = MicrosecondsEach([&] {
         for (int i = 0; i < kLinesOfChat / 100; ++i)
           for (const auto& chat : chats) AddTo(*chat, 100);
       });
     });
-    std::printf("20 chats that take 1,000 lines each in turn: %.0f us a line, %.0f MB\n",
+    std::printf("20 chats with 1,000 lines each: %.0f us a line, %.0f MB\n",
                 seconds * kMeasured / (kChats * kLinesOfChat), memory / 1024);
     for (const auto& chat : chats) Close(chat->hwnd());
   }
@@ -191,12 +191,12 @@ class Bench {
         "popup", [&](int) { windows_.ShowAlert(kLine, "anna", 1); }, "frmPop");
   }
 
-  bool Good() const { return good_; }
+  bool Passed() const { return passed_; }
 
  private:
   static double MicrosecondsEach(const std::function<void()>& action) { return Microseconds(action) / kMeasured; }
 
-  static double Grown(const std::function<void()>& action) {
+  static double Growth(const std::function<void()>& action) {
     const double before = Kilobytes();
     action();
     return Kilobytes() - before;
@@ -209,13 +209,13 @@ class Bench {
     }
   }
 
-  // Until the last one is shown.
+  // Returns when the last line is shown.
   static void AddTo(conversation::FrmChat& chat, int lines) {
     static int count = 0;
     Repeat(lines, [&] { chat.AddMsg(kLine, "anna", 0xFF); });
     const std::string last = "last of " + std::to_string(++count) + ".";
     chat.AddMsg(last, "anna", 0xFF);
-    for (const auto end = ::GetTickCount64() + kLongest; LastRow(chat.hwnd()).find(last) == std::string::npos;) {
+    for (const auto end = ::GetTickCount64() + kTimeout; LastRow(chat.hwnd()).find(last) == std::string::npos;) {
       core::RunPendingEvents();
       ::Sleep(1);
       if (::GetTickCount64() > end) throw std::runtime_error("the last line is not shown");
@@ -232,13 +232,13 @@ class Bench {
 
   void Row(const std::string& what, double measured, const char* unit, double limit, const std::string& beside = "") {
     const bool good = measured <= limit;
-    good_ = good_ && good;
+    passed_ = passed_ && good;
     std::printf("%-36s %8.0f %s, limit %.0f  %s  %s\n", what.c_str(), measured, unit, limit, beside.c_str(),
                 good ? "" : "TOO MUCH");
     std::fflush(stdout);
   }
 
-  // The row at the top stays in view while others are put in before it, so it is the first no more.
+  // Becomes false when rows are inserted above: the control keeps the visible row in view.
   static bool AtTop(HWND box) { return ::SendMessageA(box, EM_GETFIRSTVISIBLELINE, 0, 0) == 0; }
 
   void Earlier(HWND chat) {
@@ -267,7 +267,7 @@ class Bench {
     for (const HWND hwnd : support::WindowsOf(className)) Close(hwnd);
   }
 
-  // What the heap keeps of the first windows it gives to the next ones, so only what a second round adds is left over.
+  // The heap keeps memory of the first windows for the next ones, so only the growth of a second round is a leak.
   void Open(const char* what, const std::function<void(int)>& open, const char* className) {
     open(0);
     CloseAll(className);
@@ -280,12 +280,12 @@ class Bench {
     const double closed = Kilobytes();
     for (int i = 0; i < kWindows; ++i) open(i);
     CloseAll(className);
-    std::printf("%-11s  opening the 1st %6.1f ms, the %dth %6.1f ms; %5.0f KB each, %5.0f KB left of all\n", what,
+    std::printf("%-11s  opening the 1st %6.1f ms, the %dth %6.1f ms; %5.0f KB each, %5.0f KB leaked by all\n", what,
                 first, kWindows, last, each, Kilobytes() - closed);
     std::fflush(stdout);
   }
 
-  bool good_ = true;
+  bool passed_ = true;
   mainwindow::UserRoster roster_;
   support::RecordingPort port_;
   net::Messenger messenger_{port_};
@@ -302,5 +302,5 @@ int main() {
   bench.Lines();
   bench.ManyChats();
   bench.UsersOnline();
-  return bench.Good() ? 0 : 1;
+  return bench.Passed() ? 0 : 1;
 }

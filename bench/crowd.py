@@ -1,6 +1,6 @@
-"""Confirms the simulated segments with real copies: copies of the program under Wine beside native ones made of its net
-code, ninety desks in all, on a private network. Prints a table: what, limit, measured. Exit status 1 when a limit
-is passed.
+"""Validates the segment simulation with real copies: copies of the program under Wine and native ones built from its
+net code, ninety desks in all, on a private network. Prints a table of limits and measurements. Exit status 1 when a
+limit is exceeded.
 
 usage: crowd.py [WINE [NATIVE]]    numbers of copies (10, 80)
 """
@@ -24,11 +24,11 @@ from whole_program import Table, process_ids, settle  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PROGRAM = "Quillon.exe"
-_WITHIN = 60  # seconds in which all desks start
+_START_SPAN = 60  # seconds within which all desks start
 
 
 class NativeDesk:
-    """A copy without windows; its output tells how many it lists."""
+    """A copy without windows; prints the number of users that it lists."""
 
     def __init__(self, rig, number, folder):
         self._rig, self._name = rig, f"native{number}"
@@ -46,7 +46,7 @@ class NativeDesk:
 
 
 class WineDesk:
-    """A real copy, in a Windows installation of its own that keeps running."""
+    """A real copy, in its own Windows installation, which keeps running between starts."""
 
     def __init__(self, rig, number):
         self._copy = rig.copy(f"wine{number}")
@@ -62,7 +62,7 @@ class WineDesk:
         self._copy.close()
 
     def kill(self):
-        """Ends the program without a word. No other copy may have started since it did."""
+        """Kills the program, so that it does not announce its end. No other copy may have started since it did."""
         process, = set(process_ids(_PROGRAM)) - self._others
         os.kill(process, signal.SIGKILL)
         time.sleep(0.5)
@@ -94,10 +94,10 @@ class Crowd:
 
     def _due_times(self):
         random.shuffle(self._desks)
-        return sorted(random.uniform(0, _WITHIN) for _ in self._desks)
+        return sorted(random.uniform(0, _START_SPAN) for _ in self._desks)
 
-    def _watch(self, what, action, most_packets):
-        """Counts the packets that something causes, and who is on whose list in the end."""
+    def _watch(self, what, action, max_packets):
+        """Measures the packets that an action causes, and checks everybody's list afterwards."""
         settle(self._rig)
         start = self._rig.wire.mark()
         action()
@@ -107,7 +107,7 @@ class Crowd:
         seconds = collections.Counter(int(packet.time - packets[0].time) for packet in packets)
         busiest, known = max(seconds.values()), [desk.users() for desk in self._desks]
         size = len(self._desks)
-        self._table.row(f"{what}: packets", f"<= {most_packets}", f"{len(packets)}", len(packets) <= most_packets)
+        self._table.row(f"{what}: packets", f"<= {max_packets}", f"{len(packets)}", len(packets) <= max_packets)
         self._table.row(f"{what}: in the busiest second", "<= 5000", f"{busiest}", busiest <= 5000)
         self._table.row(f"{what}: fewest and most users listed", f"{size}", f"{min(known)} and {max(known)}",
                         set(known) == {size})

@@ -1,6 +1,6 @@
-// What starts, changes and hostile hosts cost on segments of two to a thousand copies, and how soon everybody is on
-// every list: a table, each row of which is simulated in a process of its own (support/memory_segment.h). Exit status 1
-// when a row passes its limits.
+// Simulates starts, changes and hostile hosts on segments of two to a thousand copies (support/memory_segment.h), each
+// row in its own process. Prints a table of the traffic, the load, and the time until everybody is on every list. Exit
+// status 1 when a row exceeds its limits.
 //
 // usage: segment_simulation [LARGEST [CONDITIONS]]    only segments up to this size, only these conditions
 #include <sys/mman.h>
@@ -34,10 +34,10 @@ using support::Time;
 using namespace std::chrono_literals;
 
 constexpr int kSizes[] = {2, 5, 10, 20, 50, 100, 200, 500, 1000};
-constexpr int kLargest = kSizes[std::size(kSizes) - 1];
-constexpr Time kBegin = 10s;      // the segments that are up have settled
-constexpr Time kStartTime = 12s;  // from a start until everybody should know everybody: ten of listening and two more
-constexpr Time kStep = 50ms;      // between two looks at the rosters
+constexpr int kMaxSize = kSizes[std::size(kSizes) - 1];
+constexpr Time kBegin = 10s;      // the running copies have settled
+constexpr Time kStartTime = 12s;  // from a start until everybody must know everybody: ten of listening and two more
+constexpr Time kStep = 50ms;      // between two checks of the rosters
 constexpr int kInventedNames = 10000;
 
 constexpr Time kTogether = 90us;
@@ -49,7 +49,7 @@ struct Setting {
   const char* name;
   support::Conditions conditions;
   bool limited = true;
-  int largest = kLargest;  // the other conditions suffice for larger segments
+  int largest = kMaxSize;  // larger segments are covered by other conditions
   int smallest = 0;
 };
 const Setting kSettings[] = {
@@ -57,7 +57,7 @@ const Setting kSettings[] = {
     {"1 %", {.loss = 0.01, .together = kTogether}, true, 200},
     {"old machines", {.perPacket = 60us, .buffer = 64 << 10, .together = kTogether}, true, 200},
     {"1 %, old machines", {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10, .together = kTogether}},
-    {"3 segments", {.segments = 3, .together = kTogether}, true, kLargest, kLargest},
+    {"3 segments", {.segments = 3, .together = kTogether}, true, kMaxSize, kMaxSize},
     {"no limits", {.limits = kNoLimits, .together = kTogether}, false},
     {"no limits, 1 %, old",
      {.loss = 0.01, .perPacket = 60us, .buffer = 64 << 10, .limits = kNoLimits, .together = kTogether},
@@ -68,10 +68,10 @@ struct Result {
   double packets = 0, perStart = 0, worstSecond = 0;
   double busiest = 0;    // seconds of processor time within one second, of one desk
   double complete = -1;  // seconds until everybody knew everybody; -1 = never
-  double missing = 0;    // pairs of desks of which one does not know the other in time
+  double missing = 0;    // pairs of desks where one does not know the other in time
 };
 
-// The last one to start, and how many did.
+// The time of the last start, and the number of starts.
 struct Starts {
   Time last = kBegin;
   int count = 1;
@@ -99,7 +99,7 @@ class Simulation {
     }
     return starts;
   }
-  // Nobody starts, so everybody should know everybody two seconds later.
+  // Without a start, everybody must know everybody two seconds later.
   Starts Accept() {
     segment_.StartSettled();
     At(kBegin, [this] { segment_.Desks().front().Accept("renamed", 88); });
@@ -151,7 +151,7 @@ class Simulation {
 
   static bool Know(const Desk& one, const Desk& other) { return one.IsUp() && other.IsUp() && one.Knows(other); }
 
-  // Goes on where the last look ended: `known` tells for each desk how many it knew.
+  // Continues from the last check: `known` is the number of known desks for each desk.
   bool AllKnow(std::vector<std::size_t>& known) {
     auto& desks = segment_.Desks();
     bool all = true;
@@ -178,8 +178,8 @@ class Simulation {
 struct Case {
   const char* name;
   Starts (*begin)(Simulation&);
-  int largestWithoutLimits;  // else it takes minutes
-  int largest = kLargest;
+  int largestWithoutLimits;  // larger segments take minutes
+  int largest = kMaxSize;
   bool packetsLimited = false, paceLimited = false, timeLimited = false, floodLimited = false;
 };
 const Case kCases[] = {
@@ -207,7 +207,7 @@ const Case kCases[] = {
     {.name = "a host sends 10,000 names",
      .begin = [](Simulation& s) { return s.Flood(); },
      .largestWithoutLimits = 20,
-     .largest = 500,  // among a thousand ten million rows take gigabytes
+     .largest = 500,  // a thousand desks with 10,000 rows each take gigabytes
      .floodLimited = true},
 };
 
@@ -217,7 +217,7 @@ struct Row {
   const Setting& setting;
 };
 
-// What the row has passed, or nothing.
+// The limit that the row exceeds, or an empty text.
 const char* Complaint(const Row& row, const Result& result) {
   const bool lossless = row.setting.conditions.loss == 0;
   const int n = row.desks;
@@ -227,7 +227,7 @@ const char* Complaint(const Row& row, const Result& result) {
   if (row.what.paceLimited && (result.worstSecond > 5000 || result.busiest > 0.5)) return "TOO BUSY";
   if (row.what.floodLimited && result.packets - kInventedNames > 100 * n) return "TOO MANY ANSWERS";
   if (row.what.timeLimited && lossless && (result.complete < 0 || result.complete > 13)) return "TOO LATE";
-  // A small segment is as it always was: one loss is one of a few pairs.
+  // A small segment has so few pairs that a single loss would exceed the share.
   if (lossless ? result.missing > 0 : n >= 10 && result.missing > 0.001 * n * n) return "TOO MANY MISSING";
   return "";
 }
@@ -243,7 +243,8 @@ std::vector<Row> Rows(int largest, std::string_view only) {
   return rows;
 }
 
-// What a row takes grows with the packets that are heard. Starts within a minute meet as many copies that answer them.
+// The relative time that a row takes: it is proportional to the packets received. In starts within a minute, many
+// copies are already up and answer.
 double Work(const Row& row) {
   return 1.0 * row.desks * row.desks * (row.what.paceLimited ? 100 : 10) * (row.setting.limited ? 1 : row.desks);
 }
@@ -257,7 +258,7 @@ Result Simulate(const Row& row) {
 
 unsigned Processors() { return std::max(1u, std::thread::hardware_concurrency()); }
 
-// Simulates each row in a process of its own, as many at a time as there are processors, the longest first.
+// Simulates each row in its own process, the longest first, with as many processes at a time as there are processors.
 class Workers {
  public:
   explicit Workers(const std::vector<Row>& rows) : rows_(rows), order_(rows.size()) {
@@ -270,15 +271,15 @@ class Workers {
   }
 
   std::span<const Result> Run() {
-    const std::size_t atOnce = Processors();
+    const std::size_t parallel = Processors();
     for (std::size_t i = 0; i < order_.size(); ++i) {
-      if (i >= atOnce) WaitForOne();
+      if (i >= parallel) WaitForOne();
       if (::fork() == 0) {
         results_[order_[i]] = Simulate(rows_[order_[i]]);
         ::_exit(0);
       }
     }
-    for (std::size_t i = 0; i < std::min(atOnce, order_.size()); ++i) WaitForOne();
+    for (std::size_t i = 0; i < std::min(parallel, order_.size()); ++i) WaitForOne();
     return results_;
   }
 
@@ -293,7 +294,7 @@ class Workers {
   std::span<Result> results_;
 };
 
-// By all rows together, were the machine ours alone.
+// The time that all rows take on an otherwise idle machine.
 double MinutesTaken() {
   rusage usage{};
   ::getrusage(RUSAGE_CHILDREN, &usage);
@@ -317,7 +318,7 @@ int main(int argc, char** argv) {
   const support::ProgramFolder folder;
   folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n10201,is now on the network");
   if (::symlink("/dev/null", folder.Path("Log.txt").c_str()) != 0) return 2;  // each greeting is a line of each log
-  const std::vector<Row> rows = Rows(argc > 1 ? std::atoi(argv[1]) : kLargest, argc > 2 ? argv[2] : "");
+  const std::vector<Row> rows = Rows(argc > 1 ? std::atoi(argv[1]) : kMaxSize, argc > 2 ? argv[2] : "");
   const std::span<const Result> results = Workers(rows).Run();
   std::printf("%-30s %5s %-19s %9s %9s %7s %8s %7s %8s %8s\n", "case", "desks", "conditions", "packets", "a start",
               "x desks", "a second", "busy s", "known s", "missing");

@@ -1,5 +1,5 @@
-"""Measures the whole program under Wine beside a bare receiver of the same packets, on a private network, and prints a
-table: what, limit, measured. Exit status 1 when a limit is passed."""
+"""Compares the whole program under Wine with a bare receiver of the same packets, on a private network. Prints a table
+of limits and measurements. Exit status 1 when a limit is exceeded."""
 
 import os
 import pathlib
@@ -17,13 +17,13 @@ from rig import copies, network, private_machine, probe, wine, wire  # noqa: E40
 
 _BARE = copies.WINDOWS_BUILD + "/bench/bare_receiver.exe"
 _MEGABYTE = 1 << 20
-_BARE_COUNT = 0x8001  # the bare receiver's message that asks how many senders it has heard
+_BARE_COUNT = 0x8001  # window message: the bare receiver returns the number of senders heard
 _HIDE = 1009  # command id of the main window's menu
 _WM_GETTEXTLENGTH = 0x0E
 
 
 def process_ids(name):
-    """The processes of this private machine whose command line names a program."""
+    """The ids of this private machine's processes that run a program."""
     found = []
     for entry in os.listdir("/proc"):
         try:
@@ -37,7 +37,7 @@ def process_ids(name):
 
 
 def _cpu(process):
-    """Processor seconds of a process so far, from the clock that the kernel keeps for every process."""
+    """The processor time of a process so far, seconds."""
     return time.clock_gettime(~process << 3 | 2)
 
 
@@ -47,19 +47,19 @@ def _private_bytes(process):
 
 
 class Subject:
-    """A program on a host of its own, with a Windows installation of its own."""
+    """A program under test, on its own host and in its own Windows installation."""
 
     def __init__(self, rig, program, first_packet, folder=None):
-        """`program` is a path; or a name inside `folder`, which is installed with it."""
+        """`program` is a path, or a file name in `folder`, which is then installed."""
         self._rig = rig
         self._first_packet = first_packet
         self._exe = os.path.basename(program)
         self.prefix = wine.Prefix(rig.system, network.Host(), rig.screen, user="anna")
-        self._place = program
+        self._path = program
         if folder:
             self.prefix.install(folder)
-            self._place = f"C:\\{os.path.basename(folder)}\\{program}"
-        # Keeps the services of this Windows installation running between starts.
+            self._path = f"C:\\{os.path.basename(folder)}\\{program}"
+        # A running probe keeps the installation's services alive between starts.
         self.probe = probe.Probe(self.prefix, copies.PROBE)
         self.probe.windows()
         self.process = None
@@ -69,13 +69,13 @@ class Subject:
         start = self._rig.wire.mark()
         known = set(process_ids(self._exe))
         began = time.time()
-        self.prefix.start(self._place, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.prefix.start(self._path, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         arrived = self._rig.wire.wait_for(self._first_packet, start).time
         self.process = next(iter(set(process_ids(self._exe)) - known))
         return arrived - began
 
     def end(self):
-        time.sleep(0.5)  # Wine's server does not always survive the death of a program that is still starting
+        time.sleep(0.5)  # Wine's server may crash when a program is killed while it starts
         os.kill(self.process, signal.SIGKILL)
         time.sleep(0.5)
 
@@ -84,7 +84,7 @@ class Subject:
 
 
 def _start_times(subjects, rounds=9):
-    """Median seconds of each subject until its first packet, started in turn."""
+    """Median seconds until each subject's first packet; the subjects are started alternately."""
     times = [[] for _ in subjects]
     for _ in range(rounds):
         for subject, own in zip(subjects, times):
@@ -93,8 +93,8 @@ def _start_times(subjects, rounds=9):
     return [statistics.median(own) for own in times]
 
 
-def _pace(rig, texts, per_second=1000):
-    """Sends packets evenly."""
+def _send_evenly(rig, texts, per_second=1000):
+    """Sends packets at a constant rate."""
     begin = time.monotonic()
     for number, text in enumerate(texts):
         ahead = begin + number / per_second - time.monotonic()
@@ -104,7 +104,7 @@ def _pace(rig, texts, per_second=1000):
 
 
 def settle(rig, silence=1.0):
-    """Waits until the answers to what was sent have all been given."""
+    """Waits until no more packets arrive, so that all answers have been sent."""
     heard = -1
     while heard != rig.wire.mark():
         heard = rig.wire.mark()
@@ -112,14 +112,14 @@ def settle(rig, silence=1.0):
 
 
 def _costs(rig, subjects, texts, batches=6):
-    """Processor microseconds per packet of each subject, all hearing the same packets at the same time: the median of
-    several batches, since whatever else the machine does disturbs some of them."""
+    """Processor microseconds per packet of each subject, all receiving the same packets at the same time. The median of
+    several batches, because other programs on the machine disturb some of them."""
     size = len(texts) // batches
     costs = [[] for _ in subjects]
     for batch in range(batches):
         settle(rig, 0.5)
         before = [subject.cpu() for subject in subjects]
-        _pace(rig, texts[batch * size:(batch + 1) * size])
+        _send_evenly(rig, texts[batch * size:(batch + 1) * size])
         settle(rig, 0.5)
         for cost, subject, start in zip(costs, subjects, before):
             cost.append((subject.cpu() - start) / size * 1e6)
@@ -134,7 +134,7 @@ class Table:
         self.passed = self.passed and good
         print(f"{what:<58} {limit:>16} {measured:>30}  {'' if good else 'TOO MUCH'}", flush=True)
 
-    def beside(self, what, unit, mine, bare, factor=1.5, digits=0):
+    def compare(self, what, unit, mine, bare, factor=1.5, digits=0):
         self.row(what, f"<= {factor} x bare", f"{mine:.{digits}f} {unit} (bare {bare:.{digits}f})", mine <= factor * bare)
 
 
@@ -144,7 +144,7 @@ def _measure(table):
     bare = Subject(rig, _BARE, "bare|M/")
     size = os.path.getsize(f"{copies.PROGRAM_FOLDER}/Quillon.exe")
     table.row("program file", "< 1.5 MB", f"{size / _MEGABYTE:.2f} MB", size < 1.5 * _MEGABYTE)
-    table.beside("start to the first packet, median", "ms", *(1e3 * took for took in _start_times((quillon, bare))))
+    table.compare("start to the first packet, median", "ms", *(1e3 * took for took in _start_times((quillon, bare))))
     _measure_running(table, rig, quillon, bare)
 
 
@@ -178,15 +178,15 @@ def _measure_idle(table, quillon, state):
 def _measure_packets(table, rig, quillon, bare):
     known = 0
     for users in (1000, 5000):
-        _pace(rig, [f"user{number}|S/0" for number in range(known, users)], 1000)
+        _send_evenly(rig, [f"user{number}|S/0" for number in range(known, users)], 1000)
         known = users
         packets = [f"user{number % users}|S/{number % 3}" for number in range(3000)]
         newcomers = [f"new{users}-{number}|S/0" for number in range(3000)]
         leaving = [f"new{users}-{number}|L/" for number in range(3000)]
         for name, texts in (("known users", packets), ("newcomers", newcomers)):
             mine, least = _costs(rig, (quillon, bare), texts)
-            table.beside(f"a packet, {name}, {users} users", "us", mine, least)
-        _pace(rig, leaving, 1000)
+            table.compare(f"a packet, {name}, {users} users", "us", mine, least)
+        _send_evenly(rig, leaving, 1000)
 
 
 def _measure_burst(table, rig, quillon):
@@ -209,7 +209,7 @@ def _bare_users(bare):
 
 
 def _kept(rig, subject, users, count, rounds=3):
-    """Of so many newcomers that speak as fast as one host can, how many a subject notices: the median of some rounds."""
+    """The median number of users that a subject lists after a burst of `count` newcomers, sent at full speed."""
     kept = []
     for number in range(rounds):
         settle(rig)
@@ -222,42 +222,42 @@ def _kept(rig, subject, users, count, rounds=3):
 
 
 def _measure_newcomers(table, rig, quillon, bare):
-    """Each of them alone on the segment, and with as large a buffer as the system gives."""
+    """Each subject alone on the segment, with the largest receive buffer that the system allows."""
     count = 20000
     mine = _kept(rig, quillon, _quillon_users, count)
     quillon.end()
     bare.start()
     least = _kept(rig, bare, _bare_users, count)
-    table.row(f"burst of {count} newcomers, noticed", ">= 1.5 x bare", f"{mine} (bare {least})", mine >= 1.5 * least)
+    table.row(f"burst of {count} newcomers, listed", ">= 1.5 x bare", f"{mine} (bare {least})", mine >= 1.5 * least)
 
 
-def _measure_chat_flood(table, rig, eyes):
-    """Types into a chat window while one sender floods it; the worst time until a typed letter has appeared."""
+def _measure_chat_flood(table, rig, window_probe):
+    """Types into a chat window while one sender floods it; measures the longest delay until a typed letter appears."""
     count = 2000
 
     def say(number):
         rig.wire.send(f"flood|P/\xdeline {number}|anna")
 
     say(0)
-    chat = eyes.wait_for("frmChat")
-    typed = eyes.children(chat, "Edit")[0]
+    chat = window_probe.wait_for("frmChat")
+    typed = window_probe.children(chat, "Edit")[0]
     time.sleep(1)
 
-    def flood_it():
+    def flood_chat():
         for number in range(count):
             say(number)
-        rig.wire.send("flood|P/\xdfThat was all|anna")
+        rig.wire.send("flood|P/\xdfEnd of the flood|anna")
 
-    flood = threading.Thread(target=flood_it)
+    flood = threading.Thread(target=flood_chat)
     flood.start()
     worst, letters = 0, 0
-    while not eyes.windows("frmPop"):
+    while not window_probe.windows("frmPop"):
         begin, letters = time.monotonic(), letters + 1
-        eyes.type(typed, "x")
-        while eyes.send(typed, _WM_GETTEXTLENGTH) < letters:
+        window_probe.type(typed, "x")
+        while window_probe.send(typed, _WM_GETTEXTLENGTH) < letters:
             pass
         worst = max(worst, time.monotonic() - begin)
-    eyes.close(eyes.windows("frmPop")[0])
+    window_probe.close(window_probe.windows("frmPop")[0])
     flood.join()
     table.row(f"chat flood of {count} lines, slowest of {letters} letters", "<= 100 ms", f"{1e3 * worst:.0f} ms",
               worst <= 0.1)
