@@ -109,7 +109,7 @@ class Scene:
         other.terminate()
         other.wait()
         self.probe.close(self.probe.wait_for("frmOpt"))
-        self.anna.process.wait(probe.PATIENCE)
+        self.anna.process.wait(probe.TIMEOUT)
 
     def splash(self):
         for partner in _PARTNERS:

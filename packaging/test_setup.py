@@ -91,7 +91,7 @@ class Setup(unittest.TestCase):
         self.assertTrue(self.anna.runs())  # from her own folder
         self.assertIn(FOLDER + "\\Quillon", self._registry())  # starts at her next logon
         self.assertEqual(self._run(), 0)
-        self.anna.process.wait(probe.PATIENCE)
+        self.anna.process.wait(probe.TIMEOUT)
         self.wire.wait_for("anna|L/", start=start)
         probe.wait(lambda: "anna" not in self.bob.names())
         self.wire.wait_for(f"anna|M/anna {GERMAN_GREETING}", start)
@@ -113,7 +113,7 @@ class Setup(unittest.TestCase):
         box, text = self.anna.wait_for_box()
         self.assertIn("integrity check has failed", text)
         self.anna.probe.answer(box)
-        self.assertNotEqual(torn.wait(probe.PATIENCE), 0)
+        self.assertNotEqual(torn.wait(probe.TIMEOUT), 0)
 
     def test_5_uninstalling_keeps_what_is_the_users_unless_told_otherwise(self):
         start = self.wire.mark()

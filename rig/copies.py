@@ -1,4 +1,4 @@
-"""Copies of Quillon on the private segment, each a user's own: host, Windows installation, program folder, probe."""
+"""Copies of Quillon on the private segment, each with its own host, Windows installation, program folder and probe."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ PROGRAM_FOLDER = WINDOWS_BUILD + "/Quillon"
 PROBE = WINDOWS_BUILD + "/rig/probe.exe"
 PICTURES = _ROOT + "/build/pictures"
 
-# Seconds for which a starting copy listens.
+# How long a starting copy listens, seconds.
 LISTENING = 10
 
 # Command ids of toolbar buttons: Alert, Chat and Block of the main window, Send of the composer, Accept of the options.
@@ -24,20 +24,20 @@ OPTIONS = 1006  # of the main window's menu
 
 
 class Rig(wine.Machine):
-    """The private machine with an ear on its network, made once per test program."""
+    """The private machine with a listener on its network; one per test program."""
 
     def __init__(self, tray=True, size="1024x768"):
         super().__init__(size, tray)
         self.wire = wire.Wire()
 
     def copy(self, user="anna", host=None, on_screen=None, **options):
-        """A copy of the program, not started yet, of the user with this logon name."""
+        """A copy of the program for the user with this logon name, not started yet."""
         return Copy(self.system, user, host or self.segment, on_screen or self.screen, **options)
 
 
-def users_online(eyes):
-    """The number of users that the main window of a copy counts, be it hidden or not."""
-    texts = [child.text for child in eyes.children(eyes.wait_for("frmMain", visible=False), "Static")]
+def users_online(window_probe):
+    """The user count that a copy's main window displays, even while hidden."""
+    texts = [child.text for child in window_probe.children(window_probe.wait_for("frmMain", visible=False), "Static")]
     return next(int(text.split()[0]) for text in texts if "online" in text)
 
 
@@ -70,7 +70,7 @@ class Copy:
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
-        """Writes a User.ini as the program itself would."""
+        """Writes a User.ini as the program does."""
         lines = ['"English"', "0", "300,300,2505,4605",
                  f'"{name or self.user}",{colour},{position},"{sound}",{run_at_logon}',
                  "0,0,0,0", str(len(blocked)), *(f'"{entry}"' for entry in blocked),
@@ -88,16 +88,16 @@ class Copy:
         if not os.path.exists(f"{self.folder}/Log.txt"):
             return []
         records = self.read("Log.txt").split("\r\n")[:-1]
-        # The date is the short date, a blank and the long time: 11/21/2026 12:00:00 PM in Wine's English.
+        # A record begins with the short date and the long time: 11/21/2026 12:00:00 PM in Wine's English.
         return [record.strip('"').split(" ", 3)[3] for record in records]
 
     def wait_for_box(self):
-        """The text of the next message box; the box stays open."""
+        """Waits for a message box; returns it, still open, and its text."""
         box = self.probe.wait_for_box()
         return box, self.probe.box_text(box)
 
     def roster(self):
-        """The rows of the main window's list. Shows the window: a hidden one does not keep its list up to date."""
+        """The rows of the main window's list. Shows the window, because a hidden one does not update its list."""
         main = self.probe.show(self.probe.wait_for("frmMain", visible=False))
         roster = self.probe.children(main, "SysListView32")[0]
         probe.wait(lambda: self.probe.count(roster) > 0)
@@ -108,7 +108,7 @@ class Copy:
         return {row[0] for row in self.roster()}
 
     def say(self, chat, line):
-        """Types a line of a conversation and Enter."""
+        """Types a line into a chat window and presses Enter."""
         typed = self.probe.children(chat, "Edit")[0]
         self.probe.type(typed, line)
         probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == line)
@@ -116,7 +116,7 @@ class Copy:
         probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == "")
 
     def said(self, chat):
-        """What stands in a conversation."""
+        """The text of the conversation that a chat window displays."""
         return self.probe.children(chat, "RichEdit20A")[0].text
 
     def show_main(self):
@@ -165,7 +165,7 @@ class Copy:
         self.probe.wait_gone(composer)
 
     def popup_at_rest(self):
-        """The popup that came in, once it keeps still (the window manager moves new windows too), and its texts."""
+        """The popup and its texts, once it has stopped moving (the window manager moves new windows too)."""
 
         def rested():
             before = self.probe.wait_for("frmPop")
@@ -176,9 +176,9 @@ class Copy:
         return popup, [child.text for child in self.probe.children(popup, "Static") if child.text.endswith("\r\n")]
 
     def close(self):
-        """Closes the main window as its X does, and waits until the process has ended."""
+        """Closes the main window, as its X button does, and waits for the process to end."""
         self.probe.post(self.probe.wait_for("frmMain", visible=False), probe.WM_CLOSE)
-        return self.process.wait(probe.PATIENCE)
+        return self.process.wait(probe.TIMEOUT)
 
     def runs(self):
         return self.process.poll() is None

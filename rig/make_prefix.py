@@ -1,4 +1,4 @@
-"""Fills DIRECTORY with a fresh Wine prefix, the template of all others. usage: make_prefix.py DIRECTORY"""
+"""Creates a fresh Wine prefix, the template of all others, in DIRECTORY. usage: make_prefix.py DIRECTORY"""
 
 import os
 import pathlib
@@ -13,26 +13,26 @@ from rig import private_machine, wine  # noqa: E402
 def make(directory):
     machine = wine.Machine()
     system = machine.system
-    place = "/template"
-    os.makedirs(system.root + place)
-    private_machine.mount("--bind", directory, system.root + place)
-    prefix = wine.Prefix(system, machine.segment, machine.screen, path=place)
+    path = "/template"
+    os.makedirs(system.root + path)
+    private_machine.mount("--bind", directory, system.root + path)
+    prefix = wine.Prefix(system, machine.segment, machine.screen, path=path)
     if prefix.start("wineboot", "--init").wait() != 0:
         return 1
     prefix.settle()
     _add_fonts(system, prefix)
-    _forget_server(directory)
+    _remove_server_files(directory)
 
 
 def _add_fonts(system, prefix):
-    # Debian's Wine looks beside the folder in which Debian puts Wine's own fonts, and so finds none of them.
+    # Debian's Wine does not look for its own fonts in the folder where Debian installs them.
     fonts = system.root + "/usr/share/wine/fonts"
     if os.path.isdir(fonts):
         shutil.copytree(fonts, prefix.drive_c + "/windows/Fonts", dirs_exist_ok=True)
 
 
-def _forget_server(directory):
-    """Removes the traces of the Wine server that made the prefix; every copy has a server of its own."""
+def _remove_server_files(directory):
+    """Removes the files of the Wine server that created the prefix; every copy runs its own server."""
     for path in pathlib.Path(directory).glob("wine*"):
         shutil.rmtree(path) if path.is_dir() else path.unlink()
 

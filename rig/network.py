@@ -1,6 +1,6 @@
-"""The private segment: a bridge with an address of its own, and further hosts joined to it.
+"""The private segment: a bridge with its own address, and further hosts attached to it.
 
-The segment's own end of the bridge hears every broadcast of every host, so the tests' sockets simply live there.
+The bridge interface receives every broadcast of every host, so the tests' own sockets use it.
 """
 
 import subprocess
@@ -25,20 +25,20 @@ def _connect(device, on):
 
 
 def set_up():
-    """Makes the segment in the present network namespace."""
+    """Creates the segment in the current network namespace."""
     _ip("link", "set", "lo", "up")
     _ip("link", "add", _BRIDGE, "type", "bridge")
-    # A bridge counts as unplugged until a port of it leads to something that is up.
+    # A bridge has no carrier until one of its ports has.
     _ip("link", "add", "plug", "type", "veth", "peer", "name", "socket")
     _ip("link", "set", "socket", "up")
     _ip("link", "set", "plug", "master", _BRIDGE, "up")
-    # But nothing may come in a second time through it.
+    # The dummy port must not deliver anything a second time.
     _ip("link", "set", "plug", "type", "bridge_slave", "bcast_flood", "off", "mcast_flood", "off", "flood", "off")
     _configure(_BRIDGE, ADDRESS)
 
 
 class OtherSegment:
-    """A further segment, which nothing of the first one reaches. This namespace has no end of it."""
+    """A further segment, isolated from the first one. This namespace has no address on it."""
 
     _count = 0
 
@@ -51,17 +51,17 @@ class OtherSegment:
 
 
 class Host:
-    """A further host, with a network namespace of its own. Its process only keeps that namespace alive."""
+    """A further host with its own network namespace, which an idle process keeps alive."""
 
     _count = 1
 
     def __init__(self, other=None):
-        """Joined to the segment, or to another one."""
+        """Attached to the segment, or to another one."""
         Host._count += 1
         self._name = f"host{Host._count}"
         self.address = f"10.99.{other.number if other else 0}.{Host._count}"
         keeper = subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep infinity"], stdout=subprocess.PIPE)
-        keeper.stdout.readline()  # it is in its namespace
+        keeper.stdout.readline()  # its namespace exists now
         self._keeper = keeper.pid
         _ip("link", "set", "lo", "up", on=self.command())
         self._join("eth0", other.bridge if other else _BRIDGE)
@@ -73,25 +73,25 @@ class Host:
         _ip("link", "set", end, "master", bridge, "up")
 
     def join_segment_too(self):
-        """Gives a host of another segment a second interface, which no limited broadcast leaves by."""
+        """Gives a host of another segment a second interface; limited broadcasts are not sent on it."""
         self._join("eth1", _BRIDGE)
         _ip("addr", "add", f"10.99.0.{self.address.split('.')[3]}/24", "dev", "eth1", on=self.command())
         _ip("link", "set", "eth1", "up", on=self.command())
 
     def unplug(self):
-        """Pulls the cable; the default route goes with it."""
+        """Takes the link down, and with it the default route."""
         _ip("link", "set", "eth0", "down", on=self.command())
 
     def plug(self):
         _connect("eth0", self.command())
 
     def command(self, *arguments):
-        """The command line that runs the given one on this host."""
+        """The command line that runs `arguments` on this host."""
         return ["nsenter", f"--net=/proc/{self._keeper}/ns/net", "--", *arguments]
 
 
 class Segment(Host):
-    """The segment's own end, for programs that need no host of their own."""
+    """The bridge's own address, for programs that need no separate host."""
 
     def __init__(self):
         self.address = ADDRESS

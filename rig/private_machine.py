@@ -1,9 +1,9 @@
-"""A machine within the machine: own network, mounts, processes and IPC, gone without a trace when it ends.
+"""Runs work in its own network, mount, process and IPC namespaces, and leaves nothing behind.
 
-Quillon broadcasts, so no copy of it may ever run on a development machine's real network. And whatever a test starts
-(Wine services, screens, mounts, bridges) must vanish however the test ends. Both come from the kernel here: everything
-runs below the first process of a process namespace, and when that one dies the kernel ends the rest and drops the
-mounts.
+Quillon broadcasts, so no copy may ever run on a development machine's real network. And whatever a test starts (Wine
+services, screens, mounts, bridges) must be gone afterwards, however the test ends. The kernel ensures both: everything
+descends from the first process of a process namespace, and when that process dies the kernel kills the rest and drops
+the mounts.
 """
 
 import ctypes
@@ -24,7 +24,7 @@ _FATAL_SIGNALS = (signal.SIGTERM, signal.SIGHUP)
 
 
 class Refused(Exception):
-    """This machine does not allow private namespaces (an unprivileged container, say)."""
+    """This machine does not allow private namespaces, for example in an unprivileged container."""
 
 
 def _unshare(flags):
@@ -33,21 +33,21 @@ def _unshare(flags):
 
 
 def mount(*arguments):
-    """Mounts something; nothing outside the private machine sees it."""
+    """Calls mount(8); the mount is visible in the private machine only."""
     subprocess.run(["mount", *arguments], check=True)
 
 
 def run(work, private_network=True):
     """Runs work() in a private machine and returns its exit status. Raises Refused where that is not possible.
 
-    Without a private network only what the user himself asked for may run: his own copy on his own network.
-    Ctrl+C reaches work() as a KeyboardInterrupt, so that it can end in order; a second one ends everything at once.
+    Use private_network=False only where the user has asked to run a copy on the real network.
+    Ctrl+C reaches work() as a KeyboardInterrupt, so that it can clean up; a second one kills everything at once.
     """
     _unshare(_CLONE_NEWNS | _CLONE_NEWPID | _CLONE_NEWIPC | (_CLONE_NEWNET if private_network else 0))
     first = os.fork()
     if first == 0:
-        _be_first_process(work)
-    # Ending the first process ends all of them, so nothing has to be put away one by one.
+        _run_as_init(work)
+    # Killing the first process kills all others.
     for number in _FATAL_SIGNALS:
         signal.signal(number, lambda _number, _frame: os.kill(first, signal.SIGKILL))
     signal.signal(signal.SIGINT, lambda _number, _frame: _interrupt(first))
@@ -59,9 +59,9 @@ def _interrupt(first):
     os.kill(first, signal.SIGINT)
 
 
-def _be_first_process(work):
-    """Process 1: starts the worker, buries orphans as every process 1 must, and leaves with the worker's status."""
-    os.setsid()  # or a terminal would send its Ctrl+C to every single process in here
+def _run_as_init(work):
+    """Process 1: starts the worker, reaps orphaned processes, and exits with the worker's status."""
+    os.setsid()  # otherwise Ctrl+C in a terminal would signal every process in here
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
     mount("--make-rprivate", "/")
     mount("-t", "proc", "proc", "/proc")
@@ -86,8 +86,8 @@ def _work(work):
         return work() or 0
     except KeyboardInterrupt:
         return 128 + signal.SIGINT
-    except SystemExit as leaving:
-        return leaving.code if isinstance(leaving.code, int) else 1
+    except SystemExit as ending:
+        return ending.code if isinstance(ending.code, int) else 1
     except BaseException:
         sys.excepthook(*sys.exc_info())
         return 1

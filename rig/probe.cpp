@@ -1,8 +1,8 @@
-// Looks at and operates the windows of the programs of one Windows installation, for the tests of whole copies. Reads
-// commands from stdin, one a line, and answers each with any number of lines and a last one, "ok" or "error" and why.
-// It keeps running, because starting a process for every question would cost more than all the answers.
+// Reads and operates the windows of the programs in one Windows installation, for the tests of whole copies. Reads
+// commands from stdin, one a line, and answers each with any number of lines and a last one, "ok" or "error" with the
+// reason. It keeps running, because starting a process for every command would be slow.
 //
-// Fields are parted by tabs. Texts are written in hexadecimal, two digits a byte, both ways.
+// Fields are separated by tabs. Texts are hexadecimal in both directions, two digits a byte.
 #include <windows.h>
 #include <commctrl.h>
 #include <shellapi.h>
@@ -21,7 +21,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-constexpr UINT kAnswerTime = 60'000;  // milliseconds that a window may take to answer a message
+constexpr UINT kSendTimeout = 60'000;  // milliseconds
 
 std::string Hex(const std::string& text) {
   std::ostringstream digits;
@@ -51,16 +51,16 @@ HWND Window(const std::string& text) {
   return window;
 }
 
-// A program that hangs is a finding, not a reason to hang with it.
+// With a timeout, so that a hanging program fails the test instead of hanging it.
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   DWORD_PTR result = 0;
-  if (!::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, kAnswerTime, &result))
-    throw std::runtime_error("the window does not answer");
+  if (!::SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, kSendTimeout, &result))
+    throw std::runtime_error("the window does not respond");
   return static_cast<LRESULT>(result);
 }
 
 std::string TextOf(HWND window) {
-  // Wine's rich text box tells no length where letters may have two bytes.
+  // Wine's rich edit control reports no length in double-byte code pages.
   const LRESULT length = std::max<LRESULT>(Send(window, WM_GETTEXTLENGTH, 0, 0), 4096);
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
   const LRESULT copied = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
@@ -74,7 +74,7 @@ std::string ClassOf(HWND window) {
   return name;
 }
 
-// Nothing for a window that goes away meanwhile.
+// Prints nothing if the window is destroyed meanwhile.
 void PrintWindow(HWND window) try {
   const std::string text = Hex(TextOf(window)), className = ClassOf(window);
   DWORD process = 0;
@@ -94,7 +94,7 @@ BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
   return TRUE;
 }
 
-// The windows in another one, or all that stand on the desktop: of one class, or of every class where none is told.
+// The descendants of a window, or all top-level windows: of one class, or of every class if none is given.
 void Windows(const Fields& fields) {
   std::vector<HWND> windows;
   const auto list = reinterpret_cast<LPARAM>(&windows);
@@ -108,7 +108,7 @@ void SetText(const Fields& fields) {
   Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-// Posts the letters of a text as keys. In Unicode: the system parts and joins the bytes of a letter by itself.
+// Posts a text as typed characters. In Unicode: the system converts them to the bytes that the window expects.
 void Type(const Fields& fields) {
   const HWND window = Window(fields.at(1));
   const std::string text = Text(fields.at(2));
@@ -129,13 +129,13 @@ void SendAndPrint(const Fields& fields) {
   std::printf("%lld\n", static_cast<long long>(result));
 }
 
-// The window that has the keyboard's attention.
+// The foreground window.
 void Foreground(const Fields&) { PrintWindow(::GetForegroundWindow()); }
 
-// Shows a window as another program may: without taking the focus.
+// Shows a window without activating it: another process may not take the foreground.
 void Show(const Fields& fields) { ::ShowWindowAsync(Window(fields.at(1)), SW_SHOWNA); }
 
-// Memory inside another process: a list view takes and gives rows only through addresses of its own process.
+// Memory in another process: a list view reads and writes items only at addresses of its own process.
 class RemoteMemory {
  public:
   explicit RemoteMemory(HWND window) {
@@ -203,7 +203,7 @@ void Broadcast(const Fields& fields) {
   ::PostMessageA(HWND_BROADCAST, ::RegisterWindowMessageA(fields.at(1).c_str()), 0, 0);
 }
 
-// The shell forgets the icon of a window; its owner does not hear of it.
+// Removes the notification icon of a window without its owner's knowledge.
 void LoseIcon(const Fields& fields) {
   NOTIFYICONDATAA icon{};
   icon.cbSize = NOTIFYICONDATAA_V1_SIZE;

@@ -1,4 +1,4 @@
-"""The tests' eyes and hands inside one Windows installation: talks to probe.exe, which keeps running there."""
+"""Reads and operates the windows of one Windows installation, through probe.exe, which keeps running there."""
 
 import subprocess
 import time
@@ -11,8 +11,8 @@ BM_CLICK = 0x00F5
 VK_RETURN, VK_UP = 0x0D, 0x26
 LVM_GETITEMCOUNT = 0x1004
 
-# Seconds after which a wait has failed: what takes a moment on an idle machine takes half a minute on a busy one.
-PATIENCE = 90
+# Default timeout of a wait, seconds: on a busy machine, half a minute may pass for what usually takes a moment.
+TIMEOUT = 90
 
 
 def _hex(text):
@@ -52,15 +52,15 @@ def _window(line):
 
 
 class Probe:
-    """Sees and operates all windows of the programs of one Wine prefix."""
+    """Reads and operates all windows of the programs in one Wine prefix."""
 
     def __init__(self, prefix, program):
-        self.patience = PATIENCE  # of its own waits
+        self.timeout = TIMEOUT  # of wait_for and wait_gone
         self._process = prefix.start(program, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
                                      encoding="ascii")
 
     def ask(self, *fields):
-        """One command; returns the lines of the answer."""
+        """Sends one command; returns the lines of the answer."""
         self._process.stdin.write("\t".join(map(str, fields)) + "\n")
         self._process.stdin.flush()
         lines = []
@@ -78,24 +78,24 @@ class Probe:
         return [_window(line) for line in self.ask("windows", 0, class_name)]
 
     def foreground(self):
-        """The window that has the keyboard, or none."""
+        """A list of the foreground window, or an empty one."""
         return [_window(line) for line in self.ask("foreground")]
 
     def children(self, window, class_name=""):
-        """All descendants of a window, or those of one class (told ignoring case, as Windows does)."""
+        """All descendants of a window, or those of one class (ignoring case, as Windows does)."""
         return [_window(line) for line in self.ask("windows", window.handle, class_name)]
 
     def control(self, window, number):
-        """The control of a window with this number."""
+        """The control of a window with this id."""
         return next(child for child in self.children(window) if child.id == number)
 
     def wait_for(self, class_name, visible=True):
-        """The first top-level window of a class, as soon as there is a visible one (or one at all)."""
+        """Waits for a top-level window of a class, visible or (visible=False) any; returns the first one."""
         return wait(lambda: next((w for w in self.windows(class_name) if w.visible or not visible), None),
-                    self.patience, f"no window {class_name}")
+                    self.timeout, f"no window {class_name}")
 
     def wait_gone(self, window):
-        wait(lambda: all(w.handle != window.handle for w in self.windows(window.class_name)), self.patience,
+        wait(lambda: all(w.handle != window.handle for w in self.windows(window.class_name)), self.timeout,
              f"{window.class_name} stays")
 
     def set_text(self, window, text):
@@ -108,7 +108,7 @@ class Probe:
         self.ask("post", window.handle, message, wparam, lparam)
 
     def command(self, window, number):
-        """Gives a window the command of a menu or toolbar."""
+        """Posts the command of a menu item or toolbar button to a window."""
         self.post(window, WM_COMMAND, number)
 
     def close(self, window):
@@ -119,7 +119,7 @@ class Probe:
         return int(self.ask("send", window.handle, message, wparam, lparam)[0])
 
     def show(self, window):
-        """Shows a hidden window and waits until it is there."""
+        """Shows a hidden window and waits until it is visible."""
         self.ask("show", window.handle)
         return self.wait_for(window.class_name)
 
@@ -128,7 +128,7 @@ class Probe:
         self.post(window, WM_COMMAND, command, self.children(window, "ToolbarWindow32")[0].handle)
 
     def rows(self, list_view):
-        """The rows of a list view: two texts each."""
+        """The rows of a list view, two texts each."""
         return [tuple(map(_text, line.split("\t"))) for line in self.ask("rows", list_view.handle)]
 
     def count(self, list_view):
@@ -140,23 +140,23 @@ class Probe:
         self.ask("select", list_view.handle, row, 1)
 
     def wait_for_box(self):
-        """The message box that is up, as soon as there is one."""
+        """Waits for a message box and returns it."""
         return self.wait_for("#32770")
 
     def box_text(self, box):
-        """The text of a message box (its icon is a Static control too, without a text)."""
+        """The text of a message box. Its icon is a Static control too, without a text."""
         return "".join(child.text for child in self.children(box, "Static"))
 
     def answer(self, box, button=None):
-        """Clicks a button of a message box, the first one if not told by its caption."""
+        """Clicks the button with this caption, or the first one, of a message box."""
         buttons = self.children(box, "Button")
         chosen = next(b for b in buttons if button is None or b.text.replace("&", "") == button)
         self.post(chosen, BM_CLICK)
         self.wait_gone(box)
 
 
-def wait(condition, seconds=PATIENCE, complaint="it did not happen"):
-    """Waits until condition() is true and returns its value. The complaint is a text, or a function that gives one."""
+def wait(condition, seconds=TIMEOUT, complaint="it did not happen"):
+    """Waits until condition() is true and returns its value. `complaint` is a text, or a function returning one."""
     deadline = time.monotonic() + seconds
     while True:
         value = condition()

@@ -1,4 +1,4 @@
-"""A screen that only this private machine sees, with a window manager and, where asked for, a notification area."""
+"""A screen of the private machine, with a window manager and, optionally, a notification area."""
 
 import os
 import socket
@@ -6,20 +6,20 @@ import subprocess
 import time
 
 from .private_machine import mount
-from .probe import PATIENCE, wait
+from .probe import TIMEOUT, wait
 
 _SOCKETS = "/tmp/.X11-unix"
 _TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
 
 
 def set_up():
-    """Hides the machine's own screens; to be called once, before the first screen and before Wine is laid out."""
+    """Hides the machine's own X displays. Call once, before the first Screen and before WineSystem."""
     os.makedirs(_SOCKETS, mode=0o1777, exist_ok=True)
     mount("-t", "tmpfs", "-o", "mode=1777", "tmpfs", _SOCKETS)
 
 
 class Screen:
-    """One Xvfb screen. Its name, for DISPLAY, is in `name`."""
+    """One Xvfb screen. `name` is the value for DISPLAY."""
 
     _count = 0
 
@@ -30,9 +30,9 @@ class Screen:
         self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
         wait(self._is_up, complaint="the screen did not come up")
         self._start("openbox", "--sm-disable")
-        self._run("display", "-window", "root", "xc:#5A7894", check=False)  # windows stand out from it on pictures
+        self._run("display", "-window", "root", "xc:#5A7894", check=False)  # contrasts with windows in screenshots
         if tray:
-            # A tray that sizes itself moves its icons away below the pointer, so its width is fixed.
+            # Fixed width: a tray that resizes itself would move its icons away from the pointer.
             self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel",
                         "--width", str(_TRAY_WIDTH), "--heighttype", "pixel", "--height", str(_TRAY_HEIGHT),
                         "--SetDockType", "true")
@@ -43,34 +43,34 @@ class Screen:
                          stderr=subprocess.DEVNULL)
 
     def _is_up(self):
-        with socket.socket(socket.AF_UNIX) as knock:
-            return knock.connect_ex(f"{_SOCKETS}/X{self.name[1:]}") == 0
+        with socket.socket(socket.AF_UNIX) as client:
+            return client.connect_ex(f"{_SOCKETS}/X{self.name[1:]}") == 0
 
-    def wait_for_window(self, seconds=PATIENCE):
-        """Waits until any program shows a window."""
+    def wait_for_window(self, seconds=TIMEOUT):
+        """Waits until a Windows program shows a window."""
         wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False), seconds,
              "no window appeared")
 
     def save(self, path):
-        """Saves a picture of the whole screen."""
+        """Saves a screenshot of the whole screen."""
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
         self._run("import", "-window", "root", os.path.abspath(path))
 
     def click_tray(self, button=1, times=1):
-        """Clicks the rightmost icon of the notification area, the first that came in."""
+        """Clicks the rightmost icon of the notification area, which is the first one added."""
         width, height = self._size
         middle = _TRAY_HEIGHT // 2
         self.xdotool("mousemove", str(width - middle), str(height - middle),
                      "click", "--repeat", str(times), "--delay", "50", str(button))
 
     def keys(self, *keys):
-        """Plays keys, with the pause of a quick user behind each."""
+        """Presses keys, with a short pause after each, as a fast typist does."""
         for key in keys:
             self.xdotool("key", key)
             time.sleep(0.15)
 
     def xdotool(self, *arguments):
-        """Plays keys and clicks; returns what xdotool prints."""
+        """Runs xdotool; returns its output."""
         return self._run("xdotool", *arguments)
 
     def _run(self, *command, check=True):

@@ -1,7 +1,7 @@
-"""Wine, as copies that know nothing of each other: each has a prefix (a whole Windows installation) of its own.
+"""Wine, with a separate prefix (a whole Windows installation) for every copy.
 
-script/bootstrap keeps one i386 system with Wine and one template prefix in the cache. Nothing is ever written to them:
-both are mounted with a layer in memory above, the prefix once per copy.
+script/bootstrap keeps one i386 system with Wine and one template prefix in the cache. Both are read-only here: they are
+mounted with an overlay in memory, the prefix once per copy.
 """
 
 import itertools
@@ -18,20 +18,20 @@ CACHE = os.environ.get("QUILLON_CACHE") or os.path.expanduser("~/.cache/quillon"
 _SYSTEM = CACHE + "/i386-system"
 _TEMPLATE = CACHE + "/wine-prefix"
 
-# Directories of the host that the i386 system has itself; all others are shown in it under their own names.
+# Directories that the i386 system has itself; all others of the host are mounted in it under the same names.
 _OWN_DIRECTORIES = {"bin", "boot", "etc", "lib", "lib32", "lib64", "libx32", "lost+found", "sbin", "usr", "var"}
 
 
-def _mount_layer(lower, place, scratch):
-    """Mounts `lower` at `place` so that changes go to the directory `scratch`."""
-    for directory in (place, scratch + "/upper", scratch + "/work"):
+def _mount_overlay(lower, target, scratch):
+    """Mounts `lower` at `target`; changes go to the directory `scratch`."""
+    for directory in (target, scratch + "/upper", scratch + "/work"):
         os.makedirs(directory, exist_ok=True)
     mount("-t", "overlay", "overlay", "-o",
-           f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", place)
+           f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", target)
 
 
 class Machine:
-    """Network, screen and Wine of the private machine, made once in it."""
+    """Network, screen and Wine of the private machine; one instance in each."""
 
     def __init__(self, size="1024x768", tray=False):
         network.set_up()
@@ -42,24 +42,24 @@ class Machine:
 
 
 class WineSystem:
-    """The system that Wine runs in. One per private machine, made after the screens were set up."""
+    """The system that Wine runs in. One per private machine, created after screen.set_up()."""
 
     def __init__(self):
-        # Whatever is mounted here exists in this private machine only.
+        # Mounts below this directory are visible in this private machine only.
         self._memory = CACHE + "/machine"
         os.makedirs(self._memory, exist_ok=True)
         mount("-t", "tmpfs", "tmpfs", self._memory)
         self._numbers = itertools.count(1)
         self.root = self._memory + "/root"
         if os.path.isdir(_SYSTEM):
-            self._lay_out_system()
+            self._mount_system()
         else:
             self.root = ""  # the machine's own Wine
             self._hide_other_servers()
-        self._name_the_machine()
+        self._disable_name_service()
 
-    def _lay_out_system(self):
-        _mount_layer(_SYSTEM, self.root, self._memory + "/system")
+    def _mount_system(self):
+        _mount_overlay(_SYSTEM, self.root, self._memory + "/system")
         for name in sorted(os.listdir("/")):
             if name not in _OWN_DIRECTORIES and os.path.isdir("/" + name) and not os.path.islink("/" + name):
                 os.makedirs(f"{self.root}/{name}", exist_ok=True)
@@ -70,8 +70,8 @@ class WineSystem:
         os.makedirs(servers, mode=0o700, exist_ok=True)
         mount("-t", "tmpfs", "-o", "mode=700", "tmpfs", servers)
 
-    def _name_the_machine(self):
-        # Wine looks up the machine's own name when it starts, and would wait seconds for a name server out of reach.
+    def _disable_name_service(self):
+        # Wine looks up the machine's own name when it starts, and would wait seconds for an unreachable name server.
         hosts = f"127.0.0.1 localhost {socket.gethostname()}\n"
         for path, text in (("/etc/hosts", hosts), ("/etc/resolv.conf", ""), ("/etc/nsswitch.conf", "hosts: files\n")):
             private = self._memory + "/" + os.path.basename(path)
@@ -84,14 +84,14 @@ class WineSystem:
         """Mounts a fresh prefix; returns its path inside the system."""
         number = next(self._numbers)
         prefix = f"{self._memory}/prefix-{number}" if not self.root else f"/prefix-{number}"
-        _mount_layer(_TEMPLATE, self.root + prefix, f"{self._memory}/layer-{number}")
+        _mount_overlay(_TEMPLATE, self.root + prefix, f"{self._memory}/layer-{number}")
         self._name_server_folder(self.root + prefix)
         return prefix
 
     @staticmethod
     def _name_server_folder(prefix):
-        # Debian's Wine makes a folder for the sockets of its server at the first start and notes its name in the prefix.
-        # Two programs that start at once would both do so, and one of them would fail.
+        # Debian's Wine creates a folder for its server's sockets at the first start and stores its name in the prefix.
+        # If two programs started at once, both would do so, and one would fail.
         name = "wine-server"
         os.mkdir(f"{prefix}/{name}", 0o700)
         with open(f"{prefix}/wineserver", "w", encoding="ascii") as file:
@@ -99,9 +99,9 @@ class WineSystem:
         os.chmod(f"{prefix}/wineserver", 0o400)
 
     def locale(self, name):
-        """Makes a locale ("ja_JP") in memory; returns the environment of programs that are to run in it.
+        """Compiles a locale such as "ja_JP" in memory; returns the environment variables that select it.
 
-        Wine takes the ANSI code page from it, and a minimal system has none but C.
+        Wine derives the ANSI code page from the locale, and a minimal system has no locale but C.
         """
         folder = "/locales" if self.root else self._memory + "/locales"
         os.makedirs(self.root + folder, exist_ok=True)
@@ -111,23 +111,23 @@ class WineSystem:
         return {"LANG": name + ".UTF-8", "LOCPATH": folder}
 
     def show(self, directory):
-        """Shows a directory of the host inside the system under its own name, where that is not so anyway."""
+        """Makes a directory of the host visible in the system under the same name, unless it is already."""
         if self.root and not os.path.isdir(self.root + directory):
             os.makedirs(self.root + directory)
             mount("--bind", directory, self.root + directory)
 
     def command(self, directory, environment, arguments):
-        """The command line that runs `arguments` in the system, in `directory`, with `environment` added."""
+        """The command line that runs `arguments` in the system, in `directory`, with `environment` added to its own."""
         inner = ["/usr/bin/env", "-C", directory, *(f"{key}={value}" for key, value in environment.items()), *arguments]
         return ["chroot", self.root, *inner] if self.root else inner
 
 
 class Prefix:
-    """One Windows installation on one host and one screen."""
+    """One Windows installation, on one host and one screen."""
 
     def __init__(self, system, host, on_screen, user=None, dpi=96, path=None, locale=None):
-        """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one; `locale` that
-        of a system with another code page, "ja_JP" for 932."""
+        """`user` is the logon name; `path` an existing prefix (inside the system) instead of a fresh one; `locale`
+        selects another code page, for example "ja_JP" for 932."""
         self._system = system
         self._host = host
         self.screen = on_screen
@@ -150,7 +150,7 @@ class Prefix:
         return self._system.root + self._path + "/drive_c"
 
     def _set_dpi(self, dpi):
-        # Written straight into the stored registry: asking Wine to do it would cost a second.
+        # Written directly to the registry file: through Wine it would take a second.
         path = self._system.root + self._path + "/user.reg"
         with open(path, encoding="utf-8") as file:
             text = file.read()
@@ -161,7 +161,7 @@ class Prefix:
             file.write(text[:section.end()] + line + text[section.end():])
 
     def start(self, *arguments, directory=None, environment=(), **options):
-        """Starts a Windows program; the arguments after the environment are those of subprocess.Popen."""
+        """Starts a Windows program; `options` are those of subprocess.Popen."""
         return subprocess.Popen(self._command(arguments, directory, environment), **options)
 
     def _command(self, arguments, directory, environment):
@@ -175,6 +175,6 @@ class Prefix:
         return target
 
     def settle(self):
-        """Waits until the last program of this installation has ended and its registry is on disk."""
+        """Waits until all programs of this installation have ended and its registry is on disk."""
         subprocess.run(self._system.command("/", self._environment, ["wineserver", "-w"]),
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)

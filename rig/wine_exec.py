@@ -14,18 +14,18 @@ from rig import private_machine, wine  # noqa: E402
 def parse():
     parser = argparse.ArgumentParser(
         prog="wine-exec",
-        description="Runs a Windows program on a private network and screen, and passes its exit code on.")
-    parser.add_argument("--dpi", type=int, default=96, help="resolution that the program sees (96 is 100 %%)")
+        description="Runs a Windows program on a private network and screen, and returns its exit code.")
+    parser.add_argument("--dpi", type=int, default=96, help="screen resolution reported to the program (96 is 100 %%)")
     parser.add_argument("--screen", default="1024x768", metavar="WxH", help="size of the screen")
     parser.add_argument("--user", help="logon name")
-    parser.add_argument("--locale", help="of a system with another code page: ja_JP for 932")
+    parser.add_argument("--locale", help="selects another code page, for example ja_JP for 932")
     parser.add_argument("--tray", action="store_true", help="show a notification area")
     parser.add_argument("--script", metavar="COMMANDS",
-                        help="shell commands to run beside the program, with DISPLAY set: xdotool, import, sleep ...; "
-                        "the program is ended after the last one")
-    parser.add_argument("--shot", metavar="PNG", help="save a picture of the screen (see --after), then end the program")
+                        help="shell commands to run while the program runs, with DISPLAY set (xdotool, import, ...); the "
+                        "program ends after the last one")
+    parser.add_argument("--shot", metavar="PNG", help="save a screenshot (see --after), then end the program")
     parser.add_argument("--after", type=float, default=0.5, metavar="SECONDS",
-                        help="--script and --shot begin so long after the first window has appeared")
+                        help="delay of --script and --shot after the first window appears")
     parser.add_argument("--debug", default="-all", metavar="CHANNELS", help="Wine's own messages (WINEDEBUG)")
     parser.add_argument("program")
     parser.add_argument("arguments", nargs=argparse.REMAINDER)

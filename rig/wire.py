@@ -1,4 +1,4 @@
-"""The segment's packets, with the time of their arrival; and packets of the tests' own."""
+"""Captures the segment's packets with their time of arrival, and sends packets for tests."""
 
 import select
 import socket
@@ -7,7 +7,7 @@ import subprocess
 import threading
 from dataclasses import dataclass
 
-from .probe import PATIENCE, wait
+from .probe import TIMEOUT, wait
 
 PORT = 1414
 
@@ -16,13 +16,13 @@ _SO_TIMESTAMPNS = 35  # Python's socket module does not name it
 
 @dataclass(frozen=True)
 class Packet:
-    time: float  # seconds since the epoch, as the kernel noted them
+    time: float  # kernel timestamp, seconds since the epoch
     source: str  # address of the sender
     text: str  # one character a byte
 
 
 class Wire:
-    """Hears everything that is broadcast on the segment, from its start to its close, and can speak itself."""
+    """Captures everything that is broadcast on the segment from its creation on, and can broadcast itself."""
 
     def __init__(self, port=PORT):
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
@@ -34,23 +34,22 @@ class Wire:
         self._port = port
         self._packets = []
         self._lock = threading.Lock()
-        threading.Thread(target=self._listen, daemon=True).start()
+        threading.Thread(target=self._capture, daemon=True).start()
 
-    def _listen(self):
+    def _capture(self):
         while True:
             select.select([self._socket], [], [])
-            self._take()
+            self._read_pending()
 
-    def _take(self):
-        """Takes what has arrived; whoever asks for packets does it too, as the thread may be late on a busy machine."""
+    def _read_pending(self):
+        """Reads all pending packets. Also called by every query, because the thread may lag on a busy machine."""
         with self._lock:
             while True:
                 try:
-                    data, notes, _, (source, _) = self._socket.recvmsg(65535, 64, socket.MSG_DONTWAIT)
+                    data, ancillary, _, (source, _) = self._socket.recvmsg(65535, 64, socket.MSG_DONTWAIT)
                 except BlockingIOError:
                     return
-                # The kernel's time of arrival.
-                seconds, nanoseconds = struct.unpack("qq", notes[0][2])
+                seconds, nanoseconds = struct.unpack("qq", ancillary[0][2])
                 self._packets.append(Packet(seconds + nanoseconds / 1e9, source, data.decode("latin-1")))
 
     def send(self, text):
@@ -59,26 +58,26 @@ class Wire:
         self._socket.sendto(data, ("255.255.255.255", self._port))
 
     def packets(self, sender=None, start=0):
-        """What was heard, all or of one sender (the name in front of the bar), from packet number `start` on."""
-        self._take()
+        """The packets from number `start` on, all or those of one sender (the name before the bar)."""
+        self._read_pending()
         return [packet for packet in self._packets[start:] if sender is None or packet.text.split("|")[0] == sender]
 
     def texts(self, sender=None, start=0):
         return [packet.text for packet in self.packets(sender, start)]
 
     def mark(self):
-        """The number of packets so far, to be given as `start` later."""
-        self._take()
+        """The number of packets so far, for use as `start` later."""
+        self._read_pending()
         return len(self._packets)
 
     def wait_for(self, text, start=0):
         """Waits for a packet with exactly this text and returns it."""
-        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), PATIENCE,
+        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), TIMEOUT,
                     lambda: f"{text!r} not heard, only {self.texts(start=start)}")
 
 
 def hold_port(host, port=PORT):
-    """Takes the port on a host for itself alone, as a program that shares it with nobody does."""
+    """Starts a process that binds the port on a host exclusively."""
     program = ("import socket, time; s = socket.socket(socket.AF_INET, socket.SOCK_DGRAM); "
                f"s.bind(('0.0.0.0', {port})); print('held', flush=True); time.sleep(3600)")
     holder = subprocess.Popen(host.command("/usr/bin/python3", "-c", program), stdout=subprocess.PIPE)

@@ -1,4 +1,4 @@
-"""Scripted users of real copies: one who works as people do, and a monkey that clicks and types at random."""
+"""Scripted users of real copies: one who does office work, and a monkey that clicks and types at random."""
 
 import time
 
@@ -11,28 +11,28 @@ SAVE = 1
 NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL, WM_GETTEXTLENGTH, WM_CANCELMODE = 0x014E, 0x000E, 0x001F
 
-_RESTING = {"frmMain", "frmSplash", "TrayIcon"}  # windows that stay
+_PERMANENT = {"frmMain", "frmSplash", "TrayIcon"}  # windows that stay
 _OURS = ("frm", "TrayIcon", "#32770", "#32768")
 
 
-class Broken(Exception):
-    """A copy does what it never may."""
+class Failure(Exception):
+    """A copy failed or behaved incorrectly."""
 
 
 class Operator:
-    """What both users share: looking after boxes and windows. `random` makes a run repeatable."""
+    """The common part of both users: handles message boxes and windows. `random` makes a run repeatable."""
 
     def __init__(self, copy, name, random):
         self.copy = copy
         self.name = name
         self.random = random
         self.probe = copy.probe
-        self.probe.patience = 10  # a window that the other hand has closed does not come
-        self.hiccups, self.latencies = [], []  # what did not work out, and seconds from a posted letter to the text
+        self.probe.timeout = 10  # a window may be closed by a concurrent action, so do not wait long
+        self.errors, self.latencies = [], []  # failed actions; seconds from a posted letter to its display
         self.starts = 0
 
     def windows(self):
-        """The visible windows of the copy, boxes and menus among them."""
+        """The visible windows of the copy, including message boxes and menus."""
         return [w for w in self.probe.windows() if w.visible and w.class_name.startswith(_OURS)]
 
     def answer_boxes(self):
@@ -40,29 +40,29 @@ class Operator:
             text = box.text + ": " + self.probe.box_text(box)
             if "Run-time error" in text:
                 self.copy.prefix.screen.save(copies.PICTURES + "/soak-error.png")
-                raise Broken(f"{self.name} shows {text!r}")
+                raise Failure(f"{self.name} shows {text!r}")
             buttons = self.probe.children(box, "Button")
             if box.visible and buttons:
                 self.probe.post(self.random.choice(buttons), probe.BM_CLICK)
 
     def keep_running(self):
         if not self.copy.runs():
-            raise Broken(f"{self.name} has ended: {self.copy.log()[-3:]}")
+            raise Failure(f"{self.name} has ended: {self.copy.log()[-3:]}")
 
     def tidy(self, boxes_only):
-        """Closes what is open beside the main window; returns whether there was anything. What hangs or comes again and
-        again keeps the segment from coming to rest."""
+        """Closes all windows but the permanent ones; returns whether there were any. A window that hangs or reopens
+        keeps the segment from becoming idle."""
         self.keep_running()
         try:
             self.answer_boxes()
-            left = [] if boxes_only else [w for w in self.windows() if w.class_name not in _RESTING]
+            left = [] if boxes_only else [w for w in self.windows() if w.class_name not in _PERMANENT]
             for window in left:
-                self._put_away(window)
+                self._close(window)
             return bool(left)
-        except LookupError:  # a window that closes meanwhile
+        except LookupError:  # a window closed meanwhile
             return True
 
-    def _put_away(self, window):
+    def _close(self, window):
         if window.class_name == "#32768":
             for owner in self.windows():
                 if owner.class_name.startswith("frm"):
@@ -71,15 +71,15 @@ class Operator:
             self.probe.post(window, probe.WM_CLOSE)
 
     def works(self, seconds):
-        """Does one thing after the other until the time is over."""
+        """Performs random actions for this time."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             try:
                 self.answer_boxes()
                 self.do_something()
-            except (LookupError, TimeoutError, StopIteration, ValueError, IndexError) as cross:
-                # A box came between, or somebody left who was to be written to. People try again.
-                self.hiccups.append(f"{type(cross).__name__} {cross}"[:120])
+            except (LookupError, TimeoutError, StopIteration, ValueError, IndexError) as error:
+                # A message box interrupted the action, or the recipient has left.
+                self.errors.append(f"{type(error).__name__} {error}"[:120])
 
 
 class Worker(Operator):
@@ -116,7 +116,7 @@ class Worker(Operator):
         self.probe.wait_gone(dialog)
 
     def _status(self):
-        # Mostly the one that takes everything.
+        # Usually Available, which shows everything.
         self.probe.command(self.probe.windows("frmMain")[0], STATUS + self.random.choice((0, 0, 0, 1, 2)))
 
     def _in_options(self, number, choose):
@@ -138,7 +138,7 @@ class Worker(Operator):
 
     def _block(self):
         name = self._someone()
-        for _ in range(2):  # and takes it back
+        for _ in range(2):  # the second click unblocks
             self.copy.block(name)
 
     def _move(self):
@@ -155,7 +155,7 @@ class Worker(Operator):
             self.probe.post(window, probe.WM_CLOSE)
 
     def _type(self):
-        """The time from a posted letter to its place in the text."""
+        """Measures the time from a posted letter to its display."""
         composer = self.copy.open_composer("(All)")
         text = self.probe.children(composer, "Edit")[0]
         for number in range(1, 11):
@@ -168,7 +168,7 @@ class Worker(Operator):
 
 
 class Monkey(Operator):
-    """Clicks into the copy's windows and types, with a mouse and a keyboard of the screen."""
+    """Clicks into the copy's windows and types, with the screen's mouse and keyboard."""
 
     _KEYS = ("Return", "Tab", "Escape", "space", "Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "F1",
              "Delete", "BackSpace", "F10", "Menu", "shift+F10", "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+x", "ctrl+z",
@@ -186,18 +186,18 @@ class Monkey(Operator):
             return
         if len(windows) > 12:
             for window in windows[12:]:
-                self._put_away(window)
-        play = []
+                self._close(window)
+        input_events = []
         for _ in range(8):
-            play += self._keys() if self.random.random() < 0.5 else self._mouse(self.random.choice(windows))
-        self.copy.prefix.screen.xdotool(*play)
+            input_events += self._keys() if self.random.random() < 0.5 else self._mouse(self.random.choice(windows))
+        self.copy.prefix.screen.xdotool(*input_events)
 
     def keep_running(self):
-        """A monkey may close the program, and one that ended in order is started anew."""
+        """Restarts the program if it has exited normally, because a monkey may close it."""
         if self.copy.runs():
             return
         if self.copy.log()[-1:] != ["Quillon unloaded"]:
-            raise Broken(f"{self.name} has ended: {self.copy.log()[-3:]}")
+            raise Failure(f"{self.name} has ended: {self.copy.log()[-3:]}")
         self.starts += 1
         before = self._crowd.joined[self.copy.host.address]
         self.copy.start()

@@ -114,7 +114,7 @@ class OneCopy(unittest.TestCase):
         box, text = self.copy.wait_for_box()
         self.assertEqual((box.text, text), ("Quillon", "Previous Instance"))
         self.probe.answer(box)
-        second.wait(probe.PATIENCE)
+        second.wait(probe.TIMEOUT)
         self.assertTrue(self.copy.runs())
         self.assertEqual((self.wire.texts(start=start), self.copy.read("Log.txt")), ([], log))
 

@@ -80,7 +80,7 @@ class Trouble(unittest.TestCase):
     def test_5_or_the_program_ends_with_them(self):
         self._expect_box(self.closed, PLAIN, TAKEN_AT_START)
         self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # the button goes the same way
-        self.closed.process.wait(probe.PATIENCE)
+        self.closed.process.wait(probe.TIMEOUT)
         self.assertEqual(self.closed.log()[-1], "Quillon unloaded")
         self.assertEqual(self.wire.texts("dora"), ["dora|L/"])
         self.assertIn('"dora",0,4', self.closed.read("User.ini"))
