@@ -1,5 +1,5 @@
-"""Sixty scripted desks on the private segment, and hostile hosts. One process speaks for all of them, and keeps beside
-each copy the list that it should have."""
+"""Sixty scripted desks on the private segment, and hostile hosts. One process sends for all of them, and computes the
+list that each real copy should have."""
 
 import heapq
 import re
@@ -16,7 +16,7 @@ _TOLD = re.compile(r"\|P/\xde(.*)\|([^|]*)$", re.DOTALL)
 
 
 class Roster:
-    """What a listener lists, by the rules of the protocol. Keeps the names as they were heard."""
+    """The users that a listener lists, by the rules of the protocol. Names keep their original case."""
 
     def __init__(self):
         self._names = {}
@@ -26,7 +26,7 @@ class Roster:
         if sender.startswith("_"):
             return
         if self._names.setdefault(sender.lower(), sender) != sender:
-            return  # listed in other letters: refused
+            return  # listed in different case: ignored
         if rest[:2].upper() == "L/":
             del self._names[sender.lower()]
 
@@ -38,7 +38,7 @@ class Roster:
 
 
 class Desk:
-    """One scripted user. `present`: it answers and speaks; a desk that vanished is listed and not present."""
+    """One scripted user. `present`: it answers and sends; a desk that vanished is still listed, but not present."""
 
     def __init__(self, number, random):
         self._base = f"desk{number:02}"
@@ -65,16 +65,16 @@ class Crowd:
         self.desks = [Desk(number, random) for number in range(size)]
         self.roster = Roster()
         self.heard = 0
-        # By the address of a copy's host: what it should list, and how often it has joined under its own name.
+        # By the address of a copy's host: its expected list, and how often it has joined under its own name.
         self.rosters, self.joined = {}, {}
         self._lock = threading.Lock()
-        self._due = []  # (time, number, function): what is still to be done
+        self._due = []  # heap of (time, number, function); the number keeps entries comparable
         self._number = 0
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         for option, value in ((socket.SO_REUSEADDR, 1), (socket.SO_BROADCAST, 1), (_SO_RCVBUFFORCE, 32 << 20)):
             self._socket.setsockopt(socket.SOL_SOCKET, option, value)
         self._socket.bind(("0.0.0.0", wire.PORT))
-        self._asked = 0  # when a newcomer was heard that has no answer yet
+        self._asked = 0  # when the first unanswered newcomer was heard; 0 = none
         for work in (self._listen, self._work):
             threading.Thread(target=work, daemon=True).start()
 
@@ -93,11 +93,11 @@ class Crowd:
                 roster.hear(text)
 
     def _consider(self, text, source):
-        """A copy's packet: a newcomer is answered by all who are present, a private line by whom it is for."""
+        """Handles a copy's packet: all present desks answer a newcomer, and the recipient answers a private line."""
         sender = text.partition("|")[0]
         told = _TOLD.search(text)
         if text == f"{sender}|L/":
-            # Who leaves begins with an empty list when it comes again, in its start or after its options were changed.
+            # A copy that leaves, to exit or to accept new options, joins again with an empty list.
             self.rosters.setdefault(source, Roster()).clear()
         joins = "|C/" in text and (sender.startswith("_") or sender not in self.roster.names())
         if joins or text.startswith(f"{sender}|M/{sender} "):
@@ -131,7 +131,7 @@ class Crowd:
                 time.sleep(0.005)
 
     def idle(self):
-        """Nothing is left to be done."""
+        """Whether no action is pending."""
         with self._lock:
             return not self._due
 
@@ -139,14 +139,14 @@ class Crowd:
         return [desk for desk in self.desks if desk.present]
 
     def play_day(self, seconds, people):
-        """Puts an office day on the list of what is to be done: all join, work, and some of them leave. `people` are
-        the names under which the copies are on the segment, asked when they are needed."""
+        """Schedules an office day: all desks join, work, and some of them leave. `people` is a function that returns
+        the current names of the copies."""
         pick, uniform = self._random.choice, self._random.uniform
         for desk in self.desks:
             if not desk.present:
                 self.after(uniform(0, seconds / 8), lambda desk=desk: self._join(desk))
         for _ in range(int(seconds * 8)):
-            work = pick([self._state] * 4 + [self._chat] * 6 + [self._alert] * 2 + [self._rename, self._come_again])
+            work = pick([self._state] * 4 + [self._chat] * 6 + [self._alert] * 2 + [self._rename, self._restart])
             self.after(uniform(seconds / 8, seconds), lambda work=work: work(people()))
         for _ in range(4):
             self.after(uniform(0, seconds), lambda: self._hostile(people()))
@@ -181,14 +181,14 @@ class Crowd:
         desk.rename()
         self._join(desk)
 
-    def _come_again(self, _):
-        """The start of a machine that was switched off without a word: two names, the hidden one first."""
+    def _restart(self, _):
+        """A start after a power cut: joins under the hidden name first, then under its own."""
         desk = self._anyone()
         self.say(f"_{desk.name}|C/ 0", f"_{desk.name}|S/0", f"_{desk.name}|L/", *desk.joining())
         desk.present = True
 
     def _chat(self, people):
-        # Few of them talk to the copies: each one opens a window there.
+        # Only a few desks chat with the copies, because each opens a window there.
         desk = self._random.choice(self.desks[:6])
         if desk.present:
             text = CHAT + "word " * self._random.randrange(1, 40)
@@ -201,7 +201,7 @@ class Crowd:
                  else f"{desk.name}|M/{text}")
 
     def _hostile(self, people):
-        """A burst of what no copy sends. Invented names leave again, or the lists would grow for ever."""
+        """A burst of packets that no copy sends. Invented names leave again, or the lists would grow without limit."""
         desk, victim = self._anyone(), self._random.choice(people)
         junk = lambda size: "".join(chr(self._random.randrange(1, 256)) for _ in range(size))  # noqa: E731
         invented = [f"evil {self._random.randrange(10**6)}" for _ in range(100)]

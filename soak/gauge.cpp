@@ -1,6 +1,6 @@
-// Counts what a program of the same Windows installation holds, for the soak: asked with a process id on a line of
-// stdin, it answers with a line of three numbers: kernel handles, GDI objects, USER objects. Made for Wine, which does
-// not count objects for other processes: it reads Wine's own tables, whose shapes are those of Windows.
+// Counts the system objects of a program in the same Windows installation, for the soak test. Reads process ids from
+// stdin, one a line, and answers each with three numbers: kernel handles, GDI objects, USER objects. Reads the tables
+// themselves, because Wine does not count objects for other processes; their layouts are those of Windows.
 #include <windows.h>
 
 #include <winternl.h>
@@ -40,7 +40,7 @@ long CountHandles(DWORD process) {
                                          [process](const HandleEntry& entry) { return entry.process == process; }));
 }
 
-// One entry of the table that every process shows at one place of its environment block.
+// An entry of the GDI handle table, to which every process environment block has a pointer.
 struct GdiEntry {
   std::uint64_t object;
   std::uint32_t owner;
@@ -49,11 +49,11 @@ struct GdiEntry {
   std::uint64_t userPointer;
 };
 static_assert(sizeof(GdiEntry) == 24);
-constexpr std::size_t kGdiEntries = 16384, kTableInEnvironment = 0x94;
+constexpr std::size_t kGdiEntries = 16384, kGdiTableInPeb = 0x94;
 
 template <class Value>
-bool Read(HANDLE process, const void* place, Value* values, std::size_t count = 1) {
-  return ::ReadProcessMemory(process, place, values, count * sizeof *values, nullptr);
+bool Read(HANDLE process, const void* address, Value* values, std::size_t count = 1) {
+  return ::ReadProcessMemory(process, address, values, count * sizeof *values, nullptr);
 }
 
 long CountGdi(HANDLE process) {
@@ -61,14 +61,14 @@ long CountGdi(HANDLE process) {
   char* table = nullptr;
   std::vector<GdiEntry> entries(kGdiEntries);
   if (::NtQueryInformationProcess(process, ProcessBasicInformation, &about, sizeof about, nullptr) != 0 ||
-      !Read(process, reinterpret_cast<char*>(about.PebBaseAddress) + kTableInEnvironment, &table) ||
+      !Read(process, reinterpret_cast<char*>(about.PebBaseAddress) + kGdiTableInPeb, &table) ||
       !Read(process, table, entries.data(), entries.size()))
     return -1;
   return static_cast<long>(std::ranges::count_if(entries, [](const GdiEntry& entry) { return entry.type != 0; }));
 }
 
-// One table serves all programs of the installation, and freed places are taken again first. With every free place
-// taken the highest one tells how many the others have.
+// All programs of the installation share one table, and freed entries are reused first. So after allocating more
+// entries than are free, the highest index tells how many are in use.
 long CountUser() {
   std::vector<HMENU> menus(6000);
   long highest = 0;

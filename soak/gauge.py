@@ -1,4 +1,4 @@
-"""What a copy holds: read from the kernel and, for what only Windows knows, by gauge.exe beside the copy."""
+"""Measures the resources of a copy: from the kernel, and for Windows' own objects through gauge.exe."""
 
 import os
 import subprocess
@@ -38,10 +38,10 @@ class Gauge:
             return [line.split() for line in file]
 
     def lost(self):
-        """How many datagrams the host has dropped so far because the copy's socket was full."""
+        """The number of datagrams that the host has dropped so far because the receive buffer was full."""
         names, counts = (fields for fields in self._net("snmp") if fields[0] == "Udp:")
         return int(counts[names.index("RcvbufErrors")])
 
     def waiting(self):
-        """Bytes that the copy's socket holds and the copy has not read."""
+        """The number of bytes in the receive buffer that the copy has not read."""
         return sum(int(fields[4].partition(":")[2], 16) for fields in self._net("udp")[1:])

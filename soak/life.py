@@ -1,5 +1,5 @@
-"""What happens to a desk in months, in minutes: sleep, cables, addresses, routes, desktops, logoffs, full disks, and a
-program that is killed while it saves. Real copies on the private segment; a line for each story.
+"""Plays rare events of a desk's life: sleep, unplugged cables, changed addresses, routes and desktops, logoffs, full
+disks, and kills during a save. Real copies on the private segment; prints a line for each story.
 
 usage: script/soak life [STORY ...]    only those whose name contains one of these words
 The last line is "N passed, N failed".
@@ -22,27 +22,27 @@ from rig import copies, network, private_machine, probe, screen  # noqa: E402
 
 GREETING = "is now on the network"
 SLEEP = 60  # seconds
-KILLS = 1000  # of a program that saves
+KILLS = 1000  # of a saving program
 
 WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
-# The desktop's size, colours, settings, fonts and looks have changed.
-DESKTOP_NEWS = (0x007E, 0x0015, 0x001A, 0x001D, 0x031A)
+# WM_DISPLAYCHANGE, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_FONTCHANGE, WM_THEMECHANGED
+DESKTOP_CHANGES = (0x007E, 0x0015, 0x001A, 0x001D, 0x031A)
 HIDE, ABOUT, STATUS, SEND_TO_ALL = 1009, 1018, 1100, 1003
 EXPORT_TEXT, SAVE = 202, 1
 NAME_BOX = 160
 
 
-class Wrong(Exception):
-    """A copy does not do what it should."""
+class Failure(Exception):
+    """A copy behaved incorrectly."""
 
 
 def check(condition, complaint):
     if not condition:
-        raise Wrong(complaint)
+        raise Failure(complaint)
 
 
 class Desks:
-    """Anna and Bob on hosts of their own, and Berta, who is logged on to Anna's machine too."""
+    """Anna and Bob, each on a separate host, and Berta, who is logged on to Anna's machine too."""
 
     def __init__(self):
         self.rig = copies.Rig()
@@ -58,14 +58,15 @@ class Desks:
         for copy in self.all:
             self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}")
 
-    def put_away(self):
+    def close_windows(self):
         for copy in self.all:
             for name in ("frmPop", "frmChat", "frmCom"):
                 for window in copy.probe.windows(name):
                     copy.probe.close(window)
 
     def answers(self, copy, stranger):
-        """A newcomer is answered and listed. While a flood waits its packet may find no room, so it says it again."""
+        """Checks that a newcomer is answered and listed. Repeats its packet, which may be lost while a flood fills the
+        receive buffer."""
 
         def admitted():
             self.wire.send(f"{stranger}|C/0")
@@ -83,7 +84,7 @@ def two_users_of_one_machine(desks):
         probe.wait(lambda copy=copy: names <= copy.names(), complaint=f"{copy.user} does not list all")
     desks.bob.send_alert("berta", "Only for one of the two")
     check(desks.berta.popup_at_rest()[1] == ["Only for one of the two\r\n"], "no alert")
-    check(not desks.anna.probe.windows("frmPop"), "the other user is shown it")
+    check(not desks.anna.probe.windows("frmPop"), "the alert is shown to the other user")
 
 
 def asleep_with_a_flood_waiting(desks):
@@ -94,14 +95,14 @@ def asleep_with_a_flood_waiting(desks):
     time.sleep(max(0, SLEEP - (time.monotonic() - begin)))
     os.kill(desks.anna.process.pid, signal.SIGCONT)
     desks.answers(desks.anna, "morning")
-    check(not desks.anna.probe.windows("#32770"), "a box")
+    check(not desks.anna.probe.windows("#32770"), "a message box is shown")
     for number in range(20):
         desks.wire.send(f"night{number}|L/")
-    probe.wait(lambda: not any(name.startswith("night") for name in desks.anna.names()), 60, "the night stays listed")
+    probe.wait(lambda: not any(name.startswith("night") for name in desks.anna.names()), 60, "the names stay listed")
 
 
 def _lines_of_an_outage(desks, begin, end):
-    """Writes in a chat while nothing can be sent: one line in the log, no box, and all of it is sent in the end."""
+    """Types chat lines while nothing can be sent: one line in the log, no message box, and all are sent afterwards."""
     chat = desks.bob.open_chat("(All)")
     logged, start = len(desks.bob.log()), desks.wire.mark()
     begin()
@@ -112,9 +113,9 @@ def _lines_of_an_outage(desks, begin, end):
     check(desks.wire.texts("bob", start) == [], "something was sent")
     end()
     desks.wire.wait_for("bob|M/\xdeline 4", start=start)
-    check(desks.wire.texts("bob", start) == [f"bob|M/\xde{line}" for line in lines], "not in order")
+    check(desks.wire.texts("bob", start) == [f"bob|M/\xde{line}" for line in lines], "lost or out of order")
     check(desks.bob.log()[logged:] == ["Unable to send: 10051: Network is unreachable"], desks.bob.log()[logged:])
-    check(not desks.bob.probe.windows("#32770"), "a box")
+    check(not desks.bob.probe.windows("#32770"), "a message box is shown")
     desks.answers(desks.bob, f"after outage {start}")
 
 
@@ -138,31 +139,31 @@ def another_address(desks):
     ip("route", "add", "default", "dev", "eth0")
     start = desks.wire.mark()
     desks.answers(desks.bob, "after the lease")
-    check({packet.source for packet in desks.wire.packets("bob", start)} == {"10.99.0.77"}, "the old address")
+    check({packet.source for packet in desks.wire.packets("bob", start)} == {"10.99.0.77"}, "the old address is used")
 
 
 def a_new_desktop_with_every_window_open(desks):
-    eyes = desks.berta.probe
+    window_probe = desks.berta.probe
     desks.berta.open_chat("(All)")
-    main = eyes.wait_for("frmMain")
-    eyes.command(main, SEND_TO_ALL)
-    eyes.wait_for("frmCom")
+    main = window_probe.wait_for("frmMain")
+    window_probe.command(main, SEND_TO_ALL)
+    window_probe.wait_for("frmCom")
     desks.wire.send("eve|M/\xdfHello")
-    eyes.wait_for("frmPop")
+    window_probe.wait_for("frmPop")
     desks.berta.open_options()
 
-    def windows():
-        return [w for w in eyes.windows() if w.class_name.startswith("frm")]
+    def forms():
+        return [w for w in window_probe.windows() if w.class_name.startswith("frm")]
 
-    before = windows()
+    before = forms()
     check(len(before) >= 6, "not every window is open")
-    for message in DESKTOP_NEWS:
+    for message in DESKTOP_CHANGES:
         for window in before:
-            eyes.post(window, message)
+            window_probe.post(window, message)
     time.sleep(2)
-    check({w.handle for w in windows()} == {w.handle for w in before}, "a window is gone")
+    check({w.handle for w in forms()} == {w.handle for w in before}, "a window is gone")
     desks.berta.prefix.screen.save(copies.PICTURES + "/desktop-changed.png")
-    eyes.close(eyes.wait_for("frmOpt"))
+    window_probe.close(window_probe.wait_for("frmOpt"))
     desks.answers(desks.berta, "after new colours")
 
 
@@ -170,13 +171,14 @@ def logoff_asked_and_refused(desks):
     main = desks.anna.probe.wait_for("frmMain", visible=False)
     for message, ending in ((WM_QUERYENDSESSION, 0), (WM_ENDSESSION, 0), (WM_QUERYENDSESSION, 0)):
         answer = desks.anna.probe.send(main, message, ending)
-        check(message != WM_QUERYENDSESSION or answer == 1, "logoff is refused")
+        check(message != WM_QUERYENDSESSION or answer == 1, "the copy refuses the logoff")
     desks.answers(desks.anna, "who stays")
-    check(desks.anna.log()[-1] != "Quillon unloaded", "it has unloaded")
+    check(desks.anna.log()[-1] != "Quillon unloaded", "the copy has unloaded")
 
 
-def a_folder_that_takes_nothing(desks):
-    """A full disk, then a read-only one: a box at a time, the old settings whole, and all works again afterwards."""
+def a_folder_that_cannot_be_written(desks):
+    """A full disk, then a read-only one: one message box at a time, the old settings are kept, and all works again
+    afterwards."""
     copy, start = desks.rig.copy("dora", desks.bob.host, on_screen=desks.bob.prefix.screen), desks.wire.mark()
     copy.write_settings()
     files = shutil.copytree(copy.folder, tempfile.mkdtemp(), dirs_exist_ok=True)
@@ -188,20 +190,20 @@ def a_folder_that_takes_nothing(desks):
     desks.wire.send("dorian|M/\xdeTo be kept")
     chat = copy.probe.wait_for("frmChat")
     remount = ["mount", "-o", "remount,{}", copy.folder]
-    for kind, spoil, mend in (("full", lambda: _fill(copy.folder), lambda: os.remove(copy.folder + "/filler")),
+    for kind, break_folder, repair in (("full", lambda: _fill(copy.folder), lambda: os.remove(copy.folder + "/filler")),
                               ("read-only", lambda: subprocess.run([w.format("ro") for w in remount], check=True),
                                lambda: subprocess.run([w.format("rw") for w in remount], check=True))):
         before = copy.read("User.ini")
-        spoil()
+        break_folder()
         boxes = _boxes_of(copy, lambda: _accept(copy, "Dora2"))
         boxes += _boxes_of(copy, lambda: _export(copy, chat, "C:\\Quillon\\kept.txt"))
-        check(len(boxes) >= 2, f"{kind}: nothing was said but {boxes}")
+        check(len(boxes) >= 2, f"{kind}: an error was not reported; message boxes: {boxes}")
         check(copy.read("User.ini") == before, f"{kind}: the settings have changed")
         left = {name for name in os.listdir(copy.folder) if name not in ("filler", "Log.txt")}
-        check(left == set(os.listdir(copies.PROGRAM_FOLDER)) | {"User.ini"}, f"{kind}: there is {left}")
-        mend()
-        check(copy.runs(), "it has ended")
-        check(not _boxes_of(copy, lambda: _accept(copy, "dora")), "a box, though the folder is well again")
+        check(left == set(os.listdir(copies.PROGRAM_FOLDER)) | {"User.ini"}, f"{kind}: the folder contains {left}")
+        repair()
+        check(copy.runs(), "the copy has ended")
+        check(not _boxes_of(copy, lambda: _accept(copy, "dora")), "an error is reported after the folder was repaired")
     desks.answers(copy, "after the disk")
     copy.close()
 
@@ -230,12 +232,12 @@ def _export(copy, chat, path):
 
 
 def _boxes_of(copy, action):
-    """The texts of the boxes that an action brings, each answered; dialogs that stay open are closed."""
+    """Answers the message boxes that an action causes and closes dialogs that stay open; returns the boxes' texts."""
     action()
     boxes, quiet = [], 0
     while quiet < 4:
         shown = copy.probe.windows("#32770")
-        check(len(shown) < 2, "two boxes at once")
+        check(len(shown) < 2, "two message boxes at once")
         for box in shown:
             boxes.append(copy.probe.box_text(box))
             copy.probe.answer(box)
@@ -262,7 +264,7 @@ def killed_while_it_saves_under_wine(desks):
 
 
 def _kill_savers(folder, kills, command, start):
-    """Kills a saver at a random moment, so many times: the file is the last one printed or the one after it, whole."""
+    """Kills a saver at random moments: the file must be complete, and the last one reported or its successor."""
     saves, left, path = 0, 0, folder + "/User.ini"
     for _ in range(kills):
         saver = start(command(path), stdout=subprocess.PIPE, text=True)
@@ -282,11 +284,11 @@ def _kill_savers(folder, kills, command, start):
 
 
 STORIES = (two_users_of_one_machine, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
-           another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused, a_folder_that_takes_nothing,
-           killed_while_it_saves, killed_while_it_saves_under_wine)
+           another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused,
+           a_folder_that_cannot_be_written, killed_while_it_saves, killed_while_it_saves_under_wine)
 
 
-def _tell(names):
+def _run_stories(names):
     desks, failed = Desks(), 0
     stories = [story for story in STORIES if not names or any(name in story.__name__ for name in names)]
     for story in stories:
@@ -295,9 +297,9 @@ def _tell(names):
             try:
                 story(desks)
             finally:
-                desks.put_away()
-        except (Wrong, TimeoutError, LookupError, OSError, StopIteration, subprocess.SubprocessError) as problem:
-            failed, outcome = failed + 1, f"FAILED: {type(problem).__name__}: {problem}"
+                desks.close_windows()
+        except (Failure, TimeoutError, LookupError, OSError, StopIteration, subprocess.SubprocessError) as error:
+            failed, outcome = failed + 1, f"FAILED: {type(error).__name__}: {error}"
             for copy in desks.all:
                 copy.prefix.screen.save(f"{copies.PICTURES}/life-{copy.user}.png")
         print(f"{story.__name__.replace('_', ' '):<42} {time.monotonic() - begin:4.0f} s  {outcome}", flush=True)
@@ -306,4 +308,4 @@ def _tell(names):
 
 
 if __name__ == "__main__":
-    sys.exit(private_machine.run(lambda: _tell(sys.argv[1:])))
+    sys.exit(private_machine.run(lambda: _run_stories(sys.argv[1:])))

@@ -1,7 +1,7 @@
 """Plays office days, one a minute, on a private segment: three real copies under Wine, two with scripted users and one
-with a monkey, among sixty scripted desks. A line a day tells what the copies hold at rest: private memory, handles,
-GDI objects, USER objects (of the whole Windows installation), threads. Exit status 1 when one of them breaks, grows, or
-lists others than were heard.
+with a monkey test, among sixty scripted desks. Prints a line a day with the resources that the idle copies hold:
+private memory, handles, GDI objects, USER objects (of the whole Windows installation), threads. Exit status 1 when a
+copy fails, grows, or has a wrong list.
 
 usage: soak [MINUTES] [--seed N]    1 minute; without a seed a random one, which is printed
 """
@@ -19,18 +19,18 @@ sys.path.insert(0, str(_ROOT))
 from rig import copies, network, private_machine, probe, screen, wine  # noqa: E402
 from crowd import Crowd  # noqa: E402
 from gauge import Figures, Gauge  # noqa: E402
-from user import Broken, Monkey, Worker  # noqa: E402
+from user import Failure, Monkey, Worker  # noqa: E402
 
-_DAY = 40  # seconds; coming to rest and measuring take what is left of a minute
-_REST = 600  # seconds: the machine may be busy with other things
-# What stays by intention, fonts and pictures say, is there after so many days. Beyond that nothing may grow by more. Of
-# memory a heap keeps what the busiest moment took, so one day with many windows at once may raise it for good.
+_DAY = 40  # seconds; becoming idle and measuring take the rest of the minute
+_IDLE_TIMEOUT = 600  # seconds; the machine may be busy with other things
+# Cached objects, such as fonts and pictures, exist after the warm-up days; from then on growth is limited. A heap keeps
+# its peak size, so a day with many open windows may raise the memory permanently.
 _WARM_UP = 3
 _MARGIN = Figures(memory=32, handles=40, gdi=60, user=120, threads=4)
 
 
 class Watched:
-    """A copy with its user, and how it grows."""
+    """A copy with its user, and its resources over time."""
 
     def __init__(self, user):
         self.user = user
@@ -40,7 +40,7 @@ class Watched:
         self._lost = 0
 
     def measure(self):
-        """Notes what the copy holds at rest; returns what has grown too much."""
+        """Measures the idle copy; returns descriptions of excessive growth."""
         self.figures = self.gauge.figures()
         if self.user.starts != self._starts:
             self._starts, self._days = self.user.starts, 0
@@ -80,80 +80,80 @@ class Office:
                          for kind, copy in zip(kinds, segment_copies)]
 
     def day(self, number):
-        """Plays one day and comes to rest; returns what is wrong."""
+        """Plays one day and waits until the copies are idle; returns descriptions of failures."""
         heard = self._crowd.heard
         users = [watched.user for watched in self._watched]
         self._crowd.play_day(_DAY, lambda: [user.name for user in users])
         with concurrent.futures.ThreadPoolExecutor() as pool:
             for done in [pool.submit(user.works, _DAY) for user in users]:
                 done.result()
-        self._come_to_rest()
+        self._wait_until_idle()
         lost = [watched.newly_lost() for watched in self._watched]
-        wrong = self._compare(lost)
+        failures = self._compare(lost)
         for watched in self._watched:
-            wrong += watched.measure()
+            failures += watched.measure()
         self._print(number, self._crowd.heard - heard, sum(lost))
-        return wrong
+        return failures
 
-    def _come_to_rest(self):
-        """Until nothing is left to be read, said or put away."""
-        deadline, heard, restless = time.monotonic() + _REST, -1, True
-        while restless:
+    def _wait_until_idle(self):
+        """Waits until no packet is unread, no action is pending and no window is left to close."""
+        deadline, heard, active = time.monotonic() + _IDLE_TIMEOUT, -1, True
+        while active:
             if time.monotonic() > deadline:
-                raise Broken(f"no rest within {_REST} s; bytes that wait to be read: {self._backlog()}")
+                raise Failure(f"still active after {_IDLE_TIMEOUT} s; unread bytes: {self._backlog()}")
             busy = heard != self._crowd.heard or not self._crowd.idle() or self._backlog() > 0
             heard = self._crowd.heard
-            # What waits to be read would open the windows anew that are closed meanwhile.
+            # While packets are unread, they may open new windows, so only message boxes are closed.
             closed = [watched.user.tidy(boxes_only=busy) for watched in self._watched]
-            restless = busy or any(closed)
+            active = busy or any(closed)
             time.sleep(0.5)
 
     def _backlog(self):
         return sum(watched.gauge.waiting() for watched in self._watched)
 
     def _compare(self, lost):
-        """The lists of the copies with what was heard. Where datagrams were lost the segment only heals."""
-        wrong = []
+        """Compares the copies' lists with the expected ones, unless datagrams were lost."""
+        failures = []
         for watched, losses in zip(self._watched, lost):
             copy = watched.user.copy
             listed = {name for name in copy.names() if not name.startswith("(")}
             heard = self._crowd.rosters[copy.host.address].names()
             if losses == 0 and listed != heard:
-                wrong.append(f"{watched.user.name} misses {heard - listed}, has {listed - heard} too many")
-        return wrong
+                failures.append(f"{watched.user.name} does not list {heard - listed}, but lists {listed - heard}")
+        return failures
 
     def _print(self, number, packets, lost):
         latencies = sorted(l for w in self._watched for l in w.user.latencies)
         key = f"{1e3 * latencies[len(latencies) // 2]:.0f}/{1e3 * latencies[-1]:.0f}" if latencies else "-"
-        hiccups = sum(len(w.user.hiccups) for w in self._watched)
+        errors = sum(len(w.user.errors) for w in self._watched)
         print(f"{number:3} packets {packets:6} lost {lost} listed {len(self._crowd.roster.names())} key {key} ms "
-              f"hiccups {hiccups} | " + " | ".join(watched.column() for watched in self._watched), flush=True)
+              f"errors {errors} | " + " | ".join(watched.column() for watched in self._watched), flush=True)
         for watched in self._watched:
-            watched.user.hiccups.clear()
+            watched.user.errors.clear()
             watched.user.latencies.clear()
 
 
 def _soak(minutes, seed):
     print(f"seed {seed}; margins after {_WARM_UP} days: {_MARGIN}", flush=True)
-    end, number, wrong = time.monotonic() + 60 * minutes, 0, []
+    end, number, failures = time.monotonic() + 60 * minutes, 0, []
     try:
         office = Office(seed)
-        while not wrong and (number == 0 or time.monotonic() + _DAY / 2 < end):
+        while not failures and (number == 0 or time.monotonic() + _DAY / 2 < end):
             number += 1
-            wrong = office.day(number)
-    except (Broken, TimeoutError) as problem:
-        wrong = [f"day {number}: {problem}"]
-    print("\n".join(wrong) if wrong else f"{number} days without a finding", flush=True)
-    print(f"{0 if wrong else 1} passed, {1 if wrong else 0} failed")
-    return 1 if wrong else 0
+            failures = office.day(number)
+    except (Failure, TimeoutError) as error:
+        failures = [f"day {number}: {error}"]
+    print("\n".join(failures) if failures else f"{number} days without a failure", flush=True)
+    print(f"{0 if failures else 1} passed, {1 if failures else 0} failed")
+    return 1 if failures else 0
 
 
 def main():
     parser = argparse.ArgumentParser(prog="soak", description="Plays office days on a private segment, one a minute.")
     parser.add_argument("minutes", type=int, nargs="?", default=1)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(10**6))
-    given = parser.parse_args()
-    return private_machine.run(lambda: _soak(given.minutes, given.seed))
+    options = parser.parse_args()
+    return private_machine.run(lambda: _soak(options.minutes, options.seed))
 
 
 if __name__ == "__main__":

@@ -1,6 +1,6 @@
-// Saves a file again and again, as the settings are saved, until it is killed: saver PATH. Each text is of one number,
-// as many lines long as makes every one differ in size from the one before, and an end; the number is printed when it
-// is saved.
+// Saves a file repeatedly, in the same way as the settings, until it is killed: saver PATH. Each text repeats its
+// number in a varying number of lines, so that successive texts differ in size, and ends in "end". Prints the number
+// after each save.
 #include <cstdio>
 #include <string>
 
