@@ -128,6 +128,9 @@ TEST(MenuTable, AMissingTextIsEmptyAndLeavesTheOthers) {
   ImageTags tags;
   TagPictures(table, captions, tags);
   EXPECT_EQ(tags.Find("Zu", 24), 7);
+  Caption name{7, "Only spoken"};
+  name.spoken = true;
+  EXPECT_EQ(name.Text(true), "Only spoken") << "files of earlier versions lack these";
 }
 
 TEST(ImageTags, CaptionsThatBeginWithATagIgnoringCase) {

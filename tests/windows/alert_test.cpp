@@ -3,10 +3,8 @@
 #include <algorithm>
 
 #include "core/event_loop.h"
-#include "core/message_box.h"
 #include "core/runtime_error.h"
 #include "tests/support/error_of.h"
-#include "tests/windows/box_answers.h"
 #include "tests/windows/conversation_fixture.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/conversation/frm_pop.h"
@@ -154,43 +152,6 @@ TEST_F(PopupTest, TheLabelHoldsTheTextAsItCame) {
                 whole.bottom <= ::GetSystemMetrics(SM_CYSCREEN) + 1);
   }
   EXPECT_NE(ChildOf(Show("seen\0hidden"s), "Static", "seen"), nullptr);
-}
-
-// Lets no window of a class be made, as a desktop does that has no more to give.
-class NoMoreOf {
- public:
-  explicit NoMoreOf(const char* className) {
-    className_ = className;
-    hook_ = ::SetWindowsHookExA(WH_CBT, Procedure, nullptr, ::GetCurrentThreadId());
-  }
-  NoMoreOf(const NoMoreOf&) = delete;
-  NoMoreOf& operator=(const NoMoreOf&) = delete;
-  ~NoMoreOf() { ::UnhookWindowsHookEx(hook_); }
-
- private:
-  static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) {
-    char name[32] = "";
-    if (code == HCBT_CREATEWND) ::GetClassNameA(reinterpret_cast<HWND>(wParam), name, sizeof name);
-    return code == HCBT_CREATEWND && className_ == name ? 1 : ::CallNextHookEx(nullptr, code, wParam, lParam);
-  }
-
-  inline static std::string className_;
-  HHOOK hook_;
-};
-
-TEST_F(PopupTest, WithoutAWindowTheTextComesInABox) {
-  for (const char* missing : {"frmPop", "Static"}) {
-    const auto popups = Popups().size();
-    {
-      const NoMoreOf none(missing);
-      EXPECT_EQ(support::ErrorOf([this] { Show("no window"); }), 7);
-    }
-    EXPECT_EQ(Popups().size(), popups);
-    const support::BoxAnswers answers;
-    core::ShowPostedBoxes();
-    EXPECT_EQ(answers.Texts(), Texts{"no window"});
-    EXPECT_NE(Show("the next one"), nullptr);
-  }
 }
 
 COLORREF Background(HWND control) {

@@ -69,6 +69,12 @@ std::span<const toolkit::Command> FrmAbout::Commands() const {
   return kCommands;
 }
 
+// Some link controls delete the font that they were given, but this one is shared by all windows. A window that could
+// not be opened whole ends without WM_DESTROY.
+void FrmAbout::TakeFontBack() const {
+  if (hwnd()) ::SendMessageA(lnkWeb, WM_SETFONT, 0, FALSE);
+}
+
 LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_DRAWITEM: {
@@ -84,8 +90,7 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_DESTROY:
-      // Some link controls delete the font that they were given, but this one is shared by all windows.
-      ::SendMessageA(lnkWeb, WM_SETFONT, 0, FALSE);
+      TakeFontBack();
       return 0;
     default:
       return Window::Handle(message, wParam, lParam);

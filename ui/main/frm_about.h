@@ -10,6 +10,8 @@ namespace mainwindow {
 
 class FrmAbout : public toolkit::Window {
  public:
+  ~FrmAbout() override { TakeFontBack(); }
+
   // Creates the window, hidden, centred in the work area.
   void Load();
 
@@ -17,6 +19,7 @@ class FrmAbout : public toolkit::Window {
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   std::span<const toolkit::Command> Commands() const override;
   void LayOut() override;
+  void TakeFontBack() const;
   void Close() { ::DestroyWindow(hwnd()); }
 
   HWND lblName = nullptr, lblVersion = nullptr, lblMaker = nullptr, lblRights = nullptr, lnkWeb = nullptr,

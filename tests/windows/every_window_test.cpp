@@ -1,0 +1,179 @@
+// Every window: in every language, and on a desktop that has no more to give.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/event_loop.h"
+#include "core/globals.h"
+#include "core/message_box.h"
+#include "support/recording_network.h"
+#include "support/recording_program.h"
+#include "support/window_probe.h"
+#include "tests/support/error_of.h"
+#include "tests/windows/box_answers.h"
+#include "ui/conversation/open_windows.h"
+#include "ui/main/frm_about.h"
+#include "ui/main/frm_main.h"
+#include "ui/main/frm_splash.h"
+#include "ui/options/frm_opt.h"
+#include "ui/toolkit/save/frm_save.h"
+#include "ui/toolkit/screen.h"
+
+namespace {
+
+std::string ToolText(HWND toolbar, int index) {
+  TBBUTTON button{};
+  ::SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+  char text[100] = "";
+  ::SendMessageA(toolbar, TB_GETBUTTONTEXTA, static_cast<WPARAM>(button.idCommand), reinterpret_cast<LPARAM>(text));
+  return text;
+}
+
+LONG ButtonTop(HWND toolbar, WPARAM index) {
+  RECT button{};
+  ::SendMessageA(toolbar, TB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&button));
+  return button.top;
+}
+
+// What screen readers say of a control: its own text, or the label before it; of a toolbar, the least of its buttons.
+std::string NameOf(HWND control) {
+  std::string name = support::TextOf(control);
+  char className[100] = "";
+  ::GetClassNameA(control, className, sizeof className);
+  if (className == std::string(TOOLBARCLASSNAMEA)) {
+    name = ToolText(control, 0);
+    for (int i = static_cast<int>(::SendMessageA(control, TB_BUTTONCOUNT, 0, 0)); --i > 0;)
+      name = std::min(name, ToolText(control, i));
+    return name;
+  }
+  const HWND before = ::GetWindow(control, GW_HWNDPREV);
+  ::GetClassNameA(before, className, sizeof className);
+  return name.empty() && className == std::string("Static") ? support::TextOf(before) : name;
+}
+
+BOOL CALLBACK TakeName(HWND control, LPARAM names) {
+  if (!(::GetWindowLongPtrA(control, GWL_STYLE) & WS_TABSTOP)) return TRUE;
+  const std::string name = NameOf(control);
+  EXPECT_FALSE(name.empty()) << ::GetDlgCtrlID(control) << " of " << support::TextOf(::GetParent(control));
+  reinterpret_cast<std::multiset<std::string>*>(names)->insert(name);
+  return TRUE;
+}
+
+class MainWindow : public mainwindow::FrmMain {
+ public:
+  using FrmMain::FrmMain;
+  void Load() { FrmMain::Load(), CreateContents(); }
+};
+
+class Desk {
+ public:
+  Desk() { users.ClearlvUsers(); }
+  ~Desk() { Close(); }
+
+  const std::vector<std::pair<const char*, std::function<void()>>> openings{
+      {"frmMain", [this] { Load<MainWindow>(users, messenger, mainwindow::MainCommands{}); }},
+      {"frmSplash", [this] { Load<mainwindow::FrmSplash>(); }},
+      {"frmChat", [this] { windows.StartChat("anna|"); }},
+      {"frmCom", [this] { windows.OpenComposer("anna|"); }},
+      {"frmPop", [this] { windows.ShowAlert("hello", "anna", 0); }},
+      {"frmAbout", [this] { Load<mainwindow::FrmAbout>(); }},
+      {"frmSave", [this] { Load<toolkit::FrmSave>(); }},
+      {"frmOpt", [this] { Load<options::FrmOpt>(program, [] {}); }},
+  };
+
+  void Close() {
+    forms.clear();
+    for (const auto& [className, open] : openings)
+      for (const HWND window : support::WindowsOf(className)) ::DestroyWindow(window);
+    core::RunPendingEvents();
+    LOGFONTA font{};  // of all windows: a link control may take along the font that it was given when it ends
+    EXPECT_NE(::GetObjectA(toolkit::DialogFont(), sizeof font, &font), 0);
+  }
+
+ private:
+  template <class Form, class... Arguments>
+  void Load(Arguments&&... arguments) {
+    const auto form = std::make_shared<Form>(std::forward<Arguments>(arguments)...);
+    form->Load();
+    forms.push_back(form);
+  }
+
+  mainwindow::UserRoster users;
+  support::RecordingPort port;
+  net::Messenger messenger{port};
+  support::RecordingProgram program;
+  conversation::OpenWindows windows{users, {users.lvUsers, [] { return std::string(); }}, messenger};
+  std::vector<std::shared_ptr<toolkit::Window>> forms;
+};
+
+// Opens all windows; the names of what Tab visits in them.
+std::multiset<std::string> NamesInEveryWindow() {
+  Desk desk;
+  std::multiset<std::string> names;
+  for (const auto& [className, open] : desk.openings) {
+    open();
+    ::EnumChildWindows(support::WindowsOf(className).at(0), TakeName, reinterpret_cast<LPARAM>(&names));
+  }
+  const HWND main = support::WindowsOf("frmMain").at(0), tools = support::ChildrenOf(main, TOOLBARCLASSNAMEA).at(0);
+  ::SetWindowPos(main, nullptr, 0, 0, 1, 1, SWP_NOZORDER);
+  EXPECT_EQ(ButtonTop(tools, 0), ButtonTop(tools, 2)) << "the buttons stay in one line down to the least width";
+  const HWND options = support::WindowsOf("frmOpt").at(0), page = support::ChildrenOf(options, "picOpt").at(0);
+  for (const std::string& colour : support::RowTexts(support::ChildrenOf(page, WC_LISTVIEWA).at(0)))
+    names.insert(colour);
+  EXPECT_EQ(support::TextOf(support::WindowsOf("frmSave").at(0)), toolkit::Caption(6001, "Save File").Text(true))
+      << "without a title of its own";
+  return names;
+}
+
+TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
+  support::Speak("English");
+  const auto english = NamesInEveryWindow();
+  EXPECT_EQ(english.count("Yellow"), 1u);
+  EXPECT_EQ(english.count("Conversation"), 1u);
+  for (const char* language : {"Fran\xE7\x61is", "Deutsch", "Espa\xF1ol"}) {
+    support::Speak(language);
+    const auto names = NamesInEveryWindow();
+    EXPECT_EQ(core::gLangError, 0) << language << " lacks a text";
+    EXPECT_EQ(names.size(), english.size());
+    EXPECT_EQ(names.count("Yellow"), 0u) << language;
+  }
+}
+
+int gBefore = 0;  // windows that are made before one is refused
+
+LRESULT CALLBACK RefuseOne(int code, WPARAM wParam, LPARAM lParam) {
+  return code == HCBT_CREATEWND && gBefore-- == 0 ? 1 : ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// Nothing stays of a window that cannot be made whole, and it opens on a desktop that is well again.
+TEST(EveryWindow, OpensWholeOrNotAtAll) {
+  support::Speak("English");
+  const support::BoxAnswers answers;
+  Desk desk;
+  for (const auto& [className, open] : desk.openings) {
+    const bool isAlert = className == std::string("frmPop");
+    gBefore = -1;
+    for (int before = 0; gBefore < 0; ++before) {
+      SCOPED_TRACE(className + std::string(", refused after ") + std::to_string(before));
+      gBefore = before;
+      const HHOOK hook = ::SetWindowsHookExA(WH_CBT, RefuseOne, nullptr, ::GetCurrentThreadId());
+      const long error = support::ErrorOf(open);
+      ::UnhookWindowsHookEx(hook);
+      EXPECT_TRUE(error == 0 || error == 7) << error;
+      EXPECT_EQ(support::WindowsOf(className).empty(), error != 0);
+      core::ShowPostedBoxes();
+      EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>(isAlert && error != 0 ? 1 : 0, "hello"));
+      support::BoxAnswers::Texts().clear();
+      desk.Close();
+      if (HasFailure()) return;
+    }
+  }
+}
+
+}  // namespace
