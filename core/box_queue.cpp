@@ -33,14 +33,17 @@ void BoxQueue::Post(Box box) {
   if (waiting_.size() < kMaxWaitingBoxes) waiting_.push_back(std::move(box));
 }
 
-void BoxQueue::ShowAll(const std::function<void(const Box&)>& show) {
-  if (showing_) return;
+bool BoxQueue::ShowAll(const std::function<bool(const Box&)>& show) {
+  if (showing_) return true;
   const ScopedFlag showing(showing_);
   while (!waiting_.empty()) {
-    const Box box = std::move(waiting_.front());
+    Box box = std::move(waiting_.front());
     waiting_.pop_front();
-    show(box);
+    if (show(box)) continue;
+    waiting_.push_front(std::move(box));
+    return false;
   }
+  return true;
 }
 
 Box CutToFit(const Box& box, const Fits& textFits, const Fits& titleFits) {

@@ -18,6 +18,10 @@ namespace {
 
 BoxQueue gPostedBoxes;
 
+// Between two attempts on a desktop that has no window for a box, milliseconds.
+constexpr UINT kRetryTime = 1000;
+UINT_PTR gRetryTimer = 0;  // runs until the next attempt
+
 UINT IconStyle(BoxIcon icon) {
   switch (icon) {
     case BoxIcon::None:
@@ -203,18 +207,26 @@ bool TitleFits(const std::string& title) {
 // Some desktops ignore the style, and a box behind a window that it has disabled could not be reached.
 void PutOnTop(HWND box) { ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
+// 0 when there is no window for it.
 int Show(const Box& box, UINT buttons) {
   std::optional<Room> room;
   const Box shown = CutToFit(
       box, [&](const std::string& text) { return TextFits(text, box.icon, room); }, TitleFits);
   const BoxHook hook(PutOnTop);
-  return ::MessageBoxA(nullptr, shown.text.c_str(), shown.title.c_str(),
-                       MB_TASKMODAL | MB_TOPMOST | IconStyle(shown.icon) | buttons);
+  return std::max(0, ::MessageBoxA(nullptr, shown.text.c_str(), shown.title.c_str(),
+                                   MB_TASKMODAL | MB_TOPMOST | IconStyle(shown.icon) | buttons));
+}
+
+void CALLBACK EndWait(HWND, UINT, UINT_PTR timer, DWORD) {
+  ::KillTimer(nullptr, timer);
+  gRetryTimer = 0;
 }
 
 }  // namespace
 
-void ShowBox(const Box& box) { Show(box, MB_OK); }
+void ShowBox(const Box& box) {
+  if (Show(box, MB_OK) == 0) PostBox(box);
+}
 
 bool AskBox(const Box& box) { return Show(box, MB_YESNO) == IDYES; }
 
@@ -226,7 +238,11 @@ void PostBox(Box box) {
 
 // Runs between messages, outside of any guarded callback.
 void ShowPostedBoxes() {
-  Guarded([] { gPostedBoxes.ShowAll(ShowBox); });
+  if (gRetryTimer != 0) return;
+  Guarded([] {
+    const bool shown = gPostedBoxes.ShowAll([](const Box& box) { return Show(box, MB_OK) != 0; });
+    if (!shown) gRetryTimer = ::SetTimer(nullptr, 0, kRetryTime, EndWait);
+  });
 }
 
 }  // namespace core

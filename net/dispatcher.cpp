@@ -182,10 +182,21 @@ void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
   const auto takers =
       std::ranges::count_if(windows, [&](const auto& window) { return window->AddMsg(line, sender, colour); });
   if (takers > 0) return;
-  const auto opened = conversations_.OpenChat(std::string("|").append(sender));
+  const auto opened = OpenChat(line, sender);
   if (!opened) return NoteLostLine(sender);
   core::WriteLog("New chat window opened");
   opened->AddMsg(line, sender, colour);
+}
+
+// On a desktop that has no window left the line comes in a message box, as an alert does: the log alone, which nobody
+// reads, would swallow what somebody says.
+std::shared_ptr<ChatWindow> Dispatcher::OpenChat(std::string_view line, std::string_view sender) {
+  try {
+    return conversations_.OpenChat(std::string("|").append(sender));
+  } catch (...) {
+    core::PostBox({.text = std::string(line), .title = std::string(sender)});
+    throw;
+  }
 }
 
 void Dispatcher::NoteLostLine(std::string_view sender) {

@@ -57,6 +57,7 @@ class Dispatcher {
   bool AnswersHidden(std::string_view sender);
   void RefreshChatWindows();
   void OfferChatLine(std::string_view line, std::string_view sender);
+  std::shared_ptr<ChatWindow> OpenChat(std::string_view line, std::string_view sender);
   void NoteLostLine(std::string_view sender);
 
   void TakeColour(const Packet& packet);

@@ -64,7 +64,9 @@ void PostBox(Box box) {
   Desktop().queue.Post(std::move(box));
 }
 
-void ShowPostedBoxes() { Desktop().queue.ShowAll(ShowBox); }
+void ShowPostedBoxes() {
+  Desktop().queue.ShowAll([](const Box& box) { return ShowBox(box), true; });
+}
 
 void Beep() { Record("beep"); }
 

@@ -13,12 +13,12 @@ TEST(BoxQueue, ShowsOneAtATimeInOrder) {
   BoxQueue queue;
   std::string shown;
   int depth = 0;
-  const std::function<void(const Box&)> show = [&](const Box& box) {
+  const std::function<bool(const Box&)> show = [&](const Box& box) {
     EXPECT_EQ(++depth, 1);
     shown += box.text;
     if (box.text == "a") queue.Post({.text = "c"});  // a packet arrives while the box is open ...
     queue.ShowAll(show);                             // ... and its loop calls this again
-    --depth;
+    return --depth == 0;
   };
   queue.Post({.text = "a"});
   queue.Post({.text = "b"});
@@ -34,19 +34,19 @@ TEST(BoxQueue, DropsBoxesBeyondItsLimit) {
   for (std::size_t i = 0; i < kMaxWaitingBoxes + 50; ++i) queue.Post({.text = std::to_string(i)});
   EXPECT_EQ(queue.Waiting(), kMaxWaitingBoxes);
   std::string last;
-  queue.ShowAll([&](const Box& box) { last = box.text; });
+  queue.ShowAll([&](const Box& box) { return last = box.text, true; });
   EXPECT_EQ(last, "99");
 }
 
-// A box that cannot be shown must not keep the next ones from being shown.
+// One that cannot be shown now is kept; one that never can must not keep the next ones from being shown.
 TEST(BoxQueue, GoesOnAfterABoxThatFails) {
   BoxQueue queue;
-  queue.Post({.text = "a"});
-  queue.Post({.text = "b"});
-  EXPECT_THROW(queue.ShowAll([](const Box&) { throw std::bad_alloc(); }), std::bad_alloc);
+  for (const char* text : {"a", "b", "c"}) queue.Post({.text = text});
+  EXPECT_THROW(queue.ShowAll([](const Box&) -> bool { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_FALSE(queue.ShowAll([](const Box&) { return false; }));
   std::string shown;
-  queue.ShowAll([&](const Box& box) { shown += box.text; });
-  EXPECT_EQ(shown, "b");
+  EXPECT_TRUE(queue.ShowAll([&](const Box& box) { return shown += box.text, true; }));
+  EXPECT_EQ(shown, "bc");
 }
 
 TEST(BoxQueue, TruncatesTextsThatDoNotFitAtTheirEndOnly) {

@@ -21,7 +21,6 @@ TEST(Text, LowerCaseFollowsTheCodePage) {
   EXPECT_TRUE(EqualIgnoringCase("Ren\xC9", "rEN\xE9"));
   EXPECT_FALSE(EqualIgnoringCase("anna", "ann"));
   EXPECT_EQ(UpperCase("\xFF"), "\x9F");
-  EXPECT_EQ(UpperCase("1"), "1");
 }
 
 TEST(Text, FieldsBetweenBars) {

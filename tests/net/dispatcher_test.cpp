@@ -193,7 +193,11 @@ TEST_F(DispatcherTest, EveryWindowOfTheSenderShowsTheLineElseANewOneOpens) {
   EXPECT_EQ(Log(), "New chat window opened;");
 }
 
-TEST_F(DispatcherTest, ALineWithoutAWindowIsNotedOncePerSenderAndMinute) {
+TEST_F(DispatcherTest, ALineWithoutAWindowComesInABoxOrIsNotedOncePerSenderAndMinute) {
+  conversations.onOpen = [] { throw core::RuntimeError(core::Err::OutOfMemory); };
+  On("dora|M/\xDEno window");
+  EXPECT_EQ(support::Desktop().posted.at(0).title + ": " + support::Desktop().posted[0].text, "dora: no window");
+  conversations = {};
   conversations.refuses = true;
   for (const int minute : {0, 1}) {
     support::Desktop().ticks = minute * 60000;
@@ -201,7 +205,8 @@ TEST_F(DispatcherTest, ALineWithoutAWindowIsNotedOncePerSenderAndMinute) {
     EXPECT_TRUE(conversations.shown.empty());
   }
   const std::string lost = "Chat line lost, too many chat windows are open (";
-  EXPECT_EQ(Log(), lost + "emma);" + lost + "fred);" + lost + "emma);" + lost + "fred);");
+  EXPECT_EQ(Log(), "Error Receveing Data: 7: Out of memory;" + lost + "emma);" + lost + "fred);" + lost + "emma);" +
+                       lost + "fred);");
 }
 
 TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {

@@ -114,6 +114,18 @@ TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {
   EXPECT_EQ(shown(link, ""), link);
 }
 
+TEST(Boxes, WaitForADesktopThatHasAWindowForThem) {
+  const auto refuse = [](int code, WPARAM, LPARAM) CALLBACK -> LRESULT { return code == HCBT_CREATEWND; };
+  const HHOOK hook = ::SetWindowsHookExA(WH_CBT, refuse, nullptr, ::GetCurrentThreadId());
+  ShowBox({.text = "first"});
+  PostBox({.text = "second"});
+  ShowPostedBoxes();
+  ::UnhookWindowsHookEx(hook);
+  const support::BoxAnswers answers;
+  for (; answers.Texts().size() < 2; RunPendingEvents()) ShowPostedBoxes();
+  EXPECT_EQ(answers.Texts(), (std::vector<std::string>{"first", "second"}));
+}
+
 // A posted command may open something modal, which would block all further packets.
 TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
   static int ticks, commands;
