@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "core/callback_guard.h"
 #include "core/file_steps.h"
 #include "core/runtime_error.h"
 
@@ -61,6 +62,12 @@ void WriteFileSafely(const std::string& path, const Writer& write) {
   if (exists) return OverwriteOrPutBack(path, write);
   MakeFile(path);
   WriteOrRemove(path, write);
+}
+
+void RemoveLeftovers(const std::string& folder) noexcept {
+  GuardedSilently([&folder] {
+    for (const std::string& path : OldTemporaries(folder)) RemoveFile(path);
+  });
 }
 
 }  // namespace core

@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 #include "core/file_steps.h"
@@ -117,6 +119,17 @@ std::string MakeTemporaryBeside(const std::string& path) {
   if (made < 0) return {};
   ::close(made);
   return temporary;
+}
+
+std::vector<std::string> OldTemporaries(const std::string& folder) {
+  const auto anHourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+  std::vector<std::string> old;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    const std::string name = entry.path().filename();
+    const bool ours = entry.is_regular_file() && name.starts_with("Qui") && name.size() == 9;
+    if (ours && entry.last_write_time() < anHourAgo) old.push_back(entry.path());
+  }
+  return old;
 }
 
 void MakeFile(const std::string& path) { File(path, O_WRONLY | O_CREAT | O_EXCL); }

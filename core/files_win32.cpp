@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "core/file_steps.h"
@@ -82,6 +83,21 @@ bool IsReadOnly(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
+// As the system makes it of the prefix: up to four hexadecimal digits and an ending follow.
+bool IsTemporaryName(std::string_view name) {
+  const std::string lowerCase = LowerCase(name);
+  const bool framed = lowerCase.starts_with("qui") && lowerCase.ends_with(".tmp") && name.size() - 8 < 4;
+  return framed && lowerCase.find_first_not_of("0123456789abcdef", 3) == name.size() - 4;
+}
+
+std::uint64_t Number(const FILETIME& time) { return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime; }
+
+std::uint64_t AnHourAgo() {
+  FILETIME now{};
+  ::GetSystemTimeAsFileTime(&now);
+  return Number(now) - 3600u * std::uint64_t{10'000'000};  // in units of 100 ns
+}
+
 std::string ModuleFileName() {
   char path[MAX_PATH];
   const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
@@ -133,6 +149,20 @@ std::string MakeTemporaryBeside(const std::string& path) {
   if (length == 0 || length >= MAX_PATH || !name) return {};
   *name = '\0';
   return ::GetTempFileNameA(folder, "Qui", 0, temporary) ? temporary : std::string();
+}
+
+std::vector<std::string> OldTemporaries(const std::string& folder) {
+  std::vector<std::string> old;
+  WIN32_FIND_DATAA found{};
+  const HANDLE search = ::FindFirstFileA((folder + "\\Qui*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return old;
+  do {
+    const bool file = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    if (file && IsTemporaryName(found.cFileName) && Number(found.ftLastWriteTime) < AnHourAgo())
+      old.push_back(folder + "\\" + found.cFileName);
+  } while (::FindNextFileA(search, &found));
+  ::FindClose(search);
+  return old;
 }
 
 void MakeFile(const std::string& path) {

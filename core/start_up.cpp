@@ -5,6 +5,7 @@
 #include "core/callback_guard.h"
 #include "core/clock.h"
 #include "core/event_loop.h"
+#include "core/files.h"
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/log.h"
@@ -34,6 +35,7 @@ std::string VersionText() {
 
 void LoadSettings(Program& program, std::string_view arguments) {
   WriteLog("Quillon loaded");
+  RemoveLeftovers(ProgramDirectory());
   gUserName = GetLogonName();
   ReadSets(program);
   WriteLog("  > Settings and language loaded");

@@ -252,20 +252,23 @@ def _boxes_of(copy, action):
 def killed_while_it_saves(_):
     with tempfile.TemporaryDirectory() as folder:
         saver = f"{_ROOT}/build/native/soak/saver"
-        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, path], subprocess.Popen))
+        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, folder, path], subprocess.Popen))
 
 
 def killed_while_it_saves_under_wine(desks):
     prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
     os.mkdir(folder)
     saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
-    print("   ", _kill_savers(folder, KILLS // 20, lambda path: [saver, "C:\\saves\\" + os.path.basename(path)],
+    print("   ", _kill_savers(folder, KILLS // 20, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
                               lambda command, **options: prefix.start(*command, **options)))
 
 
 def _kill_savers(folder, kills, command, start):
-    """Kills a saver at random moments: the file must be complete, and the last one reported or its successor."""
-    saves, left, path = 0, 0, folder + "/User.ini"
+    """Kills a saver at random moments: the file must be complete, and the last one reported or its successor.
+
+    The next start deletes the temporary files that are left, once they are old.
+    """
+    saves, path = 0, folder + "/User.ini"
     for _ in range(kills):
         saver = start(command(path), stdout=subprocess.PIPE, text=True)
         saver.stdout.readline()
@@ -279,8 +282,15 @@ def _kill_savers(folder, kills, command, start):
         check(number in (last, last + 1) and end == "end" and lines == [lines[0]] * (number * 37 % 200 + 1),
               f"torn after {last}: {lines[:2]} ... {end!r}")
         saves += number
-    left = len(os.listdir(folder)) - 1
-    return f"{kills} kills among {saves} saves; {left} temporary files are left"
+    left = [f"{folder}/{name}" for name in os.listdir(folder) if name != "User.ini"]
+    for file in left:
+        os.utime(file, (time.time() - 7200,) * 2)
+    saver = start(command(path), stdout=subprocess.PIPE)
+    saver.stdout.readline()
+    saver.kill()
+    saver.wait()
+    check(not any(map(os.path.exists, left)), "old temporary files stay")
+    return f"{kills} kills among {saves} saves left {len(left)} temporary files, deleted by the next start"
 
 
 STORIES = (two_users_of_one_machine, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,

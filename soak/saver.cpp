@@ -1,4 +1,5 @@
-// Saves a file repeatedly, in the same way as the settings, until it is killed: saver PATH. Each text repeats its
+// Saves a file repeatedly, in the same way as the settings, until it is killed: saver FOLDER PATH. What earlier
+// ones left in the folder goes first. Each text repeats its
 // number in a varying number of lines, so that successive texts differ in size, and ends in "end". Prints the number
 // after each save.
 #include <cstdio>
@@ -7,11 +8,12 @@
 #include "core/files.h"
 
 int main(int count, char** words) {
-  if (count != 2) return 2;
+  if (count != 3) return 2;
+  core::RemoveLeftovers(words[1]);
   for (int number = 1;; ++number) {
     std::string text;
     for (int line = 0; line < number * 37 % 200 + 1; ++line) text += std::to_string(number) + "\r\n";
-    core::WriteFileSafely(words[1], text + "end");
+    core::WriteFileSafely(words[2], text + "end");
     std::printf("%d\n", number);
     std::fflush(stdout);
   }

@@ -79,6 +79,8 @@ std::string MakeTemporaryBeside(const std::string& path) {
   return temporary;
 }
 
+std::vector<std::string> OldTemporaries(const std::string&) { return {}; }  // nobody is killed here
+
 void MakeFile(const std::string& path) { support::MakeNew(path); }
 
 void Overwrite(const std::string& path, const Writer& write) {

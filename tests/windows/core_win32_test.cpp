@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
+#include <filesystem>
 #include <string>
 
 #include "core/event_loop.h"
@@ -70,6 +72,20 @@ TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
   EXPECT_EQ(folder.Count(), 1) << "no temporary file is left";
   WriteFileSafely(file, std::string(kMaxFileSize + 1, 'x'));
   EXPECT_EQ(ReadFile(file).size(), kMaxFileSize);
+}
+
+TEST_F(FilesWin32, OldTemporaryFilesAreDeletedAndNothingElse) {
+  const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
+  for (const char* name :
+       {"Qui1.tmp", "quiA0F9.TMP", "Qui12345.tmp", "Quiz.tmp", "Qui.tmp", "Qui1A.txt", "xQui1.tmp"}) {
+    folder.Put(name, "x");
+    std::filesystem::last_write_time(folder.Path(name), longAgo);
+  }
+  folder.Put("Qui2.tmp", "another copy writes this now");
+  folder.PutFolder("Qui3.tmp");
+  RemoveLeftovers(folder.Path());
+  EXPECT_EQ(folder.Count(), 7);
+  EXPECT_TRUE(folder.Get("Qui1.tmp").empty() && folder.Get("quiA0F9.TMP").empty());
 }
 
 TEST(AnsiCase, FollowsTheCodePage) {
