@@ -15,7 +15,7 @@ namespace {
 constexpr int kSignificantDigits = 19;
 
 // Far beyond the range of a double, without overflowing an int.
-constexpr int kLargestExponent = 100000;
+constexpr int kMaxExponent = 100000;
 
 // Skipped by TolerantNumber, even between digits.
 constexpr std::string_view kSkipped = " \t\n";
@@ -96,7 +96,7 @@ class NumberScanner {
     int exponent = 0;
     wellFormed_ = false;  // an exponent without digits
     for (int digit; (digit = DigitOf(Peek(), 10)) >= 0; Next()) {
-      exponent = std::min(exponent * 10 + digit, kLargestExponent);
+      exponent = std::min(exponent * 10 + digit, kMaxExponent);
       wellFormed_ = true;
     }
     return negative ? -exponent : exponent;

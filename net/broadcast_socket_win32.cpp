@@ -15,7 +15,7 @@ constexpr char kClassName[] = "sktBC";
 constexpr UINT kReadable = WM_APP;
 constexpr UINT_PTR kThrottleTimer = 1, kWakeTimer = 2, kRetryTimer = 3;
 
-constexpr int kLargestDatagram = 65535;
+constexpr int kMaxDatagram = 65535;
 
 // Large enough for the answers of thousands of copies while the program is busy, including the system's overhead for
 // each datagram.
@@ -89,7 +89,7 @@ int BindTo(SOCKET socket, const sockaddr_in& address) {
 }  // namespace
 
 BroadcastSocket::BroadcastSocket(Arrival arrival, std::function<void()> wake)
-    : arrival_(std::move(arrival)), wake_(std::move(wake)), buffer_(std::make_unique<char[]>(kLargestDatagram)) {}
+    : arrival_(std::move(arrival)), wake_(std::move(wake)), buffer_(std::make_unique<char[]>(kMaxDatagram)) {}
 
 BroadcastSocket::~BroadcastSocket() {
   Close();
@@ -232,7 +232,7 @@ void BroadcastSocket::DropNotifications() const {
 // False when there is nothing to read. Unreadable and empty datagrams are skipped.
 bool BroadcastSocket::ReadOne() {
   if (socket_ == INVALID_SOCKET) return false;
-  const int length = ::recv(socket_, buffer_.get(), kLargestDatagram, 0);
+  const int length = ::recv(socket_, buffer_.get(), kMaxDatagram, 0);
   if (length > 0) arrival_({buffer_.get(), static_cast<std::size_t>(length)});
   return length >= 0 || ::WSAGetLastError() != WSAEWOULDBLOCK;
 }

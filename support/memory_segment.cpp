@@ -11,7 +11,7 @@
 namespace support {
 namespace {
 
-constexpr Time kShortestWay = 100us, kLongestWay = 1ms;  // of a packet from its sender to everybody
+constexpr Time kMinDelay = 100us, kMaxDelay = 1ms;  // of a packet from its sender to everybody
 
 // Buffer space of a small datagram, including the system's overhead.
 constexpr std::size_t kBufferPerPacket = 256;
@@ -204,7 +204,7 @@ Time MemorySegment::Broadcast(std::string packet, Time after, const Desk* sender
   if (settling_) return now_;
   ++BySecond(packets_, now_);
   if (transcript) transcript->push_back(packet);
-  const Time arrival = std::max(now_ + Between(kShortestWay, kLongestWay, ways_), after + 1us);
+  const Time arrival = std::max(now_ + Between(kMinDelay, kMaxDelay, ways_), after + 1us);
   const int place = sender ? sender->Place() : 0;
   if (relays_.size() > 1) Cross(packet, arrival, place);
   Push({arrival, eventCount_++, {}, std::move(packet), sender, place});

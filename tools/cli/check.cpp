@@ -17,9 +17,9 @@ class Checker {
  public:
   Checker(std::uint32_t broadcast, std::ostream& out) : broadcast_(broadcast), out_(out) {}
 
-  // Each step needs the ones before it, so the first that cannot be done is the last.
+  // Each step requires the ones before it, so the first failing step ends the check.
   ExitCode Run(Milliseconds wait) {
-    if (ListInterfaces() && AskAround(wait)) LookAtAnswers();
+    if (ListInterfaces() && CollectAnswers(wait)) CheckAnswers();
     out_ << (faults_ == 0 ? "Nothing wrong was found.\n" : "");
     return faults_ == 0 ? kDone : kNetworkFailed;
   }
@@ -31,9 +31,9 @@ class Checker {
   }
 
   bool ListInterfaces() {
-    std::uint32_t leaving = 0;
+    std::uint32_t outgoing = 0;
     try {
-      leaving = wire::AddressTowards({.host = broadcast_, .port = net::kPort});
+      outgoing = wire::AddressTowards({.host = broadcast_, .port = net::kPort});
     } catch (const core::RuntimeError& error) {
       failure_ = error.description;
     }
@@ -41,7 +41,7 @@ class Checker {
     for (const wire::Interface& each : interfaces) {
       out_ << each.name << ": " << wire::HostText(each.address) << (each.isUp ? "" : ", down");
       if (!each.broadcasts) out_ << ", no broadcasts";
-      out_ << (each.address == leaving ? "  <- broadcasts leave here" : "") << '\n';
+      out_ << (each.address == outgoing ? "  <- broadcasts leave here" : "") << '\n';
     }
     if (failure_.empty()) return true;
     Fault("no interface takes a broadcast to " + wire::HostText(broadcast_) + " (" + failure_ + ").",
@@ -49,7 +49,7 @@ class Checker {
     return false;
   }
 
-  bool AskAround(Milliseconds wait) try {
+  bool CollectAnswers(Milliseconds wait) try {
     Visit visit(broadcast_);
     visit.onDatagram = [&](const wire::Datagram& datagram) {
       if (datagram.bytes == visit.Question()) cameBack_ = true;
@@ -61,31 +61,30 @@ class Checker {
     return true;
   } catch (const NetworkError& error) {
     Fault(error.what() + std::string("."),
-          "If another program holds the port for itself alone, end it: \"ss -lunp\" on Linux and \"netstat -anob -p "
-          "UDP\" "
-          "on Windows name it.");
+          "If another program has opened the port exclusively, end it: \"ss -lunp\" on Linux and \"netstat -anob -p "
+          "UDP\" on Windows show which one.");
     return false;
   }
 
-  // Two who answer alike under one name make no event of the second, so each datagram counts. Only listed names are
-  // kept: the list is bounded.
+  // Looks at datagrams, not events: a second user of a name with the same state causes no event. Stores listed names
+  // only, because their number is bounded.
   void NoteHost(const wire::Datagram& datagram, const SegmentView& view) {
     const auto user = view.Users().find(net::TakeApart(datagram.bytes).sender);
     if (user != view.Users().end()) hosts_[user->first].insert(datagram.sender.host);
   }
 
-  void LookAtAnswers() {
+  void CheckAnswers() {
     out_ << "The own broadcast " << (cameBack_ ? "comes back.\n" : "does not come back.\n");
     if (!cameBack_)
       Fault("this machine does not hear its own broadcast.",
-            "Its firewall stops UDP port 1414: allow it in both directions, as the administrator's guide shows.");
+            "Its firewall blocks UDP port 1414: allow it in both directions, as the administrator's guide shows.");
     out_ << view_.Users().size() << " on the network:\n";
     PrintUsers(out_, view_);
     if (view_.Users().empty())
-      Fault("nobody answers.",
-            "If somebody is there: do both machines stand in one segment (routers pass no broadcasts), do broadcasts "
-            "leave "
-            "by the right interface, do the others' firewalls allow UDP port 1414?");
+      Fault(
+          "nobody answers.",
+          "If somebody is there, check that both machines are on one segment (routers do not forward broadcasts), that "
+          "broadcasts leave by the right interface, and that the others' firewalls allow UDP port 1414.");
     FindSharedNames();
   }
 
@@ -93,15 +92,13 @@ class Checker {
     for (auto each = view_.Users().begin(); each != view_.Users().end(); ++each) {
       for (auto other = std::next(each); other != view_.Users().end(); ++other)
         if (core::EqualIgnoringCase(each->first, other->first))
-          Fault("\"" + Printable(each->first) + "\" and \"" + Printable(other->first) +
-                    "\" are one name in different case.",
-                "Copies list only the first of them that they hear, so one of the two is missing: give one another "
-                "name.");
+          Fault("\"" + Printable(each->first) + "\" and \"" + Printable(other->first) + "\" differ only in case.",
+                "Copies list only the first of them that they hear, so one of the two is missing: rename one of them.");
     }
     for (const auto& [name, hosts] : hosts_)
       if (hosts.size() > 1)
         Fault("\"" + Printable(name) + "\" is heard from " + std::to_string(hosts.size()) + " machines.",
-              "Two users go by one name: give one of them another.");
+              "Two users have the same name: rename one of them.");
   }
 
   std::uint32_t broadcast_;

@@ -1,4 +1,4 @@
-// "Somebody is missing from my list": looks at the machine's end of the network and says what to do.
+// Diagnoses "somebody is missing from my list": checks this machine's part of the network, and says what to do.
 #pragma once
 
 #include <iosfwd>
@@ -7,7 +7,7 @@
 
 namespace cli {
 
-// kDone when nothing was found, kNetworkFailed when something was.
+// kDone if no fault was found, otherwise kNetworkFailed.
 ExitCode Check(std::uint32_t broadcast, Milliseconds wait, std::ostream& out);
 
 }  // namespace cli

@@ -1,5 +1,5 @@
-// quillon-cli: alerts people from scripts, tells who is there and what is said, and looks for faults of the network.
-#define CLI11_HAS_FILESYSTEM 0  // it serves a configuration file, of which there is none
+// quillon-cli: alerts people from scripts, shows who is on the network and what is said, and diagnoses the network.
+#define CLI11_HAS_FILESYSTEM 0  // only needed for configuration files, which are not used
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -22,12 +22,11 @@ constexpr char kVersion[] =
     "quillon-cli " VERSION_OF(QUILLON_VERSION_MAJOR, QUILLON_VERSION_MINOR, QUILLON_VERSION_REVISION);
 
 constexpr char kExitCodes[] =
-    "Ends with 0 when all is done, 1 when the network fails, 2 when the command line makes no sense, 3 when a "
-    "recipient "
-    "is not on the network.";
+    "Exit status: 0 on success, 1 if the network fails, 2 if the command line is invalid, 3 if a recipient is not on "
+    "the network.";
 
-// The parser takes a text in brackets for a list, and forgets a "--" behind the first name. So a text that begins with
-// a bracket or stands behind "--" gets a byte before it that cannot be typed.
+// The parser takes a text in brackets for a list, and ignores a "--" after the first name. So an argument that begins
+// with a bracket or follows "--" is prefixed with a byte that cannot be typed.
 constexpr char kGuard = '\1';
 
 std::vector<std::string> Guarded(const std::vector<std::string>& arguments) {
@@ -54,7 +53,7 @@ class CommandLine {
     app_.require_subcommand(1);
     app_.fallthrough();
     app_.add_option("--codepage", codePage_, "ANSI code page of the segment's desks")->capture_default_str();
-    app_.add_option("--broadcast", broadcast_, "Address to send to, where the limited broadcast goes the wrong way")
+    app_.add_option("--broadcast", broadcast_, "Address to send to, if limited broadcasts leave by the wrong interface")
         ->capture_default_str();
     AddWho();
     AddMessage("alert", "Send an alert", true);
@@ -65,12 +64,12 @@ class CommandLine {
 
   int Run(const std::vector<std::string>& arguments) {
     try {
-      std::vector<std::string> backwards = Guarded(arguments);
-      std::ranges::reverse(backwards);
-      app_.parse(std::move(backwards));
+      std::vector<std::string> reversed = Guarded(arguments);
+      std::ranges::reverse(reversed);
+      app_.parse(std::move(reversed));
     } catch (const CLI::ParseError& error) {
-      const bool isQuestion = app_.exit(error) == 0;  // --help or --version
-      return isQuestion ? cli::kDone : cli::kMisused;
+      const bool isHelp = app_.exit(error) == 0;  // or --version
+      return isHelp ? cli::kDone : cli::kMisused;
     }
     try {
       wire::UseCodePage(codePage_);
@@ -94,7 +93,7 @@ class CommandLine {
 
   void AddWho() {
     CLI::App* who = Add("who", "List who is on the network, with status and colour", &CommandLine::Who);
-    AddWait(who, "Listen for answers so long (3)");
+    AddWait(who, "How long to listen for answers (3)");
     who->add_flag("--json", json_, "Print a JSON array");
   }
 
@@ -102,9 +101,9 @@ class CommandLine {
     CLI::App* command = Add(name, description, &CommandLine::SendMessage);
     CLI::Option* words = command->add_option("NAME... TEXT")->expected(1, std::numeric_limits<int>::max() / 2);
     words->allow_extra_args()->required()->description("Recipients, then the text (- reads it from standard input)");
-    CLI::Option* all = command->add_flag("--all", message_.toAll, "To everybody; no NAME then");
+    CLI::Option* all = command->add_flag("--all", message_.toAll, "Send to everybody; excludes NAME");
     command->add_option("--as", message_.as, "Sender's name (USER@HOST)")->type_name("NAME");
-    AddWait(command, "Wait at most so long for the recipients to be heard (5)");
+    AddWait(command, "Maximum time to wait for the recipients to answer (5)");
     command->parse_complete_callback([this, words, all, isAlert] {
       message_.isAlert = isAlert;
       message_.toAll = all->count() > 0;
@@ -114,23 +113,23 @@ class CommandLine {
   }
 
   void AddWatch() {
-    CLI::App* watch = Add("watch", "Print what is heard, one line for each event", &CommandLine::Watch);
-    watch->add_flag("--json", json_, "Print a JSON object a line");
-    watch->add_flag("--texts", texts_, "Print texts too, private ones among them");
-    watch->add_option("--for", watched_, "End after so long")->check(CLI::Range(0.0, 1e9))->type_name("SECONDS");
+    CLI::App* watch = Add("watch", "Print events, one a line", &CommandLine::Watch);
+    watch->add_flag("--json", json_, "Print each event as a JSON object");
+    watch->add_flag("--texts", texts_, "Print texts too, including private ones");
+    watch->add_option("--for", watchTime_, "End after this time")->check(CLI::Range(0.0, 1e9))->type_name("SECONDS");
   }
 
   void AddCheck() {
     CLI::App* check = Add("check", "Find out why somebody is missing from a list", &CommandLine::Check);
-    AddWait(check, "Listen for answers so long (3)");
+    AddWait(check, "How long to listen for answers (3)");
   }
 
-  cli::Milliseconds WaitOr(double usual) const { return Seconds(wait_.value_or(usual)); }
+  cli::Milliseconds WaitTime(double defaultSeconds) const { return Seconds(wait_.value_or(defaultSeconds)); }
 
   cli::ExitCode Who() {
     cli::Visit visit(host_);
     visit.Ask();
-    visit.Listen(WaitOr(3));
+    visit.Listen(WaitTime(3));
     (json_ ? cli::PrintUsersAsJson : cli::PrintUsers)(std::cout, visit.View());
     return cli::kDone;
   }
@@ -139,9 +138,10 @@ class CommandLine {
     message_.text = std::move(message_.recipients.back());
     message_.recipients.pop_back();
     if (message_.toAll != message_.recipients.empty())
-      throw cli::UsageError(message_.toAll ? "either names or --all, not both" : "a recipient or --all is missing");
+      throw cli::UsageError(message_.toAll ? "give either names or --all, not both"
+                                           : "a recipient or --all is missing");
     if (message_.text == "-") message_.text = cli::ReadText(std::cin);
-    message_.wait = WaitOr(5);
+    message_.wait = WaitTime(5);
     return cli::Send(message_, host_, std::cerr);
   }
 
@@ -151,17 +151,17 @@ class CommandLine {
     visit.onEvent = [&](const cli::Event& event) {
       std::cout << (json_ ? cli::EventJson : cli::EventLine)(event, style) << std::endl;
     };
-    const cli::Milliseconds time = Seconds(watched_), answers = std::min(time, cli::kAnswerTime);
-    const auto nobodyReads = [] { return !std::cout; };
+    const cli::Milliseconds time = Seconds(watchTime_), answers = std::min(time, cli::kAnswerTime);
+    const auto outputClosed = [] { return !std::cout; };
     cli::Visit::EndOnSignals();
     visit.Ask();
-    visit.Listen(answers, nobodyReads);
+    visit.Listen(answers, outputClosed);
     style.answering = false;
-    visit.Listen(time - answers, nobodyReads);
+    visit.Listen(time - answers, outputClosed);
     return cli::kDone;
   }
 
-  cli::ExitCode Check() { return cli::Check(host_, WaitOr(3), std::cout); }
+  cli::ExitCode Check() { return cli::Check(host_, WaitTime(3), std::cout); }
 
   CLI::App app_{"Alert people on a Quillon network, and see who is there.", "quillon-cli"};
   std::function<cli::ExitCode()> command_;
@@ -169,7 +169,7 @@ class CommandLine {
   std::string broadcast_ = wire::HostText(wire::kLimitedBroadcast);
   std::uint32_t host_ = 0;
   std::optional<double> wait_;
-  double watched_ = 1e9;
+  double watchTime_ = 1e9;
   bool json_ = false, texts_ = false;
   cli::Message message_;
 };
@@ -179,14 +179,14 @@ class CommandLine {
 namespace cli {
 
 int Main(const std::vector<std::string>& arguments) {
-  const auto tell = [](const std::exception& error) { std::cerr << "quillon-cli: " << error.what() << '\n'; };
+  const auto report = [](const std::exception& error) { std::cerr << "quillon-cli: " << error.what() << '\n'; };
   try {
     return CommandLine().Run(arguments);
   } catch (const UsageError& error) {
-    tell(error);
+    report(error);
     return kMisused;
   } catch (const std::exception& error) {
-    tell(error);
+    report(error);
     return kNetworkFailed;
   }
 }

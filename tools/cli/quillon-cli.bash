@@ -1,4 +1,4 @@
-# Completion for bash. Names are not completed: that would ask the network at each press of the key.
+# Completion for bash. Does not complete names, which would query the network at each key press.
 _quillon_cli() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} word command=
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do

@@ -13,7 +13,7 @@
 namespace cli {
 namespace {
 
-using Json = nlohmann::ordered_json;  // a reader of the lines finds the event first
+using Json = nlohmann::ordered_json;  // keeps the event first, for human readers
 
 struct KindName {
   EventKind kind;
@@ -37,7 +37,7 @@ bool HasText(EventKind kind) {
   return kind == EventKind::Alert || kind == EventKind::Chat || kind == EventKind::Notice;
 }
 
-// As the web writes colours. The packets have red in the lowest byte.
+// "#RRGGBB". In packets red is the lowest byte.
 std::string ColourText(std::int32_t colour) {
   const auto bits = static_cast<std::uint32_t>(colour);
   std::array<char, 8> text;
@@ -61,7 +61,7 @@ Json JsonOf(const User& user) {
   return json;
 }
 
-// Columns are counted in characters, of which the bytes in their middle are none.
+// Counts characters, not bytes: skips UTF-8 continuation bytes.
 std::string Padded(std::string text, std::size_t width) {
   const auto length = static_cast<std::size_t>(
       std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
@@ -72,7 +72,7 @@ std::string Padded(std::string text, std::size_t width) {
 
 std::string Printable(std::string_view bytes) {
   std::string text;
-  bool afterC2 = false;  // 0x80 to 0x9F, in UTF-8, are control characters too
+  bool afterC2 = false;  // C2 80 to C2 9F encode control characters too
   for (const char each : wire::ToUtf8(bytes)) {
     const auto byte = static_cast<unsigned char>(each);
     const bool high = afterC2 && byte < 0xA0;

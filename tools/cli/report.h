@@ -1,4 +1,4 @@
-// What the commands print: UTF-8, for people or as JSON.
+// The output of the commands: UTF-8, as text or JSON.
 #pragma once
 
 #include <iosfwd>
@@ -9,18 +9,18 @@
 
 namespace cli {
 
-// A neighbour's text for a terminal: control characters, which could move its cursor or change its colours, come out as
-// escapes.
+// Text from the network, safe for a terminal: control characters, which could move the cursor or change colours, are
+// escaped.
 std::string Printable(std::string_view bytes);
 
-// "Available", or "?" while it is not known.
+// "Available", or "?" while unknown.
 std::string StateText(const User& user);
 
 void PrintUsers(std::ostream& out, const SegmentView& view);
 void PrintUsersAsJson(std::ostream& out, const SegmentView& view);
 
-// One line. An event of the time in which those who are there already answer is told as "present", not as "joined".
-// Without `texts` only who wrote to whom is told.
+// While users who are already there answer (`answering`), a joined event is printed as "present". Without `texts`, only
+// sender and recipient of a message are printed.
 struct EventStyle {
   bool texts = false, answering = false;
 };

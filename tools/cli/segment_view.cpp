@@ -9,9 +9,9 @@
 namespace cli {
 namespace {
 
-constexpr double kLastState = 2;
+constexpr double kMaxState = 2;
 
-// A text without a mark (a greeting, say) is none that anybody is shown.
+// A text without a mark, such as a greeting, is not shown to users, so it is no event.
 void TakeText(const User& user, std::string_view text, std::optional<std::string> to, std::vector<Event>& events) {
   const bool isAlert = text.starts_with(net::kAlertMark);
   if (!isAlert && !text.starts_with(net::kChatMark)) return;
@@ -66,7 +66,7 @@ User* SegmentView::Listed(std::string_view name, std::vector<Event>& events) {
 
 void SegmentView::TakeState(User& user, std::string_view argument, std::vector<Event>& events) {
   const double number = core::TolerantNumber(argument);
-  if (number < 0 || number > kLastState || number != static_cast<int>(number)) return;
+  if (number < 0 || number > kMaxState || number != static_cast<int>(number)) return;
   if (user.state == static_cast<int>(number)) return;
   user.state = static_cast<int>(number);
   events.push_back({.kind = EventKind::State, .user = user, .to = {}, .text = {}});
@@ -79,7 +79,7 @@ void SegmentView::TakeColour(User& user, std::string_view argument, std::vector<
     user.colour = colour;
     events.push_back({.kind = EventKind::Colour, .user = user, .to = {}, .text = {}});
   } catch (const core::RuntimeError&) {
-    // A number that is no colour changes nothing.
+    // A number out of range is ignored.
   }
 }
 

@@ -1,4 +1,4 @@
-// Who is on a segment and what is said there, as one sees it who only listens.
+// The users and messages of a segment, as a passive listener sees them.
 #pragma once
 
 #include <cstddef>
@@ -17,32 +17,32 @@ namespace cli {
 // Texts and names are bytes of the segment's code page.
 struct User {
   std::string name;
-  std::optional<int> state;  // 0, 1 or 2, as "S/" tells it
+  std::optional<int> state;  // 0, 1 or 2, from "S/"
   std::int32_t colour = 0;   // 0x00BBGGRR
-  std::uint32_t host = 0;    // the address that the last packet came from
+  std::uint32_t host = 0;    // source address of the last packet
 };
 
 enum class EventKind { Joined, Left, State, Colour, Alert, Chat, Notice };
 
 struct Event {
   EventKind kind{};
-  User user;                      // the sender, as it is known now
-  std::optional<std::string> to;  // of an alert or a chat line: nothing when it is for everybody
+  User user;                      // the sender, after this event
+  std::optional<std::string> to;  // recipient of an alert or a chat line; nothing if everybody
   std::string text;
 };
 
 class SegmentView {
  public:
-  // A flood of invented names must not fill the memory: those beyond are not listed.
+  // Limits against a flood of invented names; further names are not listed.
   static constexpr std::size_t kMaxUsers = 100000, kMaxNameBytes = 32 * 1024 * 1024;
 
-  // What one datagram tells, in order. Hidden names tell nothing: they are nobody yet.
+  // The events that one datagram causes, in order. Hidden names are ignored.
   std::vector<Event> Take(const wire::Datagram& datagram);
 
-  // By name, byte for byte.
+  // By name, case-sensitive.
   const std::map<std::string, User, std::less<>>& Users() const { return users_; }
 
-  // Whatever the case, as recipients are compared. Null when nobody goes by this name.
+  // Ignores case, as for recipients. Null when nobody has this name.
   const User* Find(std::string_view name) const;
 
  private:

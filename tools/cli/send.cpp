@@ -24,7 +24,7 @@ std::string Encoded(std::string_view utf8) {
   }
 }
 
-// Windows, whose text boxes show a lone line feed as nothing, ends lines with two characters.
+// Windows edit controls do not break a line at a lone line feed, so it becomes CR LF.
 std::string WithWindowsLineEnds(std::string_view text) {
   std::string converted;
   for (const char each : text) {
@@ -34,14 +34,14 @@ std::string WithWindowsLineEnds(std::string_view text) {
   return converted;
 }
 
-// A name of this form cannot be mistaken for somebody at a desk.
+// Nobody mistakes a name of this form for a person.
 std::string DefaultSender() { return wire::LogonName() + "@" + wire::HostName(); }
 
 std::string CheckedName(const std::string& utf8) {
   const std::string name = Encoded(utf8);
   const bool isGood =
       !name.empty() && core::Find(name, "|") == std::string::npos && !name.starts_with(net::kHiddenMark);
-  if (!isGood) throw UsageError("\"" + utf8 + "\" cannot be a name: it is empty, begins with _ or holds a |");
+  if (!isGood) throw UsageError("\"" + utf8 + "\" is not a valid name: it is empty, begins with _ or contains |");
   return name;
 }
 
@@ -65,7 +65,7 @@ class Sending {
     const auto everybodyHeard = [&] {
       return std::ranges::all_of(recipients_, [&](const auto& name) { return visit.View().Find(name) != nullptr; });
     };
-    // Time enough to hear of somebody who goes by the sender's name.
+    // Long enough to detect that somebody has the sender's name.
     if (message_.as) visit.Listen(std::min(kAnswerTime, message_.wait));
     if (everybodyHeard()) return;
     visit.Listen(message_.wait / 2, everybodyHeard);
@@ -73,7 +73,7 @@ class Sending {
     visit.Listen(message_.wait / 2, everybodyHeard);
   }
 
-  // Leaving under the name of somebody who is there would take him off everybody's list.
+  // A leave packet with the name of a present user would remove that user from all lists.
   void RefuseTakenName(const Visit& visit) const {
     const User* owner = visit.View().Find(sender_);
     if (!owner) return;
@@ -103,15 +103,15 @@ class Sending {
  private:
   std::string PacketToAll() const { return net::BuildPacket(sender_, std::string(net::kPresence) + text_); }
 
-  // The recipient stands at the packet's end, so that his name may hold blanks.
+  // The recipient comes last, so that a name may contain blanks.
   std::string PacketTo(const std::string& name) const {
     return net::BuildPacket(sender_, std::string(net::kPrivate) + text_ + "|" + name);
   }
 
   void WarnOfState(const User& user, std::ostream& errors) const {
-    const int lastState = message_.isAlert ? 1 : 0;  // in which such a message is shown
-    if (user.state && *user.state > lastState)
-      errors << "quillon-cli: " << Printable(user.name) << " is not shown it: " << StateText(user) << '\n';
+    const int maxState = message_.isAlert ? 1 : 0;  // that lets the message through
+    if (user.state && *user.state > maxState)
+      errors << "quillon-cli: " << Printable(user.name) << " will not see it: " << StateText(user) << '\n';
   }
 
   const Message& message_;

@@ -10,24 +10,24 @@
 
 namespace cli {
 
-// Everything in UTF-8.
+// All texts are UTF-8.
 struct Message {
   bool isAlert = true;
   bool toAll = false;
   std::vector<std::string> recipients;
   std::string text;
-  std::optional<std::string> as;  // the sender; by default who runs this, and where
-  Milliseconds wait{5000};        // for the recipients to be heard
+  std::optional<std::string> as;  // the sender; USER@HOST if missing
+  Milliseconds wait{5000};        // maximum time to wait for the recipients
 };
 
-// The most bytes that a text may have on standard input, before it is known how many it has in the code page.
+// Limit on the UTF-8 text from standard input, bytes; in the code page it may be up to four times shorter.
 inline constexpr std::size_t kMaxTyped = 4 * net::kMaxPacket;
 
-// What is there to be sent, without the end of the last line. Throws UsageError when it is longer than any packet.
+// Reads the text to send, without trailing line ends. Throws UsageError when it is too long for any packet.
 std::string ReadText(std::istream& in);
 
-// Waits until the recipients are heard, sends to those who are, and leaves. Returns kDone, or kAbsent when somebody was
-// not heard, and tells `errors` who. Throws UsageError and NetworkError.
+// Waits for the recipients to answer, sends to those who did, and leaves. Returns kDone, or kAbsent if a recipient did
+// not answer, and prints the name to `errors`. Throws UsageError and NetworkError.
 ExitCode Send(const Message& message, std::uint32_t broadcast, std::ostream& errors);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Where the system starts the program.
+// The entry point, called by the system-specific main().
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace cli {
 
-// Arguments in UTF-8, without the program's name. Gives the exit code.
+// Takes the arguments in UTF-8, without the program's name; returns the exit code.
 int Main(const std::vector<std::string>& arguments);
 
 }  // namespace cli

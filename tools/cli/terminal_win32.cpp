@@ -14,7 +14,7 @@ std::string Utf8(const wchar_t* wide) {
 
 }  // namespace
 
-// The console shows what the program writes by this code page, and keeps it after the program has ended.
+// Sets the console to UTF-8 and restores it, because the code page outlives the program.
 int wmain(int argc, wchar_t** argv) {
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i) arguments.push_back(Utf8(argv[i]));

@@ -10,12 +10,12 @@
 namespace cli {
 namespace {
 
-// A signal does not end every wait of every system.
-constexpr Milliseconds kLongestWait{300};
+// Short, because a signal does not interrupt every wait on every system.
+constexpr Milliseconds kMaxWait{300};
 
 volatile std::sig_atomic_t gEnded = 0;
 
-// Two that ask at the same time must not take each other's question for their own.
+// Random, so that two instances that ask at the same time do not take each other's question for their own.
 std::string HiddenName() { return std::string(1, net::kHiddenMark) + "cli-" + std::to_string(std::random_device()()); }
 
 }  // namespace
@@ -32,7 +32,7 @@ void Visit::Ask() { Send(question_); }
 
 void Visit::Send(std::string_view packet) {
   port_.Send(packet);
-  if (!port_.Failure().empty()) throw NetworkError("the network takes no broadcast: " + port_.Failure());
+  if (!port_.Failure().empty()) throw NetworkError("the broadcast cannot be sent: " + port_.Failure());
 }
 
 void Visit::Listen(Milliseconds time, const std::function<bool()>& enough) {
@@ -42,7 +42,7 @@ void Visit::Listen(Milliseconds time, const std::function<bool()>& enough) {
   while (!gEnded && !enough()) {
     const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now());
     if (left <= Milliseconds(0)) return;
-    if (port_.Receive(datagram, std::min(left, kLongestWait))) Take(datagram);
+    if (port_.Receive(datagram, std::min(left, kMaxWait))) Take(datagram);
   }
 }
 

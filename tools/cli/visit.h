@@ -1,4 +1,4 @@
-// A short stay on a segment: asks who is there without being listed itself, and listens.
+// A short visit to a segment: asks who is there without being listed, and listens.
 #pragma once
 
 #include <chrono>
@@ -14,20 +14,20 @@ namespace cli {
 
 using Milliseconds = std::chrono::milliseconds;
 
-// What the program ends with, as its manual page says.
+// Exit codes of the program, as in its manual page.
 enum ExitCode : int { kDone = 0, kNetworkFailed = 1, kMisused = 2, kAbsent = 3 };
 
-// The network does not do what it should.
+// The network failed.
 struct NetworkError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// What was typed makes no sense.
+// The command line is invalid.
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Copies among many answer within two seconds.
+// On a large segment, copies take up to two seconds to answer.
 inline constexpr Milliseconds kAnswerTime{2000};
 
 class Visit {
@@ -35,24 +35,24 @@ class Visit {
   // Throws NetworkError when the port cannot be opened.
   explicit Visit(std::uint32_t broadcast);
 
-  // One packet under a hidden name, which every copy answers with presence, colour and state.
+  // Sends one packet under a hidden name; every copy answers with presence, colour and state.
   void Ask();
 
   // Throws NetworkError when the system refuses the packet.
   void Send(std::string_view packet);
 
-  // Listens for so long, or until `enough` says so after a datagram, or the user ends the program.
+  // Listens for this time, or until `enough` returns true after a datagram, or until a signal.
   void Listen(
       Milliseconds time, const std::function<bool()>& enough = [] { return false; });
 
-  // Called with each datagram that is heard, once the view has taken it, and with each event.
+  // Called for each datagram received, after the view has processed it, and for each event.
   std::function<void(const wire::Datagram&)> onDatagram = [](const auto&) {};
   std::function<void(const Event&)> onEvent = [](const auto&) {};
 
   const SegmentView& View() const { return view_; }
   const std::string& Question() const { return question_; }
 
-  // From now on SIGINT and SIGTERM end the listening, not the process.
+  // Makes SIGINT and SIGTERM end listening instead of the process.
   static void EndOnSignals();
   static bool Ended();
 

@@ -8,9 +8,9 @@
 namespace relay {
 namespace {
 
-constexpr int kKeepAlive = 10;       // seconds; a relay whose machine is gone is replaced after one and a half of them
-constexpr int kRetainedQuality = 1;  // the charge must not get lost
-constexpr std::uint32_t kLargestMessage = net::kMaxPacket + 1024;  // with its topic
+constexpr int kKeepAlive = 10;       // seconds; the broker considers a client gone after one and a half times that
+constexpr int kRetainedQuality = 1;  // at least once, because messages of the election must not get lost
+constexpr std::uint32_t kMaxMessage = net::kMaxPacket + 1024;  // bytes, with its topic
 
 Broker& Self(void* object) { return *static_cast<Broker*>(object); }
 
@@ -22,13 +22,13 @@ const char* OrNull(const std::string& text) { return text.empty() ? nullptr : te
 
 }  // namespace
 
-void Broker::Freer::operator()(mosquitto* handle) const { mosquitto_destroy(handle); }
+void Broker::Deleter::operator()(mosquitto* handle) const { mosquitto_destroy(handle); }
 
 Broker::Broker(BrokerAddress address, const std::string& clientName, const std::string& will, Events events)
     : address_(std::move(address)), events_(std::move(events)) {
   mosquitto_lib_init();
   handle_.reset(mosquitto_new(clientName.c_str(), true, this));
-  if (!handle_) throw BrokerError("no MQTT client can be made");
+  if (!handle_) throw BrokerError("cannot create an MQTT client");
   Require(mosquitto_int_option(handle_.get(), MOSQ_OPT_PROTOCOL_VERSION, MQTT_PROTOCOL_V5), "MQTT 5");
   Require(mosquitto_will_set(handle_.get(), will.c_str(), 0, nullptr, kRetainedQuality, true), "last will");
   SetUpSecurity();
@@ -58,10 +58,10 @@ void Broker::SetCallbacks() {
   });
 }
 
-// The broker keeps messages from us that are larger than any packet.
+// Tells the broker not to deliver messages that are larger than any packet.
 bool Broker::Connect() {
   mosquitto_property* properties = nullptr;
-  mosquitto_property_add_int32(&properties, MQTT_PROP_MAXIMUM_PACKET_SIZE, kLargestMessage);
+  mosquitto_property_add_int32(&properties, MQTT_PROP_MAXIMUM_PACKET_SIZE, kMaxMessage);
   const int code =
       mosquitto_connect_bind_v5(handle_.get(), address_.host.c_str(), address_.port, kKeepAlive, nullptr, properties);
   mosquitto_property_free_all(&properties);
@@ -94,8 +94,8 @@ int Broker::Handle() const { return mosquitto_socket(handle_.get()); }
 
 bool Broker::WantsToWrite() const { return mosquitto_want_write(handle_.get()); }
 
-// One call reads one message. Many may wait, and with TLS in the library, where the socket does not show them. Without
-// a connection each call would report once more that it is gone.
+// Reads many messages in one call: with TLS they may wait in the library's buffer, where poll() does not see them.
+// Skips the calls without a connection, because each would report the lost connection again.
 void Broker::Serve() {
   constexpr int kMaxAtOnce = 100;
   if (Handle() >= 0) mosquitto_loop_read(handle_.get(), kMaxAtOnce);

@@ -18,15 +18,15 @@ struct BrokerAddress {
   std::string caFile, certificateFile, keyFile;  // TLS is used when there is a caFile
 };
 
-// Settings that the library refuses: an unreadable certificate, say.
+// The library rejects a setting, such as an unreadable certificate.
 struct BrokerError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
 class Broker {
  public:
-  // Bytes that may wait while the broker is slow; what is beyond is lost, as datagrams are. While it is away nothing
-  // waits: a text that arrives an hour late misleads.
+  // Limit on bytes queued while the broker is slow; further messages are dropped, like datagrams. Nothing is queued
+  // without a connection: a text that arrives an hour late misleads.
   static constexpr std::size_t kMaxWaiting = 4 * 1024 * 1024;
 
   struct Events {
@@ -34,33 +34,33 @@ class Broker {
     std::function<void(std::string_view topic, std::string_view bytes, bool retained)> onMessage;
   };
 
-  // `will` is a topic that the broker empties when this connection is gone. Throws BrokerError.
+  // `will` is a topic whose retained message the broker clears when this connection is lost. Throws BrokerError.
   Broker(BrokerAddress address, const std::string& clientName, const std::string& will, Events events);
 
-  // Tries once. False when it fails; Failure tells why.
+  // Tries once. False when it fails; see Failure.
   bool Connect();
   const std::string& Failure() const { return failure_; }
 
-  // Closes orderly. The last will is for the other cases only.
+  // Closes the connection cleanly, so that the broker does not publish the last will.
   void Disconnect();
 
   bool IsConnected() const { return connected_; }
 
-  // The socket, to be waited for beside others, -1 while there is none.
+  // The socket, for poll(); -1 without a connection.
   int Handle() const;
   bool WantsToWrite() const;
 
-  // Reads, writes and keeps alive, as far as that is possible without waiting.
+  // Reads, writes and keeps the connection alive, without blocking.
   void Serve();
 
   void Subscribe(const std::string& topic);
 
-  // False when it cannot be taken.
+  // False when the message is dropped.
   bool Publish(const std::string& topic, std::string_view bytes);
   void PublishRetained(const std::string& topic, std::string_view bytes);
 
  private:
-  struct Freer {
+  struct Deleter {
     void operator()(mosquitto* handle) const;
   };
 
@@ -71,10 +71,10 @@ class Broker {
 
   BrokerAddress address_;
   Events events_;
-  std::unique_ptr<mosquitto, Freer> handle_;
+  std::unique_ptr<mosquitto, Deleter> handle_;
   std::string failure_;
   bool connected_ = false;
-  std::size_t waiting_ = 0;  // messages that have not gone out yet, each counted as the largest
+  std::size_t waiting_ = 0;  // queued messages, each counted with the maximum size
 };
 
 }  // namespace relay

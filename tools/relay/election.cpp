@@ -2,7 +2,7 @@
 
 namespace relay {
 
-void Election::OnConnected(Clock::time_point now) { claimAt_ = now + kPatience; }
+void Election::OnConnected(Clock::time_point now) { claimAt_ = now + kClaimDelay; }
 
 void Election::OnDisconnected() {
   inCharge_ = false;
@@ -11,7 +11,7 @@ void Election::OnDisconnected() {
 
 void Election::OnHolder(std::string_view name, Clock::time_point now) {
   if (name.empty()) {
-    claimAt_ = inCharge_ ? now : now + kPatience;
+    claimAt_ = inCharge_ ? now : now + kClaimDelay;
   } else {
     inCharge_ = name == ownName_;
     claimAt_.reset();

@@ -1,9 +1,9 @@
-// Which of the relays of one segment forwards, so that a second one doubles nothing and takes over when it is needed.
+// Elects one relay of a segment to forward. The others stand by and forward nothing, so that no packet is doubled.
 //
-// Each segment has one retained text at the broker: the name of the relay in charge. A relay that finds none claims the
-// charge by writing its own name; of two that claim at once the one whose name the broker took last has it, for both
-// hear both names in the same order. The last will of every relay empties the text. So does that of one which stood by:
-// the one in charge then writes its name again at once, before the others claim.
+// Each segment has one retained message at the broker: the name of the relay in charge. A relay that finds none claims
+// the role by publishing its own name. If two claim at once, the last name that the broker received wins, because both
+// receive both names in the same order. The last will of every relay clears the message, even that of a relay which
+// stood by: the relay in charge then publishes its name again at once, before others claim the role.
 #pragma once
 
 #include <chrono>
@@ -17,19 +17,19 @@ using Clock = std::chrono::steady_clock;
 
 class Election {
  public:
-  // What is retained arrives at once after connecting, and the answer of the one in charge to a foreign last will
-  // within a round trip: only then is the charge claimed.
-  static constexpr std::chrono::milliseconds kPatience{1000};
+  // Wait before a claim: long enough for the retained message after connecting, and for the relay in charge to answer
+  // another relay's last will.
+  static constexpr std::chrono::milliseconds kClaimDelay{1000};
 
   explicit Election(std::string ownName) : ownName_(std::move(ownName)) {}
 
   void OnConnected(Clock::time_point now);
   void OnDisconnected();
 
-  // The text at the broker, empty when nobody is in charge.
+  // Called with the retained message, empty when no relay is in charge.
   void OnHolder(std::string_view name, Clock::time_point now);
 
-  // True when the own name is to be written now.
+  // True when the own name must be published now.
   bool TakeClaim(Clock::time_point now);
 
   bool InCharge() const { return inCharge_; }

@@ -11,7 +11,7 @@ namespace {
 
 void CheckLevel(const std::string& what, const std::string& level) {
   const bool isGood = !level.empty() && level.find_first_of(std::string("/+#\0", 4)) == std::string::npos;
-  if (!isGood) throw std::invalid_argument("a " + what + " is not empty and holds no / + #: \"" + level + "\"");
+  if (!isGood) throw std::invalid_argument("a " + what + " must not be empty or contain / + #: \"" + level + "\"");
 }
 
 }  // namespace
@@ -25,8 +25,9 @@ void Rules::Check() const {
   CheckLevel("group", group);
   CheckLevel("segment", segment);
   const auto isCapital = [](char each) { return each >= 'A' && each <= 'Z'; };
-  if (!std::ranges::all_of(keptKinds, isCapital)) throw std::invalid_argument("a kind is a capital: " + keptKinds);
-  if (!(packetsPerSecond >= 1)) throw std::invalid_argument("the rate is at least one packet a second");
+  if (!std::ranges::all_of(filteredKinds, isCapital))
+    throw std::invalid_argument("a kind is a capital letter: " + filteredKinds);
+  if (!(packetsPerSecond >= 1)) throw std::invalid_argument("the rate must be at least one packet a second");
 }
 
 bool Relay::PassesOut(const wire::Datagram& datagram, Clock::time_point now) {
@@ -40,12 +41,13 @@ bool Relay::PassesIn(std::string_view topic, std::string_view bytes, bool retain
 
 bool Relay::Passes(std::string_view bytes, RateLimit& limit, Counts& counts, Clock::time_point now) {
   const std::string_view kind = net::TakeApart(bytes).kind;
-  const bool isKept =
+  const bool isFiltered =
       kind.size() == 2 && kind[1] == '/' &&
-      rules_.keptKinds.find(static_cast<char>(std::toupper(static_cast<unsigned char>(kind[0])))) != std::string::npos;
+      rules_.filteredKinds.find(static_cast<char>(std::toupper(static_cast<unsigned char>(kind[0])))) !=
+          std::string::npos;
   if (bytes.empty() || bytes.size() > net::kMaxPacket) {
     ++counts.refused;
-  } else if (isKept) {
+  } else if (isFiltered) {
     ++counts.filtered;
   } else if (!limit.Take(now)) {
     ++counts.overRate;

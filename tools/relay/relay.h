@@ -1,7 +1,7 @@
-// What a relay passes on, and what it does not.
+// Decides which packets a relay forwards.
 //
-// Nothing can circle, however many relays and segments there are: copies send from port 1414, a relay broadcasts from
-// another port, and no relay takes from its segment what does not come from port 1414.
+// Packets cannot loop, whatever the number of relays and segments: copies send from port 1414, a relay broadcasts from
+// another port, and relays only forward packets that were sent from port 1414.
 #pragma once
 
 #include <algorithm>
@@ -15,13 +15,13 @@
 
 namespace relay {
 
-// So many packets a second, and at most those of two seconds at once.
+// A token bucket: `perSecond` packets a second, and bursts of up to two seconds' worth.
 class RateLimit {
  public:
-  RateLimit(double perSecond, Clock::time_point now) : perSecond_(perSecond), left_(Most()), filled_(now) {}
+  RateLimit(double perSecond, Clock::time_point now) : perSecond_(perSecond), left_(Capacity()), filled_(now) {}
 
   bool Take(Clock::time_point now) {
-    left_ = std::min(Most(), left_ + perSecond_ * std::chrono::duration<double>(now - filled_).count());
+    left_ = std::min(Capacity(), left_ + perSecond_ * std::chrono::duration<double>(now - filled_).count());
     filled_ = now;
     if (left_ < 1) return false;
     left_ -= 1;
@@ -29,13 +29,13 @@ class RateLimit {
   }
 
  private:
-  double Most() const { return 2 * perSecond_; }
+  double Capacity() const { return 2 * perSecond_; }
 
   double perSecond_, left_;
   Clock::time_point filled_;
 };
 
-// Of one direction, since they were last told.
+// Packets of one direction since the last report.
 struct Counts {
   std::uint64_t passed = 0, filtered = 0, overRate = 0, refused = 0;
 
@@ -45,10 +45,11 @@ struct Counts {
 
 struct Rules {
   std::string group, segment;      // of the topic "quillon/GROUP/SEGMENT"
-  std::string keptKinds;           // letters of the kinds that do not cross, in capitals
-  double packetsPerSecond = 2000;  // about what all copies of a segment send together while they answer
+  std::string filteredKinds;       // letters of the kinds that are not forwarded, in capitals
+  double packetsPerSecond = 2000;  // about what all copies of a segment send while they answer newcomers
 
-  // Throws std::invalid_argument when a topic cannot be made of group and segment, or a kind is no letter.
+  // Throws std::invalid_argument when group or segment cannot be part of a topic, a kind is no letter, or the rate is
+  // too low.
   void Check() const;
 
   std::string Topic() const { return "quillon/" + group + "/" + segment; }
@@ -61,20 +62,20 @@ class Relay {
   Relay(Rules rules, Clock::time_point now)
       : rules_(std::move(rules)), outLimit_(rules_.packetsPerSecond, now), inLimit_(rules_.packetsPerSecond, now) {}
 
-  // Whether a datagram of the own segment goes to the broker.
+  // Whether to publish a datagram of the own segment. Counts it.
   bool PassesOut(const wire::Datagram& datagram, Clock::time_point now);
 
-  // Whether a message of the broker is broadcast on the own segment. A retained one is old: nobody is told again that
-  // he joined or was alerted yesterday.
+  // Whether to broadcast a message from the broker on the own segment. Counts it. A retained message is refused because
+  // it is old.
   bool PassesIn(std::string_view topic, std::string_view bytes, bool retained, Clock::time_point now);
 
-  // A packet that passed, and was then not taken by the broker or the network.
+  // Corrects the counts for a packet that passed, but was then refused by the broker or the network.
   void NoteLost(bool outwards);
 
-  // What has been counted since the last call.
+  // Returns the counts since the last call, as text.
   std::string TakeCounts();
 
-  const Rules& TheRules() const { return rules_; }
+  const Rules& GetRules() const { return rules_; }
 
  private:
   bool Passes(std::string_view bytes, RateLimit& limit, Counts& counts, Clock::time_point now);

@@ -32,20 +32,20 @@ class Relays(unittest.TestCase):
         cls.relays = [cls._start_relay(cls.left),
                       cls._start_relay(cls.right, "--port", "8883", "--ca-file", cls.certificate)]
         cls._start_broker()
-        cls._wait_told(cls.relays[0], "in charge")
-        cls._wait_told(cls.relays[1], "in charge")
+        cls._wait_for_line(cls.relays[0], "in charge")
+        cls._wait_for_line(cls.relays[1], "in charge")
         cls.relays.append(cls._start_relay(cls.left))
-        cls._wait_told(cls.relays[2], "connected to the broker")
-        cls.ear = network.Host(cls.right)
-        cls.watch = subprocess.Popen(cls.ear.command(CLI, "watch", "--json", "--texts"), stdout=subprocess.PIPE)
+        cls._wait_for_line(cls.relays[2], "connected to the broker")
+        cls.listener = network.Host(cls.right)
+        cls.watch = subprocess.Popen(cls.listener.command(CLI, "watch", "--json", "--texts"), stdout=subprocess.PIPE)
         cls.events = []
         cls.anna = cls.rig.copy("anna", network.Host(cls.left)).start()
         cls.bob = cls.rig.copy("bob", network.Host(cls.right), on_screen=screen.Screen()).start()
         joining = {"anna", "bob"}
         while joining:
-            joining.discard(cls._wait_heard(event="joined")["name"])
+            joining.discard(cls._wait_for_event(event="joined")["name"])
         for copy in (cls.anna, cls.bob):
-            probe.wait(lambda copy=copy: copy.names() == {"(All)", "anna", "bob"}, complaint=f"{copy.user} misses somebody")
+            probe.wait(lambda copy=copy: copy.names() == {"(All)", "anna", "bob"}, complaint=f"{copy.user} does not list all")
 
     @classmethod
     def _start_broker(cls):
@@ -61,24 +61,24 @@ class Relays(unittest.TestCase):
                                 stdout=subprocess.PIPE, text=True)
 
     @staticmethod
-    def _wait_told(relay, line):
-        """Reads a relay's journal up to a line that begins so."""
-        for told in relay.stdout:
-            if told.startswith(line):
-                return told
+    def _wait_for_line(relay, line):
+        """Reads a relay's journal up to a line that begins with `line`; returns that line."""
+        for entry in relay.stdout:
+            if entry.startswith(line):
+                return entry
         raise AssertionError(f"the relay ended without {line!r}")
 
     @classmethod
-    def _wait_heard(cls, **wanted):
-        """The next event on bob's segment that is so."""
+    def _wait_for_event(cls, **wanted):
+        """Waits for an event with these fields on bob's segment."""
         for line in cls.watch.stdout:
             cls.events.append(json.loads(line))
             if wanted.items() <= cls.events[-1].items():
                 return cls.events[-1]
-        raise AssertionError(f"{wanted} was not heard")
+        raise AssertionError(f"no event {wanted}")
 
     def _alert(self, text):
-        """One alert from anna to bob."""
+        """Sends an alert from anna to bob and checks its popup."""
         self.anna.send_alert("bob", text)
         popup, texts = self.bob.popup_at_rest()
         self.assertEqual(texts, [text + "\r\n"])
@@ -109,24 +109,24 @@ class Relays(unittest.TestCase):
 
     def test_3_another_relay_takes_over(self):
         self.relays[0].kill()
-        self._wait_told(self.relays[2], "in charge")
+        self._wait_for_line(self.relays[2], "in charge")
         self._alert("By the other one")
 
     def test_4_the_broker_comes_back(self):
         self.broker.kill()
         self.broker.wait()
         for relay in self.relays[1:]:
-            self._wait_told(relay, "no connection")
+            self._wait_for_line(relay, "no connection")
         self._start_broker()
         for relay in self.relays[1:]:
-            self._wait_told(relay, "in charge")
+            self._wait_for_line(relay, "in charge")
         self._alert("After the pause")
 
-    def test_5_nothing_circles_or_comes_twice(self):
+    def test_5_nothing_loops_or_arrives_twice(self):
         self.anna.close()
-        self._wait_heard(event="left", name="anna")
+        self._wait_for_event(event="left", name="anna")
         probe.wait(lambda: "anna" not in self.bob.names())
-        self.assertRegex(self._wait_told(self.relays[1], "in charge; "), r"in charge; out: \d+ passed, 0 filtered")
+        self.assertRegex(self._wait_for_line(self.relays[1], "in charge; "), r"in charge; out: \d+ passed, 0 filtered")
         self.watch.terminate()
         self.events += [json.loads(line) for line in self.watch.stdout]
         alerts = [(event["name"], event["text"]) for event in self.events if event["event"] in ("alert", "notice")]

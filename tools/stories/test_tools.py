@@ -1,4 +1,4 @@
-"""The companions of the program beside a real copy: the command line, and the dissector on what the wire carried."""
+"""The companion tools with a real copy: the command line, and the dissector on captured packets."""
 
 import csv
 import json
@@ -30,7 +30,7 @@ class Tools(unittest.TestCase):
         cls.capture = subprocess.Popen(["tshark", "-q", "-i", "segment", "-f", "udp port 1414", "-w", cls.captured],
                                        stderr=subprocess.DEVNULL)
         probe.wait(lambda: os.path.exists(cls.captured) and os.path.getsize(cls.captured) > 0,
-                   complaint="nothing is captured")
+                   complaint="the capture did not start")
         cls.office = network.Host()
         cls.anna = cls.rig.copy("anna", network.Host())
         cls.anna.write_settings("Anna", colour=255)
@@ -42,7 +42,7 @@ class Tools(unittest.TestCase):
         time.sleep(1)
 
     def _cli(self, *arguments, text=None, host=None):
-        """What the command line ends with, its output and its messages."""
+        """Runs the command line; returns its exit status, output and error messages."""
         done = subprocess.run((host or self.office).command(CLI, *arguments), input=text, text=True, timeout=60,
                               capture_output=True)
         return done.returncode, done.stdout, done.stderr
@@ -60,7 +60,7 @@ class Tools(unittest.TestCase):
                                     text="[Caf\xe9 is shut,\nsorry]\n")
         self.assertEqual(code, 3)
         self.assertIn("nobody is not on the network", errors)
-        self.assertIn("John Smith is not shown it: Do Not Disturb", errors)
+        self.assertIn("John Smith will not see it: Do Not Disturb", errors)
         self.assertEqual(self.wire.texts("Ops", start), ["Ops|P/\xdf[Caf\xe9 is shut,\r\nsorry]|Anna",
                                                          "Ops|P/\xdf[Caf\xe9 is shut,\r\nsorry]|John Smith", "Ops|L/"])
         popup, texts = self.anna.popup_at_rest()
@@ -74,7 +74,7 @@ class Tools(unittest.TestCase):
         probe.wait(lambda: self.anna.said(chat) == "Ops:\tBack soon\r\n")
         self.anna.probe.close(chat)
 
-    def test_4_what_makes_no_sense_sends_nothing(self):
+    def test_4_invalid_arguments_send_nothing(self):
         start = self.wire.mark()
         for arguments in (("alert", "text alone"), ("say", "--all", "anna", "names beside --all"), ("say", "--all", ""),
                           ("alert", "--all", "\u4e2d"), ("alert", "--all", "x" * 65500), ("--codepage", "437", "who"),
@@ -95,7 +95,7 @@ class Tools(unittest.TestCase):
         self.assertEqual(code, 1)
         self.assertIn("no interface takes a broadcast", output)
 
-    def test_6_watch_and_the_dissector_tell_what_happened(self):
+    def test_6_watch_and_the_dissector_show_all_events(self):
         self.anna.close()
         self.wire.send(b"crooked")
         self.wire.send(b"crooked|L/")
@@ -104,10 +104,10 @@ class Tools(unittest.TestCase):
         while not events or (events[-1]["event"], events[-1]["name"]) != ("left", "Anna"):
             events.append(json.loads(self.watch.stdout.readline()))
         self.watch.terminate()
-        told = [(event["event"], event["name"], event.get("to"), event.get("text")) for event in events]
+        printed = [(event["event"], event["name"], event.get("to"), event.get("text")) for event in events]
         for event in (("joined", "Anna", None, None), ("alert", "Ops", "Anna", "[Caf\xe9 is shut,\r\nsorry]"),
                       ("chat", "Ops", None, "Back soon"), ("left", "Anna", None, None)):
-            self.assertIn(event, told)
+            self.assertIn(event, printed)
         self.capture.terminate()
         self.capture.wait()
         output = subprocess.run(["tshark", "-r", self.captured, "-X", "lua_script:" + DISSECTOR, "-T", "fields", "-E",

@@ -1,4 +1,4 @@
-// What the command line tells of a segment, and how text gets there.
+// The command line's view of a segment, and its conversion of texts.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -14,14 +14,14 @@ namespace cli {
 namespace {
 
 // The events of a packet, without their times, each followed by a semicolon.
-std::string Told(SegmentView& view, const std::string& packet) {
+std::string EventsOf(SegmentView& view, const std::string& packet) {
   std::string lines;
   for (const Event& event : view.Take({.bytes = packet, .sender = {}}))
     lines += EventLine(event, {.texts = true, .answering = false}).substr(sizeof "00:00:00") + ";";
   return lines;
 }
 
-TEST(SegmentView, TellsEachChangeOnce) {
+TEST(SegmentView, ReportsEachChangeOnce) {
   const struct {
     std::string packet, events;
   } kRows[] = {
@@ -43,7 +43,7 @@ TEST(SegmentView, TellsEachChangeOnce) {
       {"bob|L/", ""},
   };
   SegmentView view;
-  for (const auto& row : kRows) EXPECT_EQ(Told(view, row.packet), row.events) << row.packet;
+  for (const auto& row : kRows) EXPECT_EQ(EventsOf(view, row.packet), row.events) << row.packet;
   EXPECT_EQ(view.Users().size(), 1u);
   EXPECT_NE(view.Find("PRINTER"), nullptr);
 }
@@ -70,7 +70,7 @@ TEST(CodePageText, IsExactOrRefused) {
     EXPECT_EQ(wire::ToUtf8(row.bytes), row.utf8) << row.codePage;
   }
   wire::UseCodePage(1251);
-  EXPECT_TRUE(core::EqualIgnoringCase("\xDF", "\xFF"));  // a letter that has another case in this code page only
+  EXPECT_TRUE(core::EqualIgnoringCase("\xDF", "\xFF"));  // a letter with case in this code page only
   EXPECT_EQ(wire::ToUtf8("a\x98z"), "a\xEF\xBF\xBDz");
   EXPECT_THROW(wire::ToCodePage("a\xE2\x98\xBA"), std::invalid_argument);
   EXPECT_THROW(wire::ToCodePage("\xFF"), std::invalid_argument);
@@ -78,7 +78,7 @@ TEST(CodePageText, IsExactOrRefused) {
   wire::UseCodePage(1252);
 }
 
-TEST(ReadText, IsBoundedAndLosesItsLastLineEnd) {
+TEST(ReadText, IsBoundedAndDropsTrailingLineEnds) {
   std::istringstream two("one\ntwo\r\n"), endless(std::string(kMaxTyped + 1, 'x'));
   EXPECT_EQ(ReadText(two), "one\ntwo");
   EXPECT_THROW(ReadText(endless), UsageError);

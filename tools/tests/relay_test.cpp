@@ -1,4 +1,4 @@
-// Who forwards, and what.
+// The election of the forwarding relay, and what it forwards.
 #include <gtest/gtest.h>
 
 #include "tools/relay/relay.h"
@@ -10,17 +10,17 @@ using std::chrono::milliseconds;
 
 const Clock::time_point kStart{};
 
-// Relays of one segment and the broker between them: a claim reaches both, in one order.
+// Two relays of one segment and their broker: a claim reaches both, in the same order.
 class Elections : public testing::Test {
  protected:
-  void Tell(std::string_view holder) {
+  void Publish(std::string_view holder) {
     for (Election* each : {&first, &second}) each->OnHolder(holder, now);
   }
 
   void Pass(milliseconds time) {
     now += time;
     for (Election* each : {&first, &second})
-      if (each->TakeClaim(now)) Tell(each->OwnName());
+      if (each->TakeClaim(now)) Publish(each->OwnName());
   }
 
   Clock::time_point now = kStart;
@@ -29,20 +29,20 @@ class Elections : public testing::Test {
 
 TEST_F(Elections, OneIsInChargeAndIsReplaced) {
   for (Election* each : {&first, &second}) each->OnConnected(now);
-  Pass(Election::kPatience / 2);
+  Pass(Election::kClaimDelay / 2);
   EXPECT_FALSE(first.InCharge() || second.InCharge());  // somebody else's name may still come
-  Pass(Election::kPatience);
+  Pass(Election::kClaimDelay);
   EXPECT_TRUE(first.InCharge() != second.InCharge());
-  Tell("first");
+  Publish("first");
   EXPECT_TRUE(first.InCharge() && !second.InCharge());
 
-  Tell("");  // the last will of a third one, which stood by
+  Publish("");  // the last will of a third one, which stood by
   Pass(milliseconds(1));
   EXPECT_TRUE(first.InCharge() && !second.InCharge());
 
   first.OnDisconnected();
   second.OnHolder("", now);
-  Pass(Election::kPatience);
+  Pass(Election::kClaimDelay);
   EXPECT_TRUE(!first.InCharge() && second.InCharge());
 }
 
@@ -51,7 +51,7 @@ wire::Datagram From(int port, std::string bytes) {
 }
 
 TEST(Relay, PassesWhatCopiesSend) {
-  Relay relay({.group = "office", .segment = "left", .keptKinds = "B", .packetsPerSecond = 2}, kStart);
+  Relay relay({.group = "office", .segment = "left", .filteredKinds = "B", .packetsPerSecond = 2}, kStart);
   EXPECT_FALSE(relay.PassesOut(From(40000, "anna|M/"), kStart));  // a relay's own broadcast
   EXPECT_FALSE(relay.PassesOut(From(1414, "anna|b/notice"), kStart));
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(relay.PassesOut(From(1414, "anna|M/"), kStart));

@@ -22,7 +22,7 @@ int gCodePage = 1252;
 class Conversion {
  public:
   Conversion(const char* to, const char* from) : handle_(::iconv_open(to, from)) {
-    if (!IsKnown()) throw std::invalid_argument(std::string("this system cannot turn ") + from + " into " + to);
+    if (!IsKnown()) throw std::invalid_argument(std::string("this system cannot convert ") + from + " to " + to);
   }
   ~Conversion() {
     if (IsKnown()) ::iconv_close(handle_);
@@ -30,7 +30,7 @@ class Conversion {
   Conversion(const Conversion&) = delete;
   Conversion& operator=(const Conversion&) = delete;
 
-  // As much as can be converted; the rest stays in `text`.
+  // Converts as much as possible; the rest stays in `text`.
   std::string Convert(std::string_view& text) {
     std::string converted;
     std::array<char, 4096> buffer;
@@ -43,7 +43,7 @@ class Conversion {
       ::iconv(handle_, &in, &left, &out, &room);
       converted.append(buffer.data(), out);
     } while (left > 0 && left < before);
-    // Some code pages keep a letter back in case an accent follows it.
+    // Flushes: some code pages hold a letter back in case an accent follows.
     char* out = buffer.data();
     std::size_t room = buffer.size();
     ::iconv(handle_, nullptr, nullptr, &out, &room);
@@ -61,13 +61,13 @@ std::string NameOf(int codePage) { return "CP" + std::to_string(codePage); }
 
 // The first character of a text in UTF-8.
 std::string_view FirstCharacter(std::string_view utf8) {
-  const auto isMiddle = [](char byte) { return (core::ByteOf(byte) & 0xC0) == 0x80; };
-  return utf8.substr(0,
-                     static_cast<std::size_t>(std::find_if_not(utf8.begin() + 1, utf8.end(), isMiddle) - utf8.begin()));
+  const auto isContinuation = [](char byte) { return (core::ByteOf(byte) & 0xC0) == 0x80; };
+  return utf8.substr(
+      0, static_cast<std::size_t>(std::find_if_not(utf8.begin() + 1, utf8.end(), isContinuation) - utf8.begin()));
 }
 
-// Letters of one byte have the small forms that their characters have. Lower-case forms that the code page lacks are
-// none.
+// Builds the lower-case table of a single-byte code page from that of Unicode. A letter whose lower case is not in the
+// code page maps to itself.
 core::CodePage PageOfBytes(int number) {
   std::setlocale(LC_CTYPE, "C.UTF-8");
   const std::string name = NameOf(number);
@@ -82,8 +82,8 @@ core::CodePage PageOfBytes(int number) {
     wchar_t character;
     std::copy(wide.begin(), wide.end(), reinterpret_cast<char*>(&character));
     character = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(character)));
-    std::string_view small(reinterpret_cast<const char*>(&character), sizeof character);
-    const std::string bytes = fromWide.Convert(small);
+    std::string_view lowerCase(reinterpret_cast<const char*>(&character), sizeof character);
+    const std::string bytes = fromWide.Convert(lowerCase);
     if (bytes.size() == 1) lower = core::ByteOf(bytes[0]);
   }
   return page;
@@ -95,7 +95,7 @@ int DefaultCodePage() { return 1252; }
 
 void UseCodePage(int number) {
   if (std::ranges::find(kAnsiCodePages, number) == std::end(kAnsiCodePages))
-    throw std::invalid_argument(std::to_string(number) + " is no ANSI code page");
+    throw std::invalid_argument(std::to_string(number) + " is not an ANSI code page");
   gCodePage = number;
   try {
     core::SetSystemCodePage(number);

@@ -31,7 +31,7 @@ bool Lacks(std::wstring_view wide) {
   return lacking != FALSE;
 }
 
-// The first character of a text that holds one which the code page lacks. A surrogate brings its partner.
+// The first character that the code page lacks, of a text that contains one; a whole surrogate pair.
 std::wstring_view FirstLacking(std::wstring_view wide) {
   while (!Lacks(wide.substr(0, 1))) wide.remove_prefix(1);
   return wide.substr(0, IS_HIGH_SURROGATE(wide[0]) ? 2 : 1);
@@ -45,7 +45,7 @@ void UseCodePage(int number) {
   CPINFO info;
   const bool known = ::GetCPInfo(static_cast<UINT>(number), &info) != FALSE && info.MaxCharSize <= 2;
   if (number <= CP_THREAD_ACP || !known)
-    throw std::invalid_argument(std::to_string(number) + " is no ANSI code page of this system");
+    throw std::invalid_argument(std::to_string(number) + " is not an ANSI code page of this system");
   gCodePage = static_cast<UINT>(number);
 }
 

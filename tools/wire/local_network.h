@@ -1,4 +1,4 @@
-// What the system tells of its own end of the network.
+// The machine's interfaces and names, from the system.
 #pragma once
 
 #include <cstdint>
@@ -17,10 +17,10 @@ struct Interface {
 // Throws core::RuntimeError.
 std::vector<Interface> Interfaces();
 
-// A machine's name as others know it.
+// The machine's network name.
 std::string HostName();
 
-// Of the user who runs this, in UTF-8.
+// The user who runs this program, in UTF-8.
 std::string LogonName();
 
 }  // namespace wire

@@ -5,8 +5,8 @@
 namespace wire {
 
 void UdpPort::Open(int port) {
-  everybody_.port = port;
-  socket_.Open({.host = IsLoopback(everybody_.host) ? everybody_.host : kAnyHost, .port = port});
+  broadcast_.port = port;
+  socket_.Open({.host = IsLoopback(broadcast_.host) ? broadcast_.host : kAnyHost, .port = port});
 }
 
 void UdpPort::Close() {
@@ -15,23 +15,23 @@ void UdpPort::Close() {
 }
 
 void UdpPort::Send(std::string_view bytes) {
-  if (socket_.IsOpen()) socket_.Send(bytes, everybody_);
+  if (socket_.IsOpen()) socket_.Send(bytes, broadcast_);
 }
 
 void UdpPort::WakeIn(std::uint32_t milliseconds) { wake_ = Clock::now() + std::chrono::milliseconds(milliseconds); }
 
-std::chrono::milliseconds UdpPort::WakeOwner(std::chrono::milliseconds most) {
+std::chrono::milliseconds UdpPort::CallWhenDue(std::chrono::milliseconds limit) {
   if (wake_ && *wake_ <= Clock::now()) {
     wake_.reset();
     onWake();
   }
-  if (!wake_) return most;
+  if (!wake_) return limit;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(*wake_ - Clock::now());
-  return std::clamp(left, std::chrono::milliseconds(0), most);
+  return std::clamp(left, std::chrono::milliseconds(0), limit);
 }
 
 bool UdpPort::Receive(Datagram& datagram, std::chrono::milliseconds time) {
-  return socket_.Receive(datagram, static_cast<int>(WakeOwner(time).count()));
+  return socket_.Receive(datagram, static_cast<int>(CallWhenDue(time).count()));
 }
 
 }  // namespace wire

@@ -1,4 +1,4 @@
-// The broadcast socket of a program without windows: the owner waits for datagrams in a loop of its own.
+// The broadcast socket of a program without windows, whose owner waits for datagrams in its own loop.
 #pragma once
 
 #include <chrono>
@@ -12,32 +12,32 @@ namespace wire {
 
 class UdpPort : public net::DatagramPort {
  public:
-  // Sends to this broadcast address. With one of the loopback only what is sent to the same one is heard: such a
-  // segment stays inside the machine, and what its network says stays outside.
-  explicit UdpPort(std::uint32_t everybody = kLimitedBroadcast) : everybody_{.host = everybody, .port = 0} {}
+  // Sends to this broadcast address. With a loopback address, it only receives what is sent to the same address, so
+  // that nothing enters or leaves the machine.
+  explicit UdpPort(std::uint32_t broadcast = kLimitedBroadcast) : broadcast_{.host = broadcast, .port = 0} {}
 
   void Open(int port) override;
   void Close() override;
   void Send(std::string_view bytes) override;
   void WakeIn(std::uint32_t milliseconds) override;
 
-  // Why the last Send failed, empty when it did not.
+  // Why the last Send failed; empty if it succeeded.
   const std::string& Failure() const { return socket_.Failure(); }
 
-  // What WakeIn calls, from inside Receive.
+  // Called by Receive when the time of WakeIn is over.
   std::function<void()> onWake = [] {};
 
-  // As UdpSocket::Receive.
+  // See UdpSocket::Receive.
   bool Receive(Datagram& datagram, std::chrono::milliseconds time);
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  // Calls the owner when it is time. The time until then, at most the given one.
-  std::chrono::milliseconds WakeOwner(std::chrono::milliseconds most);
+  // Calls onWake if it is due. Returns the time until it is, at most `limit`.
+  std::chrono::milliseconds CallWhenDue(std::chrono::milliseconds limit);
 
   UdpSocket socket_;
-  Address everybody_;
+  Address broadcast_;
   std::optional<Clock::time_point> wake_;
 };
 

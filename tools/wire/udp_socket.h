@@ -1,4 +1,4 @@
-// One UDP socket over IPv4 that may broadcast, on the sockets of the system that it is built for.
+// An IPv4 UDP socket that may broadcast, for Linux and Windows.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace wire {
 
-// Addresses of hosts are numbers in the machine's own byte order.
+// Hosts are in the machine's byte order.
 struct Address {
   std::uint32_t host = 0;
   int port = 0;
@@ -22,7 +22,7 @@ constexpr bool IsLoopback(std::uint32_t host) { return host >> 24 == 127; }
 // "10.99.0.1"
 std::string HostText(std::uint32_t host);
 
-// Throws std::invalid_argument when the text is no such address.
+// Throws std::invalid_argument when the text is not an IPv4 address.
 std::uint32_t ParseHost(const std::string& text);
 
 struct Datagram {
@@ -37,20 +37,20 @@ class UdpSocket {
   UdpSocket(const UdpSocket&) = delete;
   UdpSocket& operator=(const UdpSocket&) = delete;
 
-  // Port 0 is any free one; every other is shared with programs that share it too. Throws core::RuntimeError with the
-  // system's number and description. An open socket is closed first.
+  // Binds to this address, after closing an open socket. Port 0 is any free port; another port is shared with programs
+  // that share it too. Throws core::RuntimeError with the system's number and description.
   void Open(const Address& here);
   void Close();
   bool IsOpen() const { return handle_ != kNone; }
 
-  // False when the system refuses the datagram; Failure then tells why.
+  // False when the system refuses the datagram; see Failure.
   bool Send(std::string_view bytes, const Address& to);
   const std::string& Failure() const { return failure_; }
 
-  // Waits for a datagram, at most so many milliseconds, and takes it. False when none came or something else did.
+  // Waits for a datagram, at most so many milliseconds. False on a timeout, an error or an empty datagram.
   bool Receive(Datagram& datagram, int milliseconds);
 
-  // What poll takes.
+  // For poll().
   std::intptr_t Handle() const { return handle_; }
 
  private:
@@ -60,8 +60,8 @@ class UdpSocket {
   std::string failure_;
 };
 
-// The own address from which a datagram to this one would leave; nothing is sent. Throws core::RuntimeError when the
-// system knows no way there.
+// The local address from which a datagram to this destination would be sent. Sends nothing. Throws core::RuntimeError
+// when there is no route.
 std::uint32_t AddressTowards(const Address& destination);
 
 }  // namespace wire

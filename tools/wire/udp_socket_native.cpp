@@ -14,9 +14,9 @@
 namespace wire {
 namespace {
 
-constexpr std::size_t kLargestDatagram = 65535;
+constexpr std::size_t kMaxDatagram = 65535;
 
-// Hundreds of copies may answer at once. The system grants less where its own limit is lower.
+// For the answers of hundreds of copies at once. The system's own limit may reduce it.
 constexpr int kReceiveBuffer = 4 * 1024 * 1024;
 
 sockaddr_in SystemAddress(const Address& address) {
@@ -39,7 +39,7 @@ std::string HostText(std::uint32_t host) {
 
 std::uint32_t ParseHost(const std::string& text) {
   in_addr address{};
-  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is no IPv4 address");
+  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is not an IPv4 address");
   return ::ntohl(address.s_addr);
 }
 
@@ -85,7 +85,7 @@ bool UdpSocket::Receive(Datagram& datagram, int milliseconds) {
   const int socket = static_cast<int>(handle_);
   pollfd waiting{.fd = socket, .events = POLLIN, .revents = 0};
   if (::poll(&waiting, 1, milliseconds) <= 0) return false;
-  datagram.bytes.resize(kLargestDatagram);
+  datagram.bytes.resize(kMaxDatagram);
   sockaddr_in from{};
   socklen_t size = sizeof from;
   const ssize_t length = ::recvfrom(socket, datagram.bytes.data(), datagram.bytes.size(), MSG_DONTWAIT,

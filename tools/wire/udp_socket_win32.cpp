@@ -12,8 +12,8 @@
 namespace wire {
 namespace {
 
-constexpr int kLargestDatagram = 65535;
-constexpr int kReceiveBuffer = 4 * 1024 * 1024;  // hundreds of copies may answer at once
+constexpr int kMaxDatagram = 65535;
+constexpr int kReceiveBuffer = 4 * 1024 * 1024;  // for the answers of hundreds of copies at once
 
 sockaddr_in SystemAddress(const Address& address) {
   sockaddr_in converted{};
@@ -31,7 +31,7 @@ SOCKET SystemSocket(std::intptr_t handle) { return static_cast<SOCKET>(handle); 
 
 }  // namespace
 
-// For the life of the process.
+// Once, for the lifetime of the process.
 void StartWinsock() {
   static const int error = [] {
     WSADATA data;
@@ -57,7 +57,7 @@ std::string HostText(std::uint32_t host) {
 
 std::uint32_t ParseHost(const std::string& text) {
   in_addr address{};
-  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is no IPv4 address");
+  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is not an IPv4 address");
   return ::ntohl(address.s_addr);
 }
 
@@ -106,11 +106,11 @@ bool UdpSocket::Receive(Datagram& datagram, int milliseconds) {
   const SOCKET socket = SystemSocket(handle_);
   WSAPOLLFD waiting{socket, POLLRDNORM, 0};
   if (::WSAPoll(&waiting, 1, milliseconds) <= 0) return false;
-  datagram.bytes.resize(kLargestDatagram);
+  datagram.bytes.resize(kMaxDatagram);
   sockaddr_in from{};
   int size = sizeof from;
   const int length =
-      ::recvfrom(socket, datagram.bytes.data(), kLargestDatagram, 0, reinterpret_cast<sockaddr*>(&from), &size);
+      ::recvfrom(socket, datagram.bytes.data(), kMaxDatagram, 0, reinterpret_cast<sockaddr*>(&from), &size);
   datagram.bytes.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
   datagram.sender = {.host = ::ntohl(from.sin_addr.s_addr), .port = ::ntohs(from.sin_port)};
   return !datagram.bytes.empty();

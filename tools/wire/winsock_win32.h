@@ -1,4 +1,4 @@
-// Winsock, started once, and its failures in words.
+// Starts Winsock, and describes its errors.
 #pragma once
 
 #include <string>

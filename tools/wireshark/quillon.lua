@@ -1,5 +1,5 @@
--- Shows Quillon's packets in Wireshark and tshark. Put it into the folder of personal Lua plugins (Help > About
--- Wireshark > Folders), or: tshark -X lua_script:quillon.lua -Y 'quillon.message == "Alert"'
+-- Dissects Quillon's packets in Wireshark and tshark. Put it into the folder of personal Lua plugins (Help > About
+-- Wireshark > Folders), or run: tshark -X lua_script:quillon.lua -Y 'quillon.message == "Alert"'
 --
 -- docs/protocol.md describes the packets.
 
@@ -7,7 +7,7 @@ local PORT = 1414
 
 local quillon = Proto("quillon", "Quillon")
 
--- A packet does not say which code page it is written in. In the ones of two-byte letters a bar may be half a letter.
+-- A packet does not contain its code page. In double-byte code pages, a bar may be the trail byte of a letter.
 local CODE_PAGES = {
   [1250] = { encoding = ENC_WINDOWS_1250 },
   [1251] = { encoding = ENC_WINDOWS_1251 },
@@ -45,7 +45,7 @@ quillon.experts = { malformed }
 
 local function code_page() return CODE_PAGES[quillon.prefs.code_page] or CODE_PAGES[1252] end
 
--- Where the bars are, counted from 0, among the bytes from `first` on.
+-- The offsets of the bars, counted from 0, from `first` on.
 local function bars(bytes, first)
   local found, from, i = {}, code_page().pairs_from, first
   while i < bytes:len() do
@@ -56,20 +56,20 @@ local function bars(bytes, first)
   return found
 end
 
--- Part of the packet as text; also where it is empty.
+-- A part of the packet as text; the part may be empty.
 local function text_of(buffer, first, past)
   if past <= first then return "" end
   return buffer(first, past - first):string(code_page().encoding)
 end
 
--- The field takes the bytes, not a text made of them: a text with more bytes than the range would be cut.
+-- Adds the bytes, not the decoded text, which would be cut if it is longer than the range.
 local function add_text(tree, field, buffer, first, past)
   tree:add_packet_field(field, buffer(first, past - first), code_page().encoding)
   return text_of(buffer, first, past)
 end
 
--- Blanks, tabs and line feeds are skipped, and reading ends at the first character that is no part of a number. Nil
--- where nothing can be read, which stands for 0.
+-- Skips blanks, tabs and line feeds, and stops at the first character that is not part of a number. Nil, which stands
+-- for 0, if there is no number.
 local function tolerant_number(text)
   local plain = text:gsub("[ \t\n]", "")
   local hexadecimal = plain:match("^&[hH](%x+)")
@@ -77,7 +77,7 @@ local function tolerant_number(text)
   return tonumber(plain:match("^[+-]?%d+%.?%d*") or plain:match("^[+-]?%.%d+"))
 end
 
--- What a marked text is called; nil where the mark is missing.
+-- Adds a marked text and returns its message name; nil if the mark is missing.
 local function show_text(tree, buffer, first, past)
   local marker = first < past and MARKERS[buffer(first, 1):uint()]
   if not marker then return nil end
