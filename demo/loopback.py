@@ -1,5 +1,5 @@
-"""The scene on a machine that allows no private namespaces, and so no private network for the windows: partners and the
-command line meet on the loopback's broadcast address, where nothing leaves the machine. See script/run.
+"""The demonstration on a machine without private namespaces, where the windows have no private network to run on:
+partners and the command line use the loopback's broadcast address, so that nothing leaves the machine. See script/run.
 """
 
 import os
@@ -9,19 +9,19 @@ import time
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 _BUILD = f"{_ROOT}/build/native"
-_INSIDE = ("--broadcast", "127.255.255.255")
-_CLI = (f"{_BUILD}/tools/cli/quillon-cli", *_INSIDE)
+_LOOPBACK = ("--broadcast", "127.255.255.255")
+_CLI = (f"{_BUILD}/tools/cli/quillon-cli", *_LOOPBACK)
 _YOU = ("--as", os.environ.get("USER") or "you")
 _PARTNERS = {"Berta": ("--colour", "2129952"), "Carl": ("--colour", "12599296", "--public")}
 
 
-def _start_partner(name, *manners):
-    return subprocess.Popen([f"{_BUILD}/demo/partner", *_INSIDE, "--name", name, "--chat", "--delay", "0.5", *manners],
-                            stdout=subprocess.DEVNULL)
+def _start_partner(name, *options):
+    return subprocess.Popen([f"{_BUILD}/demo/partner", *_LOOPBACK, "--name", name, "--chat", "--delay", "0.5",
+                             *options], stdout=subprocess.DEVNULL)
 
 
 def _do(text, *arguments):
-    """One step: what it is, and time for what it causes."""
+    """Announces and runs one step, then waits for its effects."""
     print(f"== {text}", flush=True)
     if arguments:
         subprocess.run([*_CLI, *arguments], check=True)
@@ -38,9 +38,9 @@ def play():
     transcript = subprocess.Popen([*_CLI, "watch", "--texts"])
     partners = []
     try:
-        time.sleep(2.5)  # the first two seconds show who was there before
+        time.sleep(2.5)  # for the first two seconds, watch prints users as present, not as joined
         print("== Berta and Carl join", flush=True)
-        partners = [_start_partner(name, *manners) for name, manners in _PARTNERS.items()]
+        partners = [_start_partner(name, *options) for name, options in _PARTNERS.items()]
         time.sleep(1)
         _do("You alert Berta, who answers", "alert", *_YOU, "Berta", "Shall we have lunch at noon?")
         _do("You ask everybody; Carl answers in public", "say", "--all", *_YOU, "Who has seen the stapler?")
@@ -50,12 +50,12 @@ def play():
         time.sleep(0.5)
     finally:
         _end([*partners, transcript])
-    print("This is all there is to see here: the windows need a machine that allows private network, mount and process "
-          "namespaces (a container with CAP_SYS_ADMIN, say).")
+    print("The demonstration ends here: the windows need a machine that allows private network, mount and process "
+          "namespaces, such as a container with CAP_SYS_ADMIN.")
 
 
 if __name__ == "__main__":
     try:
         play()
     except KeyboardInterrupt:
-        print("\nThe scene has ended, and Berta and Carl with it.")
+        print("\nThe demonstration and its partners have ended.")

@@ -1,5 +1,5 @@
-// A user who is always at his desk, for trying out a copy: joins the network, answers newcomers, and answers alerts and
-// chat lines. Made of the program's own net code. It broadcasts: start it on a private network only (script/run does).
+// A scripted user for trying out a copy: joins the network, and answers newcomers, alerts and chat lines. Built from
+// the program's own net code. It broadcasts: start it on a private network only (script/run does).
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
@@ -22,25 +22,25 @@ namespace {
 constexpr char kUsage[] =
     "usage: partner [--name NAME] [--colour NUMBER] [--state 0|1|2] [--delay SECONDS] [--chat] [--public] [--verbose]\n"
     "               [--alert-after SECONDS TEXT TO] [--listen] [--for SECONDS] [--broadcast ADDRESS]\n"
-    "  --delay        between hearing an alert or a chat line and answering it (1.5)\n"
+    "  --delay        time until an alert or a chat line is answered (1.5)\n"
     "  --chat         answer chat lines too\n"
-    "  --public       answer them so that everybody reads it\n"
+    "  --public       send answers to chat lines to everybody\n"
     "  --verbose      show every packet\n"
     "  --alert-after  send an alert to one user, or to (All)\n"
-    "  --listen       join as the program does: for ten seconds under a hidden name first\n"
-    "  --for          leave after so long; otherwise on SIGINT or SIGTERM\n"
-    "  --broadcast    to send to (255.255.255.255); one of the loopback keeps everything inside the machine\n";
+    "  --listen       join as the program does: first for ten seconds under a hidden name\n"
+    "  --for          leave after this time; otherwise on SIGINT or SIGTERM\n"
+    "  --broadcast    address to send to (255.255.255.255); a loopback address keeps all packets in the machine\n";
 
 struct Options {
   std::string name = "partner";
-  demo::Manners manners;
+  demo::AnswerOptions answers;
   bool sendsAlert = false, listens = false;
   std::chrono::milliseconds alertAfter{0}, stays = std::chrono::hours(24 * 365);
   std::string alertText, alertTo;
   std::uint32_t broadcast = wire::kLimitedBroadcast;
 };
 
-// Steps through the command line; ends the process with the usage when it makes no sense.
+// Iterates over the command line; an invalid one prints the usage and ends the process.
 class Arguments {
  public:
   Arguments(int count, char** words) : next_(words + 1), end_(words + count) {}
@@ -87,11 +87,11 @@ Options Parse(Arguments arguments) {
     } else if (word == "--state") {
       core::gStatus = static_cast<std::int16_t>(arguments.Number());
     } else if (word == "--delay") {
-      options.manners.delay = arguments.Seconds();
+      options.answers.delay = arguments.Seconds();
     } else if (word == "--chat") {
-      options.manners.answersChats = true;
+      options.answers.answersChats = true;
     } else if (word == "--public") {
-      options.manners.toEverybody = true;
+      options.answers.toEverybody = true;
     } else if (word == "--verbose") {
       demo::ShowPackets(true);
     } else if (word == "--alert-after") {
@@ -127,7 +127,7 @@ class ShownPort : public wire::UdpPort {
 class Partner {
  public:
   explicit Partner(const Options& options)
-      : options_(options), port_(options.broadcast), windows_(messenger_, options.manners) {
+      : options_(options), port_(options.broadcast), windows_(messenger_, options.answers) {
     users_.lblStat.captionChanged = [](const std::string& caption) { demo::Show("roster", caption); };
     port_.onWake = [this] { messenger_.SendOwed(); };
   }
@@ -177,7 +177,7 @@ class Partner {
 
 int main(int argc, char** argv) {
   const Options options = Parse(Arguments(argc, argv));
-  // Without SA_RESTART, so that a signal ends the waiting for a datagram.
+  // Without SA_RESTART, so that a signal interrupts the wait for a datagram.
   struct sigaction leave {};
   leave.sa_handler = [](int) { gAskedToLeave = 1; };
   ::sigaction(SIGINT, &leave, nullptr);

@@ -10,7 +10,7 @@
 namespace demo {
 namespace {
 
-// Marks an answer, and nothing so marked is answered: two partners would never come to an end.
+// Marks answers, which are not answered again: otherwise two partners would never stop.
 constexpr std::string_view kAnswer = "Re: ";
 
 constexpr std::string_view kEverybody = "(All)";
@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds kIdle{1000};
 
 }  // namespace
 
-// A chat with one user, as an unexpected line opens it.
+// A chat with one user, opened by a line without a chat.
 class PartnerChat : public net::ChatWindow {
  public:
   PartnerChat(PartnerWindows& windows, std::string user) : windows_(windows), user_(std::move(user)) {}
@@ -26,7 +26,7 @@ class PartnerChat : public net::ChatWindow {
   bool AddMsg(std::string_view text, std::string_view sender, std::int32_t) override {
     if (!core::EqualIgnoringCase(sender, user_)) return false;
     Show("chat", std::string(sender).append(": ").append(text));
-    if (windows_.manners_.answersChats) windows_.AnswerLine(text, sender);
+    if (windows_.answers_.answersChats) windows_.AnswerLine(text, sender);
     return true;
   }
   void RemoveUser(std::string_view) override {}
@@ -53,12 +53,12 @@ void PartnerWindows::SendAlertLater(std::chrono::milliseconds delay, std::string
 }
 
 void PartnerWindows::AnswerLine(std::string_view text, std::string_view sender) {
-  Answer(net::kChatMark, text, sender, manners_.toEverybody ? kEverybody : sender);
+  Answer(net::kChatMark, text, sender, answers_.toEverybody ? kEverybody : sender);
 }
 
 void PartnerWindows::Answer(char mark, std::string_view text, std::string_view sender, std::string_view to) {
   if (text.starts_with(kAnswer) || core::EqualIgnoringCase(sender, core::gCurName)) return;
-  SendLater(manners_.delay, std::string(1, mark).append(kAnswer).append(text), to);
+  SendLater(answers_.delay, std::string(1, mark).append(kAnswer).append(text), to);
 }
 
 void PartnerWindows::SendLater(std::chrono::milliseconds delay, std::string message, std::string_view to) {

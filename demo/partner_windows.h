@@ -1,4 +1,4 @@
-// The partner's end of a conversation: what the user of a copy would see and type.
+// The partner's chats and alerts, in place of windows: shows incoming messages and sends the answers.
 #pragma once
 
 #include <chrono>
@@ -15,24 +15,24 @@ namespace demo {
 
 using Clock = std::chrono::steady_clock;
 
-struct Manners {
+struct AnswerOptions {
   bool answersChats = false;
-  bool toEverybody = false;               // answers chat lines so that everybody reads it
-  std::chrono::milliseconds delay{1500};  // between hearing and answering
+  bool toEverybody = false;               // whether answers to chat lines go to everybody
+  std::chrono::milliseconds delay{1500};  // until a message is answered
 };
 
 class PartnerWindows : public net::Conversations {
  public:
-  PartnerWindows(net::Messenger& messenger, Manners manners) : messenger_(messenger), manners_(manners) {}
+  PartnerWindows(net::Messenger& messenger, AnswerOptions answers) : messenger_(messenger), answers_(answers) {}
 
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return windows_; }
   std::shared_ptr<net::ChatWindow> OpenChat(std::string_view participants) override;
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
-  // An alert of the partner's own, to one user or to everybody, some time from now.
+  // Schedules an alert from the partner to one user or to everybody.
   void SendAlertLater(std::chrono::milliseconds delay, std::string_view text, std::string_view to);
 
-  // Sends what is due, and tells how long nothing else will be.
+  // Sends the messages that are due. Returns the time until the next one is, at most a second.
   std::chrono::milliseconds SendDue();
 
  private:
@@ -46,7 +46,7 @@ class PartnerWindows : public net::Conversations {
   };
 
   net::Messenger& messenger_;
-  Manners manners_;
+  AnswerOptions answers_;
   std::vector<std::shared_ptr<net::ChatWindow>> windows_;
   std::multimap<Clock::time_point, Outgoing> outgoing_;
 };

@@ -1,4 +1,4 @@
-"""Pictures of every window for the user's guide, taken from the program itself on a private segment. See
+"""Takes screenshots of every window for the user's guide, from the program on a private segment. See
 script/screenshots.
 
 usage: pictures.py [FOLDER [LANGUAGE [DPI]]]
@@ -29,15 +29,15 @@ def _start_partner(name, colour, state, *arguments):
 
 
 class Camera:
-    """Takes pictures of single windows, with the frame that the window manager draws."""
+    """Takes screenshots of single windows, with the window manager's frame."""
 
     def __init__(self, on_screen, folder):
         self._screen = on_screen
         self._folder = folder
 
     def take(self, name, title, beside=0):
-        """A picture of the window with this caption, and of so many pixels at its right."""
-        time.sleep(0.6)  # everything drawn
+        """Takes a screenshot of the window with this caption, and of `beside` pixels to its right."""
+        time.sleep(0.6)  # until everything is drawn
         left, top, right, bottom = self._area(title)
         right += beside
         self.take_area(name, left, top, right - left, bottom - top)
@@ -50,17 +50,17 @@ class Camera:
 
     def _area(self, title):
         window = self._window(title)
-        place = self._told("xwininfo", window)
-        left, top, width, height = (int(re.search(rf"{what}: +(-?\d+)", place)[1]) for what in
+        geometry = self._query("xwininfo", window)
+        left, top, width, height = (int(re.search(rf"{what}: +(-?\d+)", geometry)[1]) for what in
                                     ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
-        frame = re.findall(r"\d+", self._told("xprop", window, "_NET_FRAME_EXTENTS").partition("=")[2]) or ["0"] * 4
+        frame = re.findall(r"\d+", self._query("xprop", window, "_NET_FRAME_EXTENTS").partition("=")[2]) or ["0"] * 4
         beside, _, above, below = map(int, frame)
         return left - beside, top - above, left + width + beside, top + height + below
 
     def _window(self, title):
         return self._screen.xdotool("search", "--onlyvisible", "--name", f"^{re.escape(title)}$").split()[-1]
 
-    def _told(self, program, window, *properties):
+    def _query(self, program, window, *properties):
         command = [program, "-display", self._screen.name, "-id", window, *properties]
         return subprocess.run(command, text=True, stdout=subprocess.PIPE, check=True).stdout
 
@@ -72,7 +72,7 @@ class Camera:
 
 
 class Scene:
-    """A copy of Anna's among partners; every method is one picture or a few."""
+    """Anna's copy with some partners; every method takes one or a few screenshots."""
 
     def __init__(self, folder, language, dpi):
         self._dpi = dpi
@@ -171,14 +171,14 @@ class Scene:
         self.camera.take("chat", chat.text)
 
     def at_work(self):
-        """Everything at once, in the corner of the screen where alerts come in. The chat is still open."""
+        """All windows at once, in the screen corner where alerts appear. The chat is still open."""
         width, height = self._px(620), self._px(470)
         left, top = 1024 - width, 768 - height
         for window, beside in (("frmMain", 20), ("frmChat", 220)):  # the frame is above
             self.camera.move(self.probe.wait_for(window).text, left + self._px(beside), top + self._px(40))
         self.rig.wire.send("Dora|P/\xdfThe printer on the second floor works again.|Anna")
         popup, _ = self.anna.popup_at_rest()
-        time.sleep(4)  # it flashes at first
+        time.sleep(4)  # until it stops flashing
         self.camera.take_area("at-work", left, top, width, height)
         self.probe.close(popup)
 

@@ -1,7 +1,7 @@
 """The demonstration: the user's copy and two scripted partners on a private segment. See script/run.
 
-With a display the windows open there and the demonstration lasts until the program is closed. Without one it plays a
-little scene, prints the packets of each step and saves pictures of the windows.
+With a display, the windows open there and the demonstration lasts until the program is closed. Without one, it plays a
+short scene, prints the packets of each step and saves screenshots.
 """
 
 import ctypes
@@ -25,7 +25,7 @@ _SHOW_MAIN = 1008  # of the menu of the icon
 
 
 class _UsersScreen:
-    """The display that the user sits at."""
+    """The user's own display."""
 
     name = os.environ.get("DISPLAY", "")
 
@@ -38,29 +38,29 @@ def _say(text):
     print(textwrap.fill(text, 100), flush=True)
 
 
-def _start_partner(name, *manners):
-    subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(_PARTNERS[name]), "--chat", *manners),
+def _start_partner(name, *options):
+    subprocess.Popen(network.Host().command(_PARTNER, "--name", name, "--colour", str(_PARTNERS[name]), "--chat", *options),
                      stdout=subprocess.DEVNULL)
 
 
-def _print_packets(ear):
-    """Prints what is heard, as it is heard."""
+def _print_packets(listener):
+    """Prints packets as they arrive."""
     begin = time.time()
 
-    def print_news():
+    def print_new_packets():
         printed = 0
         while True:
-            for packet in ear.packets(start=printed):
+            for packet in listener.packets(start=printed):
                 text = packet.text.replace("\r\n", " / ")
                 print(f"  {packet.time - begin:8.3f} s  {packet.source:<10}  {text}", flush=True)
                 printed += 1
             time.sleep(0.05)
 
-    threading.Thread(target=print_news, daemon=True).start()
+    threading.Thread(target=print_new_packets, daemon=True).start()
 
 
 def _has_notification_area():
-    """Whether some program shows the icons of others on the user's display."""
+    """Whether the user's display has a notification area."""
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
@@ -70,29 +70,29 @@ def _has_notification_area():
 
 
 def _show(prints_packets):
-    """On the user's display, until the program ends."""
+    """Runs the demonstration on the user's display, until the program ends."""
     network.set_up()
-    ear = wire.Wire()
+    listener = wire.Wire()
     if prints_packets:
-        _print_packets(ear)
-    _say("Quillon starts on a private network that nobody else is on. For ten seconds it listens who is there; the small "
-         "window at the corner of the screen says so.")
+        _print_packets(listener)
+    _say("Quillon starts on a private network without other users. For ten seconds it listens for them; the small window "
+         "in the corner of the screen says so.")
     copy = _users_copy(wine.WineSystem(), network.Segment())
     _start_partner("Carl", "--public")
     try:
         copy.start()
-        if _joined(copy, ear):
+        if _joined(copy, listener):
             _explain(copy)
         copy.process.wait()
     except KeyboardInterrupt:
-        print()  # behind the terminal's ^C
-    _say("Quillon has ended, and the private network, Berta and Carl with it.")
+        print()  # after the terminal's ^C
+    _say("Quillon has ended, and with it the private network, Berta and Carl.")
 
 
-def _joined(copy, ear):
-    """Waits for the greeting of the user's copy; whether it came before the copy ended."""
+def _joined(copy, listener):
+    """Waits for the greeting of the user's copy; returns whether it came before the copy ended."""
     def greeted():
-        return any(text.startswith(f"{_user()}|M/{_user()} ") for text in ear.texts(_user()))
+        return any(text.startswith(f"{_user()}|M/{_user()} ") for text in listener.texts(_user()))
 
     while copy.runs() and not greeted():
         time.sleep(0.1)
@@ -101,14 +101,14 @@ def _joined(copy, ear):
 
 def _explain(copy):
     copy.probe.command(copy.probe.wait_for("frmMain", visible=False), _SHOW_MAIN)
-    # Berta's alert shall not come in before the user has seen his own window.
+    # Delayed, so that the user sees the main window before Berta's alert.
     _start_partner("Berta", "--alert-after", "6", "Welcome to Quillon! The arrow in this window lets you answer.", _user())
     icon = ("is now the icon in the notification area" if _has_notification_area() else
             "would now be an icon in the notification area, but this display has none")
     _say(f"Quillon has joined. It {icon}; its window has been opened for you. Berta and Carl are on the list, and Berta is about to send you an alert.")
     _say("Try it: click Berta and then Alert, write something, click Send: Berta answers. Click (All) and then Chat, write a "
          "line, press Enter: both answer.")
-    _say("Close in the menu Quillon, the X of the window, or Ctrl+C here ends it all.")
+    _say("To end, choose Close in the Quillon menu, close the window, or press Ctrl+C here.")
 
 
 def _users_copy(system, host):
@@ -117,7 +117,7 @@ def _users_copy(system, host):
 
 
 class _Scene:
-    """Without a display: what happens, its packets and its pictures."""
+    """The scene without a display: prints each step with its packets, and saves screenshots."""
 
     def __init__(self):
         self._rig = copies.Rig()
@@ -125,8 +125,8 @@ class _Scene:
         self._copy = self._rig.copy(_user(), network.Host())
         self._copy.write_settings(colour=0x800000)
 
-    def _happens(self, text):
-        time.sleep(0.5)  # the packets of what was before are printed
+    def _announce(self, text):
+        time.sleep(0.5)  # until the packets of the step before are printed
         print()
         _say(text)
 
@@ -137,16 +137,17 @@ class _Scene:
         self._join()
         self._alert()
         self._chats()
-        self._happens("Quillon ends, and leaves the network.")
+        self._announce("Quillon ends, and leaves the network.")
         self._copy.close()
         time.sleep(0.5)
         print()
-        _say(f"That was all. Pictures of the windows: {_PICTURES}")
+        _say(f"The demonstration has ended. Screenshots: {_PICTURES}")
 
     def _join(self):
         copy = self._copy
-        self._happens(f"Quillon starts on a private network. As _{_user()}, whom nobody lists, it listens for ten seconds; Berta "
-                      f"and Carl join, and all answer each other. Then it joins anew as {_user()}.")
+        self._announce("Quillon starts on a private network. It listens for ten seconds under the hidden name "
+                       f"_{_user()}, which nobody lists; Berta and Carl join, and all answer each other. Then it joins "
+                       f"as {_user()}.")
         copy.start()
         time.sleep(2)
         self._picture("1-splash")
@@ -158,7 +159,7 @@ class _Scene:
 
     def _alert(self):
         copy = self._copy
-        self._happens("An alert to Berta, and her answer slides in.")
+        self._announce("An alert to Berta, and her answer slides in.")
         composer = copy.open_composer("Berta")
         copy.type_alert(composer, "Shall we have lunch at noon?")
         self._picture("2-main-window-and-composer")
@@ -168,16 +169,16 @@ class _Scene:
 
     def _chats(self):
         copy = self._copy
-        self._happens(f"A question to everybody in a chat. Berta answers {_user()} alone, Carl answers everybody.")
+        self._announce(f"A question to everybody in a chat. Berta answers only {_user()}, Carl answers everybody.")
         self._chat("(All)", "Who has seen the stapler?", ("Berta", "Carl"))
         self._picture("4-chat-with-all")
         copy.probe.close(copy.probe.wait_for("frmChat"))
-        self._happens("A chat with Berta alone: the packets name her at their end.")
+        self._announce("A chat with Berta only: the packets end with her name.")
         self._chat("Berta", "Just between us: I have it", ("Berta",))
         self._picture("5-private-chat")
 
     def _chat(self, participant, line, partners):
-        """Opens a conversation, says a line and waits until these partners have answered it."""
+        """Opens a chat, types a line and waits for the answers of these partners."""
         chat = self._copy.open_chat(participant)
         self._copy.say(chat, line)
         probe.wait(lambda: all(f"{name}:" in self._copy.said(chat) for name in partners))
@@ -187,19 +188,19 @@ def _play():
     try:
         _Scene().play()
     except KeyboardInterrupt:
-        print()  # behind the terminal's ^C
-        _say("The scene has ended, and the private network, Berta and Carl with it.")
+        print()  # after the terminal's ^C
+        _say("The demonstration has ended, and with it the private network, Berta and Carl.")
 
 
 def _join_lan():
-    """The user's own copy on the real network, on the user's display."""
+    """Runs the user's own copy on the real network and the user's display."""
     copy = _users_copy(wine.WineSystem(), network.Segment()).start()
     _say("Quillon joins your real network. Ctrl+C here ends it.")
     try:
         copy.process.wait()
     except KeyboardInterrupt:
         print()
-        copy.close()  # in order, so that the others learn of it
+        copy.close()  # normally, so that it announces its end
     _say("Quillon has ended.")
 
 

@@ -1,5 +1,5 @@
-// The terminal in place of the desktop, the log file and the language file: what the net code asks of them, it gets
-// here.
+// Implements the functions of core that the net code calls, with the terminal in place of the desktop, the log file and
+// the language file.
 #include "demo/terminal.h"
 
 #include <chrono>
@@ -66,7 +66,7 @@ std::int32_t TickCount() {
 
 void PostBox(Box box) { demo::Show("box", box.title + ": " + box.text); }
 
-// Nothing waits here that could not wait for the partner's own loop.
+// Not needed: the partner's own loop handles all events.
 void RunPendingEvents() {}
 
 std::string GetText(int code) {

@@ -1,14 +1,14 @@
-// What the partner shows of itself: lines on standard output, each with its time.
+// The partner's output: lines on standard output, each with its time.
 #pragma once
 
 #include <string_view>
 
 namespace demo {
 
-// One line. Bytes of Windows-1252 beyond ASCII appear as escapes.
+// Prints one line. Control characters and bytes beyond ASCII are escaped.
 void Show(std::string_view what, std::string_view text);
 
-// The same for a packet, when packets are to be shown.
+// Prints a packet, if ShowPackets is on.
 void ShowPacket(std::string_view what, std::string_view bytes);
 void ShowPackets(bool show);
 
