@@ -1,10 +1,10 @@
-; The setup program: installs Quillon for the current user, who needs no administrator's rights. script/package compiles it, with
+; The setup program: installs Quillon for the current user, without administrator rights. script/package compiles it with these defines:
 ;   VERSION     1.2.3
 ;   SIZE        of the installed files, kB
-;   FILES       the folder that holds them
-;   SOUNDS      a file with the macro EachSound, which names those among them
+;   FILES       the folder of the files
+;   SOUNDS      a file with the macro EachSound, which lists the sounds among them
 ;   OUTFILE     the setup program
-;   SIGN        a command that signs the file named behind it (may be missing)
+;   SIGN        a command that signs the file given as its argument (optional)
 ;
 ; Switches, exit codes and what is kept are documented in docs/administration.md.
 
@@ -12,10 +12,10 @@ Unicode true
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
-; Dates of files would make each build differ.
+; Without file dates, so that builds are reproducible.
 SetDateSave off
 CRCCheck force
-; A file that cannot be written ends the setup, also when it is silent.
+; A file that cannot be written ends the setup, even in silent mode.
 AllowSkipFiles off
 
 !include MUI2.nsh
@@ -66,7 +66,7 @@ Var update    ; 1 if the folder held settings before, which stay as they are
 !define MUI_PAGE_CUSTOMFUNCTION_PRE SkipOptionsOfUpdate
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_INSTFILES
-; The firewall comes first: Windows asks about a program that opens its port before there is a rule for it.
+; The firewall comes first: Windows would prompt if the program opened its port without a rule.
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "$(AllowInFirewallText)"
 !define MUI_FINISHPAGE_RUN_FUNCTION AllowInFirewall
@@ -93,11 +93,11 @@ Var update    ; 1 if the folder held settings before, which stay as they are
   Quit
 !macroend
 
-; Closes the main window of the copy that runs from this folder, so that it leaves the network in order, and waits until the process has
-; ended. Copies in other folders are left alone. A macro, because setup and uninstaller cannot share functions.
+; Closes the main window of the copy that runs from this folder, so that it leaves the network properly, and waits until the process has
+; ended. Copies in other folders keep running. A macro, because setup and uninstaller cannot share functions.
 !macro EndRunningCopy un
 Function ${un}EndRunningCopy
-  ; As the system names the file, whatever the user wrote. Fails if there is no program yet.
+  ; The canonical path, whatever the user typed. Fails if there is no program yet.
   System::Call 'kernel32::GetLongPathNameW(w "${PROGRAM}", w .r4, i ${NSIS_MAX_STRLEN}) i .r3'
   ${If} $3 = 0
     Return
@@ -144,7 +144,7 @@ FunctionEnd
 !insertmacro EndRunningCopy ""
 !insertmacro EndRunningCopy "un."
 
-; Settings and log lie beside the program. Sets the error flag if the user may not write there.
+; Settings and log are in the program folder. Sets the error flag if the user may not write there.
 Function TryFolder
   ClearErrors
   CreateDirectory $INSTDIR
@@ -219,14 +219,14 @@ SectionEnd
 Section /o "$(LogonText)" SecLogon
 SectionEnd
 
-; The settings of the first start, with the language of this setup and the user's choice. Names of languages are Windows-1252, as in
-; Lang.con, whatever the system's code page is.
+; Writes the initial settings, with the language of this setup and the user's choice. Language names are Windows-1252, as in Lang.con,
+; whatever the system's code page.
 Function WriteFirstSettings
   System::Call 'advapi32::GetUserNameW(w .r1, *i ${NSIS_MAX_STRLEN})'
   StrCpy $2 0
   ${If} ${SectionIsSelected} ${SecLogon}
     StrCpy $2 1
-    ; The value that the program itself writes at its end when this setting is on.
+    ; The value that the program itself writes on exit when this setting is on.
     WriteRegStr HKCU "${RUN_KEY}" "Quillon" "$INSTDIR\Quillon"
   ${EndIf}
   FileOpen $0 "$INSTDIR\User.ini" w
@@ -268,7 +268,7 @@ Function AllowInFirewall
   ${EndIf}
 FunctionEnd
 
-; By default an update leaves the firewall alone; and a copy that was running has been started again.
+; By default an update does not change the firewall. A copy that was running has already been started again.
 Function ShowFinish
   ${If} $update = 1
     ${NSD_Uncheck} $mui.FinishPage.Run
@@ -298,7 +298,7 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
-; Keeps a file of the user's own under the same name.
+; Keeps the user's own file if it has the same name; it differs in size.
 !macro RemoveSound name size
   FileOpen $0 "$INSTDIR\${name}" r
   FileSeek $0 0 END $1
@@ -316,7 +316,7 @@ Section "un.$(ProgramText)"
   Delete "$INSTDIR\LICENSE.txt"
   !insertmacro EachSound RemoveSound
   Delete "$INSTDIR\Uninstall.exe"
-  ; What points to a copy in another folder stays.
+  ; Entries that point to a copy in another folder stay.
   ReadRegStr $0 HKCU "${APPS_KEY}" "InstallLocation"
   ${IfNot} ${FileExists} "$0\Quillon.exe"
     Delete "$SMPROGRAMS\Quillon.lnk"

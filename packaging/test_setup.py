@@ -1,4 +1,4 @@
-"""The release that script/package made: Bob unpacks the zip, Anna runs the setup program, updates while her copy runs, and
+"""The release built by script/package: Bob unpacks the zip, Anna runs the setup program, updates while her copy runs, and
 uninstalls. The tests run in the order of their numbers."""
 
 import filecmp
@@ -46,10 +46,10 @@ class Setup(unittest.TestCase):
         return self.anna.prefix.start("C:\\setup.exe", "/S", *arguments).wait()
 
     def _uninstall(self, folder, *arguments):
-        """By a copy of the uninstaller, which could not remove itself."""
-        inside = self._path(folder) + "/Uninstall.exe"
-        if os.path.exists(inside):
-            shutil.copy(inside, self._path("C:\\uninstall.exe"))
+        """Runs a copy of the uninstaller, because with _?= it cannot delete itself."""
+        installed = self._path(folder) + "/Uninstall.exe"
+        if os.path.exists(installed):
+            shutil.copy(installed, self._path("C:\\uninstall.exe"))
         self.anna.prefix.start("C:\\uninstall.exe", "/S", *arguments, "_?=" + folder).wait()
 
     def _registry(self):
@@ -64,7 +64,7 @@ class Setup(unittest.TestCase):
             self.assertIn(f"    {name}    REG_SZ    {value}\n", registry.replace("\r", ""))
         self.assertTrue(os.path.exists(self._path(LINK)))
 
-    def test_2_what_was_installed_and_what_was_unpacked_talk(self):
+    def test_2_the_installed_and_the_unpacked_copy_talk(self):
         for copy in (self.anna, self.bob):
             copy.start()
         self.wire.wait_for(f"anna|M/anna {GERMAN_GREETING}")
@@ -79,7 +79,7 @@ class Setup(unittest.TestCase):
         resource = f"ProductVersion\0{self.version}\0".encode("utf-16-le").decode("latin-1")
         self.assertTrue(resource in self.anna.read("Quillon.exe"), "the version resource differs")
 
-    def test_3_an_update_ends_the_running_copy_in_order_and_starts_it_again(self):
+    def test_3_an_update_closes_the_running_copy_and_starts_it_again(self):
         self.anna.write("mine.wav", "a sound")
         self.anna.write("chime.wav", "another one")
         with open(self.anna.folder + "/Quillon.exe", "ab") as program:
@@ -88,8 +88,8 @@ class Setup(unittest.TestCase):
         self.assertEqual(self._run("/D=C:\\other"), 0)
         self._uninstall("C:\\other", "/DATA")
         self.assertFalse(os.path.exists(self._path("C:\\other")))
-        self.assertTrue(self.anna.runs())  # from her own folder
-        self.assertIn(FOLDER + "\\Quillon", self._registry())  # starts at her next logon
+        self.assertTrue(self.anna.runs())  # it runs from another folder
+        self.assertIn(FOLDER + "\\Quillon", self._registry())  # the start at logon is kept
         self.assertEqual(self._run(), 0)
         self.anna.process.wait(probe.TIMEOUT)
         self.wire.wait_for("anna|L/", start=start)
@@ -101,7 +101,7 @@ class Setup(unittest.TestCase):
         self.assertIn('"anna",0,4,"(B)",1', self.anna.read("User.ini"))
         self.assertEqual(self.anna.log()[:len(log)], log)
 
-    def test_4_refuses_what_cannot_work(self):
+    def test_4_refuses_bad_folders_and_damaged_files(self):
         os.mkdir(self._path("C:\\locked"))
         subprocess.run(["mount", "-t", "tmpfs", "-o", "ro", "tmpfs", self._path("C:\\locked")], check=True)
         self.assertEqual(self._run("/D=C:\\locked\\Quillon"), FOLDER_REFUSED)
@@ -115,7 +115,7 @@ class Setup(unittest.TestCase):
         self.anna.probe.answer(box)
         self.assertNotEqual(torn.wait(probe.TIMEOUT), 0)
 
-    def test_5_uninstalling_keeps_what_is_the_users_unless_told_otherwise(self):
+    def test_5_uninstalling_keeps_the_users_files_unless_told_otherwise(self):
         start = self.wire.mark()
         self._uninstall(FOLDER)
         self.wire.wait_for("anna|L/", start=start)

@@ -1,4 +1,4 @@
-; What the setup program says beside NSIS's own texts, in the program's four languages.
+; The texts of the setup program that NSIS does not provide, in the program's four languages.
 
 !macro Text id english french german spanish
   LangString ${id} ${LANG_ENGLISH} "${english}"
@@ -45,4 +45,4 @@ Quillon guarda sus ajustes y su registro junto al programa. Elija una carpeta de
 !insertmacro Text DataText "My settings, log and sounds" "Mes paramètres, mon journal et mes sons" \
   "Meine Einstellungen, mein Protokoll und meine Klänge" "Mis ajustes, mi registro y mis sonidos"
 
-!insertmacro Text FirewallRuleText "The rule of the firewall" "La règle du pare-feu" "Die Regel der Firewall" "La regla del cortafuegos"
+!insertmacro Text FirewallRuleText "The firewall rule" "La règle du pare-feu" "Die Regel der Firewall" "La regla del cortafuegos"
