@@ -64,7 +64,7 @@ TEST_F(SettingsTest, ReadsEveryRecordAndWritesWhatItReads) {
 }
 
 // Every failure writes the default file for the next start, and keeps what was read before it.
-TEST_F(SettingsTest, DamageBringsTheDefaultFile) {
+TEST_F(SettingsTest, DamageRestoresTheDefaultFile) {
   const std::string full = kFull;
   const auto with = [&](std::string_view part, std::string_view replacement) {
     std::string damaged = full;

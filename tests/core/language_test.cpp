@@ -26,7 +26,7 @@ std::string Lines(int count) {
   return file;
 }
 
-TEST(LanguageTable, TakesTheColumnOfTheLanguage) {
+TEST(LanguageTable, UsesTheColumnOfTheLanguage) {
   const struct {
     std::string file;
     const char* language;
@@ -77,7 +77,7 @@ TEST(LanguageTable, SearchesFromItsCursor) {
 
 class LanguageTest : public support::DesktopTest {};
 
-TEST_F(LanguageTest, WithoutEnglishItTellsAndFails) {
+TEST_F(LanguageTest, WithoutEnglishItReportsAndFails) {
   for (const char* file : {"Code,Deutsch\r\n1,eins\r\n", "", "Code"}) {
     folder.Put("Lang.con", file);
     gLanguage = "Espa\xF1ol";
@@ -104,7 +104,7 @@ TEST_F(LanguageTest, TheFirstMissingCodeIsReportedOnce) {
   EXPECT_EQ(GetText(1001), "one");
 }
 
-TEST_F(LanguageTest, StatesTakeTheTextsOfTheFileAlsoEmptyOnes) {
+TEST_F(LanguageTest, StatesUseTheTextsOfTheFileEvenEmptyOnes) {
   folder.Put("Lang.con", "Code,English\r\n8203,Here\r\n8205,\r\n8207,alerts\r\n8208,nothing\r\n");
   LoadLang();
   LoadLangConsts();
@@ -114,7 +114,7 @@ TEST_F(LanguageTest, StatesTakeTheTextsOfTheFileAlsoEmptyOnes) {
   EXPECT_EQ(Desktop().posted[0].text, "Error reading language files. Cannot find code 8204") << "in the file's order";
 }
 
-TEST_F(LanguageTest, AFileThatFailsLeavesTheTextsOfTheOneBefore) {
+TEST_F(LanguageTest, AnInvalidFileKeepsThePreviousTexts) {
   folder.Put("Lang.con", "Code,English,Deutsch\r\n1,one,eins\r\n2,two,zwei\r\n");
   LoadLang();
   folder.Put("Lang.con", "Code,English,Deutsch\r\n1,one,eins\r\n\r\n");

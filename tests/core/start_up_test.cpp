@@ -67,20 +67,20 @@ TEST_F(StartUpTest, ANameInUseOpensTheOptions) {
             (Events{"box In use", "options", "close Anna2", "show tray", "load main", "open Anna2", "hide splash"}));
 }
 
-TEST_F(StartUpTest, AFailureIsLoggedAndShownAndLeavesTheRest) {
+TEST_F(StartUpTest, AFailureIsLoggedAndShown) {
   program.onOpenSocket = [] { throw RuntimeError(10048, "Address already in use"); };
   Main(program, "");
   EXPECT_EQ(Happened(), (Events{"place main", "show splash", "pending", "load main", "open _anna quietly",
                                 "box Not loaded: & 10048: Address already in use"}));
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;Unable to load: 10048: Address already in use;");
   EXPECT_EQ(gStarting, -1);
-  EXPECT_EQ(gCurName, "Anna") << "or the logoff would save the hidden name";
+  EXPECT_EQ(gCurName, "Anna") << "a logoff must not save the hidden name";
   program.onOpenSocket = [] { throw std::bad_alloc(); };
   Main(program, "");
   EXPECT_EQ(Happened().back(), "box Not loaded: & 7: Out of memory");
 }
 
-TEST_F(StartUpTest, ALogoffWhileItListensKeepsTheScreenName) {
+TEST_F(StartUpTest, ALogoffWhileListeningKeepsTheScreenName) {
   program.onOpenSocket = [this] {
     if (gCurName == "_anna") ShutDown(program);
   };
@@ -91,7 +91,7 @@ TEST_F(StartUpTest, ALogoffWhileItListensKeepsTheScreenName) {
   EXPECT_EQ(gSafe, 1);
 }
 
-TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {
+TEST_F(StartUpTest, AWrappingTickCountEndsTheWait) {
   Desktop().ticks = 2147483640;
   Main(program, "");
   EXPECT_EQ(Happened().back(), "box Not loaded: & 6: Overflow");
@@ -100,7 +100,7 @@ TEST_F(StartUpTest, TheWrappingClockEndsTheWait) {
   EXPECT_EQ(ErrorOf([] { TicksBetween(0x7FFFFFFF, -2); }), 6);
 }
 
-TEST_F(StartUpTest, AnUnwritableFolderLeavesAUsableRun) {
+TEST_F(StartUpTest, StartsInAnUnwritableFolder) {
   folder.PutFolder("Log.txt");
   folder.PutFolder("User.ini");
   Main(program, "");

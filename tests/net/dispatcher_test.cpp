@@ -109,7 +109,7 @@ TEST_F(DispatcherTest, AGreetingIsAnsweredUnlessItsSenderWasJustAnswered) {
 }
 
 // Later the copy answers at once again, as in any small segment.
-TEST_F(DispatcherTest, ACrowdOfHiddenNamesCountsForSeconds) {
+TEST_F(DispatcherTest, ManyHiddenNamesCountForSeconds) {
   Messenger limited{port};
   Dispatcher other{roster, conversations, limited};
   for (int i = 0; i < 200; ++i) other.DataArrived("_" + std::to_string(i) + "|M/");
@@ -174,7 +174,7 @@ TEST_F(DispatcherTest, OwnTextsAndThoseOfTheBlockedAreNotShown) {
     EXPECT_EQ(On(packet), "") << packet;
   EXPECT_TRUE(support::Desktop().posted.empty());
   EXPECT_EQ(Log(), "");
-  EXPECT_EQ(Row("Bob").foreColour, 3) << "the roster stays in step";
+  EXPECT_EQ(Row("Bob").foreColour, 3) << "the roster is still updated";
   EXPECT_EQ(Row("Bob").subText, "Alerts Only");
 }
 
@@ -193,7 +193,7 @@ TEST_F(DispatcherTest, EveryWindowOfTheSenderShowsTheLineElseANewOneOpens) {
   EXPECT_EQ(Log(), "New chat window opened;");
 }
 
-TEST_F(DispatcherTest, ALineWithoutAWindowComesInABoxOrIsNotedOncePerSenderAndMinute) {
+TEST_F(DispatcherTest, ALineWithoutAWindowIsShownInABoxOrLoggedOncePerSenderAndMinute) {
   conversations.onOpen = [] { throw core::RuntimeError(core::Err::OutOfMemory); };
   On("dora|M/\xDEno window");
   EXPECT_EQ(support::Desktop().posted.at(0).title + ": " + support::Desktop().posted[0].text, "dora: no window");
@@ -250,7 +250,7 @@ class AnswerBudgetTest : public testing::Test {
  protected:
   AnswerBudgetTest() { budget.Begin(true, 1, now); }
 
-  // Lets time pass until there is something to do, or for so long; the milliseconds that it took.
+  // Lets time pass until there is something to do, at most for the given time; returns the milliseconds.
   std::uint32_t Pass(std::uint32_t most = 10000) {
     const std::uint32_t wait = std::min(budget.Wait(now).value_or(most), most);
     now = core::TicksAfter(now, wait);
@@ -283,7 +283,7 @@ TEST_F(AnswerBudgetTest, EverybodyIsAnsweredAtOnceUpToAFlood) {
   }
 }
 
-TEST_F(AnswerBudgetTest, AmongManyOneAnswerServesAllAndIsRepeatedOnce) {
+TEST_F(AnswerBudgetTest, InALargeSegmentOneAnswerServesAllAndIsRepeatedOnce) {
   ForgetTheJoining();
   EXPECT_EQ(budget.Wait(now), std::nullopt);
   for (int round = 0; round < 2; ++round) {  // the second one in place of the repetition
@@ -331,8 +331,8 @@ TEST_F(AnswerBudgetTest, AJoiningIsRepeatedWhereManyAnswer) {
   EXPECT_EQ(budget.Wait(now), std::nullopt);
 }
 
-// Sleep and resume: nobody waits longer than two seconds of a user's time for what was owed before.
-TEST_F(AnswerBudgetTest, AClockThatJumpsNeitherSilencesNorFloods) {
+// Sleep and resume: an answer owed before is sent within two seconds of the user's time.
+TEST_F(AnswerBudgetTest, AJumpOfTheClockNeitherSilencesNorFloods) {
   ForgetTheJoining();
   for (const int jump : {-3600000, 3600000, INT_MIN, INT_MAX, -60000}) {
     EXPECT_EQ(budget.Ask(false, kMany, now), Answer::Owed);

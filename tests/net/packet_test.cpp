@@ -77,7 +77,7 @@ class MessengerTest : public support::DesktopTest {
   Messenger messenger{port};
 };
 
-TEST_F(MessengerTest, PutsTheOwnNameInFront) {
+TEST_F(MessengerTest, StartsWithTheOwnName) {
   messenger.SendCmd("");
   messenger.SendCmd("S/2");
   messenger.SendMsg("\xDEhi");
@@ -104,7 +104,7 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
 }
 
-TEST_F(MessengerTest, AnOwedAnswerHasTheCurrentStateAndEndsWithTheStay) {
+TEST_F(MessengerTest, AnOwedAnswerHasTheCurrentStateAndIsDroppedOnLeaving) {
   messenger.OpenSocket();
   const auto sentOnWaking = [this] {
     port.sent.clear();

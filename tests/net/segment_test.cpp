@@ -1,4 +1,4 @@
-// Whole copies on a segment in memory: what each of them says, packet for packet.
+// Whole copies on a simulated segment: the packets that they send.
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -19,7 +19,7 @@ class SegmentTest : public support::DesktopTest {
   SegmentTest() {
     folder.Put("Lang.con", "Code,English\r\n10201,is now on the network");
     core::LoadLang();
-    core::gLangError = -1;  // nobody misses the other texts
+    core::gLangError = -1;  // do not report the missing texts
   }
 };
 
@@ -39,9 +39,9 @@ std::uint64_t Fingerprint(const std::vector<std::string>& packets) {
   return hash;
 }
 
-// Recorded from the version that answered every packet of every newcomer at once: in a small segment nothing differs,
-// not even when all start together.
-TEST_F(SegmentTest, SmallSegmentsSayWhatTheyAlwaysSaid) {
+// In a small segment the answer budget must not change a single packet, even when all start together. The hashes were
+// recorded without a budget.
+TEST_F(SegmentTest, SmallSegmentsSendTheRecordedPackets) {
   const struct {
     int copies;
     support::Time pause;                 // between two starts
@@ -76,7 +76,7 @@ TEST_F(SegmentTest, SmallSegmentsSayWhatTheyAlwaysSaid) {
 }
 
 // Among many the same events take a few packets for each copy, and everybody is on every list, after a power cut too.
-TEST_F(SegmentTest, LargeSegmentsKnowEverybodyAtLittleCost) {
+TEST_F(SegmentTest, LargeSegmentsListEverybodyWithFewPackets) {
   support::MemorySegment segment;
   for (int i = 0; i < 60; ++i) segment.Add("user" + std::to_string(i), i, static_cast<std::int16_t>(i % 3));
   segment.StartSettled();

@@ -1,4 +1,4 @@
-"""Three copies on three hosts that are joined by a bridge: alerts, conversations, and new settings."""
+"""Three copies on three hosts of one segment: alerts, conversations, and new settings."""
 
 import filecmp
 import os
@@ -35,7 +35,7 @@ class Desks(unittest.TestCase):
             probe.wait(lambda copy=copy: copy.names() == {"(All)", *names})
 
     def tearDown(self):
-        """Every test begins without popups and chat windows."""
+        """Closes all popups and chat windows."""
         for copy in self.everybody:
             for window in copy.probe.windows("frmPop") + copy.probe.windows("frmChat") if copy.runs() else ():
                 copy.probe.close(window)
@@ -55,7 +55,7 @@ class Desks(unittest.TestCase):
         popup, texts = self.bob.popup_at_rest()
         self.bob.prefix.screen.save(copies.PICTURES + "/alert.png")
         self.assertEqual((popup.text, texts), ("Quillon", ["Tea is \xe0 point\r\n"]))
-        # At rest at the top right; 2000 twips are the least width.
+        # At rest at the top right; 2000 twips are the minimum width.
         self.assertEqual((popup.right, popup.width), (1024, round(2000 / 15)))
         self.assertIn(popup.top, range(0, 4))
         self.assertEqual(self.anna.probe.windows("frmPop") + self.carla.probe.windows("frmPop"), [])
@@ -81,7 +81,7 @@ class Desks(unittest.TestCase):
             self.assertEqual((window.text, self._participants(copy, window)), ("Chating - Quillon", ["Anna"]))
             self.assertEqual(copy.log()[-2:], ["Anna Added to chat window", "New chat window opened"])
 
-        # The answer goes to its participant alone, whose window takes everybody's lines.
+        # The answer only goes to its participant, whose window shows everybody's lines.
         self.bob.say(at_bob, "Not I, {\\b sorry}")
         self.wire.wait_for("Bob|P/\xdeNot I, {\\b sorry}|Anna", start=start)
         self._wait_said(self.anna, at_anna, line + "Bob:\tNot I, {\\b sorry}\r\n")
@@ -147,13 +147,13 @@ class Desks(unittest.TestCase):
                          ["Anna|L/", "Berta|C/ 255", "Berta|S/0", f"Berta|M/Berta {GREETING}"])
         probe.wait(lambda: {"Berta", "Anna"} & self.bob.names() == {"Berta"})
         self.assertIn('"Berta",255,4,"(S)",0', self.anna.read("User.ini"))
-        # An alert to a group goes to each of its members who is present.
+        # An alert to a group goes to each member that is online.
         self.anna.send_alert("(Friends)", "Who joins?")
         self.wire.wait_for("Berta|P/\xdfWho joins?|Bob", start=start)
         self.assertEqual(self.bob.popup_at_rest()[1], ["Who joins?\r\n"])
 
     def _choose_language(self, number, answer):
-        """Accepts another language; returns title and text of the question, which is answered."""
+        """Accepts another language and answers the question; returns its title and text."""
         dialog = self.anna.open_options()
         self.anna.probe.send(self.anna.probe.control(dialog, LANGUAGE_BOX), CB_SETCURSEL, number)
         self.anna.probe.command(dialog, copies.ACCEPT)
@@ -162,7 +162,7 @@ class Desks(unittest.TestCase):
         self.anna.probe.wait_gone(dialog)
         return box.text, text
 
-    def test_5_a_language_is_taken_over_by_every_window_or_at_the_next_start(self):
+    def test_5_a_language_applies_to_every_window_or_at_the_next_start(self):
         composer, _ = self.anna.open_composer("(All)"), self.anna.open_chat("(All)")
         self.wire.send("eve|M/\xdfHello!")
         self.anna.popup_at_rest()

@@ -7,7 +7,7 @@ from rig import copies, network, probe, screen
 from test_one_copy import GREETING
 
 NAME_BOX = 160
-MOST_OF_NAME = 2751  # bytes
+MAX_NAME = 2751  # bytes
 
 
 def _bytes(text):
@@ -41,13 +41,13 @@ class Letters(unittest.TestCase):
             probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER})
         dialog = self.pochi.open_options()
         name = self.pochi.probe.control(dialog, NAME_BOX)
-        # The limit of what is typed counts bytes, and keeps room for any letter.
-        kana = LINE[:2] * (MOST_OF_NAME // 2 - 1)
+        # The input limit counts bytes, and leaves room for any letter.
+        kana = LINE[:2] * (MAX_NAME // 2 - 1)
         self.pochi.probe.set_text(name, kana)
         self.pochi.probe.type(name, "ab" + LINE)
         probe.wait(lambda: self.pochi.probe.control(dialog, NAME_BOX).text == "ab" + kana)
         self.pochi.probe.set_text(name, POCHI)
-        self.pochi.probe.command(dialog, copies.ACCEPT)  # with which the group gets its row
+        self.pochi.probe.command(dialog, copies.ACCEPT)  # adds the group's row
         probe.wait(lambda: {f"({GROUP})", AYA} <= self.pochi.names())
         start = self.wire.mark()
         self.pochi.send_alert(f"({GROUP})", LINE)

@@ -54,7 +54,7 @@ class OneCopy(unittest.TestCase):
         self.wire.wait_for("Anna|S/0", start)
 
     def test_01_joins_under_a_temporary_name_then_under_its_own(self):
-        # Its own first packets come back to it, so it answers itself once under either name.
+        # It receives its own first packets, so it answers itself once under each name.
         quiet = ["_anna|C/ 0", "_anna|S/0", "_anna|M/", "_anna|C/ 0", "_anna|S/0", "_anna|L/"]
         joined = ["anna|C/ 0", "anna|S/0", self.greeting.text, "anna|M/", "anna|C/ 0", "anna|S/0"]
         self.assertEqual(self.wire.texts(), quiet + joined)
@@ -76,7 +76,7 @@ class OneCopy(unittest.TestCase):
         self.assertEqual((after.left, after.top, after.width, after.height),
                          (before.left, before.top, before.width, before.height))
 
-    def test_04_menus_tell_their_help_texts(self):
+    def test_04_menus_show_their_help_texts(self):
         self.rig.screen.keys("alt+q", "Down")
         self._wait_menu(1)
         self._wait_status_line("Send an alert to every one")
@@ -96,7 +96,7 @@ class OneCopy(unittest.TestCase):
         self._command(STATUS)
         self.wire.wait_for("anna|S/0", start=start)
 
-    def test_06_the_icon_comes_back_when_the_shell_starts_anew(self):
+    def test_06_the_icon_reappears_when_the_shell_restarts(self):
         self._command(HIDE)
         self._wait_hidden()
         self.probe.ask("loseicon", self.probe.windows("TrayIcon")[0].handle)
@@ -118,14 +118,14 @@ class OneCopy(unittest.TestCase):
         self.assertTrue(self.copy.runs())
         self.assertEqual((self.wire.texts(start=start), self.copy.read("Log.txt")), ([], log))
 
-    def test_08_leaves_in_order(self):
+    def test_08_leaves_properly(self):
         start = self.wire.mark()
         self.copy.close()
         leave = self.wire.wait_for("anna|L/", start=start)
         self.assertEqual(self.wire.texts(start=start), ["anna|L/"])
         self.assertEqual(self.copy.log()[-1], "Quillon unloaded")
         saved, logged = (os.stat(f"{self.copy.folder}/{name}").st_mtime for name in ("User.ini", "Log.txt"))
-        tolerance = 0.02  # the file system's clock is a coarse one
+        tolerance = 0.02  # the file system's clock is coarse
         self.assertLess(saved, leave.time + tolerance)
         self.assertGreater(logged, leave.time - tolerance)
 
@@ -151,14 +151,14 @@ class OneCopy(unittest.TestCase):
         for number in range(3000):
             self.wire.send(f"crier|M/\xdfAlert {number}")
         self._wait_answer("after alerts")
-        # Never more than this, and the next one comes in when one goes.
+        # At most this many are open; when one closes, the next one opens.
         popups = self._wait_popups(31)
         time.sleep(1)
         self.assertEqual(len(self._wait_popups(31)), 31)
         self.probe.close(popups[0])
         self._wait_popups(31)
 
-    def test_11_notices_come_one_at_a_time(self):
+    def test_11_notices_are_shown_one_at_a_time(self):
         for number in range(500):
             self.wire.send(f"crier|B/Notice {number}")
         self._wait_answer("after notices")

@@ -13,7 +13,7 @@ TAKEN_AT_START = "Your screen name is already in use on the network. Please choo
 
 
 class Trouble(unittest.TestCase):
-    """Copies each on a host of its own, all started together."""
+    """Copies on separate hosts, all started together."""
 
     @classmethod
     def setUpClass(cls):
@@ -27,7 +27,7 @@ class Trouble(unittest.TestCase):
         cls.holder = wire.hold_port(cls.no_port.host)
         for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_port, cls.alone):
             copy.start()
-        for name in ("anna", "dora"):  # somebody else bears the name, in another case
+        for name in ("anna", "dora"):  # another user has the name, in different case
             cls.wire.wait_for(f"_{name}|S/0")
             cls.wire.send(f"{name.upper()}|C/ 0")
 
@@ -37,7 +37,7 @@ class Trouble(unittest.TestCase):
         self.assertRegex(shown, text)
         copy.probe.answer(box)
 
-    def test_1_without_a_language_file_the_built_in_texts_serve(self):
+    def test_1_without_a_language_file_built_in_texts_are_used(self):
         self._expect_box(self.no_texts, "Language Error", "^Error reading language files. Cannot find code ")
         self.assertEqual(self.no_texts.read("User.ini"), DEFAULT_SETTINGS.format("notexts"))
         self.wire.wait_for("notexts|M/notexts ")
@@ -47,7 +47,7 @@ class Trouble(unittest.TestCase):
         self._expect_box(self.no_port, PLAIN,
                          r"^Quillon could not be loaded: & 100(13: Permission denied|48: Address already in use)$")
         self.assertRegex(self.no_port.log()[-1], r"^Unable to load: 100(13|48): ")
-        # What was loaded stays as it is.
+        # The loaded settings are kept.
         self.assertTrue(self.no_port.runs())
         self.assertTrue(self.no_port.probe.wait_for("frmSplash").visible)
         self.no_port.close()
@@ -72,14 +72,14 @@ class Trouble(unittest.TestCase):
         operate.set_text(operate.control(dialog, NAME_BOX), "Berta")
         operate.command(dialog, copies.ACCEPT)
         self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
-        # The first joining is quiet, the greeting comes when start-up goes on.
+        # The first join is silent; the greeting follows when start-up continues.
         texts = [t for t in self.wire.texts(start=start) if "|M/Berta" in t or t in ("anna|L/", "Berta|L/")]
         self.assertEqual(texts, ["anna|L/", "Berta|L/", f"Berta|M/Berta {GREETING}"])
         self.assertIn('"Berta",0,4', self.settled.read("User.ini"))
 
-    def test_5_or_the_program_ends_with_them(self):
+    def test_5_closing_those_options_ends_the_program(self):
         self._expect_box(self.closed, PLAIN, TAKEN_AT_START)
-        self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # the button goes the same way
+        self.closed.probe.post(self.closed.probe.wait_for("frmOpt"), probe.WM_CLOSE)  # as the Close button does
         self.closed.process.wait(probe.TIMEOUT)
         self.assertEqual(self.closed.log()[-1], "Quillon unloaded")
         self.assertEqual(self.wire.texts("dora"), ["dora|L/"])

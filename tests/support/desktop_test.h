@@ -1,4 +1,4 @@
-// The base of most native tests: fresh settings, a fresh desktop, no texts, a program folder of its own.
+// The base of most native tests: fresh settings, a fresh desktop, no texts, a separate program folder.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What was said in a chat: its lines as data, and what is written of them.
+// The lines of a chat: storage, paragraphs, plain text and markup.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ std::string PlainText(std::string_view text, std::string_view sender = "anna") {
   return PlainText(said);
 }
 
-TEST(Conversation, KeepsEveryLineAsItCame) {
+TEST(Conversation, KeepsEveryLineUnchanged) {
   Conversation said;
   const std::string texts[] = {"", std::string(60000, 'x'), "a\r\nb\0c"s, std::string(70000, '\xFF')};
   for (std::size_t i = 0; i < 1000; ++i)
@@ -46,7 +46,7 @@ TEST(Conversation, KeepsEveryLineAsItCame) {
   }
 }
 
-TEST(Conversation, TheOldestOfTheLargestGoes) {
+TEST(Conversation, DropsTheOldestLinesOfTheLargest) {
   constexpr std::size_t kMegabyte = 1 << 20;
   Conversation small(2 * kMegabyte, 3 * kMegabyte), large(2 * kMegabyte, 3 * kMegabyte);
   const std::string text(1000, 'x');
@@ -81,14 +81,14 @@ TEST(PlainText, IsNameColonTabTextAndEveryLineBreak) {
   EXPECT_EQ(PlainText(timed), "18:46:02 anna:\t\r\n");
 }
 
-// What comes from the network may hold anything.
-TEST(PlainText, BytesThatAreNoText) {
+// Text from the network may contain any byte.
+TEST(PlainText, ReplacesControlBytes) {
   EXPECT_EQ(PlainText("a\tb\x01\x07\x0B\x0C\x1F\x7F\0\xE0"s), "anna:\ta\tb       \xE0\r\n");
   EXPECT_EQ(PlainText("yes", "eve\r\nanna:\tno\0!"s), "eve  anna: no !:\tyes\r\n") << "a name of two lines";
 }
 
-// From the beginning and from the end the same paragraphs are found.
-TEST(Paragraphs, AreTheSameBothWays) {
+// Iterating forwards and backwards finds the same paragraphs.
+TEST(Paragraphs, AreTheSameInBothDirections) {
   Conversation said;
   for (const char* text : {"a\r\n\nb\r", "", "\n", "\r\r\n\n\r", "end"}) Say(said, text);
   std::vector<Position> positions;
@@ -158,7 +158,7 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
   EXPECT_EQ(std::ranges::count(text, 'x'), 1000 + 1) << "one is in \\tx";
 }
 
-TEST(BoxCost, PortionsGoByTheLastTimesAndCapacityByTheBest) {
+TEST(BoxCost, PortionUsesRecentTimesAndCapacityTheBest) {
   BoxCost cost;
   for (const int milliseconds : {50, 2, 1, 2}) cost.AddTime(1000, milliseconds);
   EXPECT_EQ(cost.Portion(50), 25000u);
@@ -166,11 +166,11 @@ TEST(BoxCost, PortionsGoByTheLastTimesAndCapacityByTheBest) {
   EXPECT_EQ(cost.Portion(25), 250u);
   EXPECT_EQ(cost.Capacity(25), 25000u);
   cost.AddGrowth(1000, 1 << 20);
-  EXPECT_EQ(cost.MemoryOf(1000), 0u) << "too little to tell";
+  EXPECT_EQ(cost.MemoryOf(1000), 0u) << "the sample is too small";
   cost.AddGrowth(99000, 9 << 20);
   EXPECT_EQ(cost.MemoryOf(100000), 10u << 20);
   cost.AddGrowth(100000, 0);
-  EXPECT_EQ(cost.MemoryOf(100000), 10u << 20) << "freed memory was taken again";
+  EXPECT_EQ(cost.MemoryOf(100000), 10u << 20) << "reuse of freed memory is no lower cost";
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ TEST(Layout, AreasAreNeverNegative) {
             {.width = width, .height = height, .barTop = barTop, .sendWidth = 60, .sendHeight = 46}, kNormal);
         for (const Area& area : {chat.users, chat.bar, chat.conversation, chat.typed, chat.send, chat.status})
           check(area);
-        EXPECT_GE(chat.typed.top, height >= 110 ? chat.bar.bottom : 0) << "the line to type in sight";
+        EXPECT_GE(chat.typed.top, height >= 110 ? chat.bar.bottom : 0) << "the input line is visible";
       }
       EXPECT_GE(mainwindow::BandsOf(height, 70, 20, true).rosterHeight, 0);
     }
@@ -66,7 +66,7 @@ TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHei
     while (const auto next = NextTop(corner, kScreen, top, kHeight, alertHeight)) top = *next;
     EXPECT_EQ(top.value, rest);
   }
-  EXPECT_FALSE(NextTop(Corner::TopLeft, kScreen, Twips{900}, kHeight, 2)) << "exactly there is there";
+  EXPECT_FALSE(NextTop(Corner::TopLeft, kScreen, Twips{900}, kHeight, 2)) << "an exact hit is the end";
   EXPECT_FALSE(NextTop(Corner::BottomLeft, kScreen, Twips{11520 - 1230}, kHeight, 0));
 }
 

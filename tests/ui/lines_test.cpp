@@ -25,7 +25,7 @@ TEST(AlertQueue, ShowsUpToItsLimitAndKeepsTheOrderOfTheRest) {
   EXPECT_FALSE(line.Next(0));
 }
 
-TEST(AlertQueue, DropsWhatAFullLineCannotHold) {
+TEST(AlertQueue, DropsAlertsWhenFull) {
   AlertQueue line;
   for (std::size_t i = 0; i < kMaxWaitingAlerts + 5; ++i) line.Add({std::to_string(i), "anna", 0});
   std::string last;
@@ -35,7 +35,7 @@ TEST(AlertQueue, DropsWhatAFullLineCannotHold) {
   EXPECT_EQ(last, std::to_string(kMaxWaitingAlerts - 1));
 }
 
-TEST(AlertQueue, ForgetsABlockedSenderInEveryCase) {
+TEST(AlertQueue, ForgetsABlockedSenderIgnoringCase) {
   AlertQueue line;
   for (const char* sender : {"mallory", "anna", "Mallory"}) line.Add({"text", sender, 0});
   line.Forget("mallory");

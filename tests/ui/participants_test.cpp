@@ -37,7 +37,7 @@ class ParticipantsTest : public support::DesktopTest {
   net::Messenger messenger{port};
 };
 
-TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
+TEST_F(ParticipantsTest, ListsEachOnceIgnoringCase) {
   chat.AddUsers("");
   EXPECT_EQ(List(), "");
   chat.AddUser("anna");
@@ -55,7 +55,7 @@ TEST_F(ParticipantsTest, EachOnceWhateverTheCase) {
   EXPECT_TRUE(chat.Takes("ANNA"));
   EXPECT_FALSE(chat.Takes(""));
   chat.AddUsers("|");
-  EXPECT_TRUE(chat.Takes("")) << "a stranger without a name is a user like any other";
+  EXPECT_TRUE(chat.Takes("")) << "a user may have an empty name";
 }
 
 TEST_F(ParticipantsTest, LinesGoToEachOrOnceToEverybody) {
@@ -94,7 +94,7 @@ TEST_F(ParticipantsTest, UsersOnlineAreAllButGroups) {
 
 class RecipientsTest : public ParticipantsTest {
  protected:
-  // The rows after the recipients were chosen one list after the other.
+  // The rows after adding these lists of recipients in turn.
   std::string Chosen(std::initializer_list<const char*> lists) {
     for (const char* list : lists) recipients.AddRecipients(list);
     return support::RowsAndIcons(recipients.Rows());
@@ -102,7 +102,7 @@ class RecipientsTest : public ParticipantsTest {
   Recipients recipients{roster};
 };
 
-TEST_F(RecipientsTest, EachNameOnceWhateverItsCaseAndHowOftenItWasChosen) {
+TEST_F(RecipientsTest, ListsEachNameOnceIgnoringCase) {
   for (const char* list : {"", "|", "|||"}) EXPECT_FALSE(NamesAnybody(list)) << list;
   EXPECT_TRUE(NamesAnybody("|anna"));
   roster.AddBlocked("BOB");
@@ -114,7 +114,7 @@ TEST_F(RecipientsTest, EachNameOnceWhateverItsCaseAndHowOftenItWasChosen) {
 }
 
 // A user may have this name; an answer to him is sent to everybody, and only once.
-TEST_F(RecipientsTest, EverybodyStandsAloneInAnySpelling) {
+TEST_F(RecipientsTest, EverybodyReplacesAllOthersIgnoringCase) {
   EXPECT_EQ(Chosen({"bob|anna|", "(All)|"}), "(All)=1 ");
   EXPECT_EQ(Chosen({"dora|(All)|"}), "(All)=1 ");
   Recipients shouted{roster};

@@ -30,7 +30,7 @@ TEST(ListRows, KeysAreUniqueAndExact) {
   EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
 }
 
-TEST(ListRows, CountersMoveOnRealChangesOnly) {
+TEST(ListRows, CountersChangeOnRealChangesOnly) {
   ListRows rows;
   const ListRow& row = rows.Add({.text = "anna", .icon = 2, .smallIcon = 2, .foreColour = 5});
   const auto changes = [&] { return std::pair(rows.MembershipRevision(), rows.LookRevision()); };
@@ -78,7 +78,7 @@ class UserRosterTest : public support::DesktopTest {
   int captions = 0, refreshes = 0;
 };
 
-TEST_F(UserRosterTest, CountsTakeOffGroupsAndTellTheBlocked) {
+TEST_F(UserRosterTest, CountsExcludeGroupsAndShowBlockedNames) {
   Add({"anna"});
   EXPECT_EQ(roster.lblStat.Caption(), " 1 user online (-0)");
   Add({"bob", "carl", "dora", "emma"});
@@ -103,7 +103,7 @@ TEST_F(UserRosterTest, CountsTakeOffGroupsAndTellTheBlocked) {
   EXPECT_EQ(captions, 1);
 }
 
-TEST_F(UserRosterTest, UsersAreMarkedAndFoundWhateverTheCase) {
+TEST_F(UserRosterTest, UsersAreMarkedAndFoundIgnoringCase) {
   Add({"Anna", "(anna)", "bob"});
   for (const char* name : {"anna", "ANNA", "(anna)", "carl"}) roster.AddBlocked(name);
   Add({"Carl"});
@@ -119,7 +119,7 @@ TEST_F(UserRosterTest, UsersAreMarkedAndFoundWhateverTheCase) {
   EXPECT_EQ(Rows(), "(All)=1 Anna=2 (anna)=2 bob=2 Carl=2 ");
 }
 
-TEST_F(UserRosterTest, WindowsAreToldOfChangesOnly) {
+TEST_F(UserRosterTest, WindowsAreNotifiedOfChangesOnly) {
   Add({"anna"});
   refreshes = captions = 0;
   roster.SetStateText("anna", "away");
@@ -165,7 +165,7 @@ TEST_F(UserRosterTest, TheSelectionBecomesRecipientsOrIsBlocked) {
   roster.RefGroups();
   EXPECT_EQ(roster.SelectedRecipients(), "");
   Select({"(Friends)", "anna", "(Last)", "Friends"});
-  EXPECT_EQ(roster.SelectedRecipients(), "anna|Friends|Bob|anna|") << "a user may bear a group's name";
+  EXPECT_EQ(roster.SelectedRecipients(), "anna|Friends|Bob|anna|") << "a user may have a group's name";
   Select({"(All)", "Bob"});
   EXPECT_EQ(roster.SelectedRecipients(), "(All)|Bob|");
   roster.AddBlocked("bob");

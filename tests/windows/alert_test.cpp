@@ -59,8 +59,8 @@ TEST_F(ComposerTest, SendsToItsRecipientsAndCloses) {
   largest.resize(60000, 'x');
   EXPECT_TRUE(send("bob|mallory|", "  two\r\nlines ", kSend));
   EXPECT_TRUE(send("(All)|", " hello ", kSend));
-  EXPECT_FALSE(send("bob|", "   ", kSend)) << "blanks are no text";
-  EXPECT_EQ(::SendMessageA(TxtMsg(), EM_GETLIMITTEXT, 0, 0), 60000) << "what a datagram holds";
+  EXPECT_FALSE(send("bob|", "   ", kSend)) << "an alert of blanks is not sent";
+  EXPECT_EQ(::SendMessageA(TxtMsg(), EM_GETLIMITTEXT, 0, 0), 60000) << "the limit of a datagram";
   EXPECT_TRUE(send("bob|", "never mind", kClose));
   EXPECT_TRUE(send("bob|", largest, kSend));
   EXPECT_EQ(port.sent, (Texts{"me|P/\xDF  two\r\nlines|bob", "me|P/\xDF  two\r\nlines|mallory", "me|M/\xDF hello ",
@@ -72,7 +72,7 @@ TEST_F(ComposerTest, SendsToItsRecipientsAndCloses) {
 
 // Sending runs events before the window closes: a double click must not send twice, and a new request opens a new
 // alert.
-TEST_F(ComposerTest, AClickOrTheEndWhileItSendsIsLost) {
+TEST_F(ComposerTest, IgnoresASecondClickOrCloseWhileItSends) {
   for (const bool twice : {true, false}) {
     port.sent.clear();
     windows.OpenComposer("bob|");
@@ -100,7 +100,7 @@ TEST_F(ComposerTest, KeysOfTheTextBox) {
   EXPECT_EQ(::GetFocus(), LvUsers());
   FilterKey(TxtMsg(), WM_KEYDOWN, VK_ESCAPE);
   core::RunPendingEvents();
-  EXPECT_NE(Composer(), nullptr) << "Escape would throw the text away";
+  EXPECT_NE(Composer(), nullptr) << "Escape must not discard the text";
   EXPECT_TRUE(FilterKey(TxtMsg(), WM_SYSCHAR, 's'));
   EXPECT_EQ(port.sent, Texts{"me|P/\xDFselect me|bob"});
 }
@@ -130,14 +130,14 @@ class PopupTest : public ConversationTest {
     ::SendMessageA(ChildOf(popup, "Button", button), BM_CLICK, 0, 0);
   }
 
-  // Opens the menu with these keys waiting for it.
+  // Opens the menu with these keys queued for it.
   static void Choose(HWND popup, std::initializer_list<WPARAM> keys) {
     for (const WPARAM key : keys) ::PostMessageA(popup, WM_KEYDOWN, key, 0);
     Press(popup, "Options");
   }
 };
 
-TEST_F(PopupTest, TheLabelHoldsTheTextAsItCame) {
+TEST_F(PopupTest, TheLabelShowsTheTextUnchanged) {
   core::gPopPos = 0;
   std::string lines;
   while (lines.size() < 60000) lines += "line\r\n";
@@ -173,7 +173,7 @@ TEST_F(PopupTest, FlashesThreeTimes) {
   }
 }
 
-TEST_F(PopupTest, ComesToTheTopWithoutTheKeyboard) {
+TEST_F(PopupTest, AppearsOnTopWithoutTheFocus) {
   windows.OpenComposer("bob|");
   core::RunPendingEvents();
   const HWND focus = ::GetFocus(), active = ::GetActiveWindow();
@@ -186,12 +186,12 @@ TEST_F(PopupTest, ComesToTheTopWithoutTheKeyboard) {
   EXPECT_NE(style & WS_EX_TOPMOST, 0);
   EXPECT_NE(style & WS_EX_TOOLWINDOW, 0) << "no button on the task bar";
   support::FilterKey(focus, WM_KEYDOWN, VK_F6);
-  EXPECT_EQ(::GetActiveWindow(), popup) << "the user may go to it";
+  EXPECT_EQ(::GetActiveWindow(), popup) << "the user may activate it";
   support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_F6);
   EXPECT_EQ(::GetFocus(), focus);
 }
 
-TEST_F(PopupTest, TheMenuBlocksRepliesAndChats) {
+TEST_F(PopupTest, TheMenuBlocksRepliesAndStartsChats) {
   Choose(ShowHello(), {VK_UP, VK_RETURN});
   EXPECT_EQ(roster.BlockedNames(), Texts{"anna"});
   EXPECT_EQ(Popups().size(), 1u);
@@ -211,7 +211,7 @@ TEST_F(PopupTest, TheMenuBlocksRepliesAndChats) {
   Choose(ShowHello(), {VK_UP, VK_UP, VK_RETURN});
   ::KillTimer(nullptr, timer);
   const HWND conversation = ChildrenOf(support::WindowsOf("frmChat").at(0), "RichEdit20A").at(0);
-  EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n") << "though its sender left meanwhile";
+  EXPECT_EQ(support::TextOf(conversation), "anna:\thello\r\n") << "although its sender has left";
   EXPECT_TRUE(Popups().empty()) << "answered alerts have closed";
   const HWND nameless = Show("hello", "");
   Choose(nameless, {VK_UP, VK_UP, VK_UP, VK_RIGHT, VK_RETURN});

@@ -37,7 +37,7 @@ class BroadcastSocketTest : public testing::Test {
                          [this] { ++woken; }};
 };
 
-TEST_F(BroadcastSocketTest, HearsItsOwnDatagramsInOrder) {
+TEST_F(BroadcastSocketTest, ReceivesItsOwnDatagramsInOrder) {
   socket.Open(kPort);
   const std::string largest(kMaxPacket, '\xDE'), withZero("a\0b", 3);
   socket.Send("first");

@@ -54,7 +54,7 @@ class ChatTest : public ConversationTest {
 
   void Choose(unsigned command) const { ::SendMessageA(hwnd(), WM_COMMAND, command, 0); }
 
-  // The Users menu as it stands after opening.
+  // The Users menu after it opened.
   HMENU UsersMenu() const {
     const auto remove = toolkit::FindItem(::GetMenu(hwnd()), mnuRemove);
     ::SendMessageA(hwnd(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(remove->menu), 1);
@@ -73,7 +73,7 @@ class ChatTest : public ConversationTest {
   std::shared_ptr<FrmChat> chat;
 };
 
-TEST_F(ChatTest, OpensAtTheSharedPlaceWithItsParticipants) {
+TEST_F(ChatTest, OpensAtTheSavedPositionWithItsParticipants) {
   Open("|anna|zoe|");
   const RECT place = PlaceOf(hwnd()), shared{Px(Twips{1500}), Px(Twips{750}), Px(Twips{6000}), Px(Twips{6750})};
   EXPECT_TRUE(::EqualRect(&place, &shared));
@@ -84,7 +84,7 @@ TEST_F(ChatTest, OpensAtTheSharedPlaceWithItsParticipants) {
   EXPECT_EQ(support::RowTexts(lvUsers()), Texts{}) << "the user may ask for an empty one";
 }
 
-TEST_F(ChatTest, AWindowFromTheNetworkTakesNothingFromTheUser) {
+TEST_F(ChatTest, ALineOpensAWindowWithoutTakingTheFocus) {
   Open("anna|");
   const HWND focus = ::GetFocus();
   const auto other = windows.OpenChat("|zoe");
@@ -93,14 +93,14 @@ TEST_F(ChatTest, AWindowFromTheNetworkTakesNothingFromTheUser) {
   EXPECT_TRUE(::IsWindowVisible(static_cast<FrmChat&>(*other).hwnd()));
   EXPECT_EQ(::GetFocus(), focus);
   EXPECT_EQ(windows.ChatWindows().size(), 2u);
-  EXPECT_TRUE(windows.OpenChat("|")->AddMsg("hello", "", 0)) << "a sender without a name is one like any other";
+  EXPECT_TRUE(windows.OpenChat("|")->AddMsg("hello", "", 0)) << "a sender may have an empty name";
 }
 
-TEST_F(ChatTest, TheNetworkOpensNoMoreThanItMay) {
+TEST_F(ChatTest, LinesOpenALimitedNumberOfWindows) {
   for (std::size_t i = 0; i < OpenWindows::kMaxChats + 5; ++i) windows.OpenChat("|user" + std::to_string(i));
   EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMaxChats);
   Open("anna|");
-  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMaxChats + 1) << "the user may";
+  EXPECT_EQ(OpenWindowsCount(), OpenWindows::kMaxChats + 1) << "the limit does not apply to the user";
 }
 
 TEST_F(ChatTest, ALineShowsItsSendersColour) {
@@ -150,7 +150,7 @@ TEST_F(ChatTest, SendsByKeyButtonAndToolbar) {
   support::ClickToolButton(hwnd(), 0);
   EXPECT_EQ(port.sent, (Texts{"me|P/\xDEone|-bob", "me|P/\xDEtwo|-bob", "me|P/\xDEthree|-bob"}));
   EXPECT_EQ(support::TextOf(txtSnd()), "");
-  EXPECT_EQ(Conversation(), "") << "the own line comes back from the network or not at all";
+  EXPECT_EQ(Conversation(), "") << "own lines are shown when they return from the network";
 }
 
 TEST_F(ChatTest, KeysOfTheTextBoxes) {
@@ -163,7 +163,7 @@ TEST_F(ChatTest, KeysOfTheTextBoxes) {
   ::SetFocus(ChildrenOf(hwnd(), TOOLBARCLASSNAMEA).at(0));
   support::FilterKey(::GetFocus(), WM_KEYDOWN, VK_TAB, VK_SHIFT);
   EXPECT_EQ(::GetFocus(), txtSnd());
-  EXPECT_EQ(::SendMessageA(txtSnd(), EM_GETSEL, 0, 0), 0) << "the next key would replace what is selected";
+  EXPECT_EQ(::SendMessageA(txtSnd(), EM_GETSEL, 0, 0), 0) << "the next key must not replace the text";
   for (const HWND text : {txtMsg(), txtSnd()}) support::FilterKey(text, WM_KEYDOWN, VK_ESCAPE);
   core::RunPendingEvents();
   EXPECT_EQ(OpenWindowsCount(), 1u);
@@ -230,7 +230,7 @@ TEST_F(ChatTest, ViewOptionsAndTheirHelp) {
   }
 }
 
-TEST_F(ChatTest, TheWheelTurnsTheConversation) {
+TEST_F(ChatTest, TheWheelScrollsTheConversation) {
   Open("anna|");
   std::string lines;
   for (int i = 0; i < 100; ++i) lines += "line\r\n";
@@ -257,7 +257,7 @@ TEST_F(ChatTest, TheBarIsDragged) {
   EXPECT_EQ(PlaceOf(lvUsers()).bottom, before + 40);
 }
 
-TEST_F(ChatTest, ClosingKeepsItsPlaceAndLeavesNothingBehind) {
+TEST_F(ChatTest, ClosingSavesItsPositionAndLeaksNothing) {
   Open("anna|");
   ::MoveWindow(hwnd(), 30, 40, 350, 450, TRUE);
   const auto closed = chat;

@@ -39,7 +39,7 @@ HWND MakeHost() {
 
 constexpr int kWidth = 200, kHeight = 30;
 
-// What was drawn of an item.
+// The drawing of an item.
 class Canvas {
  public:
   Canvas() { ::SelectObject(dc_.get(), bitmap_.get()); }
@@ -47,7 +47,7 @@ class Canvas {
 
   COLORREF AtRight() const { return ::GetPixel(dc(), kWidth - 1, 0); }
 
-  // How many pixels of the column of images and marks have one of the colours.
+  // The number of pixels in the column of images and check marks that have one of the colours.
   int Count(const std::set<COLORREF>& colours) const {
     int count = 0;
     for (int y = 0; y < kHeight; ++y)
@@ -129,14 +129,14 @@ class CoolMenuTest : public testing::Test {
 
 COLORREF MenuColour() { return ::GetSysColor(COLOR_MENU); }
 
-TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndGivesItBack) {
+TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndRestoresIt) {
   ::CheckMenuItem(menu(), mainwindow::mnuStatBar, MF_CHECKED);
   const std::size_t count = std::size(kMainMenu) - 3;  // the heads of the bar stay the system's
   for (int i = 0; i < 2; ++i, cool().Convert()) EXPECT_EQ(cool().Items().Count(), count);
   for (const MenuRow& row : kMainMenu) {
     SCOPED_TRACE(row.caption.builtIn);
     EXPECT_EQ(OwnerDrawn(row.id), row.level > 0);
-    EXPECT_EQ(Text(row.id), row.caption.builtIn) << "the authored text stays behind the drawing";
+    EXPECT_EQ(Text(row.id), row.caption.builtIn) << "the original text is kept";
     if (row.level == 0) continue;
     EXPECT_EQ(Data(row.id).iButton, row.picture);
     EXPECT_EQ((Info(row.id).fType & MFT_SEPARATOR) != 0, row.caption.builtIn[0] == '-');
@@ -151,7 +151,7 @@ TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndGivesItBack) {
   EXPECT_NE(Info(mainwindow::mnuStatBar).fState & MFS_CHECKED, 0u);
 }
 
-TEST_F(CoolMenuTest, HiddenItemsComeBackInTheirPlace) {
+TEST_F(CoolMenuTest, HiddenItemsReappearInPlace) {
   const auto before = FindItem(menu(), mainwindow::mnuHide)->position;
   const std::size_t count = cool().Items().Count();
   for (const bool shown : {false, false, true, true}) {
@@ -170,7 +170,7 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_GT(Measured(mainwindow::mnuHide).cy, Px(16_dp));
   EXPECT_EQ(Drawn(mainwindow::mnuHide, 0).AtRight(), MenuColour());
   EXPECT_EQ(Drawn(mainwindow::mnuHide, ODS_SELECTED).AtRight(), ::GetSysColor(COLOR_HIGHLIGHT));
-  EXPECT_EQ(Drawn(mainwindow::mnuPopSep1, ODS_SELECTED).AtRight(), MenuColour()) << "a head is never highlighted";
+  EXPECT_EQ(Drawn(mainwindow::mnuPopSep1, ODS_SELECTED).AtRight(), MenuColour()) << "a heading is never highlighted";
 
   const int all = Px(22_dp) * kHeight;
   EXPECT_EQ(Drawn(mainwindow::mnuStat, 0).Count({MenuColour()}), all);
@@ -185,7 +185,7 @@ TEST_F(CoolMenuTest, DrawsTheStateOfTheRequest) {
   EXPECT_LT(Drawn(mainwindow::mnuClose, ODS_GRAYED | ODS_DISABLED).Count({MenuColour()}), all - 20);
 }
 
-TEST_F(CoolMenuTest, AnswersMnemonicsAndTellsHelpTexts) {
+TEST_F(CoolMenuTest, HandlesMnemonicsAndReportsHelpTexts) {
   EXPECT_EQ(Key(mainwindow::mnuMove, 'e'), MAKELRESULT(2, MNC_EXECUTE));
   EXPECT_EQ(Key(mainwindow::mnuPop, 'z'), kHostAnswer);
 
@@ -196,7 +196,7 @@ TEST_F(CoolMenuTest, AnswersMnemonicsAndTellsHelpTexts) {
   EXPECT_EQ(told, (std::vector<std::string>{"Show/hide this bar", "Move this window", "", ""}));
   cool().help.MenuHelp = [this](const std::string&) { bar.reset(); };
   Highlight(mainwindow::mnuStatBar);
-  EXPECT_FALSE(OwnerDrawn(mainwindow::mnuStatBar)) << "even ended by its own event it cleans up";
+  EXPECT_FALSE(OwnerDrawn(mainwindow::mnuStatBar)) << "it cleans up even when its own event destroys it";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The Windows halves of the core: files, case table, registry, message loop and boxes.
+// The Windows parts of the core: files, case table, registry, message loop and message boxes.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ using support::ErrorOf;
 
 class FilesWin32 : public testing::Test {
  protected:
-  // What reading, appending and writing fail with.
+  // The errors of reading, appending and writing.
   using Errors = std::array<long, 3>;
   static Errors ErrorsOf(const std::string& name) {
     return {ErrorOf([&] { ReadFile(name); }), ErrorOf([&] { AppendToFile(name, "x"); }),
@@ -38,7 +38,7 @@ class FilesWin32 : public testing::Test {
   const std::string file = folder.Path("User.ini");
 };
 
-TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
+TEST_F(FilesWin32, FailuresHaveTheRightNumbers) {
   const std::string inner = folder.Path("folder");
   folder.PutFolder("folder");
   EXPECT_FALSE(FileExists(inner));
@@ -64,7 +64,7 @@ TEST_F(FilesWin32, FailuresHaveTheirNumbers) {
   EXPECT_EQ(ReadFile(file), "new");
 }
 
-TEST_F(FilesWin32, EveryByteIsKeptButOfAHugeFile) {
+TEST_F(FilesWin32, KeepsEveryByteUnlessTheFileIsHuge) {
   WriteFileSafely(file, "a longer text than the new one");
   WriteFileSafely(file, "new");
   AppendToFile(file, std::string("\0b", 2));
@@ -89,12 +89,12 @@ TEST_F(FilesWin32, OldTemporaryFilesAreDeletedAndNothingElse) {
 }
 
 TEST(AnsiCase, FollowsTheCodePage) {
-  if (::GetACP() != 1252) GTEST_SKIP() << "the table of code page 1252 is known, this system has another";
+  if (::GetACP() != 1252) GTEST_SKIP() << "expectations are for code page 1252";
   EXPECT_EQ(LowerCase("@AZ[az\xBF\xC0\xD6\xD7\xD8\xDE\xDF\xE0\xFF"), "@az[az\xBF\xE0\xF6\xD7\xF8\xFE\xDF\xE0\xFF");
   EXPECT_EQ(LowerCase("\x80\x8A\x8C\x8E\x9A\x9F"), "\x80\x9A\x9C\x9E\x9A\xFF");
 }
 
-TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
+TEST(RunValue, IsWrittenAsPlainTextAndRemoved) {
   const auto read = [] {
     char text[64] = "";
     DWORD size = sizeof text;
@@ -108,7 +108,7 @@ TEST(RunValue, IsWrittenAsPlainTextAndTakenAway) {
   EXPECT_EQ(read(), "");
 }
 
-TEST(Boxes, AreCutOnlyWhereTheirButtonWouldLeaveTheScreen) {
+TEST(Boxes, AreCutOnlyIfTheirButtonWouldBeOffTheScreen) {
   const auto shown = [](const std::string& text, const char* closing) {
     const support::BoxAnswers answering;
     ShowBox({.text = text, .closing = closing, .icon = BoxIcon::Critical});
@@ -161,7 +161,7 @@ TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
   SetMessageFilter(nullptr);
 }
 
-TEST(EventLoop, PendingEventsLeaveTheEndToTheLoop) {
+TEST(EventLoop, PendingEventsLeaveQuitToTheLoop) {
   ::PostQuitMessage(7);
   for (int i = 0; i < 2; ++i) RunPendingEvents();
   EXPECT_EQ(RunMessageLoop(), 7);

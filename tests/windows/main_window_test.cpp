@@ -119,7 +119,7 @@ TEST_F(MainWindowTest, SelectionAndCaretStayWithTheirUserWhenAnotherLeaves) {
   users.RemoveRow("anna");
   ::PostMessageA(List(), WM_LBUTTONUP, 0, MAKELPARAM(bob.left + 30, bob.top + 3));
   ::SendMessageA(List(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(bob.left + 30, bob.top + 3));
-  EXPECT_EQ(users.SelectedRecipients(), "bob|") << "who is still drawn there";
+  EXPECT_EQ(users.SelectedRecipients(), "bob|") << "the row that is still drawn there";
   Settle();
   EXPECT_EQ(support::RowTexts(List()), (Texts{"(All)", "bob", "carl"}));
   EXPECT_EQ(SelectedRow(), 1);

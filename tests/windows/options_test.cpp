@@ -24,7 +24,7 @@ std::string gEvents;
 
 }  // namespace
 
-// What the dialog does to the network, "; " behind each.
+// The dialog's calls on the network, each followed by "; ".
 void support::Record(std::string event) { gEvents += event + "; "; }
 
 namespace options {
@@ -86,7 +86,7 @@ class OptionsDialog : public testing::Test {
     return visible;
   }
   static int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
-  // The nodes below one as text: groups behind a blank, their members behind ">".
+  // The nodes below one as text: a blank before each group, ">" before each member.
   static std::string Nodes(HWND tree, HTREEITEM parent, const char* before) {
     std::string all;
     for (HTREEITEM node = TreeView_GetChild(tree, parent); node; node = TreeView_GetNextSibling(tree, node)) {
@@ -104,7 +104,7 @@ class OptionsDialog : public testing::Test {
   std::shared_ptr<FrmOpt> form = std::make_shared<FrmOpt>(program, [] {});
 };
 
-// A control that showed another value than the setting's would change it; so would one that cannot show it at all.
+// A control that did not show the setting's value would change it on Accept.
 TEST_F(OptionsDialog, AcceptWithoutAChangeChangesNothing) {
   const auto settings = [this] {
     return std::tuple(core::gColour, core::gSound, core::gPopPos, core::gRunAtLogon, core::gLanguage, core::gUserName,
@@ -133,7 +133,7 @@ TEST_F(OptionsDialog, AcceptWithoutAChangeChangesNothing) {
 
 bool IsOnTop(HWND hwnd) { return (::GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
 
-TEST_F(OptionsDialog, TheWindowsBeforeStepBackMeanwhile) {
+TEST_F(OptionsDialog, OtherWindowsAreDisabledMeanwhile) {
   static HWND before, dialog;
   static bool meanwhile = true;
   before = ::CreateWindowExA(WS_EX_TOPMOST, "EDIT", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 99, 99, nullptr,
@@ -171,7 +171,7 @@ TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
   Press(kSecurityButton);
   Pump();
   EXPECT_EQ(BoxAnswers::Texts().size(), 2u);
-  EXPECT_EQ(VisiblePage(), 0) << "the page is held too";
+  EXPECT_EQ(VisiblePage(), 0) << "the page does not change either";
 }
 
 TEST_F(OptionsDialog, AcceptRefusesNamesAndTakesGoodOnes) {
@@ -243,7 +243,7 @@ TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
       Press(kNewGroupButton + button);
     return Tree();
   };
-  EXPECT_EQ(after(kAdd, "bob"), "") << "no group to go to";
+  EXPECT_EQ(after(kAdd, "bob"), "") << "there is no group to add to";
   EXPECT_EQ(after(kEnter, "Friends"), " Friends") << "no group yet, so a new one";
   EXPECT_EQ(after(kEnter, "bob"), " Friends>bob");
   EXPECT_EQ(after(kAdd, "Bob"), " Friends>bob>Bob") << "into the group of the selected member; case counts";
@@ -251,7 +251,7 @@ TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
   for (const char* refused : {"Friends", "x|y"}) EXPECT_EQ(after(kNewGroup, refused), " Friends>bob>Bob");
   EXPECT_EQ(after(kNewGroup, "friends"), " Friends>bob>Bob friends");
   EXPECT_EQ(after(kRemove, ""), " Friends>bob>Bob");
-  EXPECT_EQ(support::TextOf(box), "friends") << "to be put in again elsewhere";
+  EXPECT_EQ(support::TextOf(box), "friends") << "ready to be added elsewhere";
   TreeView_SelectItem(tree, TreeView_GetRoot(tree));
   EXPECT_EQ(after(kRemove, ""), " Friends>bob>Bob");
   TreeView_SelectItem(tree, TreeView_GetChild(tree, TreeView_GetChild(tree, TreeView_GetRoot(tree))));
@@ -274,7 +274,7 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   ::SetFocus(support::ChildrenOf(form->hwnd(), TOOLBARCLASSNAMEA).front());  // that of the commands
   EXPECT_TRUE(Alt('G'));
   EXPECT_EQ(::GetFocus(), Item(3, kGroupBox)) << "from wherever it was";
-  // Accept and Add share a letter: it is Add's while there is a name to add.
+  // Accept and Add share a letter, which presses Add while there is a name to add.
   for (const char* name : {"bob", ""}) {
     Type(Item(3, kGroupBox), name);
     EXPECT_TRUE(Alt('a'));
@@ -282,7 +282,7 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
   }
 }
 
-TEST_F(OptionsDialog, LeavesNothingBehind) {
+TEST_F(OptionsDialog, LeaksNothing) {
   support::ExpectNothingLeft(20, [this] {
     form = std::make_shared<FrmOpt>(program, [] {});
     Open();

@@ -95,7 +95,7 @@ TEST_F(SaveDialog, FoldersOpenByDoubleClickAndKeepTheName) {
   EXPECT_EQ(form->Result(), folder + "\\inner\\no folder\\new.txt");
 }
 
-TEST_F(SaveDialog, AFolderThatIsGoneIsTold) {
+TEST_F(SaveDialog, AMissingFolderIsReported) {
   EXPECT_THROW(form->SetLocation("Q:\\none\\"), core::RuntimeError);
   const auto count = ::SendMessageA(Item(kFolders), LB_GETCOUNT, 0, 0);
   ::RemoveDirectoryA((folder + "\\inner").c_str());

@@ -49,7 +49,7 @@ class TrayIconTest : public testing::Test {
   }
   void Note(const char* event, MouseButton button) { events += event + std::to_string(static_cast<int>(button)) + " "; }
 
-  // What the shell posts; y is noise.
+  // A message as the shell posts it; y is arbitrary.
   void Mouse(int message) { ::SendMessageA(Window(), WM_MOUSEMOVE, 1, MAKELPARAM(message, 77)); }
 
   HWND Window() {
@@ -61,7 +61,7 @@ class TrayIconTest : public testing::Test {
   TrayIcon icon{RecordShell};
 };
 
-TEST_F(TrayIconTest, TellsTheShellPictureAndText) {
+TEST_F(TrayIconTest, PassesPictureAndTextToTheShell) {
   const auto copy = [] { return Icon(::CopyIcon(::LoadIconA(nullptr, IDI_APPLICATION))); };
   icon.SetToolTipText("Quillon");
   icon.SetPicture(copy());
@@ -74,15 +74,15 @@ TEST_F(TrayIconTest, TellsTheShellPictureAndText) {
   icon.SetPicture(copy());
   EXPECT_EQ(shellCalls[1].record.hIcon, icon.Picture());
   ICONINFO info{};
-  EXPECT_FALSE(::GetIconInfo(first, &info)) << "gone once the shell has the next one";
+  EXPECT_FALSE(::GetIconInfo(first, &info)) << "destroyed once the shell has the next one";
   icon.SetToolTipText(std::string(200, 'x'));
-  EXPECT_EQ(shellCalls[2].record.szTip, std::string(63, 'x')) << "cut to what the record holds";
+  EXPECT_EQ(shellCalls[2].record.szTip, std::string(63, 'x')) << "cut to the size of the record";
   { TrayIcon(RecordShell).Create(); }
-  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_DELETE}) << "the icon goes with its object";
+  EXPECT_EQ(shellCalls.back().message, DWORD{NIM_DELETE}) << "the destructor removes the icon";
 }
 
 // At logon, when the shell is busy: each attempt is an add followed by a modify, in case the add succeeded after all.
-TEST_F(TrayIconTest, AsksABusyShellAgain) {
+TEST_F(TrayIconTest, RetriesWhileTheShellIsBusy) {
   const auto retry = [this](int times) {
     const std::size_t before = shellCalls.size();
     for (int i = 0; i < times; ++i) ::SendMessageA(Window(), WM_TIMER, 1, 0);
@@ -145,7 +145,7 @@ HINSTANCE WINAPI RecordOpen(HWND owner, const char* verb, const char* file, cons
   return reinterpret_cast<HINSTANCE>(shellResult);
 }
 
-TEST(OpenLink, TellsOnlyOfResultNought) {
+TEST(OpenLink, ReportsResultZeroOnly) {
   const support::BoxAnswers answering;
   for (const INT_PTR result : {1, 2, 31, 33, 0}) {
     shellResult = result;
