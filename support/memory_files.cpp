@@ -79,7 +79,7 @@ std::string MakeTemporaryBeside(const std::string& path) {
   return temporary;
 }
 
-std::vector<std::string> OldTemporaries(const std::string&) { return {}; }  // nobody is killed here
+std::vector<std::string> OldTemporaries(const std::string&) { return {}; }  // this process is not killed
 
 void MakeFile(const std::string& path) { support::MakeNew(path); }
 
@@ -97,7 +97,7 @@ bool MoveOver(const std::string& from, const std::string& to) {
   return true;
 }
 
-// Makes room, so it works on a disk that takes nothing more.
+// Frees space, so it works on a full disk.
 void RemoveFile(const std::string& path) noexcept { Files().files.erase(path); }
 
 }  // namespace core

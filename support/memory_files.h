@@ -1,5 +1,5 @@
-// The program's files in memory, linked in place of those on the disk: quick enough for a fuzzer, and every step of
-// writing can be made to fail.
+// The program's files in memory, linked in place of those on disk: fast enough for a fuzzer, and every step of writing
+// can be made to fail.
 #pragma once
 
 #include <functional>

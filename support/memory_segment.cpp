@@ -16,7 +16,7 @@ constexpr Time kMinDelay = 100us, kMaxDelay = 1ms;  // of a packet from its send
 // Buffer space of a small datagram, including the system's overhead.
 constexpr std::size_t kBufferPerPacket = 256;
 
-constexpr int kLatestTimer = 15;  // milliseconds by which a timer may be late: the resolution of Windows' clock
+constexpr int kMaxTimerDelay = 15;  // milliseconds by which a timer may be late: the resolution of Windows' clock
 
 // The tick count wraps around while desks start.
 constexpr std::uint32_t kFirstTick = std::numeric_limits<std::int32_t>::max() - 12000u;
@@ -108,8 +108,8 @@ void Desk::Kill() {
   copy_.reset();
 }
 
-// Handled at once, although the processor may get to it later: the clock shows that time to the copy, and its packets
-// are sent then.
+// Calls the copy immediately, but with the clock at the time when the processor is free; its packets are sent at that
+// time.
 void Desk::Hear(std::string_view packet) {
   if (!open_) return;
   const Time perPacket = segment_.conditions_.perPacket, begin = std::max(segment_.now_, busyUntil_);
@@ -142,7 +142,7 @@ void Desk::Send(std::string_view packet) {
 }
 
 void Desk::WakeIn(std::uint32_t milliseconds) {
-  const Time late = Between(0ms, std::chrono::milliseconds(kLatestTimer), segment_.delays_);
+  const Time late = Between(0ms, std::chrono::milliseconds(kMaxTimerDelay), segment_.delays_);
   Later(std::chrono::milliseconds(milliseconds) + late, [this, wake = ++wakes_] {
     if (!open_ || wake != wakes_) return;
     const Seat seat(*this);

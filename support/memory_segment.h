@@ -28,14 +28,14 @@ struct Conditions {
   std::size_t buffer = 8 << 20;  // of the receive buffer, bytes; packets beyond it are lost
   net::AnswerLimits limits{};
 
-  // The desks stand in turn on so many segments. Relays join them: what crosses comes so much later, and passes the
-  // limits of the sender's relay and of each other one.
+  // The desks are distributed over this number of segments, connected by relays. A packet reaches another segment after
+  // this delay, if neither the sender's relay nor that segment's relay exceeds its rate.
   int segments = 1;
   Time crossing = 5ms;
   double relayRate = 2000;  // packets a second
 
-  // Packets that arrive within so long are handled desk by desk, which finds its rows in the processor's cache. Less
-  // than the shortest way of an answer; 0 = strictly in order.
+  // Packets that arrive within this time are handled desk by desk, so that a desk's rows stay in the processor's cache.
+  // Must be shorter than the minimum delay of an answer; 0 = strictly in order.
   Time together{0};
 };
 
@@ -46,7 +46,7 @@ class Desk : net::DatagramPort, net::Conversations {
  public:
   Desk(MemorySegment& segment, int place, std::string name, std::int32_t colour, std::int16_t status);
 
-  // Joins under a hidden name, and under its own after the listening.
+  // Joins under a hidden name, and after listening under its own.
   void Start();
   // Joins under its own name with these users on its list.
   void Join(const std::deque<Desk>& known);
@@ -56,12 +56,12 @@ class Desk : net::DatagramPort, net::Conversations {
 
   void Hear(std::string_view packet);
 
-  // Takes part under its own name.
+  // Has joined under its own name.
   bool IsUp() const { return open_ && starting_ == 0; }
   // Lists the other one with its current colour and state.
   bool Knows(const Desk& other) const;
 
-  // The number of the segment that it stands on.
+  // The number of its segment.
   int Place() const { return place_; }
   Time BusiestSecond() const;  // processor time
 
@@ -104,19 +104,19 @@ class MemorySegment {
 
   std::deque<Desk>& Desks() { return desks_; }
   void Add(std::string name, std::int32_t colour, std::int16_t status);
-  // All of them have been up for a while and know each other.
+  // Starts all desks as if they had been running for a while and knew each other.
   void StartSettled();
 
   void At(Time time, std::function<void()> action);
-  // Lets time pass: actions and arrivals happen in the order of their times.
+  // Advances the clock; actions and arrivals happen in order of time.
   void RunUntil(Time end);
   Time Now() const { return now_; }
 
-  // Delivers a packet to every desk that is open then, later than the given time. Returns the time of arrival.
+  // Delivers a packet to every desk whose port is open on arrival, later than `after`. Returns the time of arrival.
   Time Broadcast(std::string packet, Time after = Time(0), const Desk* sender = nullptr);
 
   const std::vector<std::uint32_t>& PacketsBySecond() const { return packets_; }
-  // In the order of sending, for as long as somebody wants them.
+  // If set, receives all packets in the order of sending.
   std::vector<std::string>* transcript = nullptr;
 
  private:

@@ -13,7 +13,7 @@ InstallManual() {
   gzip -9n "$tree/usr/share/man/man1/${1##*/}"
 }
 
-# What the programs need, as the libraries' own packages tell it.
+# The dependencies of the programs, from the packages of their libraries.
 LibraryPackages() {
   touch "$making/debian/control"
   (cd "$making" && dpkg-shlibdeps -O debian/quillon-tools/usr/bin/* | sed -n 's/^shlibs:Depends=//p')
