@@ -8,6 +8,7 @@
 #include "tests/support/in_code_page.h"
 #include "tools/cli/report.h"
 #include "tools/cli/send.h"
+#include "tools/wire/address.h"
 #include "tools/wire/code_page_text.h"
 
 namespace cli {
@@ -76,6 +77,14 @@ TEST(CodePageText, IsExactOrRefused) {
   EXPECT_THROW(wire::ToCodePage("\xFF"), std::invalid_argument);
   EXPECT_THROW(wire::UseCodePage(437), std::invalid_argument);
   wire::UseCodePage(1252);
+}
+
+TEST(Address, IsWrittenInOneWayOnly) {
+  EXPECT_EQ(wire::ParseHost("10.99.0.255"), 0x0A6300FFu);
+  EXPECT_EQ(wire::HostText(0x0A6300FF), "10.99.0.255");
+  for (const char* wrong :
+       {"", "10.99.0", "10.99.0.1.", "10.99.0.1.2", "10.99.0.256", "010.99.0.1", "10.99..1", "-1.9.0.1"})
+    EXPECT_THROW(wire::ParseHost(wrong), std::invalid_argument) << wrong;
 }
 
 TEST(ReadText, IsBoundedAndDropsTrailingLineEnds) {

@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <stdexcept>
 #include <utility>
 
 #include "core/runtime_error.h"
@@ -30,18 +29,6 @@ sockaddr_in SystemAddress(const Address& address) {
 void SetOption(int socket, int option, int value) { ::setsockopt(socket, SOL_SOCKET, option, &value, sizeof value); }
 
 }  // namespace
-
-std::string HostText(std::uint32_t host) {
-  const in_addr address{::htonl(host)};
-  char text[INET_ADDRSTRLEN] = "";
-  return ::inet_ntop(AF_INET, &address, text, sizeof text);
-}
-
-std::uint32_t ParseHost(const std::string& text) {
-  in_addr address{};
-  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is not an IPv4 address");
-  return ::ntohl(address.s_addr);
-}
 
 std::uint32_t AddressTowards(const Address& destination) {
   const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);

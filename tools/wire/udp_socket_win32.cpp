@@ -2,7 +2,6 @@
 #include <windows.h>
 #include <ws2tcpip.h>
 
-#include <stdexcept>
 #include <utility>
 
 #include "core/runtime_error.h"
@@ -46,19 +45,6 @@ std::string SystemErrorText(int number) {
                                         static_cast<DWORD>(number), 0, text, sizeof text, nullptr);
   const std::string message(text, length);
   return message.substr(0, message.find_last_not_of(" .\r\n") + 1);
-}
-
-std::string HostText(std::uint32_t host) {
-  in_addr address{};
-  address.s_addr = ::htonl(host);
-  char text[16] = "";
-  return ::inet_ntop(AF_INET, &address, text, sizeof text);
-}
-
-std::uint32_t ParseHost(const std::string& text) {
-  in_addr address{};
-  if (::inet_pton(AF_INET, text.c_str(), &address) != 1) throw std::invalid_argument(text + " is not an IPv4 address");
-  return ::ntohl(address.s_addr);
 }
 
 std::uint32_t AddressTowards(const Address& destination) {
