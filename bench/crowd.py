@@ -20,10 +20,11 @@ _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
 
 from rig import copies, private_machine  # noqa: E402
-from whole_program import Table, process_ids, settle  # noqa: E402
+from whole_program import Table, process_ids, settle, users_online  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PROGRAM = "Quillon.exe"
+_LISTENING = 10  # seconds for which a starting copy listens
 _START_SPAN = 60  # seconds within which all desks start
 
 
@@ -68,7 +69,7 @@ class WineDesk:
         time.sleep(0.5)
 
     def users(self):
-        return copies.users_online(self._copy.probe)
+        return users_online(self._copy.probe)
 
 
 class Crowd:
@@ -101,7 +102,7 @@ class Crowd:
         settle(self._rig)
         start = self._rig.wire.mark()
         action()
-        time.sleep(copies.LISTENING)
+        time.sleep(_LISTENING)
         settle(self._rig, 5)
         packets = self._rig.wire.packets(start=start)
         seconds = collections.Counter(int(packet.time - packets[0].time) for packet in packets)

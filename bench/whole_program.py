@@ -111,6 +111,12 @@ def settle(rig, silence=1.0):
         time.sleep(silence)
 
 
+def users_online(window_probe):
+    """The user count that a copy's main window displays, even while hidden."""
+    texts = [child.text for child in window_probe.children(window_probe.wait_for("frmMain", visible=False), "Static")]
+    return next(int(text.split()[0]) for text in texts if "online" in text)
+
+
 def _costs(rig, subjects, texts, batches=6):
     """Processor microseconds per packet of each subject, all receiving the same packets at the same time. The median of
     several batches, because other programs on the machine disturb some of them."""
@@ -192,16 +198,16 @@ def _measure_packets(table, rig, quillon, bare):
 def _measure_burst(table, rig, quillon):
     count = 5000
     settle(rig)
-    before = copies.users_online(quillon.probe)
+    before = users_online(quillon.probe)
     for number in range(count):
         rig.wire.send(f"burst{number}|S/0")
     settle(rig)
-    listed = copies.users_online(quillon.probe) - before
+    listed = users_online(quillon.probe) - before
     table.row(f"burst of {count} packets of {count} senders, listed", f"{count}", f"{listed}", listed == count)
 
 
 def _quillon_users(quillon):
-    return copies.users_online(quillon.probe)
+    return users_online(quillon.probe)
 
 
 def _bare_users(bare):

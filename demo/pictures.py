@@ -147,7 +147,7 @@ class Scene:
 
     def composer(self):
         composer = self.anna.open_composer("Berta")
-        self.anna.type_alert(composer, "Shall we have lunch at noon?")
+        self.anna.type(composer, "Shall we have lunch at noon?")
         self.camera.take("composer", composer.text)
         self.probe.click_tool(composer, copies.SEND_TOOL)
         self.probe.wait_gone(composer)

@@ -161,7 +161,7 @@ class _Scene:
         copy = self._copy
         self._announce("An alert to Berta, and her answer slides in.")
         composer = copy.open_composer("Berta")
-        copy.type_alert(composer, "Shall we have lunch at noon?")
+        copy.type(composer, "Shall we have lunch at noon?")
         self._picture("2-main-window-and-composer")
         copy.probe.click_tool(composer, copies.SEND_TOOL)
         copy.popup_at_rest()

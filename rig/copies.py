@@ -1,5 +1,6 @@
 """Copies of Quillon on the private segment, each with its own host, Windows installation, program folder and probe."""
 
+import functools
 import os
 import pathlib
 import subprocess
@@ -12,9 +13,6 @@ WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
 PROGRAM_FOLDER = WINDOWS_BUILD + "/Quillon"
 PROBE = WINDOWS_BUILD + "/rig/probe.exe"
 PICTURES = _ROOT + "/build/pictures"
-
-# How long a starting copy listens, seconds.
-LISTENING = 10
 
 # Command ids of toolbar buttons: Alert, Chat and Block of the main window, Send of the composer, Accept of the options.
 ALERT_TOOL, CHAT_TOOL, BLOCK_TOOL = 100, 101, 102
@@ -35,12 +33,6 @@ class Rig(wine.Machine):
         return Copy(self.system, user, host or self.segment, on_screen or self.screen, **options)
 
 
-def users_online(window_probe):
-    """The user count that a copy's main window displays, even while hidden."""
-    texts = [child.text for child in window_probe.children(window_probe.wait_for("frmMain", visible=False), "Static")]
-    return next(int(text.split()[0]) for text in texts if "online" in text)
-
-
 class Copy:
     """One installed copy of Quillon. Its files are in `folder`."""
 
@@ -51,13 +43,10 @@ class Copy:
         self.folder = self.prefix.install(PROGRAM_FOLDER)
         self._environment = environment
         self.process = None
-        self._probe = None
 
-    @property
+    @functools.cached_property
     def probe(self):
-        if not self._probe:
-            self._probe = probe.Probe(self.prefix, PROBE)
-        return self._probe
+        return probe.Probe(self.prefix, PROBE)
 
     def start(self, *arguments):
         """Starts the program; returns the copy itself."""
@@ -91,6 +80,10 @@ class Copy:
         # A record begins with the short date and the long time: 11/21/2026 12:00:00 PM in Wine's English.
         return [record.strip('"').split(" ", 3)[3] for record in records]
 
+    def main(self):
+        """The main window, visible or hidden."""
+        return self.probe.wait_for("frmMain", visible=False)
+
     def wait_for_box(self):
         """Waits for a message box; returns it, still open, and its text."""
         box = self.probe.wait_for_box()
@@ -98,7 +91,7 @@ class Copy:
 
     def roster(self):
         """The rows of the main window's list. Shows the window, because a hidden one does not update its list."""
-        main = self.probe.show(self.probe.wait_for("frmMain", visible=False))
+        main = self.probe.show(self.main())
         roster = self.probe.children(main, "SysListView32")[0]
         probe.wait(lambda: self.probe.count(roster) > 0)
         return self.probe.rows(roster)
@@ -109,11 +102,8 @@ class Copy:
 
     def say(self, chat, line):
         """Types a line into a chat window and presses Enter."""
-        typed = self.probe.children(chat, "Edit")[0]
-        self.probe.type(typed, line)
-        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == line)
-        self.probe.post(typed, probe.WM_KEYDOWN, probe.VK_RETURN)
-        probe.wait(lambda: self.probe.children(chat, "Edit")[0].text == "")
+        self.probe.post(self.type(chat, line), probe.WM_KEYDOWN, probe.VK_RETURN)
+        probe.wait(lambda: self._text_box(chat).text == "")
 
     def said(self, chat):
         """The text of the conversation that a chat window displays."""
@@ -121,7 +111,7 @@ class Copy:
 
     def show_main(self):
         """Shows the main window by a double click on the icon in the notification area."""
-        main = self.probe.wait_for("frmMain", visible=False)
+        main = self.main()
         if not main.visible:
             self.prefix.screen.click_tray(times=2)
             probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()))
@@ -129,7 +119,7 @@ class Copy:
 
     def open_options(self):
         """Chooses Options in the main window's menu; returns the dialog."""
-        self.probe.command(self.probe.wait_for("frmMain", visible=False), OPTIONS)
+        self.probe.command(self.main(), OPTIONS)
         return self.probe.wait_for("frmOpt")
 
     def open_composer(self, recipient):
@@ -147,20 +137,23 @@ class Copy:
         self._click_with(name, BLOCK_TOOL)
 
     def _click_with(self, name, tool):
-        main = self.probe.wait_for("frmMain", visible=False)
+        main = self.main()
         row = [text for text, _ in self.roster()].index(name)
         self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
         self.probe.click_tool(main, tool)
 
-    def type_alert(self, composer, text):
-        """Types the text of an alert, key by key."""
-        self.probe.type(self.probe.children(composer, "Edit")[0], text.replace("\r\n", "\r"))
-        probe.wait(lambda: self.probe.children(composer, "Edit")[0].text == text)
+    def _text_box(self, window):
+        return self.probe.children(window, "Edit")[0]
+
+    def type(self, window, text):
+        """Types into the first text box of a window, key by key; returns the text box."""
+        self.probe.type(self._text_box(window), text.replace("\r\n", "\r"))
+        return probe.wait(lambda: next((box for box in [self._text_box(window)] if box.text == text), None))
 
     def send_alert(self, recipient, text):
         """Writes and sends an alert to a row of the main window, as the user would."""
         composer = self.open_composer(recipient)
-        self.type_alert(composer, text)
+        self.type(composer, text)
         self.probe.click_tool(composer, SEND_TOOL)
         self.probe.wait_gone(composer)
 
@@ -177,7 +170,7 @@ class Copy:
 
     def close(self):
         """Closes the main window, as its X button does, and waits for the process to end."""
-        self.probe.post(self.probe.wait_for("frmMain", visible=False), probe.WM_CLOSE)
+        self.probe.post(self.main(), probe.WM_CLOSE)
         return self.process.wait(probe.TIMEOUT)
 
     def runs(self):

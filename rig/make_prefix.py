@@ -14,7 +14,6 @@ def make(directory):
     machine = wine.Machine()
     system = machine.system
     path = "/template"
-    os.makedirs(system.root + path)
     private_machine.mount("--bind", directory, system.root + path)
     prefix = wine.Prefix(system, machine.segment, machine.screen, path=path)
     if prefix.start("wineboot", "--init").wait() != 0:

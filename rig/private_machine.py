@@ -20,8 +20,6 @@ _CLONE_NEWPID = 0x20000000
 _CLONE_NEWNET = 0x40000000
 _PR_SET_PDEATHSIG = 1
 
-_FATAL_SIGNALS = (signal.SIGTERM, signal.SIGHUP)
-
 
 class Refused(Exception):
     """This machine does not allow private namespaces, for example in an unprivileged container."""
@@ -33,7 +31,9 @@ def _unshare(flags):
 
 
 def mount(*arguments):
-    """Calls mount(8); the mount is visible in the private machine only."""
+    """Calls mount(8), on a directory created if missing; the mount is visible in the private machine only."""
+    if not os.path.exists(arguments[-1]):
+        os.makedirs(arguments[-1])
     subprocess.run(["mount", *arguments], check=True)
 
 
@@ -47,16 +47,18 @@ def run(work, private_network=True):
     first = os.fork()
     if first == 0:
         _run_as_init(work)
+
     # Killing the first process kills all others.
-    for number in _FATAL_SIGNALS:
-        signal.signal(number, lambda _number, _frame: os.kill(first, signal.SIGKILL))
-    signal.signal(signal.SIGINT, lambda _number, _frame: _interrupt(first))
+    def end(*_):
+        os.kill(first, signal.SIGKILL)
+
+    def interrupt(*_):
+        signal.signal(signal.SIGINT, end)
+        os.kill(first, signal.SIGINT)
+
+    for number, action in (signal.SIGTERM, end), (signal.SIGHUP, end), (signal.SIGINT, interrupt):
+        signal.signal(number, action)
     return os.waitstatus_to_exitcode(os.waitpid(first, 0)[1])
-
-
-def _interrupt(first):
-    signal.signal(signal.SIGINT, lambda _number, _frame: os.kill(first, signal.SIGKILL))
-    os.kill(first, signal.SIGINT)
 
 
 def _run_as_init(work):

@@ -81,10 +81,9 @@ void PrintWindow(HWND window) try {
   ::GetWindowThreadProcessId(window, &process);
   RECT place{};
   ::GetWindowRect(window, &place);
-  std::printf("%lu\t%s\t%lu\t%d\t%d\t", static_cast<unsigned long>(HandleToUlong(window)), className.c_str(), process,
-              ::IsWindowVisible(window), ::IsWindowEnabled(window));
-  std::printf("%ld\t%ld\t%ld\t%ld\t%d\t%s\n", place.left, place.top, place.right, place.bottom, ::GetDlgCtrlID(window),
-              text.c_str());
+  std::printf("%lu\t%s\t%lu\t%d\t%d\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", static_cast<unsigned long>(HandleToUlong(window)),
+              className.c_str(), process, ::IsWindowVisible(window), ::IsWindowEnabled(window), place.left, place.top,
+              place.right, place.bottom, ::GetDlgCtrlID(window), text.c_str());
 } catch (const std::runtime_error&) {
   if (::IsWindow(window)) throw;
 }
@@ -104,8 +103,7 @@ void Windows(const Fields& fields) {
 }
 
 void SetText(const Fields& fields) {
-  const std::string text = Text(fields.at(2));
-  Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  Send(Window(fields.at(1)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Text(fields.at(2)).c_str()));
 }
 
 // Posts a text as typed characters. In Unicode: the system converts them to the bytes that the window expects.
@@ -118,16 +116,16 @@ void Type(const Fields& fields) {
   for (const wchar_t letter : wide) ::PostMessageW(window, WM_CHAR, letter, 1);
 }
 
-void Post(const Fields& fields) {
-  ::PostMessageA(Window(fields.at(1)), static_cast<UINT>(Number(fields.at(2))),
-                 static_cast<WPARAM>(Number(fields.at(3))), static_cast<LPARAM>(Number(fields.at(4))));
+// Calls a function with the window, message and arguments in the fields.
+template <typename Function>
+auto Pass(Function function, const Fields& fields) {
+  return function(Window(fields.at(1)), static_cast<UINT>(Number(fields.at(2))),
+                  static_cast<WPARAM>(Number(fields.at(3))), static_cast<LPARAM>(Number(fields.at(4))));
 }
 
-void SendAndPrint(const Fields& fields) {
-  const LRESULT result = Send(Window(fields.at(1)), static_cast<UINT>(Number(fields.at(2))),
-                              static_cast<WPARAM>(Number(fields.at(3))), static_cast<LPARAM>(Number(fields.at(4))));
-  std::printf("%lld\n", static_cast<long long>(result));
-}
+void Post(const Fields& fields) { Pass(::PostMessageA, fields); }
+
+void SendAndPrint(const Fields& fields) { std::printf("%lld\n", static_cast<long long>(Pass(Send, fields))); }
 
 // The foreground window.
 void Foreground(const Fields&) { PrintWindow(::GetForegroundWindow()); }
@@ -142,7 +140,8 @@ class RemoteMemory {
     DWORD process = 0;
     ::GetWindowThreadProcessId(window, &process);
     process_ = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
-    memory_ = static_cast<char*>(::VirtualAllocEx(process_, nullptr, kSize, MEM_COMMIT, PAGE_READWRITE));
+    memory_ = static_cast<char*>(
+        ::VirtualAllocEx(process_, nullptr, sizeof(LVITEMA) + kTextSize, MEM_COMMIT, PAGE_READWRITE));
     if (!memory_) throw std::runtime_error("no memory in the other process");
   }
   RemoteMemory(const RemoteMemory&) = delete;
@@ -167,7 +166,6 @@ class RemoteMemory {
   }
 
  private:
-  static constexpr SIZE_T kSize = 4096;
   HANDLE process_ = nullptr;
   char* memory_ = nullptr;
 };
@@ -232,9 +230,5 @@ void Answer(const std::string& line) {
 }  // namespace
 
 int main() {
-  for (std::string line; std::getline(std::cin, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    Answer(line);
-  }
-  return 0;
+  for (std::string line; std::getline(std::cin, line);) Answer(line);
 }

@@ -2,13 +2,13 @@
 
 import subprocess
 import time
-from dataclasses import dataclass
+from collections import namedtuple
 
 WM_CLOSE = 0x0010
 WM_KEYDOWN = 0x0100
 WM_COMMAND = 0x0111
 BM_CLICK = 0x00F5
-VK_RETURN, VK_UP = 0x0D, 0x26
+VK_RETURN = 0x0D
 LVM_GETITEMCOUNT = 0x1004
 
 # Default timeout of a wait, seconds: on a busy machine, half a minute may pass for what usually takes a moment.
@@ -23,19 +23,8 @@ def _text(digits):
     return bytes.fromhex(digits).decode("latin-1")
 
 
-@dataclass(frozen=True)
-class Window:
-    handle: int
-    class_name: str
-    process: int
-    visible: int  # 0 or 1, like the next one
-    enabled: int
-    left: int
-    top: int
-    right: int
-    bottom: int
-    id: int
-    text: str
+class Window(namedtuple("Window", "handle class_name process visible enabled left top right bottom id text")):
+    """A window's state. All fields are integers except class_name and text."""
 
     @property
     def width(self):
@@ -159,8 +148,7 @@ def wait(condition, seconds=TIMEOUT, complaint="it did not happen"):
     """Waits until condition() is true and returns its value. `complaint` is a text, or a function returning one."""
     deadline = time.monotonic() + seconds
     while True:
-        value = condition()
-        if value:
+        if value := condition():
             return value
         if time.monotonic() > deadline:
             raise TimeoutError(f"{complaint() if callable(complaint) else complaint} (waited {seconds} s)")

@@ -6,7 +6,7 @@ import subprocess
 import time
 
 from .private_machine import mount
-from .probe import TIMEOUT, wait
+from .probe import wait
 
 _SOCKETS = "/tmp/.X11-unix"
 _TRAY_WIDTH, _TRAY_HEIGHT = 200, 24
@@ -19,15 +19,16 @@ def set_up():
 
 
 class Screen:
-    """One Xvfb screen. `name` is the value for DISPLAY."""
+    """One Xvfb screen. `name` is the value for DISPLAY, `environment` contains it."""
 
     _count = 0
 
     def __init__(self, size="1024x768", tray=False):
         Screen._count += 1
         self.name = f":{Screen._count}"
+        self.environment = dict(os.environ, DISPLAY=self.name)
         self._size = tuple(map(int, size.split("x")))
-        self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24", display="")
+        self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24")
         wait(self._is_up, complaint="the screen did not come up")
         self._start("openbox", "--sm-disable")
         self._run("display", "-window", "root", "xc:#5A7894", check=False)  # contrasts with windows in screenshots
@@ -37,19 +38,18 @@ class Screen:
                         "--width", str(_TRAY_WIDTH), "--heighttype", "pixel", "--height", str(_TRAY_HEIGHT),
                         "--SetDockType", "true")
 
-    def _start(self, *command, display=None):
-        environment = dict(os.environ, DISPLAY=self.name if display is None else display)
-        subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+    def _start(self, *command):
+        subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                          stderr=subprocess.DEVNULL)
 
     def _is_up(self):
         with socket.socket(socket.AF_UNIX) as client:
             return client.connect_ex(f"{_SOCKETS}/X{self.name[1:]}") == 0
 
-    def wait_for_window(self, seconds=TIMEOUT):
+    def wait_for_window(self):
         """Waits until a Windows program shows a window."""
-        wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False), seconds,
-             "no window appeared")
+        wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False),
+             complaint="no window appeared")
 
     def save(self, path):
         """Saves a screenshot of the whole screen."""
@@ -74,5 +74,5 @@ class Screen:
         return self._run("xdotool", *arguments)
 
     def _run(self, *command, check=True):
-        return subprocess.run(command, env=dict(os.environ, DISPLAY=self.name), check=check, text=True,
-                              stdout=subprocess.PIPE, stderr=None if check else subprocess.DEVNULL).stdout
+        return subprocess.run(command, env=self.environment, check=check, text=True, stdout=subprocess.PIPE,
+                              stderr=None if check else subprocess.DEVNULL).stdout

@@ -6,6 +6,7 @@ mounted with an overlay in memory, the prefix once per copy.
 
 import itertools
 import os
+import pathlib
 import re
 import shutil
 import socket
@@ -24,10 +25,10 @@ _OWN_DIRECTORIES = {"bin", "boot", "etc", "lib", "lib32", "lib64", "libx32", "lo
 
 def _mount_overlay(lower, target, scratch):
     """Mounts `lower` at `target`; changes go to the directory `scratch`."""
-    for directory in (target, scratch + "/upper", scratch + "/work"):
+    for directory in (scratch + "/upper", scratch + "/work"):
         os.makedirs(directory, exist_ok=True)
     mount("-t", "overlay", "overlay", "-o",
-           f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", target)
+          f"lowerdir={lower},upperdir={scratch}/upper,workdir={scratch}/work", target)
 
 
 class Machine:
@@ -47,7 +48,6 @@ class WineSystem:
     def __init__(self):
         # Mounts below this directory are visible in this private machine only.
         self._memory = CACHE + "/machine"
-        os.makedirs(self._memory, exist_ok=True)
         mount("-t", "tmpfs", "tmpfs", self._memory)
         self._numbers = itertools.count(1)
         self.root = self._memory + "/root"
@@ -62,7 +62,6 @@ class WineSystem:
         _mount_overlay(_SYSTEM, self.root, self._memory + "/system")
         for name in sorted(os.listdir("/")):
             if name not in _OWN_DIRECTORIES and os.path.isdir("/" + name) and not os.path.islink("/" + name):
-                os.makedirs(f"{self.root}/{name}", exist_ok=True)
                 mount("--rbind", "/" + name, f"{self.root}/{name}")
 
     def _hide_other_servers(self):
@@ -75,8 +74,7 @@ class WineSystem:
         hosts = f"127.0.0.1 localhost {socket.gethostname()}\n"
         for path, text in (("/etc/hosts", hosts), ("/etc/resolv.conf", ""), ("/etc/nsswitch.conf", "hosts: files\n")):
             private = self._memory + "/" + os.path.basename(path)
-            with open(private, "w", encoding="ascii") as file:
-                file.write(text)
+            pathlib.Path(private).write_text(text)
             open(self.root + path, "a", encoding="ascii").close()  # a minimal system lacks some of them
             mount("--bind", private, self.root + path)
 
@@ -85,18 +83,13 @@ class WineSystem:
         number = next(self._numbers)
         prefix = f"{self._memory}/prefix-{number}" if not self.root else f"/prefix-{number}"
         _mount_overlay(_TEMPLATE, self.root + prefix, f"{self._memory}/layer-{number}")
-        self._name_server_folder(self.root + prefix)
-        return prefix
-
-    @staticmethod
-    def _name_server_folder(prefix):
         # Debian's Wine creates a folder for its server's sockets at the first start and stores its name in the prefix.
         # If two programs started at once, both would do so, and one would fail.
-        name = "wine-server"
-        os.mkdir(f"{prefix}/{name}", 0o700)
-        with open(f"{prefix}/wineserver", "w", encoding="ascii") as file:
-            file.write(name)
-        os.chmod(f"{prefix}/wineserver", 0o400)
+        folder, note = (pathlib.Path(self.root + prefix, name) for name in ("wine-server", "wineserver"))
+        folder.mkdir(0o700)
+        note.write_text(folder.name)
+        note.chmod(0o400)
+        return prefix
 
     def locale(self, name):
         """Compiles a locale such as "ja_JP" in memory; returns the environment variables that select it.
@@ -113,7 +106,6 @@ class WineSystem:
     def show(self, directory):
         """Makes a directory of the host visible in the system under the same name, unless it is already."""
         if self.root and not os.path.isdir(self.root + directory):
-            os.makedirs(self.root + directory)
             mount("--bind", directory, self.root + directory)
 
     def command(self, directory, environment, arguments):
@@ -151,28 +143,20 @@ class Prefix:
 
     def _set_dpi(self, dpi):
         # Written directly to the registry file: through Wine it would take a second.
-        path = self._system.root + self._path + "/user.reg"
-        with open(path, encoding="utf-8") as file:
-            text = file.read()
-        text = re.sub(r'"LogPixels"=dword:\w+\n', "", text)
+        path = pathlib.Path(self._system.root + self._path, "user.reg")
+        text = re.sub(r'"LogPixels"=dword:\w+\n', "", path.read_text("utf-8"))
         section = re.search(r"^\[Control Panel\\\\Desktop\].*\n(#.*\n)?", text, re.MULTILINE)
-        line = f'"LogPixels"=dword:{dpi:08x}\n'
-        with open(path, "w", encoding="utf-8") as file:
-            file.write(text[:section.end()] + line + text[section.end():])
+        path.write_text(f'{text[:section.end()]}"LogPixels"=dword:{dpi:08x}\n{text[section.end():]}', "utf-8")
 
-    def start(self, *arguments, directory=None, environment=(), **options):
+    def start(self, *arguments, directory="/", environment=(), **options):
         """Starts a Windows program; `options` are those of subprocess.Popen."""
-        return subprocess.Popen(self._command(arguments, directory, environment), **options)
-
-    def _command(self, arguments, directory, environment):
         values = {**self._environment, **dict(environment)}
-        return self._host.command(*self._system.command(directory or "/", values, ["wine", *arguments]))
+        command = self._system.command(directory, values, ["wine", *arguments])
+        return subprocess.Popen(self._host.command(*command), **options)
 
     def install(self, directory):
         """Copies the files of a host directory to C:\\NAME; returns the host path of the copy."""
-        target = f"{self.drive_c}/{os.path.basename(directory)}"
-        shutil.copytree(directory, target)
-        return target
+        return shutil.copytree(directory, f"{self.drive_c}/{os.path.basename(directory)}")
 
     def settle(self):
         """Waits until all programs of this installation have ended and its registry is on disk."""

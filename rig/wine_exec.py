@@ -14,7 +14,8 @@ from rig import private_machine, wine  # noqa: E402
 def parse():
     parser = argparse.ArgumentParser(
         prog="wine-exec",
-        description="Runs a Windows program on a private network and screen, and returns its exit code.")
+        description="Runs a Windows program on a private network and screen, and returns its exit code. WINEDEBUG selects "
+                    "Wine's own messages.")
     parser.add_argument("--dpi", type=int, default=96, help="screen resolution reported to the program (96 is 100 %%)")
     parser.add_argument("--screen", default="1024x768", metavar="WxH", help="size of the screen")
     parser.add_argument("--user", help="logon name")
@@ -26,7 +27,6 @@ def parse():
     parser.add_argument("--shot", metavar="PNG", help="save a screenshot (see --after), then end the program")
     parser.add_argument("--after", type=float, default=0.5, metavar="SECONDS",
                         help="delay of --script and --shot after the first window appears")
-    parser.add_argument("--debug", default="-all", metavar="CHANNELS", help="Wine's own messages (WINEDEBUG)")
     parser.add_argument("program")
     parser.add_argument("arguments", nargs=argparse.REMAINDER)
     return parser.parse_args()
@@ -39,15 +39,12 @@ def run(options):
     prefix = wine.Prefix(machine.system, machine.segment, machine.screen, user=options.user, dpi=options.dpi,
                          locale=options.locale)
     program = os.path.abspath(options.program) if os.path.exists(options.program) else options.program
-    process = prefix.start(program, *options.arguments, directory=directory, environment={"WINEDEBUG": options.debug})
+    process = prefix.start(program, *options.arguments, directory=directory)
     if not (options.script or options.shot):
         return process.wait()
     machine.screen.wait_for_window()
     time.sleep(options.after)
-    status = 0
-    if options.script:
-        environment = dict(os.environ, DISPLAY=machine.screen.name)
-        status = subprocess.run(["bash", "-c", options.script], env=environment).returncode
+    status = subprocess.run(["bash", "-c", options.script or "true"], env=machine.screen.environment).returncode
     if options.shot:
         machine.screen.save(options.shot)
     return status

@@ -5,17 +5,16 @@ import socket
 import struct
 import subprocess
 import threading
-from dataclasses import dataclass
+from typing import NamedTuple
 
-from .probe import TIMEOUT, wait
+from .probe import wait
 
 PORT = 1414
 
 _SO_TIMESTAMPNS = 35  # Python's socket module does not name it
 
 
-@dataclass(frozen=True)
-class Packet:
+class Packet(NamedTuple):
     time: float  # kernel timestamp, seconds since the epoch
     source: str  # address of the sender
     text: str  # one character a byte
@@ -26,10 +25,9 @@ class Wire:
 
     def __init__(self, port=PORT):
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-        for option in (socket.SO_REUSEADDR, socket.SO_BROADCAST):
-            self._socket.setsockopt(socket.SOL_SOCKET, option, 1)
-        self._socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 8 << 20)
-        self._socket.setsockopt(socket.SOL_SOCKET, _SO_TIMESTAMPNS, 1)
+        for option, value in ((socket.SO_REUSEADDR, 1), (socket.SO_BROADCAST, 1), (socket.SO_RCVBUF, 8 << 20),
+                              (_SO_TIMESTAMPNS, 1)):
+            self._socket.setsockopt(socket.SOL_SOCKET, option, value)
         self._socket.bind(("0.0.0.0", port))
         self._port = port
         self._packets = []
@@ -72,8 +70,8 @@ class Wire:
 
     def wait_for(self, text, start=0):
         """Waits for a packet with exactly this text and returns it."""
-        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None), TIMEOUT,
-                    lambda: f"{text!r} not heard, only {self.texts(start=start)}")
+        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None),
+                    complaint=lambda: f"{text!r} not heard, only {self.texts(start=start)}")
 
 
 def hold_port(host, port=PORT):
