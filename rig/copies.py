@@ -102,7 +102,8 @@ class Copy:
 
     def say(self, chat, line):
         """Types a line into a chat window and presses Enter."""
-        self.probe.post(self.type(chat, line), probe.WM_KEYDOWN, probe.VK_RETURN)
+        self.type(chat, line)
+        self.probe.post(self._text_box(chat), probe.WM_KEYDOWN, probe.VK_RETURN)
         probe.wait(lambda: self._text_box(chat).text == "")
 
     def said(self, chat):
@@ -146,9 +147,9 @@ class Copy:
         return self.probe.children(window, "Edit")[0]
 
     def type(self, window, text):
-        """Types into the first text box of a window, key by key; returns the text box."""
+        """Types into the first text box of a window, key by key."""
         self.probe.type(self._text_box(window), text.replace("\r\n", "\r"))
-        return probe.wait(lambda: next((box for box in [self._text_box(window)] if box.text == text), None))
+        probe.wait(lambda: self._text_box(window).text == text)
 
     def send_alert(self, recipient, text):
         """Writes and sends an alert to a row of the main window, as the user would."""

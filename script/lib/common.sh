@@ -16,7 +16,7 @@ Fail() {
 Quietly() {
   local output status=0
   output=$(mktemp)
-  "$@" >"$output" 2>&1 </dev/null || status=$?
+  ("$@") >"$output" 2>&1 </dev/null || status=$?  # a Fail in it ends it alone
   ((status == 0)) || cat "$output" >&2
   rm -f "$output"
   return "$status"
