@@ -45,7 +45,7 @@ class Desk:
         self.name = self._base
         self.colour = random.choice((0, 255, 8388608, 32768, 16711680))
         self.state = 0
-        self.present = False
+        self.present = self.vanished = False
         self._renames = 0
 
     def rename(self):
@@ -155,7 +155,7 @@ class Crowd:
             self.after(uniform(seconds * 0.8, seconds), lambda desk=desk, leave=leave: leave(desk))
 
     def _join(self, desk):
-        desk.present = True
+        desk.present, desk.vanished = True, False
         self.say(*desk.joining())
 
     def _leave(self, desk):
@@ -165,7 +165,7 @@ class Crowd:
 
     @staticmethod
     def _vanish(desk):
-        desk.present = False
+        desk.vanished, desk.present = desk.vanished or desk.present, False
 
     def _anyone(self):
         return self._random.choice(self.present() or self.desks)
@@ -185,7 +185,7 @@ class Crowd:
         """A start after a power cut: joins under the hidden name first, then under its own."""
         desk = self._anyone()
         self.say(f"_{desk.name}|C/ 0", f"_{desk.name}|S/0", f"_{desk.name}|L/", *desk.joining())
-        desk.present = True
+        desk.present, desk.vanished = True, False
 
     def _chat(self, people):
         # Only a few desks chat with the copies, because each opens a window there.
