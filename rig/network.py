@@ -27,7 +27,9 @@ def _connect(device, on):
 def set_up():
     """Creates the segment in the current network namespace."""
     _ip("link", "set", "lo", "up")
-    _ip("link", "add", _BRIDGE, "type", "bridge")
+    # Without an address of its own a bridge takes the lowest of its ports' addresses; when a host with a lower one joins,
+    # entries in the other hosts' ARP tables become wrong.
+    _ip("link", "add", _BRIDGE, "address", "02:00:00:00:00:01", "type", "bridge")
     # A bridge has no carrier until one of its ports has.
     _ip("link", "add", "plug", "type", "veth", "peer", "name", "socket")
     _ip("link", "set", "socket", "up")
