@@ -27,7 +27,6 @@ class Options : public support::DesktopTest {
 TEST_F(Options, NamesInUseAreRefused) {
   for (const char* name : {"Anna", "Bob", "(Friends)"}) users.AddUser(name);
   EXPECT_EQ(Refusal("bob"), kNameInUseText);
-  EXPECT_EQ(Refusal("(all)"), kNameInUseText);
   EXPECT_EQ(Refusal("(Friends)"), kNameInUseText);
   EXPECT_EQ(Refusal("Anna"), 0);               // the own row
   EXPECT_EQ(Refusal("anna"), kNameInUseText);  // another name as far as this copy knows

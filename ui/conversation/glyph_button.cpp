@@ -16,13 +16,13 @@ constexpr UINT_PTR kSubclass = 1;
 constexpr toolkit::Twips kGlyphHeight = 13_dp;
 
 HFONT SymbolFont() {
-  static const toolkit::Font font = [] {
-    LOGFONTA wanted{};
-    wanted.lfHeight = -Px(kGlyphHeight);
-    wanted.lfCharSet = SYMBOL_CHARSET;
-    std::strcpy(wanted.lfFaceName, "Marlett");
-    return toolkit::Font(::CreateFontIndirectA(&wanted));
-  }();
+  static toolkit::Font font;
+  if (font) return font.get();
+  LOGFONTA wanted{};
+  wanted.lfHeight = -Px(kGlyphHeight);
+  wanted.lfCharSet = SYMBOL_CHARSET;
+  std::strcpy(wanted.lfFaceName, "Marlett");
+  font = toolkit::Font(::CreateFontIndirectA(&wanted));
   return font.get();
 }
 

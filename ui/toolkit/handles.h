@@ -10,10 +10,11 @@
 
 namespace toolkit {
 
-// Returns the result of ::CreateWindowEx. Throws core::Err::OutOfMemory when it failed.
-inline HWND Created(HWND window) {
-  if (!window) throw core::RuntimeError(core::Err::OutOfMemory);
-  return window;
+// Returns a window or menu that was just created. Throws core::Err::OutOfMemory when it is null.
+template <class Handle>
+Handle Created(Handle handle) {
+  if (!handle) throw core::RuntimeError(core::Err::OutOfMemory);
+  return handle;
 }
 
 template <class Handle, class Deleter>

@@ -24,16 +24,25 @@ Area Of(const RECT& rect) {
           static_cast<int>(rect.bottom)};
 }
 
-Font MakeFont(LONG weight) {
+// Made when it is first asked for, or as soon as the desktop has one to give. Null is the system's font until then.
+HFONT Kept(Font& kept, LONG weight) {
+  if (kept) return kept.get();
   LOGFONTA font = MessageFont();
   if (weight) font.lfWeight = weight;
-  return Font(::CreateFontIndirectA(&font));
+  kept = Font(::CreateFontIndirectA(&font));
+  return kept.get();
+}
+
+// That of the design when the desktop has no device context to spare.
+Dpi DpiOf(HWND hwnd, int index) {
+  const int dpi = ::GetDeviceCaps(WindowDc(hwnd).get(), index);
+  return {dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI};
 }
 
 }  // namespace
 
 Dpi ScreenDpi() {
-  static const Dpi dpi{::GetDeviceCaps(WindowDc(nullptr).get(), LOGPIXELSX)};
+  static const Dpi dpi = DpiOf(nullptr, LOGPIXELSX);
   return dpi;
 }
 
@@ -46,13 +55,13 @@ Area WorkAreaPixels() {
 }
 
 HFONT DialogFont() {
-  static const Font font = MakeFont(0);
-  return font.get();
+  static Font font;
+  return Kept(font, 0);
 }
 
 HFONT BoldDialogFont() {
-  static const Font font = MakeFont(FW_BOLD);
-  return font.get();
+  static Font font;
+  return Kept(font, FW_BOLD);
 }
 
 SIZE MeasureText(HFONT font, std::string_view text) {
@@ -70,8 +79,7 @@ SIZE MeasureText(HDC dc, std::string_view text) {
 
 WorkArea GetWorkArea(HWND window) {
   const Area area = WorkAreaPixels();
-  const WindowDc dc(window);
-  const Dpi across{::GetDeviceCaps(dc.get(), LOGPIXELSX)}, down{::GetDeviceCaps(dc.get(), LOGPIXELSY)};
+  const Dpi across = DpiOf(window, LOGPIXELSX), down = DpiOf(window, LOGPIXELSY);
   return {ToTwips(area.left, across), ToTwips(area.top, down), ToTwips(area.right, across), ToTwips(area.bottom, down)};
 }
 

@@ -103,7 +103,7 @@ void TrayIcon::Create() {
   if (active_) Destroy();
   if (!HasValidShell()) return;
   if (!record_.hWnd) record_.hWnd = MakeWindow(this);
-  if (!record_.hWnd) return;
+  if (!record_.hWnd) return BeRefused();
   active_ = true;
   isRefused_ = false;
   if (Add()) return;
@@ -121,8 +121,12 @@ void TrayIcon::TryAgain() {
   retriesLeft_ = added ? 0 : retriesLeft_ - 1;
   if (retriesLeft_ > 0) return;
   ::KillTimer(record_.hWnd, kRetryTimer);
-  isRefused_ = !added;
-  if (isRefused_ && Refused) Refused();
+  if (!added) BeRefused();
+}
+
+void TrayIcon::BeRefused() {
+  isRefused_ = true;
+  if (Refused) Refused();
 }
 
 void TrayIcon::Destroy() {

@@ -32,7 +32,7 @@ void WindowMenu::Create(HWND window, bool fromLanguageFile) {
   window_ = window;
   plain_ = core::gSafe != 0;
   captions_ = AuthoredCaptions(table_, fromLanguageFile);
-  popUp_ = Menu(kind_ == MenuKind::Bar ? ::CreateMenu() : ::CreatePopupMenu());
+  popUp_ = Menu(Created(kind_ == MenuKind::Bar ? ::CreateMenu() : ::CreatePopupMenu()));
   menu_ = popUp_.get();
   if (!table_.empty()) AppendRows(menu_, 0);
   if (kind_ == MenuKind::Bar && ::SetMenu(window_, menu_)) popUp_.release();
@@ -82,11 +82,11 @@ void WindowMenu::Insert(const ItemPlace& place, unsigned id, const std::string& 
 }
 
 HMENU WindowMenu::InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored) {
-  Insert(place, id, authored);
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_SUBMENU;
-  info.hSubMenu = ::CreatePopupMenu();
+  info.hSubMenu = Created(::CreatePopupMenu());
+  Insert(place, id, authored);
   ::SetMenuItemInfoA(place.menu, static_cast<UINT>(place.position), TRUE, &info);
   return info.hSubMenu;
 }
