@@ -117,12 +117,10 @@ void FrmChat::MoveBar(Twips distance) {
 void FrmChat::LayOut() {
   const Area client = toolkit::ClientAreaOf(hwnd());
   const int sendHeight = tbSnd.Place(client.right);
-  SIZE send{};
-  ::SendMessageA(tbSnd.hwnd(), TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&send));
   const ChatParts parts = ChatLayout({.width = client.right,
                                       .height = client.bottom,
                                       .barTop = Px(BarTop(barTop_)),
-                                      .sendWidth = send.cx,
+                                      .sendWidth = tbSnd.ButtonsSize().cx,
                                       .sendHeight = sendHeight,
                                       .status = statVisible_},
                                      toolkit::ScreenDpi());

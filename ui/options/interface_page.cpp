@@ -39,12 +39,8 @@ constexpr int kQuestionTitleText = 9201;
 
 constexpr int kPositions = static_cast<int>(std::size(kPositionNames));
 constexpr toolkit::Twips kPositionWidth = 36_dp, kPositionHeight = 27_dp, kDropHeight = 200_dp;
-constexpr DWORD kPositionsStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT |
-                                  CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
 enum SoundPicture : int { kSilencePicture, kBeepPicture, kWavePicture };
-
-WPARAM PositionId(int position) { return static_cast<WPARAM>(kFirstPosition + position - 1); }
 
 int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label)).cx; }
 
@@ -77,11 +73,7 @@ std::vector<std::string> WaveFiles() {
 
 void InterfacePage::CreateControls() {
   lblcapPosition = AddLabel({2011, "New Message Position"});
-  tbPos = toolkit::Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kPositionsStyle, 0, 0, 0, 0, hwnd(), nullptr,
-                                             ::GetModuleHandleA(nullptr), nullptr));
-  ::SendMessageA(tbPos, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  ::SendMessageA(tbPos, TB_SETMAXTEXTROWS, 0, 0);
-  toolkit::EnableKeyboardNavigation(tbPos);
+  tbPos.Create(hwnd());
   lblcapHeight = AddLabel({2022, "Alert height:"});
   lblHeight = AddLabel("");
   lblcapLanguage = AddLabel("Language/Langage/Sprache/Lenguaje:");
@@ -100,32 +92,13 @@ void InterfacePage::Fill() {
 }
 
 void InterfacePage::AddPos() {
-  while (::SendMessageA(tbPos, TB_DELETEBUTTON, 0, 0)) continue;
   const Scratch picPos({Px(kPositionWidth), Px(kPositionHeight)});
   toolkit::ImageList images = picPos.NewList(kPositions);
   for (int position = 1; position <= kPositions; ++position)
     picPos.Add(images.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });
-  ::SendMessageA(tbPos, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
-  imlPos = std::move(images);
-  for (int position = 1; position <= kPositions; ++position) {
-    TBBUTTON button{};
-    button.iBitmap = position - 1;
-    button.idCommand = static_cast<int>(PositionId(position));
-    button.fsState = TBSTATE_ENABLED;
-    button.fsStyle = BTNS_CHECKGROUP;
-    ::SendMessageA(tbPos, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
-    AddName(kPositionNames[position - 1],
-            [this, position](const std::string& name) { SetPositionName(position, name); });
-  }
-}
-
-// For screen readers alone: the toolbar shows no lines of text.
-void InterfacePage::SetPositionName(int position, std::string name) {
-  TBBUTTONINFOA info{};
-  info.cbSize = sizeof info;
-  info.dwMask = TBIF_TEXT;
-  info.pszText = name.data();
-  ::SendMessageA(tbPos, TB_SETBUTTONINFOA, PositionId(position), reinterpret_cast<LPARAM>(&info));
+  tbPos.SetPictures(std::move(images), kFirstPosition);
+  for (int i = 0; i < kPositions; ++i)
+    AddName(kPositionNames[i], [this, i](const std::string& name) { tbPos.SetName(kFirstPosition + i, name); });
 }
 
 void InterfacePage::AddSnd() {
@@ -145,8 +118,8 @@ void InterfacePage::LayOut() {
   int top = margin;
   const auto next = [&top](int height, int space) { return std::exchange(top, top + height + space); };
   SetArea(lblcapPosition, AreaAt(margin, next(line, gap), column, line));
-  const int positions = toolkit::ToolbarSize(tbPos).cy;
-  SetArea(tbPos, AreaAt(margin, next(positions, Px(8_dp)), column, positions));
+  const int positions = tbPos.ButtonsSize().cy;
+  SetArea(tbPos.hwnd(), AreaAt(margin, next(positions, Px(8_dp)), column, positions));
   const int caption = WidthOf(lblcapHeight);
   SetArea(lblcapHeight, AreaAt(margin, top, caption, line));
   SetArea(lblHeight, AreaAt(margin + caption + Px(6_dp), next(line, Px(14_dp)), column - caption - Px(6_dp), line));
@@ -163,7 +136,7 @@ void InterfacePage::LayOut() {
 }
 
 void InterfacePage::InputSets() {
-  SetPos(core::gPopPos);
+  tbPos.Press(core::gPopPos - 1);
   ::SetWindowTextA(lblHeight, std::to_string(core::gAlertHeight).c_str());
   const auto* const language = std::ranges::find(kLanguages, core::gLanguage);
   const auto index = language == std::end(kLanguages) ? -1 : language - std::begin(kLanguages);
@@ -174,19 +147,9 @@ void InterfacePage::InputSets() {
 }
 
 void InterfacePage::WriteSets() {
-  if (const int position = PressedPos()) core::gPopPos = static_cast<std::int16_t>(position);
+  if (const int pressed = tbPos.Pressed(); pressed >= 0) core::gPopPos = static_cast<std::int16_t>(pressed + 1);
   core::gSound = SelectedSound().value_or(core::gSound);
   core::gRunAtLogon = ::SendMessageA(chkStartUp, BM_GETCHECK, 0, 0) == BST_CHECKED ? 1 : 0;
-}
-
-void InterfacePage::SetPos(int position) {
-  for (int i = 1; i <= kPositions; ++i) ::SendMessageA(tbPos, TB_CHECKBUTTON, PositionId(i), i == position);
-}
-
-int InterfacePage::PressedPos() const {
-  for (int i = 1; i <= kPositions; ++i)
-    if (::SendMessageA(tbPos, TB_ISBUTTONCHECKED, PositionId(i), 0)) return i;
-  return 0;
 }
 
 std::optional<std::string> InterfacePage::SelectedSound() const {

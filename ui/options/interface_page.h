@@ -17,15 +17,14 @@ enum InterfaceControl : int { kTestButton = 120, kFirstPosition = 150, kLanguage
 
 class InterfacePage : public Page {
  public:
-  HWND FirstControl() const override { return tbPos; }
+  HWND FirstControl() const override { return tbPos.hwnd(); }
   void LayOut() override;
   void Fill() override;
   void InputSets() override;
   void WriteSets() override;  // all but the language
 
-  void AddPos();              // the buttons of the positions
-  void SetPos(int position);  // 1 to 4; any other number releases all
-  void AddSnd();              // the list of sounds
+  void AddPos();  // the buttons of the positions
+  void AddSnd();  // the list of sounds
 
   // If another language is selected, asks whether to switch now; on Yes loads it and updates the captions of every
   // window. Throws what LoadLang throws; the language stays unchanged then.
@@ -38,17 +37,16 @@ class InterfacePage : public Page {
   void CreateControls() override;
   std::span<const toolkit::Command> Commands() const override;
   LRESULT OnNotify(NMHDR& header) override { return lvSnd.OnNotify(header); }
-  void SetPositionName(int position, std::string name);
   void tbSnd_Click();
-  int PressedPos() const;
   std::optional<std::string> SelectedSound() const;
   std::optional<std::string> SelectedLanguage() const;
 
   HWND lblcapPosition = nullptr, lblcapHeight = nullptr, lblcapLanguage = nullptr, lblcapSound = nullptr;
-  HWND tbPos = nullptr, lblHeight = nullptr, CMBlang = nullptr, chkStartUp = nullptr;
+  HWND lblHeight = nullptr, CMBlang = nullptr, chkStartUp = nullptr;
   ChoiceList lvSnd;
+  toolkit::PictureGroup tbPos;
   toolkit::Toolbar tbSnd;
-  toolkit::ImageList imlPos, imlSnd;
+  toolkit::ImageList imlSnd;
   std::vector<Sound> sounds_;  // of lvSnd
 };
 

@@ -1,6 +1,7 @@
 #include "ui/toolkit/toolbar.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/text.h"
 #include "ui/toolkit/menu/menu_mnemonic.h"
@@ -10,12 +11,44 @@
 namespace toolkit {
 namespace {
 
-constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_WRAPABLE | TBSTYLE_TRANSPARENT | CCS_NORESIZE |
-                         CCS_NOPARENTALIGN | CCS_NODIVIDER;
+constexpr DWORD kStyle =
+    WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER;
 
 // Padding of a button beside its caption: the control's own padding does not scale. In a narrow window the buttons move
 // closer together before they wrap.
 constexpr Twips kSpare = 12_dp, kMinSpare = 0_dp;
+
+HWND NewToolbar(HWND parent, DWORD style) {
+  const HWND toolbar = Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr,
+                                                 ::GetModuleHandleA(nullptr), nullptr));
+  ::SendMessageA(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  return toolbar;
+}
+
+void AddButton(HWND toolbar, int id, int picture, BYTE style, const char* caption) {
+  TBBUTTON button{};
+  button.iBitmap = picture;
+  button.idCommand = id;
+  button.fsState = TBSTATE_ENABLED;
+  button.fsStyle = style;
+  button.iString = reinterpret_cast<INT_PTR>(caption);
+  ::SendMessageA(toolbar, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+}
+
+void SetButtonText(HWND toolbar, int id, std::string& text) {
+  TBBUTTONINFOA info{};
+  info.cbSize = sizeof info;
+  info.dwMask = TBIF_TEXT;
+  info.pszText = text.data();
+  ::SendMessageA(toolbar, TB_SETBUTTONINFOA, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&info));
+}
+
+SIZE SizeOfButtons(HWND toolbar) {
+  const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
+  RECT last{};
+  ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
+  return {last.right, last.bottom + Px(2_dp)};
+}
 
 int ContentWidth(const std::string& caption) {
   std::string shown = caption;
@@ -116,19 +149,11 @@ LRESULT CALLBACK KeyProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM 
 
 void Toolbar::Create(HWND parent, std::span<const ToolButton> buttons) {
   buttons_ = buttons;
-  hwnd_ = Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", kStyle, 0, 0, 0, 0, parent, nullptr,
-                                    ::GetModuleHandleA(nullptr), nullptr));
-  ::SendMessageA(hwnd_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  hwnd_ = NewToolbar(parent, kStyle | TBSTYLE_WRAPABLE);
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont()), FALSE);
   ::SendMessageA(hwnd_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(SharedPictures(res::Strip::Toolbar)));
   for (const ToolButton& row : buttons) {
-    TBBUTTON button{};
-    button.iBitmap = row.picture;
-    button.idCommand = row.id;
-    button.fsState = TBSTATE_ENABLED;
-    button.fsStyle = BTNS_BUTTON;
-    button.iString = reinterpret_cast<INT_PTR>(row.caption.builtIn);
-    ::SendMessageA(hwnd_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    AddButton(hwnd_, row.id, row.picture, BTNS_BUTTON, row.caption.builtIn);
     captions_.emplace_back(row.caption.builtIn);
   }
 }
@@ -140,11 +165,7 @@ void Toolbar::Indent(int pixels) {
 
 void Toolbar::SetCaption(std::size_t index, const std::string& caption) {
   captions_[index] = caption;
-  TBBUTTONINFOA info{};
-  info.cbSize = sizeof info;
-  info.dwMask = TBIF_TEXT;
-  info.pszText = captions_[index].data();
-  ::SendMessageA(hwnd_, TB_SETBUTTONINFOA, static_cast<WPARAM>(buttons_[index].id), reinterpret_cast<LPARAM>(&info));
+  SetButtonText(hwnd_, buttons_[index].id, captions_[index]);
 }
 
 void Toolbar::SetWidths(int spare) {
@@ -181,7 +202,7 @@ int Toolbar::Place(int width) {
   SetWidths(std::clamp(free / std::max(static_cast<int>(captions_.size()), 1), Px(kMinSpare), Px(kSpare)));
   SetArea(hwnd_, {0, 0, width, Px(1000_dp)});
   ::SendMessageA(hwnd_, TB_AUTOSIZE, 0, 0);
-  const int height = ToolbarSize(hwnd_).cy;
+  const int height = SizeOfButtons(hwnd_).cy;
   SetArea(hwnd_, {0, 0, width, height});
   return height;
 }
@@ -211,15 +232,43 @@ void Toolbar::KeepInOneLine() {
 
 SIZE Toolbar::NaturalSize() {
   Place(Px(2000_dp));
-  return ToolbarSize(hwnd_);
+  return SizeOfButtons(hwnd_);
 }
 
-SIZE ToolbarSize(HWND toolbar) {
-  const LRESULT count = ::SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
-  RECT last{};
-  ::SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last));
-  return {last.right, last.bottom + Px(2_dp)};
+SIZE Toolbar::ButtonsSize() const {
+  SIZE size{};
+  ::SendMessageA(hwnd_, TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&size));
+  return size;
 }
+
+void PictureGroup::Create(HWND parent) {
+  hwnd_ = NewToolbar(parent, kStyle);
+  ::SendMessageA(hwnd_, TB_SETMAXTEXTROWS, 0, 0);
+  EnableKeyboardNavigation(hwnd_);
+}
+
+void PictureGroup::SetPictures(ImageList pictures, int firstId) {
+  while (::SendMessageA(hwnd_, TB_DELETEBUTTON, 0, 0)) continue;
+  ::SendMessageA(hwnd_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.get()));
+  pictures_ = std::move(pictures);
+  firstId_ = firstId;
+  count_ = ::ImageList_GetImageCount(pictures_.get());
+  for (int i = 0; i < count_; ++i) AddButton(hwnd_, firstId + i, i, BTNS_CHECKGROUP, nullptr);
+}
+
+void PictureGroup::SetName(int id, std::string name) { SetButtonText(hwnd_, id, name); }
+
+void PictureGroup::Press(int position) {
+  for (int i = 0; i < count_; ++i) ::SendMessageA(hwnd_, TB_CHECKBUTTON, IdAt(i), i == position);
+}
+
+int PictureGroup::Pressed() const {
+  for (int i = 0; i < count_; ++i)
+    if (::SendMessageA(hwnd_, TB_ISBUTTONCHECKED, IdAt(i), 0)) return i;
+  return -1;
+}
+
+SIZE PictureGroup::ButtonsSize() const { return SizeOfButtons(hwnd_); }
 
 void EnableKeyboardNavigation(HWND toolbar) {
   ::SetWindowLongPtrA(toolbar, GWL_STYLE, ::GetWindowLongPtrA(toolbar, GWL_STYLE) | WS_TABSTOP);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ui/toolkit/caption.h"
+#include "ui/toolkit/handles.h"
 
 namespace toolkit {
 
@@ -49,6 +50,9 @@ class Toolbar {
   // The size that shows all buttons in one line, pixels. Moves the toolbar: lay it out afterwards.
   SIZE NaturalSize();
 
+  // The size of all buttons together, pixels.
+  SIZE ButtonsSize() const;
+
  private:
   void SetWidths(int spare);
 
@@ -58,8 +62,33 @@ class Toolbar {
   std::vector<std::string> captions_;
 };
 
-// The size of the buttons of a toolbar, pixels.
-SIZE ToolbarSize(HWND toolbar);
+// A radio group of pictures without captions.
+class PictureGroup {
+ public:
+  void Create(HWND parent);
+
+  HWND hwnd() const { return hwnd_; }
+
+  // Replaces all buttons by one for each picture, with consecutive ids.
+  void SetPictures(ImageList pictures, int firstId);
+
+  // A name for screen readers; it is not displayed.
+  void SetName(int id, std::string name);
+
+  // By the position in the list of pictures; -1 stands for no button.
+  void Press(int position);
+  int Pressed() const;
+
+  // The size of all buttons together, pixels.
+  SIZE ButtonsSize() const;
+
+ private:
+  WPARAM IdAt(int position) const { return static_cast<WPARAM>(firstId_ + position); }
+
+  HWND hwnd_ = nullptr;
+  int firstId_ = 0, count_ = 0;
+  ImageList pictures_;
+};
 
 // Makes a toolbar usable by keyboard: it is in the Tab order, arrow keys move between buttons, Space and Enter click.
 // The parent gets the same commands as for mouse clicks.
