@@ -25,14 +25,4 @@ constexpr std::int32_t TicksAfter(std::int32_t now, std::uint32_t milliseconds) 
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(now) + milliseconds);
 }
 
-// Stores the current tick count in gTicks.
-void StartTicks();
-
-// Milliseconds since `start`. Throws Err::Overflow when the difference does not fit in a signed 32-bit number, which
-// happens once, 24.8 days after the system started.
-std::int32_t ElapsedTicks(std::int32_t start);
-
-// The checked subtraction that ElapsedTicks uses.
-std::int32_t TicksBetween(std::int32_t start, std::int32_t now);
-
 }  // namespace core

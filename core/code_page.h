@@ -42,7 +42,13 @@ struct CodePage {
   }
 };
 
-// Queried from Windows once. Native builds have data for five code pages (core/code_page_native.h).
+// Queried from Windows once. Native builds have data for five code pages.
 const CodePage& SystemCodePage();
+
+// In native builds only. Selects 932, 936, 949, 950 or 1252, the default. Throws std::invalid_argument for any other.
+void SetSystemCodePage(int number);
+
+// In native builds only. Selects a code page that the caller provides.
+void SetSystemCodePage(CodePage page);
 
 }  // namespace core

@@ -1,4 +1,3 @@
-#include "core/code_page_native.h"
 
 #include <algorithm>
 #include <map>

@@ -12,6 +12,9 @@ namespace core {
 // The folder of the running program, without a trailing "\" except for a root directory, "C:\".
 std::string ProgramDirectory();
 
+// In native builds only. Overrides ProgramDirectory(), which is the folder of the running program by default.
+void SetProgramDirectory(std::string folder);
+
 // ProgramDirectory + "\" + name; "/" in native builds.
 std::string InProgramDirectory(std::string_view name);
 

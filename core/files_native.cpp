@@ -1,4 +1,4 @@
-#include "core/files_native.h"
+#include "core/files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

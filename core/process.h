@@ -1,4 +1,4 @@
-// The process and the user it runs for.
+// The process, the user it runs for, and its start at logon.
 #pragma once
 
 #include <string>
@@ -15,6 +15,10 @@ bool AnotherCopyRuns();
 
 // The program's file name without its extension.
 std::string ProgramFileTitle();
+
+// The logon entry: the value "Quillon" under the current user's Run key. Failures are ignored.
+void WriteRunValue(const std::string& command);
+void DeleteRunValue();
 
 // Ends the process at once, without messages to windows and without destructors. Returns only in tests.
 void EndProcess();

@@ -1,5 +1,6 @@
 #include "core/start_up.h"
 
+#include <limits>
 #include <string>
 
 #include "core/callback_guard.h"
@@ -9,7 +10,6 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/log.h"
-#include "core/logon_entry.h"
 #include "core/message_box.h"
 #include "core/numbers.h"
 #include "core/process.h"
@@ -55,8 +55,8 @@ void CentreChatWindow(const WindowPlace& screen) {
 // Incoming packets fill the roster. Message boxes that they cause are posted for the main loop: a copy that starts at
 // logon must join the network unattended.
 void Listen() {
-  StartTicks();
-  while (ElapsedTicks(gTicks) < kListenTime) {
+  gTicks = TickCount();
+  while (TicksBetween(gTicks, TickCount()) < kListenTime) {
     RunPendingEvents();
     WaitForEvent(kListenStep);
   }
@@ -149,5 +149,18 @@ bool NameInUse(const Roster& roster, std::string_view name) {
 }
 
 bool AsksForSafeMode(std::string_view arguments) { return Find(LowerCase(arguments), "safe") != std::string::npos; }
+
+void SetRunAtLogon(std::int16_t flag) {
+  if (flag == 0) DeleteRunValue();
+  if (flag == 1) WriteRunValue(InProgramDirectory(ProgramFileTitle()));
+}
+
+std::int32_t TicksBetween(std::int32_t start, std::int32_t now) {
+  const std::int64_t difference = std::int64_t{now} - start;
+  if (difference < std::numeric_limits<std::int32_t>::min() || difference > std::numeric_limits<std::int32_t>::max()) {
+    throw RuntimeError(Err::Overflow);
+  }
+  return static_cast<std::int32_t>(difference);
+}
 
 }  // namespace core

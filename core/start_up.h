@@ -1,6 +1,7 @@
 // Start-up and shutdown.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "core/program.h"
@@ -23,6 +24,14 @@ bool NameInUse(const Roster& roster, std::string_view name);
 
 // True when the text contains "safe", in any case.
 bool AsksForSafeMode(std::string_view arguments);
+
+// 0 removes the logon entry, 1 writes it (program directory, "\", file name without extension, no quotes); other values
+// are ignored.
+void SetRunAtLogon(std::int16_t flag);
+
+// Milliseconds between two tick counts. Throws Err::Overflow when they do not fit in a signed 32-bit number, which
+// happens once, 24.8 days after the system started.
+std::int32_t TicksBetween(std::int32_t start, std::int32_t now);
 
 // Duration of the listening, milliseconds.
 inline constexpr int kListenTime = 10000;

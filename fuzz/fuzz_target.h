@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "core/code_page.h"
-#include "core/code_page_native.h"
 #include "core/text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,7 +1,7 @@
 #include "support/memory_files.h"
 
 #include "core/file_steps.h"
-#include "core/files_native.h"
+#include "core/files.h"
 
 namespace support {
 namespace {

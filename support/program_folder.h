@@ -1,7 +1,7 @@
 // A temporary program folder for native tests.
 #pragma once
 
-#include "core/files_native.h"
+#include "core/files.h"
 #include "support/temporary_folder.h"
 
 namespace support {

@@ -5,7 +5,6 @@
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
-#include "core/logon_entry.h"
 #include "core/process.h"
 #include "core/sound.h"
 

@@ -8,7 +8,7 @@
 #include "core/globals.h"
 #include "core/language.h"
 #include "core/log.h"
-#include "core/logon_entry.h"
+#include "core/start_up.h"
 #include "core/record_io.h"
 #include "tests/support/desktop_test.h"
 #include "support/recording_program.h"

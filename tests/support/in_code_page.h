@@ -1,7 +1,7 @@
 // Switches to another code page for the duration of a scope.
 #pragma once
 
-#include "core/code_page_native.h"
+#include "core/code_page.h"
 
 namespace support {
 

@@ -12,7 +12,7 @@
 #include "core/event_loop_win32.h"
 #include "core/files.h"
 #include "core/globals.h"
-#include "core/logon_entry.h"
+#include "core/process.h"
 #include "core/message_box.h"
 #include "core/runtime_error.h"
 #include "core/text.h"

@@ -7,7 +7,6 @@
 #include <numeric>
 
 #include "core/code_page.h"
-#include "core/code_page_native.h"
 #include "tools/wire/code_page_text.h"
 
 namespace wire {

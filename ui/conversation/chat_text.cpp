@@ -5,7 +5,6 @@
 
 #include "core/runtime_error.h"
 #include "ui/conversation/measured.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

@@ -18,7 +18,7 @@
 #include "ui/conversation/conversation.h"
 #include "ui/conversation/rich_box.h"
 #include "ui/conversation/shown_parts.h"
-#include "ui/toolkit/area.h"
+#include "ui/toolkit/units.h"
 
 namespace conversation {
 

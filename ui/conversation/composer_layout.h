@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {

@@ -12,7 +12,6 @@
 #include "core/wide_text_win32.h"
 #include "ui/conversation/text_lines.h"
 #include "ui/toolkit/handles.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

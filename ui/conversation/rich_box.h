@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "ui/toolkit/area.h"
+#include "ui/toolkit/units.h"
 
 namespace conversation {
 

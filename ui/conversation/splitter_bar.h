@@ -7,7 +7,6 @@
 #include <functional>
 #include <optional>
 
-#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {

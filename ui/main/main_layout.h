@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "ui/toolkit/area.h"
 #include "ui/toolkit/units.h"
 
 namespace mainwindow {

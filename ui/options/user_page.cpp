@@ -8,7 +8,6 @@
 #include "net/packet.h"
 #include "ui/options/drawn_images.h"
 #include "ui/options/option_values.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_box.h"
 

@@ -4,7 +4,6 @@
 
 #include "core/text.h"
 #include "ui/toolkit/list_items.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {

@@ -1,7 +1,8 @@
-// Lengths. Stored and designed lengths are twips (1/1440 inch). Pixels are plain numbers, as in Windows; numbers do not
-// convert to twips implicitly, so nothing is converted twice.
+// Lengths and rectangles. Stored and designed lengths are twips (1/1440 inch). Pixels are plain numbers, as in Windows;
+// numbers do not convert to twips implicitly, so nothing is converted twice.
 #pragma once
 
+#include <algorithm>
 #include <compare>
 #include <cstdint>
 #include <type_traits>
@@ -48,6 +49,22 @@ constexpr Twips ToTwips(int pixels, Dpi dpi) {
   const std::int64_t scaled = std::int64_t{pixels} * kTwipsPerInch;
   const std::int64_t half = scaled < 0 ? -dpi.value / 2 : dpi.value / 2;
   return {static_cast<std::int32_t>((scaled + half) / dpi.value)};
+}
+
+// A rectangle of a layout, pixels.
+struct Area {
+  int left = 0, top = 0, right = 0, bottom = 0;
+  friend constexpr bool operator==(const Area&, const Area&) = default;
+  constexpr int Width() const { return right - left; }
+  constexpr int Height() const { return bottom - top; }
+};
+
+constexpr Area AreaAt(int left, int top, int width, int height) { return {left, top, left + width, top + height}; }
+
+// An area of this size centred in another one, but never beyond its left and top edges.
+constexpr Area CentredIn(const Area& area, int width, int height) {
+  return AreaAt(area.left + std::max((area.Width() - width) / 2, 0),
+                area.top + std::max((area.Height() - height) / 2, 0), width, height);
 }
 
 }  // namespace toolkit

@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/area.h"
 #include "ui/toolkit/caption.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/units.h"

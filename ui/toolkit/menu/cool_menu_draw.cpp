@@ -6,7 +6,6 @@
 
 #include "core/wide_text_win32.h"
 #include "ui/toolkit/menu/embossed_image.h"
-#include "ui/toolkit/paint_colour.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {
