@@ -15,8 +15,8 @@ class BoxQueue {
   void Post(Box box);
 
   // Shows the queued boxes one at a time, in order, including those posted in the meantime. A re-entrant call does
-  // nothing: an open box runs events, and those may call this again. Ends and returns false when `show` does, with that
-  // box still the first. An exception from `show` leaves the rest queued.
+  // nothing: an open box runs events, and those may call this again. Stops and returns false when `show` returns false;
+  // that box stays the first. An exception from `show` leaves the rest queued.
   bool ShowAll(const std::function<bool(const Box&)>& show);
 
   std::size_t Waiting() const { return waiting_.size(); }

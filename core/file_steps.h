@@ -15,7 +15,7 @@ bool MayOverwrite(const std::string& path);
 // Creates an empty file with a unique name in the same folder; returns its path, empty when that is not possible.
 std::string MakeTemporaryBeside(const std::string& path);
 
-// The files of a folder that have a name as MakeTemporaryBeside gives it and have not changed for an hour.
+// The files of a folder that are named like those of MakeTemporaryBeside and have not changed for an hour.
 std::vector<std::string> OldTemporaries(const std::string& folder);
 
 // Creates an empty file; throws when it exists by now.

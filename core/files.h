@@ -40,8 +40,8 @@ using Sink = std::function<void(std::string_view)>;
 using Writer = std::function<void(const Sink&)>;
 void WriteFileSafely(const std::string& path, const Writer& write);
 
-// Deletes the temporary files that copies killed while saving left in a folder: those with a name as WriteFileSafely
-// gives it, unchanged for an hour, since another user's copy may be saving there now. Failures are ignored.
+// Deletes the temporary files that WriteFileSafely left in a folder when a copy was killed. Keeps those changed within
+// the last hour, because another user's copy may be saving there now. Failures are ignored.
 void RemoveLeftovers(const std::string& folder) noexcept;
 
 }  // namespace core

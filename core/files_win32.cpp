@@ -83,7 +83,7 @@ bool IsReadOnly(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-// As the system makes it of the prefix: up to four hexadecimal digits and an ending follow.
+// The system appends up to four hexadecimal digits and the extension to the prefix.
 bool IsTemporaryName(std::string_view name) {
   const std::string lowerCase = LowerCase(name);
   const bool framed = lowerCase.starts_with("qui") && lowerCase.ends_with(".tmp") && name.size() - 8 < 4;

@@ -1,5 +1,4 @@
-// The language tables: every caption and message by its code, from the column of Lang.con that bears the name of
-// gLanguage.
+// The language tables: every caption and message by its code, from the column of Lang.con that is named gLanguage.
 #pragma once
 
 #include <optional>

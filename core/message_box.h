@@ -18,10 +18,10 @@ struct Box {
 };
 
 // Shows a box with an OK button and waits, for responses to the user's own action. Task-modal and topmost; messages,
-// packets and timers are still handled. On a desktop that has no window for it the box is posted.
+// packets and timers are still handled. If no window can be created, the box is posted.
 void ShowBox(const Box& box);
 
-// Asks a Yes/No question; true for Yes, false also when the desktop has no window for it.
+// Asks a Yes/No question; true for Yes, false for No or if no window can be created.
 bool AskBox(const Box& box);
 
 // Queues a box for the message loop, for everything that packets or a failing log cause. The loop shows one box at a
@@ -29,8 +29,8 @@ bool AskBox(const Box& box);
 inline constexpr std::size_t kMaxWaitingBoxes = 100;
 void PostBox(Box box);
 
-// Shows the queued boxes. Called by the message loop; does nothing while one is open. A box for which the desktop has
-// no window stays in the queue and is tried again every second: it may be all that is left of what somebody said.
+// Shows the queued boxes. Called by the message loop; does nothing while one is open. If no window can be created, the
+// box stays queued and is retried every second, because it may contain the only copy of a message.
 void ShowPostedBoxes();
 
 }  // namespace core

@@ -18,7 +18,7 @@ namespace {
 
 BoxQueue gPostedBoxes;
 
-// Between two attempts on a desktop that has no window for a box, milliseconds.
+// Delay before another attempt when no window could be created, milliseconds.
 constexpr UINT kRetryTime = 1000;
 UINT_PTR gRetryTimer = 0;  // runs until the next attempt
 
@@ -207,7 +207,7 @@ bool TitleFits(const std::string& title) {
 // Some desktops ignore the style, and a box behind a window that it has disabled could not be reached.
 void PutOnTop(HWND box) { ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
-// 0 when there is no window for it.
+// 0 when no window can be created.
 int Show(const Box& box, UINT buttons) {
   std::optional<Room> room;
   const Box shown = CutToFit(

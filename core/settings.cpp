@@ -148,8 +148,8 @@ void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&
   }
 }
 
-// The lists hold names that come from the network. A quote in one of them would shift all fields behind it, and the
-// next start would take the whole file for damaged.
+// The lists contain names from the network. A quote in one of them would shift all following fields, and the next start
+// would treat the whole file as damaged.
 void WriteList(RecordWriter& writer, std::vector<std::string> lines) {
   writer.Bare(std::to_string(lines.size())).EndRecord();
   for (std::string& line : lines) {

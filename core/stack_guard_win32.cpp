@@ -1,6 +1,5 @@
-// The number that a function with a buffer puts behind it and compares before it returns (-fstack-protector-strong), so
-// that what was written beyond the buffer cannot lead elsewhere. The compiler's own library has this too, but asks the
-// system's cryptography for the number, which is slow to load.
+// The stack canary of -fstack-protector-strong, which detects buffer overflows before a function returns. The
+// compiler's own library has one too, but gets it from the system's cryptography, which is slow to load.
 #include <windows.h>
 
 #include <cstdint>
@@ -8,10 +7,10 @@
 
 extern "C" {
 
-// The compiler knows both by these names.
+// The compiler requires these names.
 std::uintptr_t __stack_chk_guard = 0x5B3D0A00u;
 
-// The process can no longer be trusted with anything, not even with telling so.
+// The process can no longer be trusted, not even to report the overflow.
 [[noreturn]] void __stack_chk_fail() {
   constexpr UINT kStackBufferOverrun = 0xC0000409u;
   ::TerminateProcess(::GetCurrentProcess(), kStackBufferOverrun);

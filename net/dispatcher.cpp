@@ -212,8 +212,7 @@ void Dispatcher::OfferChatLine(std::string_view line, std::string_view sender) {
   opened->AddMsg(line, sender, colour);
 }
 
-// On a desktop that has no window left the line comes in a message box, as an alert does: the log alone, which nobody
-// reads, would swallow what somebody says.
+// If no window can be created, the line is posted as a message box, as an alert is: logging alone would lose it.
 std::shared_ptr<ChatWindow> Dispatcher::OpenChat(std::string_view line, std::string_view sender) {
   try {
     return conversations_.OpenChat(std::string("|").append(sender));

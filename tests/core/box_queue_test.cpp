@@ -38,7 +38,7 @@ TEST(BoxQueue, DropsBoxesBeyondItsLimit) {
   EXPECT_EQ(last, "99");
 }
 
-// One that cannot be shown now is kept; one that never can must not keep the next ones from being shown.
+// A box that cannot be shown now is kept; one that throws must not block the next ones.
 TEST(BoxQueue, GoesOnAfterABoxThatFails) {
   BoxQueue queue;
   for (const char* text : {"a", "b", "c"}) queue.Post({.text = text});

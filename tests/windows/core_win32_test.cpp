@@ -130,7 +130,7 @@ TEST(Boxes, AreCutOnlyIfTheirButtonWouldBeOffTheScreen) {
   EXPECT_EQ(shown(link, ""), link);
 }
 
-TEST(Boxes, WaitForADesktopThatHasAWindowForThem) {
+TEST(Boxes, AreRetriedUntilAWindowCanBeCreated) {
   const auto refuse = [](int code, WPARAM, LPARAM) CALLBACK -> LRESULT { return code == HCBT_CREATEWND; };
   const HHOOK hook = ::SetWindowsHookExA(WH_CBT, refuse, nullptr, ::GetCurrentThreadId());
   ShowBox({.text = "first"});

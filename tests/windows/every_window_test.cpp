@@ -1,4 +1,4 @@
-// Every window: in every language, and on a desktop that has no more to give.
+// Every window: in every language, and when the system refuses to create windows.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -42,7 +42,8 @@ LONG ButtonTop(HWND toolbar, WPARAM index) {
   return button.top;
 }
 
-// What screen readers say of a control: its own text, or the label before it; of a toolbar, the least of its buttons.
+// The name of a control for screen readers: its own text or the label before it; for a toolbar, the first name of its
+// buttons in the alphabet, which is empty if any name is.
 std::string NameOf(HWND control) {
   std::string name = support::TextOf(control);
   char className[100] = "";
@@ -93,7 +94,7 @@ class Desk {
     for (const auto& [className, open] : openings)
       for (const HWND window : support::WindowsOf(className)) ::DestroyWindow(window);
     core::RunPendingEvents();
-    LOGFONTA font{};  // of all windows: a link control may take along the font that it was given when it ends
+    LOGFONTA font{};  // shared by all windows: a link control may delete its font
     EXPECT_NE(::GetObjectA(toolkit::DialogFont(), sizeof font, &font), 0);
   }
 
@@ -113,7 +114,7 @@ class Desk {
   std::vector<std::shared_ptr<toolkit::Window>> forms;
 };
 
-// Opens all windows; the names of what Tab visits in them.
+// Opens all windows; returns the names of their tab stops.
 std::multiset<std::string> NamesInEveryWindow() {
   Desk desk;
   std::multiset<std::string> names;
@@ -148,7 +149,7 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
 
 using support::OneRefused;
 
-// Nothing stays of a window that cannot be made whole, and it opens on a desktop that is well again.
+// A window that cannot be created completely leaves nothing behind, and opens when windows can be created again.
 TEST(EveryWindow, OpensWholeOrNotAtAll) {
   support::Speak("English");
   const support::BoxAnswers answers;

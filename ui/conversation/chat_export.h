@@ -29,7 +29,7 @@ struct MarkupStyle {
   std::function<std::optional<std::uint32_t>(std::int32_t)> paint{};
 
   // For a rich edit control, which may take time quadratic in the length of a run: splits long paragraphs into short
-  // runs with invisible differences in format, and cuts long stretches of blanks (ShownInBox).
+  // runs with invisible differences in format, and cuts long runs of blanks (ShownInBox).
   bool forBox = false;
 };
 

@@ -9,7 +9,7 @@ namespace conversation {
 // In their own namespace: the menu of an alert popup has commands with the same names.
 namespace chatmenu {
 
-// Every item has an id, including heads. mnuUser is the first id of the users online, listed above mnuRemove.
+// Every item has an id, including headings. mnuUser is the first id of the users online, listed above mnuRemove.
 enum Id : unsigned {
   tbSend = 101,
   mnuView = 200,

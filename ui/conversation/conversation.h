@@ -1,4 +1,4 @@
-// The lines of a chat window as they came: the model of the rich edit control, the exports and the clipboard.
+// The lines of a chat window as received: the model of the rich edit control, the exports and the clipboard.
 #pragma once
 
 #include <cstddef>

@@ -89,11 +89,11 @@ const std::string* UsersMenu::NameOf(unsigned index) const {
   return begin_ + index < end_ ? &(*names_)[begin_ + index] : nullptr;
 }
 
-// Removes everything between the head and mnuRemove, including sub-menus.
+// Removes everything between the heading and mnuRemove, including sub-menus.
 void UsersMenu::Empty() {
-  const auto head = menu_.Find(mnuOnlineSep), remove = menu_.Find(mnuRemove);
-  for (int position = remove->position; --position > head->position;)
-    ::DeleteMenu(head->menu, static_cast<UINT>(position), MF_BYPOSITION);
+  const auto heading = menu_.Find(mnuOnlineSep), remove = menu_.Find(mnuRemove);
+  for (int position = remove->position; --position > heading->position;)
+    ::DeleteMenu(heading->menu, static_cast<UINT>(position), MF_BYPOSITION);
   subMenus_.clear();
   begin_ = end_ = 0;
 }

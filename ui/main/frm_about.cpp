@@ -69,9 +69,9 @@ std::span<const toolkit::Command> FrmAbout::Commands() const {
   return kCommands;
 }
 
-// Some link controls delete the font that they were given, but this one is shared by all windows. A window that could
-// not be opened whole ends without WM_DESTROY.
-void FrmAbout::TakeFontBack() const {
+// Some link controls delete their font, but this one is shared by all windows. Not only in WM_DESTROY, which a window
+// that fails to open does not receive.
+void FrmAbout::ResetFont() const {
   if (hwnd()) ::SendMessageA(lnkWeb, WM_SETFONT, 0, FALSE);
 }
 
@@ -90,7 +90,7 @@ LRESULT FrmAbout::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_DESTROY:
-      TakeFontBack();
+      ResetFont();
       return 0;
     default:
       return Window::Handle(message, wParam, lParam);

@@ -10,7 +10,7 @@ namespace mainwindow {
 
 class FrmAbout : public toolkit::Window {
  public:
-  ~FrmAbout() override { TakeFontBack(); }
+  ~FrmAbout() override { ResetFont(); }
 
   // Creates the window, hidden, centred in the work area.
   void Load();
@@ -19,7 +19,7 @@ class FrmAbout : public toolkit::Window {
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
   std::span<const toolkit::Command> Commands() const override;
   void LayOut() override;
-  void TakeFontBack() const;
+  void ResetFont() const;
   void Close() { ::DestroyWindow(hwnd()); }
 
   HWND lblName = nullptr, lblVersion = nullptr, lblMaker = nullptr, lblRights = nullptr, lnkWeb = nullptr,

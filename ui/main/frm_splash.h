@@ -32,7 +32,7 @@ class FrmSplash : public toolkit::Window {
   // Shows it topmost, without blocking and without taking the focus.
   void ShowOnTop();
 
-  // Its texts are not translated: it stands while the language file has only just been read.
+  // Its texts are not translated, because it is shown just after the language file was read.
   void SetLan() override {}
 
  private:

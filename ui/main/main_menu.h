@@ -9,7 +9,7 @@
 
 namespace mainwindow {
 
-// Every item has an id, heads and sub-menus too; the arrays have consecutive ones.
+// Every item has an id, headings and sub-menus too; the arrays have consecutive ones.
 enum CommandId : unsigned {
   tbAlert = 100,
   tbChat,

@@ -1,5 +1,5 @@
-// Owner-drawn menus of one window: draws the items with pictures, marks and section heads, reports the help text of the
-// highlighted item, and handles mnemonics.
+// Owner-drawn menus of one window: draws the items with pictures, marks and section headings, reports the help text of
+// the highlighted item, and handles mnemonics.
 //
 // Subclasses the window from Attach to its destruction, which may be before or after that of the window, and then
 // restores the authored captions of the menus that still exist. While it is not attached (safe mode) it does not change

@@ -40,8 +40,8 @@ CMyItemData DataOf(const MENUITEMINFOA& info, const TextBuffer& text, const Conv
   return data;
 }
 
-// Changes the type only: the item keeps its text, for screen readers. Heads are disabled like separators, so that arrow
-// keys skip them.
+// Changes the type only: the item keeps its text, for screen readers. Headings are disabled like separators, so that
+// arrow keys skip them.
 void ConvertItem(HMENU menu, int position, const CMyItemData& data, CMyItemDatas::Key key) {
   MENUITEMINFOA info{};
   info.fMask = MIIM_FTYPE | MIIM_DATA;
@@ -56,12 +56,12 @@ void ConvertItem(HMENU menu, int position, const CMyItemData& data, CMyItemDatas
 
 void RestoreItem(HMENU menu, int position, const CMyItemData& data) {
   std::string text = RestoreCaption(data);
-  const bool hadText = !IsSeparator(data) || IsHead(data);
+  const bool hadText = !IsSeparator(data) || IsHeading(data);
   MENUITEMINFOA info{};
   info.fMask = MIIM_TYPE | MIIM_DATA;
   info.fType = hadText ? static_cast<UINT>(data.fType & ~kSeparatorType) : static_cast<UINT>(data.fType);
   info.dwTypeData = hadText ? text.data() : nullptr;
-  if (IsHead(data)) {
+  if (IsHeading(data)) {
     info.fMask |= MIIM_STATE;
     info.fState = MFS_ENABLED;
   }

@@ -14,19 +14,19 @@ namespace {
 // The image size in a menu without an image list, for its marks.
 constexpr Twips kDesignImage = 16_dp;
 
-constexpr Twips kImageGap = 2_dp;    // between an image and the edge around it when it is highlighted
-constexpr Twips kSpare = 5_dp;       // on both sides of the image box
-constexpr Twips kRowMargin = 6_dp;   // height of an item beyond its caption or image
-constexpr Twips kHeadMargin = 5_dp;  // height of a head beyond its text
-constexpr Twips kMark = 14_dp;       // side of a check or option mark
+constexpr Twips kImageGap = 2_dp;       // between an image and the edge around it when it is highlighted
+constexpr Twips kSpare = 5_dp;          // on both sides of the image box
+constexpr Twips kRowMargin = 6_dp;      // height of an item beyond its caption or image
+constexpr Twips kHeadingMargin = 5_dp;  // height of a heading beyond its text
+constexpr Twips kMark = 14_dp;          // side of a check or option mark
 constexpr Twips kHeadIndent = 6_dp, kHeadGap = 4_dp;
 
-constexpr int kHeadPoints = 7;
-constexpr char kHeadFace[] = "Small Fonts";
+constexpr int kHeadingPoints = 7;
+constexpr char kHeadingFace[] = "Small Fonts";
 
-// The typeface of the heads is a bitmap font for 96 dpi, which looks coarse when scaled; at higher resolutions the
+// The typeface of the headings is a bitmap font for 96 dpi, which looks coarse when scaled; at higher resolutions the
 // menu's own typeface is used.
-constexpr int kHeadFaceDpi = 96;
+constexpr int kHeadingFaceDpi = 96;
 
 int PointsToHeight(int points) { return -::MulDiv(points, ScreenDpi().value, 72); }
 
@@ -179,7 +179,7 @@ class ItemPainter {
   void Draw() const {
     Fill(dc_, item_, ::GetSysColor(data_.bMainMenu ? COLOR_MENUBAR : COLOR_MENU));
     if (IsSeparator(data_)) {
-      DrawHead();
+      DrawHeading();
     } else if (data_.bMainMenu) {
       DrawBarItem();
     } else {
@@ -188,8 +188,8 @@ class ItemPainter {
   }
 
  private:
-  // A line across the row, interrupted by the text of the head.
-  void DrawHead() const {
+  // A line across the row, interrupted by the text of the heading.
+  void DrawHeading() const {
     const LONG left = item_.left + Px(1_dp), right = item_.right - Px(1_dp),
                middle = (item_.top + item_.bottom) / 2 - 1;
     if (data_.sMenuText.empty()) return EtchedLine(dc_, left, right, middle);
@@ -274,10 +274,10 @@ MenuFonts MakeMenuFonts(const MenuLook& look) {
   LOGFONTA font = SystemMenuFont();
   if (!look.FontName.empty()) SetFace(font, look.FontName.c_str());
   if (look.FontSize > 0) font.lfHeight = PointsToHeight(look.FontSize);
-  LOGFONTA head = font;
-  head.lfHeight = PointsToHeight(kHeadPoints);
-  if (ScreenDpi().value == kHeadFaceDpi) SetFace(head, kHeadFace);
-  return {Font(::CreateFontIndirectA(&font)), Font(::CreateFontIndirectA(&head))};
+  LOGFONTA heading = font;
+  heading.lfHeight = PointsToHeight(kHeadingPoints);
+  if (ScreenDpi().value == kHeadingFaceDpi) SetFace(heading, kHeadingFace);
+  return {Font(::CreateFontIndirectA(&font)), Font(::CreateFontIndirectA(&heading))};
 }
 
 SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const CMyItemData& data) {
@@ -286,7 +286,7 @@ SIZE MeasureMenuItem(HDC dc, const MenuLook& look, const MenuFonts& fonts, const
   if (data.bMainMenu) return {text.cx, text.cy};
   // Windows adds the width of a check mark to owner-drawn items.
   const LONG width = text.cx + 2 * (image.cx + Px(kImageGap)) + Px(kSpare) - (::GetSystemMetrics(SM_CXMENUCHECK) - 1);
-  if (IsHead(data)) return {width, TextSize(dc, fonts.MenuFontSep.get(), data.sMenuText).cy + Px(kHeadMargin)};
+  if (IsHeading(data)) return {width, TextSize(dc, fonts.MenuFontSep.get(), data.sMenuText).cy + Px(kHeadingMargin)};
   return {width, std::max(text.cy, image.cy) + Px(kRowMargin)};
 }
 

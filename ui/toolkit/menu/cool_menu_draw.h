@@ -32,7 +32,7 @@ struct MenuLook {
 // The fonts of a look on this screen.
 struct MenuFonts {
   Font MenuFont;
-  Font MenuFontSep;  // of section heads
+  Font MenuFontSep;  // of section headings
 };
 
 MenuFonts MakeMenuFonts(const MenuLook& look);

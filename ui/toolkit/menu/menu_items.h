@@ -1,7 +1,7 @@
 // The caption language: what the authored text of a menu item specifies besides its caption.
 //
 //   |Close this window|&Close     help text for the status line, then the caption
-//   -Export                       section head
+//   -Export                       section heading
 //   #|Add the time|&Add Time      check mark item; "*" instead of "#" makes it an option (round) mark
 //   &Reply                        ordinary item
 #pragma once
@@ -23,17 +23,17 @@ struct CMyItemData {
   bool bAsCheck = false;      // the mark is a check box, else round
   bool bMainMenu = false;     // is on the menu bar
   std::int16_t iButton = -1;  // index of its image, -1 when none
-  std::int32_t fType = 0;     // menu type flags, with kSeparatorType for heads
+  std::int32_t fType = 0;     // menu type flags, with kSeparatorType for headings
   std::string sMenuText;      // the caption to draw, with its "&"
 
   friend bool operator==(const CMyItemData&, const CMyItemData&) = default;
 };
 
-// The menu type flag of separators, and of section heads.
+// The menu type flag of separators, and of section headings.
 inline constexpr std::int32_t kSeparatorType = 0x800;
 
 inline bool IsSeparator(const CMyItemData& data) { return (data.fType & kSeparatorType) != 0; }
-inline bool IsHead(const CMyItemData& data) { return IsSeparator(data) && !data.sMenuText.empty(); }
+inline bool IsHeading(const CMyItemData& data) { return IsSeparator(data) && !data.sMenuText.empty(); }
 
 // Never fails: any other text is an ordinary caption. Sets the texts, the marks and the separator flag.
 CMyItemData ParseCaption(std::string_view authored);

@@ -12,7 +12,7 @@ char MnemonicLetter(std::string_view caption);
 
 struct MnemonicItem {
   std::string_view caption;
-  bool selectable = true;  // heads and separators are not
+  bool selectable = true;  // headings and separators are not
   bool enabled = true;
   bool highlighted = false;
 };

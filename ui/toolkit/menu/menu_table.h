@@ -1,8 +1,8 @@
 // The menus of a window as a table: one row per item, in menu order, with built-in caption, code of its translations,
 // command and picture.
 //
-// Every row has a unique id, even sub-menus and heads: items are hidden, shown and inserted at run time, so they must
-// not be looked up by position.
+// Every row has a unique id, even sub-menus and headings: items are hidden, shown and inserted at run time, so they
+// must not be looked up by position.
 #pragma once
 
 #include <cstddef>
@@ -50,7 +50,7 @@ constexpr bool IsSound(MenuTable table) {
 // its kind of item.
 std::vector<std::string> AuthoredCaptions(MenuTable table, bool fromLanguageFile);
 
-// The caption in safe mode, without marks and help text; empty for separators, which heads are in safe mode too.
+// The caption in safe mode, without marks and help text; empty for separators, which headings are in safe mode too.
 std::string PlainCaption(std::string_view authored);
 
 // Replaces all tags by the captions of the table's rows with images.

@@ -129,7 +129,7 @@ std::optional<ItemPlace> WindowMenu::PlaceFor(std::size_t row) const {
   return ItemPlace{menu_, 0};
 }
 
-// Safe mode turns heads into separators.
+// Safe mode turns headings into separators.
 void WindowMenu::SetCaption(const ItemPlace& place, const std::string& authored) const {
   std::string shown = plain_ ? PlainCaption(authored) : authored;
   MENUITEMINFOA info{};

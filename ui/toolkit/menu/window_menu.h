@@ -23,7 +23,7 @@ struct ItemPlace {
   int position;
 };
 
-// The position of an item, including sub-menus and heads; nothing when it is not in the menu.
+// The position of an item, including sub-menus and headings; nothing when it is not in the menu.
 std::optional<ItemPlace> FindItem(HMENU menu, unsigned id);
 
 class WindowMenu {
