@@ -8,7 +8,7 @@ namespace {
 
 using Kind = OneRefused::Kind;
 
-int gBefore = -1;  // the number of others that are made before; negative = all
+int gBefore = -1;  // creations that succeed before one fails; negative = all
 Kind gWhat = Kind::Nothing;
 
 bool Refuses(Kind kind) {
@@ -17,7 +17,7 @@ bool Refuses(Kind kind) {
   return true;
 }
 
-// The windows of the system's own controls and boxes are asked for here too.
+// Also called for the windows of system controls and message boxes.
 LRESULT CALLBACK OnWindow(int code, WPARAM wParam, LPARAM lParam) {
   return code == HCBT_CREATEWND && Refuses(Kind::Window) ? 1 : ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
@@ -27,7 +27,7 @@ Part* At(DWORD offset) {
   return reinterpret_cast<Part*>(reinterpret_cast<std::uintptr_t>(::GetModuleHandleA(nullptr)) + offset);
 }
 
-// Where this program keeps the address of an imported function; null when it does not use it.
+// The entry of a function in the program's import table; null if the program does not import it.
 ULONG_PTR* ImportOf(std::string_view name) {
   const auto* const headers = At<IMAGE_NT_HEADERS>(static_cast<DWORD>(At<IMAGE_DOS_HEADER>(0)->e_lfanew));
   const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
@@ -41,7 +41,7 @@ ULONG_PTR* ImportOf(std::string_view name) {
   return nullptr;
 }
 
-// Puts itself before an imported function that makes something. The index tells those with the same types apart.
+// Hooks an imported function that creates an object. The index distinguishes functions of the same type.
 template <int Index, Kind What, class Function>
 class Import;
 

@@ -1,4 +1,4 @@
-// A desktop that has next to nothing left to give.
+// Simulates a shortage of windows, menus and GDI objects.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 namespace support {
 
-// Refuses one of the windows, controls, menus, fonts and icons that are asked for, after so many others. (Using
-// up all that there are would stop other programs too.)
+// Makes the creation of one window, control, menu, font or icon fail, after `before` successful ones. (Exhausting the
+// real ones would stop other programs too.)
 class OneRefused {
  public:
   explicit OneRefused(int before);
@@ -16,7 +16,7 @@ class OneRefused {
   OneRefused& operator=(const OneRefused&) = delete;
   ~OneRefused();
 
-  // What the last one of these has refused.
+  // What the last OneRefused has refused.
   enum class Kind { Nothing, Window, Menu, FontOrIcon };
   static Kind What();
 
@@ -24,7 +24,7 @@ class OneRefused {
   HHOOK hook_;
 };
 
-// Leaves the process so many GDI objects and no more.
+// Leaves the process only `left` free GDI objects.
 class FewGdiObjects {
  public:
   explicit FewGdiObjects(int left);

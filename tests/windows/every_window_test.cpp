@@ -172,7 +172,7 @@ TEST(EveryWindow, OpensWholeOrNotAtAll) {
     }
   }
   for (const int left : {100, 10000}) {
-    const support::FewGdiObjects few(left);  // with none, the rich text control of some desktops divides by zero
+    const support::FewGdiObjects few(left);  // with none, some rich edit controls divide by zero
     for (const auto& [className, open] : desk.openings) {
       EXPECT_TRUE(support::ErrorOf(open) == 0 || left == 100);
       for (const HWND window : support::WindowsOf(className)) ::ShowWindow(window, SW_SHOWNA);

@@ -37,7 +37,7 @@ void Load(res::Strip strip, StripPictures& pictures) {
   for (int i = 0; i < res::InfoOf(strip).count; ++i) {
     const Icon icon = LoadPicture(strip, i, PictureSize(strip));
     ::ImageList_ReplaceIcon(pictures.list.get(), i, icon.get());
-    if (!icon) pictures.loaded = false;  // a desktop without one to spare is asked again with the next window
+    if (!icon) pictures.loaded = false;  // retried for the next window
   }
 }
 

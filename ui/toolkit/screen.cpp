@@ -24,7 +24,7 @@ Area Of(const RECT& rect) {
           static_cast<int>(rect.bottom)};
 }
 
-// Made when it is first asked for, or as soon as the desktop has one to give. Null is the system's font until then.
+// Created on first use. A failure is retried on the next use; null means the system's font until then.
 HFONT Kept(Font& kept, LONG weight) {
   if (kept) return kept.get();
   LOGFONTA font = MessageFont();
@@ -33,7 +33,7 @@ HFONT Kept(Font& kept, LONG weight) {
   return kept.get();
 }
 
-// That of the design when the desktop has no device context to spare.
+// That of the design if no device context is available.
 Dpi DpiOf(HWND hwnd, int index) {
   const int dpi = ::GetDeviceCaps(WindowDc(hwnd).get(), index);
   return {dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI};
