@@ -20,7 +20,7 @@ sys.path[:0] = map(str, (*_FOLDERS, _ROOT))
 
 from rig import private_machine  # noqa: E402
 
-_TIME_LIMIT = 300  # seconds for one file
+_TIME_LIMIT = 600  # seconds for one file
 
 
 def _run(name):
