@@ -87,15 +87,10 @@ void FrmChat::SetLan() {
   UpdateStat();
 }
 
-// Moves a window that would be off every screen, because a screen was removed, onto the primary one.
 void FrmChat::MoveToSavedPos() {
-  RECT place{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
-             Px(Twips{core::gChatTop + core::gChatHeight})};
-  if (!::MonitorFromRect(&place, MONITOR_DEFAULTTONULL)) {
-    const Area work = toolkit::WorkAreaPixels();
-    ::OffsetRect(&place, work.left - place.left, work.top - place.top);
-  }
-  ::MoveWindow(hwnd(), place.left, place.top, place.right - place.left, place.bottom - place.top, FALSE);
+  const Area saved{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
+                   Px(Twips{core::gChatTop + core::gChatHeight})};
+  toolkit::SetArea(hwnd(), toolkit::Reachable(saved));
 }
 
 void FrmChat::SavePos() const {

@@ -97,6 +97,13 @@ Area ClientAreaOf(HWND window) {
 
 RECT RectOf(const Area& area) { return {area.left, area.top, area.right, area.bottom}; }
 
+Area Reachable(const Area& place) {
+  const RECT rect = RectOf(place);
+  if (::MonitorFromRect(&rect, MONITOR_DEFAULTTONULL)) return place;
+  const Area work = WorkAreaPixels();
+  return AreaAt(work.left, work.top, place.Width(), place.Height());
+}
+
 void SetArea(HWND window, const Area& area) {
   ::SetWindowPos(window, nullptr, area.left, area.top, std::max(area.Width(), 0), std::max(area.Height(), 0),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);

@@ -204,6 +204,10 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_WINDOWPOSCHANGING:
       return KeepMinSize(wParam, lParam);
+    case WM_DISPLAYCHANGE:
+      // Windows moves what is off the screen by itself, other desktops do not.
+      if (!::IsIconic(hwnd_) && !::IsZoomed(hwnd_)) SetArea(hwnd_, Reachable(AreaOf(hwnd_)));
+      break;
     case WM_SYSCOLORCHANGE:  // sent to top-level windows only
       ::EnumChildWindows(hwnd_, TellColours, 0);
       break;
