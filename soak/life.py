@@ -208,6 +208,29 @@ def a_folder_that_cannot_be_written(desks):
     copy.close()
 
 
+def folders_in_place_of_files(desks):
+    """The log and the settings report it and are written again once the folder is gone; the save dialog opens it."""
+    copy = desks.bob
+    chat = copy.open_chat("(All)")
+    for name, action in (("Log.txt", lambda: desks.wire.send("eve|M/unmarked")),
+                         ("User.ini", lambda: _accept(copy, "bob"))):
+        path = f"{copy.folder}/{name}"
+        os.rename(path, path + "~")
+        os.mkdir(path)
+        boxes = _boxes_of(copy, action)
+        check(len(boxes) == 1, f"{name}: message boxes {boxes}")
+        os.rmdir(path)
+        os.rename(path + "~", path)
+        before = copy.read(name)
+        check(not _boxes_of(copy, action), f"{name}: an error is reported though the folder is gone")
+        check(name != "Log.txt" or len(copy.read(name)) > len(before), "nothing is logged")
+    os.mkdir(f"{copy.folder}/folder.txt")
+    boxes = _boxes_of(copy, lambda: _export(copy, chat, "C:\\Quillon\\folder.txt"))
+    check(not boxes, f"the save dialog reports {boxes}")
+    check(os.listdir(f"{copy.folder}/folder.txt") == [] and copy.runs(), "something was exported")
+    os.rmdir(f"{copy.folder}/folder.txt")
+
+
 def _fill(folder):
     with open(folder + "/filler", "wb", buffering=0) as file:
         try:
@@ -295,7 +318,8 @@ def _kill_savers(folder, kills, command, start):
 
 STORIES = (two_users_of_one_machine, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
            another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused,
-           a_folder_that_cannot_be_written, killed_while_it_saves, killed_while_it_saves_under_wine)
+           a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,
+           killed_while_it_saves_under_wine)
 
 
 def _run_stories(names):
