@@ -1,7 +1,8 @@
-// Arbitrary lines as a conversation: its markup, read back, is its plain text in the lines' colours. The first byte
-// chooses the code page, and whether the markup is for the edit control, where long runs of blanks are cut and must be
-// restored. Each input line is a line of the conversation: colour, length of the sender's name, sender, text; byte 1
-// stands for a line break.
+// Arbitrary lines as a conversation: its markup, read back, is its plain text in the lines' colours. And as the text of
+// an alert, which is broken into lines without losing a letter. The first byte chooses the code page, the width of the
+// alert, and whether the markup is for the edit control, where long runs of blanks are cut and must be restored. Each
+// input line is a line of the conversation: colour, length of the sender's name, sender, text; byte 1 stands for a line
+// break.
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "fuzz/fuzz_target.h"
 #include "ui/conversation/box_text.h"
 #include "ui/conversation/chat_export.h"
+#include "ui/conversation/text_lines.h"
 
 namespace {
 
@@ -105,12 +107,30 @@ std::optional<std::uint32_t> Paint(std::int32_t colour) {
   return colour == 0 ? std::nullopt : std::optional(static_cast<std::uint32_t>(colour));
 }
 
+bool IsGap(std::string_view text) {
+  return text.empty() || text == " " || text == "\r" || text == "\n" || text == kLineEnd;
+}
+
+// Between two lines of an alert is a line break, the blank at which its text was broken, or nothing.
+void CheckLines(std::string_view text, std::size_t width) {
+  const auto fits = [width](std::string_view line) { return core::LeadingLetters(line, width).size(); };
+  std::string_view rest = text;
+  for (const std::string_view line : conversation::BreakLines(text, fits)) {
+    const auto gap = static_cast<std::size_t>(line.data() - rest.data());
+    fuzz::Require(IsGap(rest.substr(0, gap)) && line.find_first_of(kLineEnd) == std::string_view::npos);
+    fuzz::Require(fits(line) == line.size() || core::FirstLetter(line).size() == line.size());
+    rest.remove_prefix(gap + line.size());
+  }
+  fuzz::Require(IsGap(rest));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string_view lines = fuzz::TextOf(data, size);
   const unsigned char choice = fuzz::TakeByte(lines);
   fuzz::ChooseCodePage(choice);
+  CheckLines(lines, choice % 32);
   conversation::Conversation said;
   while (!lines.empty()) Say(said, fuzz::TakeLine(lines));
 

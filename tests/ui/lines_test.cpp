@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/text.h"
-#include "tests/support/in_code_page.h"
 #include "ui/conversation/alert_queue.h"
 #include "ui/conversation/text_lines.h"
 
@@ -67,14 +66,6 @@ TEST(TextLines, WrapAtBlanksAndInsideWordsThatAreTooLong) {
   EXPECT_EQ(InTen("abcdefghijklmnopqrstuvwxyz"), (Lines{"abcdefghij", "klmnopqrst", "uvwxyz"}));
   EXPECT_EQ(InTen(" abcdefghijkl"), (Lines{" abcdefghi", "jkl"}));
   EXPECT_EQ(InTen("exactly10!\r\nnext"), (Lines{"exactly10!", "next"}));
-}
-
-// Must terminate even if not a single letter fits.
-TEST(TextLines, TakeAtLeastOneCharacterEach) {
-  const auto none = [](std::string_view) { return std::size_t{0}; };
-  EXPECT_EQ(BreakLines("abc", none), (Lines{"a", "b", "c"}));
-  const support::InCodePage japanese(932);
-  EXPECT_EQ(BreakLines("\x83\x41z", none), (Lines{"\x83\x41", "z"}));
 }
 
 }  // namespace
