@@ -1,6 +1,8 @@
 #include "support/whole_program.h"
 
 #include <algorithm>
+#include <functional>
+#include <initializer_list>
 #include <utility>
 
 #include "core/clock.h"
@@ -13,6 +15,7 @@
 #include "core/runtime_error.h"
 #include "core/settings.h"
 #include "core/text.h"
+#include "support/memory_files.h"
 #include "support/recording_desktop.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/options/option_values.h"
@@ -120,15 +123,36 @@ void WholeProgram::Hear(std::string_view datagram) {
     return dispatcher.DataArrived(datagram);
   }
   const bool isLine = ChatLineIn(datagram).has_value();
-  const std::string sender(net::TakeApart(datagram).sender);
+  const net::Packet packet = net::TakeApart(datagram);
   std::vector<Expected> before;
   for (const auto& each : chats) {
     const auto& chat = static_cast<PlainChat&>(*each);
-    before.push_back({each, chat.said.End(), isLine && chat.participants.Takes(sender)});
+    before.push_back({each, chat.said.End(), isLine && chat.participants.Takes(packet.sender)});
   }
+  const bool isBlockedNotice = IsKind(packet.kind, net::kNotice) && users.IsBlocked(packet.sender);
+  const std::size_t boxes = Desktop().posted.size(), kept = HashOfKept();
   waiting_ = 0;
   dispatcher.DataArrived(datagram);
   CheckLines(before, isLine);
+  if (isBlockedNotice && Desktop().posted.size() > boxes) violation_ = "a notice of a blocked user";
+  if (HashOfKept() != kept) violation_ = "a packet changed a setting or a file";
+}
+
+// Of what no packet may change: settings, the user's lists, and all files but the log. Allocates nothing, since memory
+// may fail here too.
+std::size_t WholeProgram::HashOfKept() const {
+  std::size_t hash = 0;
+  const auto add = [&hash](std::string_view text) { hash = hash * 31 + std::hash<std::string_view>()(text); };
+  for (const std::string* text : {&core::gLanguage, &core::gUserName, &core::gCurName, &core::gSound}) add(*text);
+  for (const std::int32_t number : std::initializer_list<std::int32_t>{
+           core::gAlertHeight, core::gColour, core::gPopPos, core::gRunAtLogon, core::gStatus, core::gSafe,
+           core::gChatLeft, core::gChatTop, core::gChatWidth, core::gChatHeight})
+    hash = hash * 31 + static_cast<std::size_t>(number);
+  for (const auto* lines : {&users.BlockedNames(), &users.GroupLines()})
+    for (const std::string& line : *lines) add(line);
+  for (const auto& [path, bytes] : Files().files)
+    if (!path.ends_with("Log.txt")) add(path), add(bytes);
+  return hash;
 }
 
 // A line must arrive once in each window that takes it, or in a new window if none does.

@@ -98,6 +98,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   std::optional<std::string_view> ChatLineIn(std::string_view datagram) const;
   bool WouldBeListed(std::string_view name) const;
   void CheckLines(const std::vector<Expected>& before, bool isLine);
+  std::size_t HashOfKept() const;
   void ShowWaitingAlerts();
   void ChangeLanguage(const std::string& language);
   void JoinNetwork();
