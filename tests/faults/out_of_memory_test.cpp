@@ -64,6 +64,7 @@ void ExpectUsable(WholeProgram& program) {
 
 using Action = void (*)(WholeProgram&);
 constexpr char kOld[] = "old content";
+constexpr char kLongName[] = "somebody whose name is not stored in place";
 
 const struct {
   const char* name;
@@ -71,9 +72,12 @@ const struct {
 } kActions[] = {
     {"packets",
      [](WholeProgram& program) {
-       for (const char* packet :
-            {"dan|M/", "dan|C/ 255", "dan|S/2", "dan|M/\xDEhi", "bob|P/\xDFnow|anna", "bob|B/notice", "_fay|M/",
-             "bob|X/?", "cy|M/\xDEhi again", "cy|L/", "(All)|C/1", "bob|M/bob is back"})
+       for (const char* sender : {"dan", kLongName})
+         for (const char* command :
+              {"|M/", "|C/ 255", "|S/2", "|M/\xDEhi", "|P/\xDFnow|anna", "|B/notice", "|S/?", "|L/"})
+           program.Hear(std::string(sender) + command);
+       for (const char* packet : {"bob|P/\xDFnow|anna", "_fay|M/", "bob|X/?", "cy|M/\xDEhi again", "cy|L/", "(All)|C/1",
+                                  "bob|M/bob is back"})
          program.Hear(packet);
        program.HearOwn();
      }},
@@ -84,11 +88,11 @@ const struct {
      }},
     {"options",
      [](WholeProgram& program) {
-       program.Accept({.name = "a name too long for its buffer", .language = "Deutsch", .blocked = {"cy", "dan"}});
+       program.Accept({.name = "a name too long for its buffer", .language = "Deutsch", .blocked = {"cy", kLongName}});
      }},
     {"blocking",
      [](WholeProgram& program) {
-       program.Block("bob");
+       for (const char* name : {"bob", kLongName}) program.Block(name);
        program.users.RemoveBlock("eve");
        program.users.lvUsers.SetSelected(program.users.lvUsers.At(1), true);
        program.users.ToggleBlock();

@@ -121,6 +121,9 @@ TEST_F(DispatcherTest, ManyHiddenNamesCountForSeconds) {
   EXPECT_EQ(port.sent.size(), 3u);
   other.DataArrived("carl|");
   EXPECT_EQ(port.sent.size(), 6u);
+  RecentNames flooded;
+  for (std::size_t i = 0; i < RecentNames::kMaxNames + 5; ++i) flooded.Note(std::to_string(i), 0);
+  EXPECT_EQ(flooded.Count(0), RecentNames::kMaxNames);
 }
 
 TEST_F(DispatcherTest, StatesAndColoursAreNumbersReadTolerantly) {
