@@ -32,11 +32,6 @@ TEST(Layout, AreasAreNeverNegative) {
     }
 }
 
-TEST(ComposerLayout, OpensInTheMiddleButNeverBeyondTheCorner) {
-  EXPECT_EQ(toolkit::CentredIn({0, 40, 1000, 740}, 400, 300), (Area{300, 240, 700, 540}));
-  EXPECT_EQ(toolkit::CentredIn({10, 20, 110, 120}, 400, 300), (Area{10, 20, 410, 320}));
-}
-
 // A work area that differs from the screen at every edge.
 TEST(MainLayout, CornersAreThoseOfTheWorkArea) {
   constexpr Area area{60, 10, 1024, 738}, window{300, 300, 467, 607};

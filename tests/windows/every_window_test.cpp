@@ -36,12 +36,6 @@ std::string ToolText(HWND toolbar, int index) {
   return text;
 }
 
-LONG ButtonTop(HWND toolbar, WPARAM index) {
-  RECT button{};
-  ::SendMessageA(toolbar, TB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&button));
-  return button.top;
-}
-
 // The name of a control for screen readers: its own text or the label before it; for a toolbar, the first name of its
 // buttons in the alphabet, which is empty if any name is.
 std::string NameOf(HWND control) {
@@ -67,19 +61,13 @@ BOOL CALLBACK TakeName(HWND control, LPARAM names) {
   return TRUE;
 }
 
-class MainWindow : public mainwindow::FrmMain {
- public:
-  using FrmMain::FrmMain;
-  void Load() { FrmMain::Load(), CreateContents(); }
-};
-
 class Desk {
  public:
   Desk() { users.ClearlvUsers(); }
   ~Desk() { Close(); }
 
   const std::vector<std::pair<const char*, std::function<void()>>> openings{
-      {"frmMain", [this] { Load<MainWindow>(users, messenger, mainwindow::MainCommands{}); }},
+      {"frmMain", [this] { Load<mainwindow::FrmMain>(users, messenger, mainwindow::MainCommands{}); }},
       {"frmSplash", [this] { Load<mainwindow::FrmSplash>(); }},
       {"frmChat", [this] { windows.StartChat("anna|"); }},
       {"frmCom", [this] { windows.OpenComposer("anna|"); }},
@@ -103,6 +91,7 @@ class Desk {
   void Load(Arguments&&... arguments) {
     const auto form = std::make_shared<Form>(std::forward<Arguments>(arguments)...);
     form->Load();
+    if constexpr (requires { form->CreateContents(); }) form->CreateContents();
     forms.push_back(form);
   }
 
@@ -124,7 +113,7 @@ std::multiset<std::string> NamesInEveryWindow() {
   }
   const HWND main = support::WindowsOf("frmMain").at(0), tools = support::ChildrenOf(main, TOOLBARCLASSNAMEA).at(0);
   ::SetWindowPos(main, nullptr, 0, 0, 1, 1, SWP_NOZORDER);
-  EXPECT_EQ(ButtonTop(tools, 0), ButtonTop(tools, 2)) << "the buttons stay in one line down to the least width";
+  EXPECT_EQ(::SendMessageA(tools, TB_GETROWS, 0, 0), 1) << "the buttons stay in one line down to the least width";
   const HWND options = support::WindowsOf("frmOpt").at(0), page = support::ChildrenOf(options, "picOpt").at(0);
   for (const std::string& colour : support::RowTexts(support::ChildrenOf(page, WC_LISTVIEWA).at(0)))
     names.insert(colour);
@@ -137,7 +126,6 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
   support::Speak("English");
   const auto english = NamesInEveryWindow();
   EXPECT_EQ(english.count("Yellow"), 1u);
-  EXPECT_EQ(english.count("Conversation"), 1u);
   for (const char* language : {"Fran\xE7\x61is", "Deutsch", "Espa\xF1ol"}) {
     support::Speak(language);
     const auto names = NamesInEveryWindow();
@@ -168,7 +156,6 @@ TEST(EveryWindow, OpensWholeOrNotAtAll) {
       EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>(isAlert && error != 0 ? 1 : 0, "hello"));
       support::BoxAnswers::Texts().clear();
       desk.Close();
-      if (HasFailure()) return;
     }
   }
   for (const int left : {100, 10000}) {
