@@ -48,10 +48,7 @@ constexpr ULONGLONG kBurstTime = 50;  // milliseconds
 constexpr double kTolerance = 1.1;
 
 constexpr UINT kWorkInterval = 10, kIndentDelay = 200;  // milliseconds
-
-constexpr Twips kMinTextWidth = 40_dp, kMinIndent = 40_dp;
-
-constexpr Twips kMaxIndentOnPaper{2 * toolkit::kTwipsPerInch};
+constexpr Twips kMinTextWidth = 40_dp, kMinIndent = 40_dp, kMaxIndentOnPaper{2 * toolkit::kTwipsPerInch};
 
 std::optional<COLORREF> TextColour(std::int32_t colour) {
   constexpr auto kWindowText = static_cast<std::int32_t>(0x80000000u + COLOR_WINDOWTEXT);
