@@ -128,8 +128,8 @@ void BroadcastSocket::Close() {
 // a full send buffer drains long before the timer, and Close drops the queue.
 void BroadcastSocket::Send(std::string_view bytes) {
   if (socket_ == INVALID_SOCKET) return;
-  if (!unsent_.empty()) SendUnsent();
-  if (!unsent_.empty() || !SendOne(bytes)) SendLater(bytes);
+  if (!unsent_.Empty()) SendUnsent();
+  if (!unsent_.Empty() || !SendOne(bytes)) SendLater(bytes);
 }
 
 // False on a temporary failure. An outage is logged once.
@@ -143,25 +143,22 @@ bool BroadcastSocket::SendOne(std::string_view bytes) {
 }
 
 // Nothing repeats a datagram. Without this queue, a machine that starts before its network is up would never be listed.
+// Dropped datagrams are logged once for each outage.
 void BroadcastSocket::SendLater(std::string_view bytes) {
-  if (unsent_.size() >= kMaxUnsent || unsentBytes_ + bytes.size() > kMaxUnsentBytes) return;
-  unsent_.emplace_back(bytes);
-  unsentBytes_ += bytes.size();
+  const bool dropped = !unsent_.Add(bytes);
+  if (dropped && !std::exchange(dropsUnsent_, true)) core::WriteLog("Too much to send: packets are dropped");
   ::SetTimer(hwnd_, kRetryTimer, kRetryTime, nullptr);
 }
 
 void BroadcastSocket::SendUnsent() {
-  while (!unsent_.empty() && SendOne(unsent_.front())) {
-    unsentBytes_ -= unsent_.front().size();
-    unsent_.pop_front();
-  }
-  if (unsent_.empty()) ClearUnsent();
+  while (!unsent_.Empty() && SendOne(unsent_.Front())) unsent_.RemoveFront();
+  if (unsent_.Empty()) ClearUnsent();
 }
 
 void BroadcastSocket::ClearUnsent() {
   ::KillTimer(hwnd_, kRetryTimer);
-  unsent_.clear();
-  unsentBytes_ = 0;
+  unsent_.Clear();
+  dropsUnsent_ = false;
 }
 
 // WM_TIMER has the lowest priority, so during a burst reading goes first.

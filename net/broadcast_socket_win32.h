@@ -6,22 +6,19 @@
 #include <windows.h>
 
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "net/datagram_port.h"
+#include "net/unsent_queue.h"
 
 namespace net {
 
 class BroadcastSocket : public DatagramPort {
  public:
   using Arrival = std::function<void(std::string_view)>;
-
-  // Limits of the queue of unsent datagrams while the network is down.
-  static constexpr std::size_t kMaxUnsent = 100, kMaxUnsentBytes = 1024 * 1024;
 
   // Calls `arrival` for every datagram, on this thread, from the message loop. If `arrival` runs events, datagrams that
   // are read then cause nested calls, and the bytes of the outer datagram are overwritten. WakeIn calls `wake`.
@@ -63,8 +60,8 @@ class BroadcastSocket : public DatagramPort {
   bool winsockStarted_ = false;
   bool throttled_ = false;
   bool networkIsDown_ = false;
-  std::deque<std::string> unsent_;
-  std::size_t unsentBytes_ = 0;
+  bool dropsUnsent_ = false;
+  UnsentQueue unsent_;
   int lastCount_ = 0;  // datagrams read on the last notification
   Clock::time_point lastRead_{}, lastYield_{};
 };

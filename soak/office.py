@@ -68,6 +68,7 @@ class Office:
         screen.set_up()
         system = wine.WineSystem()
         self._crowd = Crowd(self._random)
+        self.compared = 0  # lists
         segment_copies = [copies.Copy(system, name, network.Host(), screen.Screen("1024x768", tray=True))
                           for name in ("anna", "bob", "carla")]
         for copy in segment_copies:
@@ -119,6 +120,7 @@ class Office:
             copy = watched.user.copy
             listed = {name for name in copy.names() if not name.startswith("(")}
             heard = self._crowd.rosters[copy.host.address].names()
+            self.compared += losses == 0
             if losses == 0 and (listed ^ heard) - vanished:
                 failures.append(f"{watched.user.name} does not list {heard - listed}, but lists {listed - heard}")
         return failures
@@ -142,6 +144,8 @@ def _soak(minutes, seed):
         while not failures and (number == 0 or time.monotonic() + _DAY / 2 < end):
             number += 1
             failures = office.day(number)
+        if not office.compared:
+            failures.append("datagrams were lost every day: no list was compared")
     except (Failure, TimeoutError) as error:
         failures = [f"day {number}: {error}"]
     print("\n".join(failures) if failures else f"{number} days without a failure", flush=True)
