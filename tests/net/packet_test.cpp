@@ -128,17 +128,14 @@ TEST(UnsentQueue, KeepsTextsBesideRepeatedAnswers) {
   UnsentQueue queue;
   for (int i = 0; i < 200; ++i) {
     for (const char* each : {"anna|M/", "anna|C/ 0", "anna|S/1"}) EXPECT_TRUE(queue.Add(each));
-    const bool fits = i < 97;
-    EXPECT_EQ(queue.Add("anna|M/\xDEYes"), fits);
+    EXPECT_EQ(queue.Add("anna|M/\xDEYes"), i < 97);
   }
-  EXPECT_TRUE(queue.Add("anna|S/1"));
   EXPECT_FALSE(queue.Add("anna|S/2"));
   int texts = 0;
   for (; queue.Front().ends_with("Yes"); queue.RemoveFront()) ++texts;
   EXPECT_EQ(texts, 97);
   EXPECT_TRUE(queue.Add(std::string(UnsentQueue::kMaxBytes - 24, 'x')));
   EXPECT_FALSE(queue.Add("x"));
-  EXPECT_EQ(queue.Front(), "anna|M/");
 }
 
 }  // namespace
