@@ -139,6 +139,7 @@ class Copy:
 
     def _click_with(self, name, tool):
         main = self.main()
+        probe.wait(lambda: name in self.names(), complaint=f"{name} is not listed")
         row = [text for text, _ in self.roster()].index(name)
         self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
         self.probe.click_tool(main, tool)
