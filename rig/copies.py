@@ -138,11 +138,10 @@ class Copy:
         self._click_with(name, BLOCK_TOOL)
 
     def _click_with(self, name, tool):
-        main = self.main()
-        probe.wait(lambda: name in self.names(), complaint=f"{name} is not listed")
+        probe.wait(lambda: name in self.names(), self.probe.timeout, f"{name} is not listed")
         row = [text for text, _ in self.roster()].index(name)
-        self.probe.select_only(self.probe.children(main, "SysListView32")[0], row)
-        self.probe.click_tool(main, tool)
+        self.probe.select_only(self.probe.children(self.main(), "SysListView32")[0], row)
+        self.probe.click_tool(self.main(), tool)
 
     def _text_box(self, window):
         return self.probe.children(window, "Edit")[0]
