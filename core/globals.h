@@ -29,7 +29,7 @@ inline bool gDispatching = false;    // a packet is being dispatched: nothing mo
 inline std::string gCurName;         // the name under which this copy sends
 inline std::int16_t gLangCount = 0;  // index of the last language entry loaded
 inline std::int16_t gLangError = 0;  // -1 once a missing text code was reported
-inline std::int32_t gTicks = 0;      // set by Main when it begins to listen, milliseconds
+inline std::int32_t gTicks = 0;      // set by StartTicks, milliseconds
 
 // Names and help texts of the states 0, 1 and 2, from the language file; English until it is read.
 inline std::array<std::string, 3> gStateNames{"Available", "Alerts Only", "Do Not Disturb"};

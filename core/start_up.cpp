@@ -55,8 +55,8 @@ void CentreChatWindow(const WindowPlace& screen) {
 // Incoming packets fill the roster. Message boxes that they cause are posted for the main loop: a copy that starts at
 // logon must join the network unattended.
 void Listen() {
-  gTicks = TickCount();
-  while (TicksBetween(gTicks, TickCount()) < kListenTime) {
+  StartTicks();
+  while (ElapsedTicks(gTicks) < kListenTime) {
     RunPendingEvents();
     WaitForEvent(kListenStep);
   }
@@ -154,6 +154,10 @@ void SetRunAtLogon(std::int16_t flag) {
   if (flag == 0) DeleteRunValue();
   if (flag == 1) WriteRunValue(InProgramDirectory(ProgramFileTitle()));
 }
+
+void StartTicks() { gTicks = TickCount(); }
+
+std::int32_t ElapsedTicks(std::int32_t start) { return TicksBetween(start, TickCount()); }
 
 std::int32_t TicksBetween(std::int32_t start, std::int32_t now) {
   const std::int64_t difference = std::int64_t{now} - start;

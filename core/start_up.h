@@ -29,6 +29,12 @@ bool AsksForSafeMode(std::string_view arguments);
 // are ignored.
 void SetRunAtLogon(std::int16_t flag);
 
+// Stores the current tick count in gTicks.
+void StartTicks();
+
+// Milliseconds since `start`; throws as TicksBetween does.
+std::int32_t ElapsedTicks(std::int32_t start);
+
 // Milliseconds between two tick counts. Throws Err::Overflow when they do not fit in a signed 32-bit number, which
 // happens once, 24.8 days after the system started.
 std::int32_t TicksBetween(std::int32_t start, std::int32_t now);

@@ -91,12 +91,14 @@ void InterfacePage::Fill() {
   AddSnd();
 }
 
+void InterfacePage::SetPos(int position) { tbPos.Press(position - 1); }
+
 void InterfacePage::AddPos() {
   const Scratch picPos({Px(kPositionWidth), Px(kPositionHeight)});
-  toolkit::ImageList images = picPos.NewList(kPositions);
+  toolkit::ImageList imlPos = picPos.NewList(kPositions);
   for (int position = 1; position <= kPositions; ++position)
-    picPos.Add(images.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });
-  tbPos.SetPictures(std::move(images), kFirstPosition);
+    picPos.Add(imlPos.get(), [position](HDC dc, const RECT& screen) { DrawPosition(dc, screen, position); });
+  tbPos.SetPictures(std::move(imlPos), kFirstPosition);
   for (int i = 0; i < kPositions; ++i)
     AddName(kPositionNames[i], [this, i](const std::string& name) { tbPos.SetName(kFirstPosition + i, name); });
 }
@@ -136,7 +138,7 @@ void InterfacePage::LayOut() {
 }
 
 void InterfacePage::InputSets() {
-  tbPos.Press(core::gPopPos - 1);
+  SetPos(core::gPopPos);
   ::SetWindowTextA(lblHeight, std::to_string(core::gAlertHeight).c_str());
   const auto* const language = std::ranges::find(kLanguages, core::gLanguage);
   const auto index = language == std::end(kLanguages) ? -1 : language - std::begin(kLanguages);

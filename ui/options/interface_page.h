@@ -23,8 +23,9 @@ class InterfacePage : public Page {
   void InputSets() override;
   void WriteSets() override;  // all but the language
 
-  void AddPos();  // the buttons of the positions
-  void AddSnd();  // the list of sounds
+  void AddPos();              // the buttons of the positions
+  void SetPos(int position);  // 1 to 4; any other number releases all
+  void AddSnd();              // the list of sounds
 
   // If another language is selected, asks whether to switch now; on Yes loads it and updates the captions of every
   // window. Throws what LoadLang throws; the language stays unchanged then.
