@@ -1,5 +1,5 @@
 // Arbitrary bytes as the language file: failures have one of the known numbers, and no search leaves the table.
-#include "core/language_table.h"
+#include "core/language.h"
 #include "core/runtime_error.h"
 #include "fuzz/fuzz_target.h"
 

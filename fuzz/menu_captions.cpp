@@ -5,7 +5,6 @@
 
 #include "fuzz/fuzz_target.h"
 #include "ui/toolkit/menu/menu_items.h"
-#include "ui/toolkit/menu/menu_mnemonic.h"
 
 namespace {
 

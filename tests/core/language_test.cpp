@@ -1,7 +1,6 @@
 #include "core/language.h"
 
 #include "core/globals.h"
-#include "core/language_table.h"
 #include "tests/support/desktop_test.h"
 
 namespace core {

@@ -10,7 +10,7 @@
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "res/pictures.h"
-#include "ui/options/drawn_images.h"
+#include "ui/options/page.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
@@ -176,13 +176,7 @@ void InterfacePage::ChangeLanguage() {
   std::string question = core::GetText(kQuestionTexts[index]);
   if (index != 0) question += "\r\n\r\n" + core::GetText(kQuestionTexts[0]);
   if (!core::AskBox({.text = question, .title = core::GetText(kQuestionTitleText)})) return;
-  const std::string former = std::exchange(core::gLanguage, *chosen);
-  try {
-    core::LoadLang();
-  } catch (const core::RuntimeError&) {
-    core::gLanguage = former;
-    throw;
-  }
+  core::ChangeLang(*chosen);
   SetLanOfAll();
 }
 

@@ -6,7 +6,7 @@
 #include "core/globals.h"
 #include "core/text.h"
 #include "net/packet.h"
-#include "ui/options/drawn_images.h"
+#include "ui/options/page.h"
 #include "ui/options/option_values.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_box.h"

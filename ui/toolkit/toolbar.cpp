@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/text.h"
-#include "ui/toolkit/menu/menu_mnemonic.h"
+#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
 

@@ -5,7 +5,6 @@
 
 #include "core/callback_guard.h"
 #include "ui/toolkit/menu/cool_menu_convert.h"
-#include "ui/toolkit/menu/menu_mnemonic.h"
 
 namespace toolkit {
 namespace {

@@ -1,4 +1,5 @@
-// The caption language: what the authored text of a menu item specifies besides its caption.
+// The caption language, what the authored text of a menu item specifies besides its caption, and the letter keys in an
+// open menu.
 //
 //   |Close this window|&Close     help text for the status line, then the caption
 //   -Export                       section heading
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -92,5 +94,29 @@ class CMyItemDatas {
  private:
   std::map<Key, CMyItemData> items_;
 };
+
+// Windows handles the mnemonics of ordinary items only, so a window must handle those of owner-drawn items in the same
+// way.
+
+// The letter after the first single "&" of a caption, in lower case; 0 when there is none.
+char MnemonicLetter(std::string_view caption);
+
+struct MnemonicItem {
+  std::string_view caption;
+  bool selectable = true;  // headings and separators are not
+  bool enabled = true;
+  bool highlighted = false;
+};
+
+struct MnemonicChoice {
+  int position = -1;     // -1: no item matches
+  bool execute = false;  // else the item is only highlighted
+
+  friend bool operator==(const MnemonicChoice&, const MnemonicChoice&) = default;
+};
+
+// The mnemonic of exactly one enabled item executes it; of several, the next one after the highlighted item is
+// highlighted. A key that is no mnemonic matches the first letters of captions without mnemonics.
+MnemonicChoice ChooseByMnemonic(std::span<const MnemonicItem> items, char key);
 
 }  // namespace toolkit
