@@ -59,6 +59,9 @@ class Dispatcher {
   // chat window runs timers) are queued and follow in order. A failure is logged and ends that packet only.
   void DataArrived(std::string_view data);
 
+  // The number of datagrams queued.
+  std::size_t Waiting() const { return waiting_.size(); }
+
   void ParsePacket(std::string_view data);
 
   // Routes one text by its mark.

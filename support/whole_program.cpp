@@ -192,39 +192,23 @@ void WholeProgram::PassTime(std::uint32_t milliseconds) {
 
 bool WholeProgram::Accept(const Options& options) {
   if (options::RefusalOf(options.name, users, false) != 0) return false;
-  ChangeLanguage(options.language);
-  messenger.CloseSocket();
-  users.ClearlvUsers();
-  core::gUserName = core::gCurName = options.name;
-  core::gColour = options.colour;
-  JoinNetwork();
+  core::ChangeLang(options.language);
+  core::LoadLangConsts();
+  const auto writeUser = [&options] {
+    core::gUserName = core::gCurName = options.name;
+    core::gColour = options.colour;
+  };
+  options::ApplySets(*this, {.language = [] {}, .user = writeUser, .others = [&] { WriteLists(options); }});
+  return true;
+}
+
+void WholeProgram::WriteLists(const Options& options) {
   users.ClearBlockedNames();
   for (const std::string& name : options.blocked) users.AddBlocked(name);
   users.RefBlock();
   users.SetGroupLines(options.groupLines);
   users.RefGroups();
   users.UpdateStat();
-  core::SaveSets(*this);
-  return true;
-}
-
-void WholeProgram::ChangeLanguage(const std::string& language) {
-  const std::string former = std::exchange(core::gLanguage, language);
-  try {
-    core::LoadLang();
-  } catch (...) {
-    core::gLanguage = former;
-    throw;
-  }
-  core::LoadLangConsts();
-}
-
-void WholeProgram::JoinNetwork() {
-  try {
-    messenger.OpenSocket();
-  } catch (const core::RuntimeError& error) {
-    core::ShowBox({.text = NumberAndDescription(error)});
-  }
 }
 
 void WholeProgram::SetStatus(std::int16_t status) {
@@ -278,7 +262,9 @@ std::string_view WholeProgram::Violation() {
     if (const auto violation = ChatViolation(static_cast<PlainChat&>(*chat)); !violation.empty()) return violation;
   if (Desktop().queue.Waiting() > core::kMaxWaitingBoxes) return "too many message boxes wait";
   if (popups.size() > conversation::kMaxOpenPopups) return "too many popups";
+  if (popups.size() < conversation::kMaxOpenPopups && alerts_.Waiting() > 0) return "an alert waits without need";
   if (core::gDispatching) return "gDispatching is still set";
+  if (dispatcher.Waiting() > 0) return "a datagram waits after the dispatch";
   return {};
 }
 

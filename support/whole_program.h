@@ -100,8 +100,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void CheckLines(const std::vector<Expected>& before, bool isLine);
   std::size_t HashOfKept() const;
   void ShowWaitingAlerts();
-  void ChangeLanguage(const std::string& language);
-  void JoinNetwork();
+  void WriteLists(const Options& options);
   std::string ExpectedCounts() const;
   std::string_view RowViolation(const toolkit::ListRow& row) const;
   std::string_view ChatViolation(PlainChat& chat) const;

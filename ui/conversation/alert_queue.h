@@ -31,6 +31,8 @@ class AlertQueue {
   // Drops the queued alerts of a sender, ignoring case.
   void Forget(std::string_view sender);
 
+  std::size_t Waiting() const { return waiting_.size(); }
+
  private:
   std::deque<Alert> waiting_;
 };

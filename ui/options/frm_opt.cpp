@@ -4,10 +4,9 @@
 
 #include "core/language.h"
 #include "core/message_box.h"
-#include "core/runtime_error.h"
 #include "core/scoped_flag.h"
-#include "core/settings.h"
 #include "res/pictures.h"
+#include "ui/options/option_values.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/screen.h"
 
@@ -30,7 +29,7 @@ constexpr toolkit::ToolButton kCommandButtons[] = {
     {kCloseButton, {2007, "&Close"}, res::kToolbarClose},
 };
 
-constexpr int kNoNetworkText = 1208, kEmptyNameText = 2206;
+constexpr int kEmptyNameText = 2206;
 
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
@@ -144,23 +143,14 @@ void FrmOpt::InputSets() {
 
 void FrmOpt::WriteSets() {
   renamed_ = true;
-  interface_->WriteLanguage();
-  program_.CloseSocket();
-  program_.Users().ClearlvUsers();  // the answers to the new name fill it again
-  user_->WriteSets();
-  JoinNetwork();
-  interface_->WriteSets();
-  security_->WriteSets();
-  groups_->WriteSets();
-  core::SaveSets(program_);
-}
-
-void FrmOpt::JoinNetwork() {
-  try {
-    program_.OpenSocket();
-  } catch (const core::RuntimeError& error) {
-    core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
-  }
+  const auto writeOthers = [this] {
+    interface_->WriteSets();
+    security_->WriteSets();
+    groups_->WriteSets();
+  };
+  ApplySets(program_, {.language = [this] { interface_->WriteLanguage(); },
+                       .user = [this] { user_->WriteSets(); },
+                       .others = writeOthers});
 }
 
 void FrmOpt::CheckName() {

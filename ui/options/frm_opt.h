@@ -41,9 +41,7 @@ class FrmOpt : public toolkit::Window {
   // Copies the settings into the controls.
   void InputSets();
 
-  // Copies the controls into the settings: leaves the network under the old name, joins it under the new one, and saves
-  // everything. A failure to join is reported in a message box, and the rest is still done. Throws the file's
-  // error when the settings cannot be saved; they are in effect then, and the file is unchanged.
+  // Copies the controls into the settings and applies them (ApplySets).
   void WriteSets();
 
  private:
@@ -60,7 +58,6 @@ class FrmOpt : public toolkit::Window {
   void CheckName();
   void Accept();
   void OnClose();
-  void JoinNetwork();
 
   core::Program& program_;
   const std::function<void()> shutDown_;
