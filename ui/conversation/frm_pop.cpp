@@ -98,11 +98,15 @@ void FrmPop::Build() {
 }
 
 void FrmPop::PlaceAndShow() {
-  const Screen screen = TheScreen();
-  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PositionWithoutCorner(screen, size_.width));
+  SlideIn();
   Show(SW_SHOWNOACTIVATE);
   toolkit::SetTopMost(hwnd(), true);
   core::PlayAlertSound(core::gSound);
+}
+
+void FrmPop::SlideIn() {
+  const Screen screen = TheScreen();
+  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PositionWithoutCorner(screen, size_.width));
   ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
 }
 
@@ -116,6 +120,9 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_TIMER:
       wParam == kAniTimer ? aniTimer_Timer() : Timer_Timer();
+      return 0;
+    case WM_DISPLAYCHANGE:  // the corner of the screen has moved
+      SlideIn();
       return 0;
     case WM_DRAWITEM:
       Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));

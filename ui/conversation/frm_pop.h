@@ -41,6 +41,7 @@ class FrmPop : public toolkit::Window {
   void CreateControls();
   void Build();
   void PlaceAndShow();
+  void SlideIn();
   void MoveTo(Point position);
   void aniTimer_Timer();
   void Timer_Timer();

@@ -101,7 +101,9 @@ Area Reachable(const Area& place) {
   const RECT rect = RectOf(place);
   if (::MonitorFromRect(&rect, MONITOR_DEFAULTTONULL)) return place;
   const Area work = WorkAreaPixels();
-  return AreaAt(work.left, work.top, place.Width(), place.Height());
+  const int left = std::max(std::min(place.left, work.right - place.Width()), work.left);
+  const int top = std::max(std::min(place.top, work.bottom - place.Height()), work.top);
+  return AreaAt(left, top, place.Width(), place.Height());
 }
 
 void SetArea(HWND window, const Area& area) {
