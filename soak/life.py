@@ -25,8 +25,7 @@ SLEEP = 60  # seconds
 KILLS = 1000  # of a saving program
 
 WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
-# WM_DISPLAYCHANGE, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_FONTCHANGE, WM_THEMECHANGED
-DESKTOP_CHANGES = (0x007E, 0x0015, 0x001A, 0x001D, 0x031A)
+FONT_OR_THEME_CHANGED = (0x001D, 0x031A)  # WM_FONTCHANGE, WM_THEMECHANGED
 HIDE, ABOUT, STATUS, SEND_TO_ALL = 1009, 1018, 1100, 1003
 EXPORT_TEXT, SAVE = 202, 1
 NAME_BOX = 160
@@ -87,6 +86,24 @@ def two_users_of_one_machine(desks):
     check(not desks.anna.probe.windows("frmPop"), "the alert is shown to the other user")
 
 
+def twenty_copies_on_one_segment(desks):
+    """Seventeen more start at once: everybody lists everybody, and a line to all reaches all."""
+    more = [desks.rig.copy(f"desk{n}", network.Host(), on_screen=desks.bob.prefix.screen) for n in range(17)]
+    for copy in more:
+        copy.write_settings()
+        copy.start()
+    everybody = (*desks.all, *more)
+    names = {"(All)", *(copy.user for copy in everybody)}
+    for copy in everybody:
+        probe.wait(lambda copy=copy: names <= copy.names(), complaint=f"{copy.user} does not list all")
+    desks.bob.say(desks.bob.open_chat("(All)"), "To all twenty")
+    for copy in everybody:
+        chat = copy.probe.wait_for("frmChat")
+        probe.wait(lambda copy=copy, chat=chat: "To all twenty" in copy.said(chat), complaint=f"{copy.user} lost it")
+    for copy in more:
+        copy.close()
+
+
 def asleep_with_a_flood_waiting(desks):
     os.kill(desks.anna.process.pid, signal.SIGSTOP)
     begin = time.monotonic()
@@ -143,28 +160,57 @@ def another_address(desks):
 
 
 def a_new_desktop_with_every_window_open(desks):
-    window_probe = desks.berta.probe
-    desks.berta.open_chat("(All)")
-    main = window_probe.wait_for("frmMain")
-    window_probe.command(main, SEND_TO_ALL)
-    window_probe.wait_for("frmCom")
-    desks.wire.send("eve|M/\xdfHello")
-    window_probe.wait_for("frmPop")
-    desks.berta.open_options()
+    """The screen's size, colours and fonts really change, in a desktop window of Wine."""
+    copy = desks.rig.copy("carla", network.Host(), on_screen=screen.Screen())
+    for key, value in (("Explorer", "Default"), ("Explorer\\Desktops", "1024x768")):
+        _run(copy, "reg", "add", "HKCU\\Software\\Wine\\" + key, "/f", "/d", value, "/v",
+             "Default" if "\\" in key else "Desktop")
+    copy.write_settings()
+    start = desks.wire.mark()
+    copy.start()
+    desks.wire.wait_for(f"carla|M/carla {GREETING}", start)
+    before = _open_every_window(desks, copy)
 
     def forms():
-        return [w for w in window_probe.windows() if w.class_name.startswith("frm")]
+        return [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
 
-    before = forms()
-    check(len(before) >= 6, "not every window is open")
-    for message in DESKTOP_CHANGES:
+    def change(*words, on=None):
+        _run(copy, copies.WINDOWS_BUILD + "/soak/desktop.exe", *words)
+        time.sleep(2)
+        check({w.handle for w in forms()} == {w.handle for w in before}, f"{words}: a window is gone")
+        width, height = on or (1024, 768)
+        lost = [w for w in forms() if w.left >= width or w.top >= height or w.right <= 0 or w.top < 0]
+        check(not lost, f"{words}: off the screen: {lost}")
+        copy.prefix.screen.save(f"{copies.PICTURES}/desktop-{words[0]}-{words[1]}.png")
+
+    change("size", "640", "480", on=(640, 480))
+    change("size", "1024", "768")
+    change("colours", "203040")
+    change("font", "24")
+    for message in FONT_OR_THEME_CHANGED:
         for window in before:
-            window_probe.post(window, message)
-    time.sleep(2)
-    check({w.handle for w in forms()} == {w.handle for w in before}, "a window is gone")
-    desks.berta.prefix.screen.save(copies.PICTURES + "/desktop-changed.png")
-    window_probe.close(window_probe.wait_for("frmOpt"))
-    desks.answers(desks.berta, "after new colours")
+            copy.probe.post(window, message)
+    copy.probe.close(copy.probe.wait_for("frmOpt"))
+    desks.answers(copy, "after new colours")
+    copy.close()
+
+
+def _run(copy, *command):
+    check(copy.prefix.start(*command, stdout=subprocess.DEVNULL).wait() == 0, f"{command} failed")
+
+
+def _open_every_window(desks, copy):
+    """Opens main window, chat, composer, popup and options; returns them, with the chat in the lower right corner."""
+    copy.open_chat("(All)")
+    main = copy.probe.wait_for("frmMain")
+    copy.probe.command(main, SEND_TO_ALL)
+    copy.probe.wait_for("frmCom")
+    desks.wire.send("eve|M/\xdfHello")
+    copy.probe.wait_for("frmPop")
+    copy.open_options()
+    windows = [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
+    check(len(windows) == 5, f"not every window is open: {windows}")
+    return windows
 
 
 def logoff_asked_and_refused(desks):
@@ -316,7 +362,7 @@ def _kill_savers(folder, kills, command, start):
     return f"{kills} kills among {saves} saves left {len(left)} temporary files, deleted by the next start"
 
 
-STORIES = (two_users_of_one_machine, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
+STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
            another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused,
            a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,
            killed_while_it_saves_under_wine)

@@ -1,0 +1,48 @@
+// Changes the desktop of the Windows installation that it runs in, as a user does, for the soak test.
+//
+// usage: desktop size WIDTH HEIGHT     the screen's size in pixels
+//        desktop colours RRGGBB        of windows and dialogs
+//        desktop font HEIGHT           of captions, menus and message boxes, in pixels
+// The exit status is 0 when Windows has accepted the change.
+#include <windows.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+bool SetScreenSize(DWORD width, DWORD height) {
+  DEVMODEA mode{};
+  mode.dmSize = sizeof mode;
+  mode.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT;
+  mode.dmPelsWidth = width;
+  mode.dmPelsHeight = height;
+  return ::ChangeDisplaySettingsA(&mode, CDS_UPDATEREGISTRY) == DISP_CHANGE_SUCCESSFUL &&
+         ::GetSystemMetrics(SM_CXSCREEN) == static_cast<int>(width);
+}
+
+bool SetColours(unsigned long rgb) {
+  const int places[] = {COLOR_BTNFACE, COLOR_WINDOW, COLOR_MENU};
+  const COLORREF colour = RGB(rgb >> 16 & 0xFF, rgb >> 8 & 0xFF, rgb & 0xFF), colours[] = {colour, colour, colour};
+  return ::SetSysColors(static_cast<int>(std::size(places)), places, colours) != 0;
+}
+
+bool SetFont(LONG height) {
+  NONCLIENTMETRICSA metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return false;
+  for (LOGFONTA* font : {&metrics.lfCaptionFont, &metrics.lfMenuFont, &metrics.lfMessageFont}) font->lfHeight = -height;
+  return ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, SPIF_SENDCHANGE) != 0;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  const std::string_view change = count > 2 ? words[1] : "";
+  bool done = false;
+  if (change == "size" && count > 3)
+    done = SetScreenSize(std::strtoul(words[2], nullptr, 10), std::strtoul(words[3], nullptr, 10));
+  if (change == "colours") done = SetColours(std::strtoul(words[2], nullptr, 16));
+  if (change == "font") done = SetFont(std::strtol(words[2], nullptr, 10));
+  return done ? 0 : 1;
+}
