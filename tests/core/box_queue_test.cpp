@@ -17,7 +17,7 @@ TEST(BoxQueue, ShowsOneAtATimeInOrder) {
     EXPECT_EQ(++depth, 1);
     shown += box.text;
     if (box.text == "a") queue.Post({.text = "c"});  // a packet arrives while the box is open ...
-    queue.ShowAll(show);                             // ... and its loop calls this again
+    EXPECT_TRUE(queue.ShowAll(show));                // ... and its loop calls this again
     return --depth == 0;
   };
   queue.Post({.text = "a"});

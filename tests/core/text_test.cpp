@@ -80,9 +80,10 @@ TEST(Numbers, TolerantReadingIgnoresTheRest) {
   expect(1.2, {"1.2.3"});
   expect(2, {"2e"});
   expect(20, {"2 e 1"});
-  expect(255, {"&HFF"});
+  expect(255, {"&HFF", "&HFF:"});
   expect(15, {"&h fg", "&O17"});
-  for (const char* text : {"&H", "\t1", "1\t", "1 2"}) EXPECT_EQ(ErrorOf([=] { StrictNumber(text); }), 13) << text;
+  for (const char* text : {"&H", "&0", "\t1", "1\t", "1 2"})
+    EXPECT_EQ(ErrorOf([=] { StrictNumber(text); }), 13) << text;
 }
 
 // A packet can have this many; the time must be linear.

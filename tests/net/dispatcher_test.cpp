@@ -1,5 +1,6 @@
 #include "net/dispatcher.h"
 
+#include <algorithm>
 #include <climits>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+constexpr AnswerLimits kLimits;
 constexpr char kAnswer[] = "anna|M/;anna|C/ 4;anna|S/0;", kHiddenAnswer[] = "_anna|M/;_anna|C/ 4;_anna|S/0;";
 
 class DispatcherTest : public support::DesktopTest {
@@ -119,11 +121,14 @@ TEST_F(DispatcherTest, ManyHiddenNamesCountForSeconds) {
   support::Desktop().ticks += 20000;
   limited.SendOwed();
   EXPECT_EQ(port.sent.size(), 3u);
+  EXPECT_GE(port.wakeIn, kLimits.repetition.least) << "bob is listed, so the answer is repeated";
   other.DataArrived("carl|");
   EXPECT_EQ(port.sent.size(), 6u);
   RecentNames flooded;
   for (std::size_t i = 0; i < RecentNames::kMaxNames + 5; ++i) flooded.Note(std::to_string(i), 0);
   EXPECT_EQ(flooded.Count(0), RecentNames::kMaxNames);
+  flooded.Note("later", RecentNames::kSpan);
+  EXPECT_EQ(flooded.Count(RecentNames::kSpan), 1u);
 }
 
 TEST_F(DispatcherTest, StatesAndColoursAreNumbersReadTolerantly) {
@@ -225,8 +230,10 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
             kAnswer + std::string("open |bob;new bob: hi #0;new bob: one #0;new bob: two #0;new without bob;"));
   ASSERT_EQ(support::Desktop().posted.size(), 1u);
   EXPECT_EQ(support::Desktop().posted[0].text, "Run-time error '51':\r\n\r\nInternal error (timer)");
+  support::Desktop().onBox = [](const core::Box&) { core::Guarded([] { throw std::bad_alloc(); }); };
   core::Guarded([] { throw std::bad_alloc(); });
   EXPECT_EQ(support::Desktop().events.back(), "box Run-time error '7':\r\n\r\nOut of memory");
+  EXPECT_EQ(support::Desktop().posted.size(), 2u) << "not a second box over the first";
 
   conversations.onOpen = [&] {
     for (std::size_t i = 0; i < Dispatcher::kMaxWaiting + 5; ++i)
@@ -238,15 +245,15 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   // The queue's limit in bytes applies to what is queued at present.
   for (const std::string name : {"emma", "fay"}) {
     conversations.onOpen = [&] {
-      for (int i = 0; i < 200; ++i) dispatcher.DataArrived(name + "|X/" + std::string(60000, 'x'));
-      dispatcher.DataArrived(name + "|M/\xDElast");
+      for (int i = 0; i < 200; ++i) dispatcher.DataArrived(name + "|M/\xDE" + std::string(60000, 'x') + "last");
     };
-    EXPECT_TRUE(On(name + "|M/\xDEhi").ends_with(";new " + name + ": last #0;"));
+    On(name + "|M/\xDEhi");
+    EXPECT_EQ(std::ranges::count_if(conversations.shown, [](const auto& line) { return line.ends_with("last #0"); }),
+              200);
     conversations.windows.clear();
   }
 }
 
-constexpr AnswerLimits kLimits;
 constexpr std::size_t kFew = kLimits.fewNames, kMany = 200;  // 200 names: a delay of 450 ms
 
 class AnswerBudgetTest : public testing::Test {
@@ -304,6 +311,9 @@ TEST_F(AnswerBudgetTest, InALargeSegmentOneAnswerServesAllAndIsRepeatedOnce) {
   EXPECT_LE(wait, kLimits.repetition.most);
   EXPECT_TRUE(budget.Settle(now));
   EXPECT_EQ(budget.Wait(now), std::nullopt);
+  EXPECT_EQ(budget.Ask(true, kFew + 1, now), Answer::Now);
+  EXPECT_GE(Pass(), kLimits.repetition.least);
+  EXPECT_TRUE(budget.Settle(now)) << "an immediate answer is repeated too";
 }
 
 TEST_F(AnswerBudgetTest, HiddenNewcomersGetNoRepetition) {
@@ -330,6 +340,9 @@ TEST_F(AnswerBudgetTest, AJoiningIsRepeatedWhereManyAnswer) {
     EXPECT_GE(Pass(), 1u);
     EXPECT_EQ(budget.Settle(now), names > kFew);
   }
+  budget.Begin(true, 1, now);  // on another segment, where nobody was heard yet
+  Pass();
+  EXPECT_FALSE(budget.Settle(now));
   budget.End();
   EXPECT_EQ(budget.Wait(now), std::nullopt);
 }

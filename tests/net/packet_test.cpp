@@ -2,6 +2,7 @@
 #include "net/packet.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/globals.h"
@@ -49,7 +50,7 @@ TEST(Packet, TrailBytesDoNotSeparate) {
     const PrivateText message = SplitPrivate(taken.argument);
     EXPECT_EQ(message.text, text) << codePage;
     EXPECT_EQ(message.recipient, name) << codePage;
-    EXPECT_EQ(SplitPrivate("\xDE|bob").recipient, "bob") << codePage;
+    for (const char* argument : {"\xDE|bob", "|bob"}) EXPECT_EQ(SplitPrivate(argument).recipient, "bob") << codePage;
   }
 }
 
@@ -93,16 +94,19 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   support::Desktop().onPending = [&] { port.sent.push_back("events"); };
   messenger.OpenSocket();
   EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "anna|C/ 255", "anna|S/2", "anna|M/anna is now on the network"}));
+  EXPECT_GE(std::exchange(port.wakeIn, 0), AnswerLimits().repetition.least);
 
   core::gStarting = -1;
   core::gColour = -5;
+  core::gCurName = "_anna";
   port.sent.clear();
   messenger.OpenSocket();
-  EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "anna|C/-5", "anna|S/2"}));
+  EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "_anna|C/-5", "_anna|S/2"}));
+  EXPECT_EQ(port.wakeIn, 0u) << "a hidden copy repeats nothing";
 
   port.sent.clear();
   messenger.CloseSocket();
-  EXPECT_EQ(port.sent, (Lines{"anna|L/", "close"}));
+  EXPECT_EQ(port.sent, (Lines{"_anna|L/", "close"}));
 }
 
 TEST_F(MessengerTest, AnOwedAnswerHasTheCurrentStateAndIsDroppedOnLeaving) {
@@ -136,6 +140,8 @@ TEST(UnsentQueue, KeepsTextsBesideRepeatedAnswers) {
   EXPECT_EQ(texts, 97);
   EXPECT_TRUE(queue.Add(std::string(UnsentQueue::kMaxBytes - 24, 'x')));
   EXPECT_FALSE(queue.Add("x"));
+  queue.Clear();
+  EXPECT_TRUE(queue.Empty() && queue.Add(std::string(UnsentQueue::kMaxBytes, 'x')));
 }
 
 }  // namespace
