@@ -15,26 +15,25 @@ namespace {
 
 using Json = nlohmann::ordered_json;  // keeps the event first, for human readers
 
-struct KindName {
+struct Kind {
   EventKind kind;
   const char* name;
+  bool hasText = false;
 };
 
-constexpr KindName kKindNames[] = {
-    {EventKind::Joined, "joined"}, {EventKind::Left, "left"},   {EventKind::State, "status"},
-    {EventKind::Colour, "colour"}, {EventKind::Alert, "alert"}, {EventKind::Chat, "chat"},
-    {EventKind::Notice, "notice"},
+constexpr Kind kKinds[] = {
+    {EventKind::Joined, "joined"},       {EventKind::Left, "left"},         {EventKind::State, "status"},
+    {EventKind::Colour, "colour"},       {EventKind::Alert, "alert", true}, {EventKind::Chat, "chat", true},
+    {EventKind::Notice, "notice", true},
 };
+
+const Kind& Find(EventKind kind) { return *std::ranges::find(kKinds, kind, &Kind::kind); }
 
 constexpr const char* kPresent = "present";
 
 std::string NameOf(EventKind kind, const EventStyle& style) {
   if (kind == EventKind::Joined && style.answering) return kPresent;
-  return std::ranges::find(kKindNames, kind, &KindName::kind)->name;
-}
-
-bool HasText(EventKind kind) {
-  return kind == EventKind::Alert || kind == EventKind::Chat || kind == EventKind::Notice;
+  return Find(kind).name;
 }
 
 // "#RRGGBB". In packets red is the lowest byte.
@@ -112,7 +111,7 @@ std::string EventLine(const Event& event, const EventStyle& style) {
   if (event.kind == EventKind::Colour) line += ": " + ColourText(event.user.colour);
   if (event.kind == EventKind::Alert || event.kind == EventKind::Chat)
     line += " to " + (event.to ? Printable(*event.to) : "everybody");
-  if (HasText(event.kind) && style.texts) line += ": " + Printable(event.text);
+  if (Find(event.kind).hasText && style.texts) line += ": " + Printable(event.text);
   return line;
 }
 
@@ -121,7 +120,7 @@ std::string EventJson(const Event& event, const EventStyle& style) {
   json.update(JsonOf(event.user));
   if (event.kind == EventKind::Alert || event.kind == EventKind::Chat)
     json["to"] = event.to ? Json(wire::ToUtf8(*event.to)) : Json();
-  if (HasText(event.kind) && style.texts) json["text"] = wire::ToUtf8(event.text);
+  if (Find(event.kind).hasText && style.texts) json["text"] = wire::ToUtf8(event.text);
   return json.dump();
 }
 
