@@ -77,11 +77,11 @@ TEST(MenuMnemonic, OneMatchExecutesSeveralRotate) {
 }
 
 TEST(MenuMnemonic, FirstLettersMatchWithoutMnemonics) {
-  const std::vector<MnemonicItem> items{{"Export", false}, {"Status Bar"}, {"&Move to"}, {"", true}};
+  const std::vector<MnemonicItem> items{{"Export", false}, {"Status Bar"}, {"Mo&ve to"}, {"", true}};
   for (const char* first : {"Bar", "&Bar"})
     EXPECT_EQ(ChooseByMnemonic(std::vector<MnemonicItem>{{first}, {"Add"}}, 'b'), (MnemonicChoice{0, true})) << first;
   EXPECT_EQ(ChooseByMnemonic(items, 's'), (MnemonicChoice{1, true}));
-  for (const char letter : {'t', 'e', '\0'}) EXPECT_EQ(ChooseByMnemonic(items, letter).position, -1) << letter;
+  for (const char letter : {'t', 'e', 'm', '\0'}) EXPECT_EQ(ChooseByMnemonic(items, letter).position, -1) << letter;
 }
 
 // Pictures are found by caption, so in every language, and built in, each must match its own items only.
