@@ -185,10 +185,14 @@ TEST_F(PopupTest, AppearsOnTopWithoutTheFocus) {
   const LONG_PTR style = ::GetWindowLongPtrA(popup, GWL_EXSTYLE);
   EXPECT_NE(style & WS_EX_TOPMOST, 0);
   EXPECT_NE(style & WS_EX_TOOLWINDOW, 0) << "no button on the task bar";
-  for (const HWND window : {active, popup}) {
-    toolkit::SetArea(window, {5000, 5000, 5100, 5100});
-    ::SendMessageA(window, WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
-    EXPECT_LT(toolkit::AreaOf(window).left, 1024) << "the screen became smaller";
+  const toolkit::Area work = toolkit::WorkAreaPixels();
+  for (const HWND window : {active, popup}) {  // the screen became smaller
+    toolkit::SetArea(window, {5000, 5000, 5400, 5400});
+    ::SendMessageA(window, WM_DISPLAYCHANGE, 32, 0);
+    const toolkit::Area area = toolkit::AreaOf(window);
+    EXPECT_EQ(area.right, work.right);
+    EXPECT_LT(work.bottom - area.bottom, 5);
+    EXPECT_LT(window == popup ? area.Width() : 0, 400) << "a popup fits its text again";
   }
   support::FilterKey(focus, WM_KEYDOWN, VK_F6);
   EXPECT_EQ(::GetActiveWindow(), popup) << "the user may activate it";

@@ -98,16 +98,30 @@ void FrmPop::Build() {
 }
 
 void FrmPop::PlaceAndShow() {
-  SlideIn();
+  MoveTo(StartPosition());
   Show(SW_SHOWNOACTIVATE);
   toolkit::SetTopMost(hwnd(), true);
   core::PlayAlertSound(core::gSound);
+  ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
 }
 
-void FrmPop::SlideIn() {
+// Fits its text to the screen again, because its buttons must stay in reach.
+void FrmPop::FollowTheScreen() {
+  Build();
+  Point rest = StartPosition();
+  while (const auto top = NextTopAfter(rest.top)) rest.top = *top;
+  MoveTo(rest);
+}
+
+Point FrmPop::StartPosition() const {
   const Screen screen = TheScreen();
-  MoveTo(corner_ ? StartOf(*corner_, screen, size_.width, size_.height) : PositionWithoutCorner(screen, size_.width));
-  ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
+  if (!corner_) return PositionWithoutCorner(screen, size_.width);
+  return StartOf(*corner_, screen, size_.width, size_.height);
+}
+
+std::optional<Twips> FrmPop::NextTopAfter(Twips top) const {
+  if (!corner_) return std::nullopt;
+  return NextTop(*corner_, TheScreen(), top, size_.height, alertHeight_);
 }
 
 void FrmPop::MoveTo(Point position) {
@@ -121,8 +135,8 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
       wParam == kAniTimer ? aniTimer_Timer() : Timer_Timer();
       return 0;
-    case WM_DISPLAYCHANGE:  // the corner of the screen has moved
-      SlideIn();
+    case WM_DISPLAYCHANGE:
+      FollowTheScreen();
       return 0;
     case WM_DRAWITEM:
       Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
@@ -148,7 +162,7 @@ bool FrmPop::Translate(MSG& message) {
 }
 
 void FrmPop::aniTimer_Timer() {
-  const auto top = corner_ ? NextTop(*corner_, TheScreen(), position_.top, size_.height, alertHeight_) : std::nullopt;
+  const auto top = NextTopAfter(position_.top);
   if (!top) {
     ::KillTimer(hwnd(), kAniTimer);
     return;
@@ -227,7 +241,7 @@ void FrmPop::mnuBlock_Click() { commands_.blockSender(alert_.sender); }
 
 // Hidden first: some window managers return the focus of a closing window to the previous one, and would take it from
 // the new window. If no window was opened, the popup is shown again.
-void FrmPop::GiveWayTo(const std::function<bool()>& open) {
+void FrmPop::CloseIfOpened(const std::function<bool()>& open) {
   Show(SW_HIDE);
   try {
     if (open()) return Close();
@@ -240,7 +254,7 @@ void FrmPop::GiveWayTo(const std::function<bool()>& open) {
 }
 
 void FrmPop::Answer(const std::string& recipients) {
-  GiveWayTo([&] { return commands_.openComposer(recipients); });
+  CloseIfOpened([&] { return commands_.openComposer(recipients); });
 }
 
 void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
@@ -248,7 +262,7 @@ void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
 void FrmPop::mnuReplyAll_Click() { Answer(std::string(kEverybody) + '|'); }
 
 void FrmPop::mnuLive_Click() {
-  GiveWayTo([this] { return commands_.startLiveChat(alert_); });
+  CloseIfOpened([this] { return commands_.startLiveChat(alert_); });
 }
 
 }  // namespace conversation

@@ -41,7 +41,9 @@ class FrmPop : public toolkit::Window {
   void CreateControls();
   void Build();
   void PlaceAndShow();
-  void SlideIn();
+  void FollowTheScreen();
+  Point StartPosition() const;
+  std::optional<Twips> NextTopAfter(Twips top) const;
   void MoveTo(Point position);
   void aniTimer_Timer();
   void Timer_Timer();
@@ -55,7 +57,7 @@ class FrmPop : public toolkit::Window {
   void mnuReplySender_Click();
   void mnuReplyAll_Click();
   void mnuBlock_Click();
-  void GiveWayTo(const std::function<bool()>& open);
+  void CloseIfOpened(const std::function<bool()>& open);
   void Answer(const std::string& recipients);
   void mnuLive_Click();
   void Close() { ::DestroyWindow(hwnd()); }

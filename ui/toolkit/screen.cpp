@@ -24,6 +24,15 @@ Area Of(const RECT& rect) {
           static_cast<int>(rect.bottom)};
 }
 
+// The work area may still be that of the former screen size when a window is told of the new one.
+Area UsableAreaOf(HMONITOR monitor) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  ::GetMonitorInfoA(monitor, &info);
+  RECT usable{};
+  return Of(::IntersectRect(&usable, &info.rcWork, &info.rcMonitor) ? usable : info.rcMonitor);
+}
+
 // Created on first use. A failure is retried on the next use; null means the system's font until then.
 HFONT Kept(Font& kept, LONG weight) {
   if (kept) return kept.get();
@@ -100,7 +109,7 @@ RECT RectOf(const Area& area) { return {area.left, area.top, area.right, area.bo
 Area Reachable(const Area& place) {
   const RECT rect = RectOf(place);
   if (::MonitorFromRect(&rect, MONITOR_DEFAULTTONULL)) return place;
-  const Area work = WorkAreaPixels();
+  const Area work = UsableAreaOf(::MonitorFromRect(&rect, MONITOR_DEFAULTTONEAREST));
   const int left = std::max(std::min(place.left, work.right - place.Width()), work.left);
   const int top = std::max(std::min(place.top, work.bottom - place.Height()), work.top);
   return AreaAt(left, top, place.Width(), place.Height());

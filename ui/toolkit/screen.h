@@ -36,8 +36,8 @@ Area ClientAreaOf(HWND window);
 
 RECT RectOf(const Area& area);
 
-// The same place, or the nearest one in the work area when it is off every screen: a screen was removed or became
-// smaller.
+// The same place, or the nearest one in the work area of the nearest screen when it is off every screen: a screen was
+// removed or became smaller.
 Area Reachable(const Area& place);
 
 // Moves a window on the screen, or a control in its window, and repaints it fully: on some desktops copied frames have
