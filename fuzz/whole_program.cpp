@@ -106,6 +106,7 @@ class Session {
     arguments.remove_prefix(std::min(arguments.find(','), arguments.size() - 1) + 1);
     options.colour = fuzz::TakeByte(arguments);
     if (options.colour % 2) options.language = "Deutsch";
+    options.loadsLanguage = options.colour % 4 < 2;
     for (const std::string_view name : core::BarFields(arguments))
       if (const std::string typed = Typed(name); !typed.empty()) options.blocked.push_back(typed);
     options.groupLines = program_->users.GroupLines();

@@ -18,6 +18,7 @@
 #include "support/memory_files.h"
 #include "support/recording_desktop.h"
 #include "ui/conversation/chat_export.h"
+#include "ui/options/apply_sets.h"
 #include "ui/options/option_values.h"
 
 namespace support {
@@ -192,13 +193,16 @@ void WholeProgram::PassTime(std::uint32_t milliseconds) {
 
 bool WholeProgram::Accept(const Options& options) {
   if (options::RefusalOf(options.name, users, false) != 0) return false;
-  core::ChangeLang(options.language);
-  core::LoadLangConsts();
+  if (options.loadsLanguage && options.language != core::gLanguage) {
+    core::ChangeLang(options.language);
+    core::LoadLangConsts();
+  }
+  const auto writeLanguage = [&options] { core::gLanguage = options.language; };
   const auto writeUser = [&options] {
     core::gUserName = core::gCurName = options.name;
     core::gColour = options.colour;
   };
-  options::ApplySets(*this, {.language = [] {}, .user = writeUser, .others = [&] { WriteLists(options); }});
+  options::ApplySets(*this, {.language = writeLanguage, .user = writeUser, .others = [&] { WriteLists(options); }});
   return true;
 }
 

@@ -62,6 +62,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
     std::string name;
     std::int32_t colour = 0;
     std::string language = "English";
+    bool loadsLanguage = true;  // at once, not at the next start
     std::vector<std::string> blocked{}, groupLines{};
   };
   bool Accept(const Options& options);  // false when the name is refused; throws file errors

@@ -10,7 +10,6 @@
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "res/pictures.h"
-#include "ui/options/page.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/disk_folder.h"
 #include "ui/toolkit/save/save_name.h"
@@ -37,12 +36,38 @@ constexpr int kQuestionTexts[] = {10300, 10301, 10302, 10303};
 static_assert(std::size(kQuestionTexts) == std::size(kLanguages));
 constexpr int kQuestionTitleText = 9201;
 
+// The corners of the screen, as the menu calls them, for screen readers.
+constexpr toolkit::Caption kPositionNames[] = {
+    {1117, "|Move window to top left|Top &Left"},
+    {1118, "|Move window to top right|Top &Right"},
+    {1119, "|Move window to bottom left|Bottom L&eft"},
+    {1120, "|Move window to bottom right|Bottom R&ight"},
+};
 constexpr int kPositions = static_cast<int>(std::size(kPositionNames));
 constexpr toolkit::Twips kPositionWidth = 36_dp, kPositionHeight = 27_dp, kDropHeight = 200_dp;
 
 enum SoundPicture : int { kSilencePicture, kBeepPicture, kWavePicture };
 
 int WidthOf(HWND label) { return toolkit::MeasureText(toolkit::DialogFont(), toolkit::TextOf(label)).cx; }
+
+void Fill(HDC dc, const RECT& place, int systemColour) { ::FillRect(dc, &place, ::GetSysColorBrush(systemColour)); }
+
+RECT QuarterOf(const RECT& whole, int position) {
+  const LONG middleX = (whole.left + whole.right) / 2, middleY = (whole.top + whole.bottom) / 2;
+  const bool right = position % 2 == 0, bottom = position > 2;
+  return {right ? middleX : whole.left, bottom ? middleY : whole.top, right ? whole.right : middleX,
+          bottom ? whole.bottom : middleY};
+}
+
+// Draws a screen with one quarter highlighted: 1 top left, 2 top right, 3 bottom left, 4 bottom right.
+void DrawPosition(HDC dc, const RECT& screen, int position) {
+  Fill(dc, screen, COLOR_WINDOWTEXT);
+  RECT inside = screen;
+  const int frame = Px(1_dp);
+  ::InflateRect(&inside, -frame, -frame);
+  Fill(dc, inside, COLOR_HIGHLIGHT);
+  Fill(dc, QuarterOf(inside, position), COLOR_HIGHLIGHTTEXT);
+}
 
 void AddIcon(HIMAGELIST list, res::Strip strip, int picture, int side) {
   ::ImageList_ReplaceIcon(list, -1, toolkit::LoadPicture(strip, picture, side).get());

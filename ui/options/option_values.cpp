@@ -1,16 +1,10 @@
 #include "ui/options/option_values.h"
 
-#include "core/language.h"
-#include "core/message_box.h"
-#include "core/runtime_error.h"
-#include "core/settings.h"
 #include "core/start_up.h"
 #include "core/text.h"
 
 namespace options {
 namespace {
-
-constexpr int kNoNetworkText = 1208;
 
 bool IsLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
 
@@ -36,14 +30,6 @@ std::size_t BarsIn(std::string_view line) {
   for (std::size_t bar = core::Find(line, "|"); bar != std::string_view::npos; bar = core::Find(line, "|", bar + 1))
     ++bars;
   return bars;
-}
-
-void JoinNetwork(core::Program& program) {
-  try {
-    program.OpenSocket();
-  } catch (const core::RuntimeError& error) {
-    core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
-  }
 }
 
 }  // namespace
@@ -91,16 +77,6 @@ std::vector<Sound> SoundsOf(const std::vector<std::string>& files) {
   std::vector<Sound> sounds{{"(S)", ""}, {"(B)", ""}};
   for (const std::string& file : files) sounds.push_back({SoundKey(file), file});
   return sounds;
-}
-
-void ApplySets(core::Program& program, const SetsWriters& write) {
-  write.language();
-  program.CloseSocket();
-  program.Users().ClearlvUsers();  // the answers to the new name fill it again
-  write.user();
-  JoinNetwork(program);
-  write.others();
-  core::SaveSets(program);
 }
 
 }  // namespace options

@@ -1,13 +1,10 @@
-// What the options dialog makes of what is typed into it and of what is stored: names, groups and sounds; and the order
-// in which accepted settings take effect.
+// What the options dialog makes of what is typed into it and of what is stored: names, groups and sounds.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "core/program.h"
 #include "core/roster.h"
 
 namespace options {
@@ -49,15 +46,5 @@ std::vector<Sound> SoundsOf(const std::vector<std::string>& files);
 
 // The key of a file: its name, with ".wav" appended unless it ends in exactly that; case counts.
 std::string SoundKey(std::string_view file);
-
-// Write the accepted settings into the globals and the roster.
-struct SetsWriters {
-  std::function<void()> language, user, others;
-};
-
-// Leaves the network under the old name, joins it under the new one, and saves everything. A failure to join is
-// reported in a message box, and the rest is still done. Throws the file's error when the settings cannot be saved;
-// they are in effect then.
-void ApplySets(core::Program& program, const SetsWriters& write);
 
 }  // namespace options

@@ -3,11 +3,9 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <functional>
 #include <span>
 
-#include "ui/toolkit/caption.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/units.h"
@@ -90,20 +88,6 @@ class Scratch {
   SIZE size_;
   toolkit::MemoryDc dc_;
   toolkit::Bitmap bitmap_;
-};
-
-// A swatch: a box filled with a colour, with a border.
-void DrawSwatch(HDC dc, const RECT& box, COLORREF colour);
-
-// A screen with one quarter highlighted: 1 top left, 2 top right, 3 bottom left, 4 bottom right.
-void DrawPosition(HDC dc, const RECT& screen, int position);
-
-// Their names for screen readers, as the menu calls the corners.
-inline constexpr toolkit::Caption kPositionNames[] = {
-    {1117, "|Move window to top left|Top &Left"},
-    {1118, "|Move window to top right|Top &Right"},
-    {1119, "|Move window to bottom left|Bottom L&eft"},
-    {1120, "|Move window to bottom right|Bottom R&ight"},
 };
 
 }  // namespace options

@@ -6,7 +6,6 @@
 #include "core/globals.h"
 #include "core/text.h"
 #include "net/packet.h"
-#include "ui/options/page.h"
 #include "ui/options/option_values.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_box.h"
@@ -48,6 +47,13 @@ constexpr toolkit::Twips kSwatchWidth = 38_dp, kSwatchHeight = 30_dp, kFrameHeig
 
 constexpr DWORD kSwatchListStyle =
     LVS_ICON | LVS_SHAREIMAGELISTS | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
+
+// Draws a box filled with a colour, with a border.
+void DrawSwatch(HDC dc, const RECT& box, COLORREF colour) {
+  const toolkit::Brush fill(::CreateSolidBrush(colour));
+  ::FillRect(dc, &box, fill.get());
+  ::FrameRect(dc, &box, ::GetSysColorBrush(COLOR_BTNSHADOW));
+}
 
 // The answer to a WM_CTLCOLOR message: text of this colour on the background of a text box.
 LRESULT ColourText(WPARAM dc, std::int32_t colour) {

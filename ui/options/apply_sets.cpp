@@ -1,0 +1,33 @@
+#include "ui/options/apply_sets.h"
+
+#include "core/language.h"
+#include "core/message_box.h"
+#include "core/runtime_error.h"
+#include "core/settings.h"
+
+namespace options {
+namespace {
+
+constexpr int kNoNetworkText = 1208;
+
+void JoinNetwork(core::Program& program) {
+  try {
+    program.OpenSocket();
+  } catch (const core::RuntimeError& error) {
+    core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
+  }
+}
+
+}  // namespace
+
+void ApplySets(core::Program& program, const SetsWriters& write) {
+  write.language();
+  program.CloseSocket();
+  program.Users().ClearlvUsers();  // the answers to the new name fill it again
+  write.user();
+  JoinNetwork(program);
+  write.others();
+  core::SaveSets(program);
+}
+
+}  // namespace options
