@@ -3,6 +3,7 @@
 // usage: desktop size WIDTH HEIGHT     the screen's size in pixels
 //        desktop colours RRGGBB        of windows and dialogs
 //        desktop font HEIGHT           of captions, menus and message boxes, in pixels
+//        desktop move CLASS LEFT TOP   a window of this class
 // The exit status is 0 when Windows has accepted the change.
 #include <windows.h>
 
@@ -18,7 +19,8 @@ bool SetScreenSize(DWORD width, DWORD height) {
   mode.dmPelsWidth = width;
   mode.dmPelsHeight = height;
   return ::ChangeDisplaySettingsA(&mode, CDS_UPDATEREGISTRY) == DISP_CHANGE_SUCCESSFUL &&
-         ::GetSystemMetrics(SM_CXSCREEN) == static_cast<int>(width);
+         ::GetSystemMetrics(SM_CXSCREEN) == static_cast<int>(width) &&
+         ::GetSystemMetrics(SM_CYSCREEN) == static_cast<int>(height);
 }
 
 bool SetColours(unsigned long rgb) {
@@ -35,6 +37,10 @@ bool SetFont(LONG height) {
   return ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, SPIF_SENDCHANGE) != 0;
 }
 
+bool Move(const char* className, int left, int top) {
+  return ::SetWindowPos(::FindWindowA(className, nullptr), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER) != 0;
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -43,6 +49,7 @@ int main(int count, char** words) {
   if (change == "size" && count > 3)
     done = SetScreenSize(std::strtoul(words[2], nullptr, 10), std::strtoul(words[3], nullptr, 10));
   if (change == "colours") done = SetColours(std::strtoul(words[2], nullptr, 16));
+  if (change == "move" && count > 4) done = Move(words[2], std::atoi(words[3]), std::atoi(words[4]));
   if (change == "font") done = SetFont(std::strtol(words[2], nullptr, 10));
   return done ? 0 : 1;
 }

@@ -29,6 +29,7 @@ FONT_OR_THEME_CHANGED = (0x001D, 0x031A)  # WM_FONTCHANGE, WM_THEMECHANGED
 HIDE, ABOUT, STATUS, SEND_TO_ALL = 1009, 1018, 1100, 1003
 EXPORT_TEXT, SAVE = 202, 1
 NAME_BOX = 160
+SLIDE_STEP = 4  # pixels of an alert's last step, at 96 dpi
 
 
 class Failure(Exception):
@@ -92,16 +93,18 @@ def twenty_copies_on_one_segment(desks):
     for copy in more:
         copy.write_settings()
         copy.start()
-    everybody = (*desks.all, *more)
-    names = {"(All)", *(copy.user for copy in everybody)}
-    for copy in everybody:
-        probe.wait(lambda copy=copy: names <= copy.names(), complaint=f"{copy.user} does not list all")
-    desks.bob.say(desks.bob.open_chat("(All)"), "To all twenty")
-    for copy in everybody:
-        chat = copy.probe.wait_for("frmChat")
-        probe.wait(lambda copy=copy, chat=chat: "To all twenty" in copy.said(chat), complaint=f"{copy.user} lost it")
-    for copy in more:
-        copy.close()
+    try:
+        everybody = (*desks.all, *more)
+        names = {"(All)", *(copy.user for copy in everybody)}
+        for copy in everybody:
+            probe.wait(lambda copy=copy: names <= copy.names(), complaint=f"{copy.user} does not list all")
+        desks.bob.say(desks.bob.open_chat("(All)"), "To all twenty")
+        for copy in everybody:
+            chat = copy.probe.wait_for("frmChat")
+            probe.wait(lambda copy=copy, chat=chat: "To all twenty" in copy.said(chat), complaint=f"{copy.user} lost it")
+    finally:
+        for copy in more:
+            copy.close()
 
 
 def asleep_with_a_flood_waiting(desks):
@@ -169,21 +172,33 @@ def a_new_desktop_with_every_window_open(desks):
     start = desks.wire.mark()
     copy.start()
     desks.wire.wait_for(f"carla|M/carla {GREETING}", start)
+    try:
+        _change_the_desktop(desks, copy)
+        desks.answers(copy, "after new colours")
+    finally:
+        copy.close()
+
+
+def _change_the_desktop(desks, copy):
     before = _open_every_window(desks, copy)
 
     def forms():
         return [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
 
-    def change(*words, on=None):
+    def change(*words, screen_size=(1024, 768)):
         _run(copy, copies.WINDOWS_BUILD + "/soak/desktop.exe", *words)
         time.sleep(2)
         check({w.handle for w in forms()} == {w.handle for w in before}, f"{words}: a window is gone")
-        width, height = on or (1024, 768)
+        width, height = screen_size
         lost = [w for w in forms() if w.left >= width or w.top >= height or w.right <= 0 or w.top < 0]
-        check(not lost, f"{words}: off the screen: {lost}")
+        popup = copy.probe.wait_for("frmPop")
+        in_corner = popup.left >= 0 and popup.right == width and height - SLIDE_STEP < popup.bottom <= height
+        check(in_corner and not lost, f"{words}: off the screen: {lost}, {popup}")
+        check(not copy.probe.windows("#32770"), f"{words}: a message box is shown")
         copy.prefix.screen.save(f"{copies.PICTURES}/desktop-{words[0]}-{words[1]}.png")
 
-    change("size", "640", "480", on=(640, 480))
+    change("move", "frmChat", "850", "600")
+    change("size", "640", "480", screen_size=(640, 480))
     change("size", "1024", "768")
     change("colours", "203040")
     change("font", "24")
@@ -191,8 +206,6 @@ def a_new_desktop_with_every_window_open(desks):
         for window in before:
             copy.probe.post(window, message)
     copy.probe.close(copy.probe.wait_for("frmOpt"))
-    desks.answers(copy, "after new colours")
-    copy.close()
 
 
 def _run(copy, *command):
@@ -200,16 +213,18 @@ def _run(copy, *command):
 
 
 def _open_every_window(desks, copy):
-    """Opens main window, chat, composer, popup and options; returns them, with the chat in the lower right corner."""
+    """Opens the windows that can be open together, with an alert as wide as the screen; returns them."""
     copy.open_chat("(All)")
     main = copy.probe.wait_for("frmMain")
     copy.probe.command(main, SEND_TO_ALL)
     copy.probe.wait_for("frmCom")
-    desks.wire.send("eve|M/\xdfHello")
+    copy.probe.command(main, ABOUT)
+    copy.probe.wait_for("frmAbout")
+    desks.wire.send("eve|M/\xdf" + "Hello " * 200)
     copy.probe.wait_for("frmPop")
     copy.open_options()
     windows = [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
-    check(len(windows) == 5, f"not every window is open: {windows}")
+    check(len(windows) == 6, f"not every window is open: {windows}")
     return windows
 
 
@@ -362,9 +377,9 @@ def _kill_savers(folder, kills, command, start):
     return f"{kills} kills among {saves} saves left {len(left)} temporary files, deleted by the next start"
 
 
-STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in, the_default_route_gone_and_back,
-           another_address, a_new_desktop_with_every_window_open, logoff_asked_and_refused,
-           a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,
+STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in,
+           the_default_route_gone_and_back, another_address, a_new_desktop_with_every_window_open,
+           logoff_asked_and_refused, a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,
            killed_while_it_saves_under_wine)
 
 
