@@ -16,24 +16,36 @@ namespace {
 using Json = nlohmann::ordered_json;  // keeps the event first, for human readers
 
 struct Kind {
-  EventKind kind;
   const char* name;
-  bool hasText = false;
+  bool hasText = false, hasRecipient = false;
 };
 
-constexpr Kind kKinds[] = {
-    {EventKind::Joined, "joined"},       {EventKind::Left, "left"},         {EventKind::State, "status"},
-    {EventKind::Colour, "colour"},       {EventKind::Alert, "alert", true}, {EventKind::Chat, "chat", true},
-    {EventKind::Notice, "notice", true},
-};
-
-const Kind& Find(EventKind kind) { return *std::ranges::find(kKinds, kind, &Kind::kind); }
+// A switch, because the compiler reports a missing case.
+constexpr Kind KindOf(EventKind kind) {
+  switch (kind) {
+    case EventKind::Joined:
+      return {"joined"};
+    case EventKind::Left:
+      return {"left"};
+    case EventKind::State:
+      return {"status"};
+    case EventKind::Colour:
+      return {"colour"};
+    case EventKind::Alert:
+      return {"alert", true, true};
+    case EventKind::Chat:
+      return {"chat", true, true};
+    case EventKind::Notice:
+      return {"notice", true};
+  }
+  return {""};
+}
 
 constexpr const char* kPresent = "present";
 
 std::string NameOf(EventKind kind, const EventStyle& style) {
   if (kind == EventKind::Joined && style.answering) return kPresent;
-  return Find(kind).name;
+  return KindOf(kind).name;
 }
 
 // "#RRGGBB". In packets red is the lowest byte.
@@ -109,18 +121,18 @@ std::string EventLine(const Event& event, const EventStyle& style) {
   std::string line = TimeText("%H:%M:%S ", true) + Padded(NameOf(event.kind, style), 8) + Printable(event.user.name);
   if (event.kind == EventKind::State) line += ": " + StateText(event.user);
   if (event.kind == EventKind::Colour) line += ": " + ColourText(event.user.colour);
-  if (event.kind == EventKind::Alert || event.kind == EventKind::Chat)
-    line += " to " + (event.to ? Printable(*event.to) : "everybody");
-  if (Find(event.kind).hasText && style.texts) line += ": " + Printable(event.text);
+  const Kind kind = KindOf(event.kind);
+  if (kind.hasRecipient) line += " to " + (event.to ? Printable(*event.to) : "everybody");
+  if (kind.hasText && style.texts) line += ": " + Printable(event.text);
   return line;
 }
 
 std::string EventJson(const Event& event, const EventStyle& style) {
   Json json = {{"event", NameOf(event.kind, style)}, {"time", TimeText("%Y-%m-%dT%H:%M:%SZ", false)}};
   json.update(JsonOf(event.user));
-  if (event.kind == EventKind::Alert || event.kind == EventKind::Chat)
-    json["to"] = event.to ? Json(wire::ToUtf8(*event.to)) : Json();
-  if (Find(event.kind).hasText && style.texts) json["text"] = wire::ToUtf8(event.text);
+  const Kind kind = KindOf(event.kind);
+  if (kind.hasRecipient) json["to"] = event.to ? Json(wire::ToUtf8(*event.to)) : Json();
+  if (kind.hasText && style.texts) json["text"] = wire::ToUtf8(event.text);
   return json.dump();
 }
 
