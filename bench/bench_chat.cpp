@@ -115,7 +115,7 @@ class BareControl {
 class Bench {
  public:
   Bench() {
-    support::Speak("English");
+    support::SetLanguage("English");
     core::gSound = "(S)";
     core::gChatWidth = 5000;
     core::gChatHeight = 6000;

@@ -64,7 +64,7 @@ class Bench {
       core::RunPendingEvents();
     });
     Watch("100 language changes", kLanguages, [this](int round) {
-      support::Speak(round % 2 ? "English" : "Deutsch");
+      support::SetLanguage(round % 2 ? "English" : "Deutsch");
       toolkit::Window::SetLanOfAll();
     });
   }
@@ -136,7 +136,7 @@ class Bench {
 
 int main() {
   toolkit::LoadCommonControls();
-  support::Speak("English");
+  support::SetLanguage("English");
   Bench bench;
   bench.CompareOpening();
   bench.LeaveNothing();

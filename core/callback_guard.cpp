@@ -17,8 +17,8 @@ void ReportUnhandled(const RuntimeError& error) {
   reporting = false;
 }
 
-void ReportCaught() noexcept {
-  GuardedSilently([] { ReportUnhandled(CaughtError()); });
+void ReportCurrentError() noexcept {
+  GuardedSilently([] { ReportUnhandled(CurrentError()); });
 }
 
 }  // namespace core

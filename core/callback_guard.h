@@ -11,7 +11,7 @@ namespace core {
 void ReportUnhandled(const RuntimeError& error);
 
 // The same for the current exception. Never throws, even when there is no memory for the box.
-void ReportCaught() noexcept;
+void ReportCurrentError() noexcept;
 
 // Runs an event handler. An exception is reported and ends the handler; the result is then zero.
 template <class Event>
@@ -19,7 +19,7 @@ auto Guarded(Event event) noexcept -> decltype(event()) {
   try {
     return event();
   } catch (...) {
-    ReportCaught();
+    ReportCurrentError();
   }
   return decltype(event())();
 }

@@ -148,21 +148,21 @@ class BoxMeasure {
   static Room RoomFor(BoxIcon icon) {
     const NONCLIENTMETRICSA metrics = Metrics();
     area_ = WorkArea();
-    room_ = SurelyThere(metrics.lfMessageFont);
+    room_ = SmallestRoom(metrics.lfMessageFont);
     const BoxHook hook(Measure);
-    ::MessageBoxA(nullptr, Filling(room_.font).c_str(), "", MB_OK | IconStyle(icon));
+    ::MessageBoxA(nullptr, OversizedText(room_.font).c_str(), "", MB_OK | IconStyle(icon));
     return room_;
   }
 
   // What the message box of any system can hold: enough for most texts, without measuring.
-  static Room SurelyThere(const LOGFONTA& font) {
+  static Room SmallestRoom(const LOGFONTA& font) {
     const SIZE area = WorkArea();
     return {font, 16 * std::abs(font.lfHeight), {area.cx / 2, area.cy / 2}};
   }
 
  private:
   // More and wider lines than the screen can hold, made of the narrowest words.
-  static std::string Filling(const LOGFONTA& font) {
+  static std::string OversizedText(const LOGFONTA& font) {
     const ScreenText screen(font);
     const SIZE word = screen.OneLine("i ");
     std::string line;
@@ -193,7 +193,7 @@ class BoxMeasure {
 
 bool TextFits(const std::string& text, BoxIcon icon, std::optional<Room>& room) {
   if (!room) {
-    if (FitsInto(BoxMeasure::SurelyThere(Metrics().lfMessageFont), text)) return true;
+    if (FitsInto(BoxMeasure::SmallestRoom(Metrics().lfMessageFont), text)) return true;
     room = BoxMeasure::RoomFor(icon);
   }
   return FitsInto(*room, text);

@@ -51,7 +51,7 @@ RuntimeError::RuntimeError(Err error) : RuntimeError(static_cast<long>(error), D
 
 const char* RuntimeError::what() const noexcept { return description.c_str(); }
 
-RuntimeError CaughtError() {
+RuntimeError CurrentError() {
   try {
     throw;
   } catch (const RuntimeError& error) {

@@ -37,7 +37,7 @@ struct RuntimeError : std::exception {
 
 // The current exception as a RuntimeError: itself, Err::OutOfMemory for std::bad_alloc, else Err::Internal with the
 // text of the exception. To be called in a catch block.
-RuntimeError CaughtError();
+RuntimeError CurrentError();
 
 // "53: File not found", as the log and message boxes show it.
 std::string NumberAndDescription(const RuntimeError& error);

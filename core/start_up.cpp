@@ -125,7 +125,7 @@ void Main(Program& program, std::string_view arguments) {
     CheckScreenName(program);
     JoinUnderScreenName(program);
   } catch (...) {
-    GuardedSilently([] { ReportNotLoaded(CaughtError()); });
+    GuardedSilently([] { ReportNotLoaded(CurrentError()); });
   }
 }
 
@@ -136,7 +136,7 @@ void ShutDown(Program& program) {
   try {
     Leave(program);
   } catch (...) {
-    ReportCaught();
+    ReportCurrentError();
     GuardedSilently(ShowPostedBoxes);
     program.RemoveTray();
   }

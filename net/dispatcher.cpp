@@ -85,7 +85,7 @@ void Dispatcher::DispatchCurrent() {
   } catch (...) {
     // Those that wait must not wait for the next one when there is no memory even for this line.
     core::GuardedSilently(
-        [] { core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CaughtError())); });
+        [] { core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CurrentError())); });
   }
 }
 

@@ -76,7 +76,7 @@ void SelectRow(HWND listView, int row, bool selected) {
   ListView_SetItemState(listView, row, selected ? LVIS_SELECTED | LVIS_FOCUSED : 0, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
-void Speak(const char* language) {
+void SetLanguage(const char* language) {
   core::gLanguage = language;
   core::gLangError = 0;
   core::LoadLang();

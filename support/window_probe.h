@@ -35,7 +35,7 @@ std::vector<std::string> RowTexts(HWND listView);
 void SelectRow(HWND listView, int row, bool selected = true);
 
 // Loads a language, for windows whose captions are set from now on.
-void Speak(const char* language);
+void SetLanguage(const char* language);
 
 // Passes a key press to the program's message filter, optionally with a modifier key held. True when the filter handled
 // it.

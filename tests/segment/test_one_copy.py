@@ -64,7 +64,7 @@ class OneCopy(unittest.TestCase):
         self.assertGreater(leave.time - first.time, 9.9)
 
     def test_02_writes_default_settings_and_waits_in_the_notification_area(self):
-        self.assertIn(DEFAULT_SETTINGS.format("anna"), self.copy.read("User.ini"))
+        self.assertTrue(self.copy.read("User.ini").startswith(DEFAULT_SETTINGS.format("anna")))
         self.assertEqual(self.copy.log(), ["Quillon loaded", "  > Settings and language loaded"])
         for class_name in ("frmMain", "frmSplash"):
             self.assertEqual([window.visible for window in self.probe.windows(class_name)], [False])

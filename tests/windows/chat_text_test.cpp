@@ -8,12 +8,9 @@
 
 #include "support/window_probe.h"
 #include "ui/conversation/chat_text.h"
-#include "ui/toolkit/screen.h"
 
 namespace conversation {
 namespace {
-
-using toolkit::Tw;
 
 class ChatTextTest : public testing::Test {
  protected:
@@ -130,21 +127,6 @@ TEST_F(ChatTextTest, ALongLineIsOneParagraph) {
   keys[VK_CONTROL] = 0;
   ::SetKeyboardState(keys);
   EXPECT_EQ(support::ClipboardText(), std::string(59900, ' ') + '.');
-}
-
-TEST_F(ChatTextTest, IndentsFollowTheWidth) {
-  text.Append("", std::string(30, 'W'), "hi", 0);
-  text.Append("", "anna", "hi", 0);
-  const LONG narrow = IndentAt(0), own = IndentAt(40);
-  EXPECT_LT(narrow, Tw(300 - 40).value);
-  text.MoveTo({0, 0, 700, 200});
-  text.OnTimer(ChatText::kIndentTimer);
-  EXPECT_EQ(IndentAt(0),
-            Tw(toolkit::MeasureText(toolkit::DialogFont(), (std::string(30, 'W') + ": ").c_str()).cx).value);
-  EXPECT_EQ(IndentAt(40), own);
-  text.MoveTo({0, 0, 200, 200});
-  text.OnTimer(ChatText::kIndentTimer);
-  EXPECT_LT(IndentAt(0), narrow);
 }
 
 }  // namespace

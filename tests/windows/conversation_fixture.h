@@ -21,7 +21,7 @@ namespace conversation {
 class ConversationTest : public testing::Test {
  protected:
   ConversationTest() {
-    support::Speak("English");
+    support::SetLanguage("English");
     core::gCurName = "me";
     core::gSound = "(S)";
     core::gPopPos = 4;

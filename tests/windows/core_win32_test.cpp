@@ -1,4 +1,4 @@
-// The Windows parts of the core: files, case table, registry, message loop and message boxes.
+// The Windows parts of the core: files, registry, message loop and message boxes.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -15,7 +15,6 @@
 #include "core/process.h"
 #include "core/message_box.h"
 #include "core/runtime_error.h"
-#include "core/text.h"
 #include "support/temporary_folder.h"
 #include "tests/support/error_of.h"
 #include "tests/windows/box_answers.h"
@@ -88,12 +87,6 @@ TEST_F(FilesWin32, OldTemporaryFilesAreDeletedAndNothingElse) {
   EXPECT_TRUE(folder.Get("Qui1.tmp").empty() && folder.Get("quiA0F9.TMP").empty());
 }
 
-TEST(AnsiCase, FollowsTheCodePage) {
-  if (::GetACP() != 1252) GTEST_SKIP() << "expectations are for code page 1252";
-  EXPECT_EQ(LowerCase("@AZ[az\xBF\xC0\xD6\xD7\xD8\xDE\xDF\xE0\xFF"), "@az[az\xBF\xE0\xF6\xD7\xF8\xFE\xDF\xE0\xFF");
-  EXPECT_EQ(LowerCase("\x80\x8A\x8C\x8E\x9A\x9F"), "\x80\x9A\x9C\x9E\x9A\xFF");
-}
-
 TEST(RunValue, IsWrittenAsPlainTextAndRemoved) {
   const auto read = [] {
     char text[64] = "";
@@ -159,12 +152,6 @@ TEST(EventLoop, DuringADispatchCommandsWaitAndTimersRun) {
   EXPECT_EQ(commands, 1);
   ::KillTimer(nullptr, timer);
   SetMessageFilter(nullptr);
-}
-
-TEST(EventLoop, PendingEventsLeaveQuitToTheLoop) {
-  ::PostQuitMessage(7);
-  for (int i = 0; i < 2; ++i) RunPendingEvents();
-  EXPECT_EQ(RunMessageLoop(), 7);
 }
 
 }  // namespace

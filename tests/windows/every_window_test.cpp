@@ -18,6 +18,7 @@
 #include "support/window_probe.h"
 #include "tests/support/error_of.h"
 #include "tests/windows/box_answers.h"
+#include "tests/windows/leftovers.h"
 #include "ui/conversation/open_windows.h"
 #include "ui/main/frm_about.h"
 #include "ui/main/frm_main.h"
@@ -123,11 +124,11 @@ std::multiset<std::string> NamesInEveryWindow() {
 }
 
 TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
-  support::Speak("English");
+  support::SetLanguage("English");
   const auto english = NamesInEveryWindow();
   EXPECT_EQ(english.count("Yellow"), 1u);
   for (const char* language : {"Fran\xE7\x61is", "Deutsch", "Espa\xF1ol"}) {
-    support::Speak(language);
+    support::SetLanguage(language);
     const auto names = NamesInEveryWindow();
     EXPECT_EQ(core::gLangError, 0) << language << " lacks a text";
     EXPECT_EQ(names.size(), english.size());
@@ -139,7 +140,7 @@ using support::OneRefused;
 
 // A window that cannot be created completely leaves nothing behind, and opens when windows can be created again.
 TEST(EveryWindow, OpensWholeOrNotAtAll) {
-  support::Speak("English");
+  support::SetLanguage("English");
   const support::BoxAnswers answers;
   Desk desk;
   for (const auto& [className, open] : desk.openings) {
@@ -158,6 +159,10 @@ TEST(EveryWindow, OpensWholeOrNotAtAll) {
       desk.Close();
     }
   }
+  support::ExpectNothingLeft(20, [&desk] {
+    for (const auto& [className, open] : desk.openings) open();
+    desk.Close();
+  });
   for (const int left : {100, 10000}) {
     const support::FewGdiObjects few(left);  // with none, some rich edit controls divide by zero
     for (const auto& [className, open] : desk.openings) {

@@ -21,7 +21,7 @@ using Texts = std::vector<std::string>;
 class MainWindowTest : public testing::Test {
  protected:
   MainWindowTest() {
-    support::Speak("English");
+    support::SetLanguage("English");
     core::gCurName = "me";
     core::gStatus = 0;
     main->Load();
@@ -86,7 +86,7 @@ TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
   Choose(mnuStatBar);
   EXPECT_FALSE(Checked(mnuStatBar));
   EXPECT_EQ(::GetWindowLongA(StatusLine(), GWL_STYLE) & WS_VISIBLE, 0);
-  support::Speak("Deutsch");
+  support::SetLanguage("Deutsch");
   main->SetLan();
   Settle();
   EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");

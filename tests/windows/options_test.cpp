@@ -14,9 +14,7 @@
 #include "core/language.h"
 #include "support/recording_program.h"
 #include "tests/windows/box_answers.h"
-#include "tests/windows/leftovers.h"
 #include "support/window_probe.h"
-#include "ui/toolkit/modal.h"
 
 namespace {
 
@@ -38,7 +36,7 @@ class OptionsDialog : public testing::Test {
  protected:
   OptionsDialog() {
     gEvents.clear();
-    support::Speak("English");
+    support::SetLanguage("English");
     core::gCurName = core::gUserName = "Anna";
     core::gColour = 128;
     core::gPopPos = 2;
@@ -129,26 +127,6 @@ TEST_F(OptionsDialog, AcceptWithoutAChangeChangesNothing) {
     EXPECT_FALSE(form->hwnd());
     EXPECT_EQ(settings(), before);
   }
-}
-
-bool IsOnTop(HWND hwnd) { return (::GetWindowLongA(hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }
-
-TEST_F(OptionsDialog, OtherWindowsAreDisabledMeanwhile) {
-  static HWND before, dialog;
-  static bool meanwhile = true;
-  before = ::CreateWindowExA(WS_EX_TOPMOST, "EDIT", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 99, 99, nullptr,
-                             nullptr, nullptr, nullptr);
-  form->Load();
-  dialog = form->hwnd();
-  ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR timer, DWORD) CALLBACK {
-    ::KillTimer(nullptr, timer);
-    meanwhile = IsOnTop(before);
-    ::SendMessageA(dialog, WM_COMMAND, kCloseButton, 0);
-  });
-  toolkit::RunModal(*form);
-  EXPECT_FALSE(meanwhile);
-  EXPECT_TRUE(IsOnTop(before));
-  ::DestroyWindow(before);
 }
 
 TEST_F(OptionsDialog, TheNameMustNotBeLeftEmpty) {
@@ -280,14 +258,6 @@ TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
     EXPECT_TRUE(Alt('a'));
     EXPECT_EQ(form->hwnd() != nullptr, *name != '\0');
   }
-}
-
-TEST_F(OptionsDialog, LeaksNothing) {
-  support::ExpectNothingLeft(20, [this] {
-    form = std::make_shared<FrmOpt>(program, [] {});
-    Open();
-    ::DestroyWindow(form->hwnd());
-  });
 }
 
 }  // namespace
