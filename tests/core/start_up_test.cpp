@@ -130,6 +130,10 @@ TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
   EXPECT_EQ(Happened(),
             (Events{"restore main", "close Anna", "remove tray", "run " + folder.Path("Quillon"), "pending", "end"}));
   EXPECT_EQ(Log(), "Quillon unloaded;");
+  folder.PutFolder("User.ini");
+  ShutDown(program);  // although the settings cannot be saved
+  const Events events = Happened();
+  EXPECT_EQ(Events(events.end() - 2, events.end()), (Events{"remove tray", "end"}));
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ TEST(Numbers, TolerantReadingIgnoresTheRest) {
   expect(2, {"2e"});
   expect(20, {"2 e 1"});
   expect(255, {"&HFF", "&HFF:"});
+  expect(10, {"&HA", "&ha"});
   expect(15, {"&h fg", "&O17"});
   for (const char* text : {"&H", "&0", "\t1", "1\t", "1 2"})
     EXPECT_EQ(ErrorOf([=] { StrictNumber(text); }), 13) << text;

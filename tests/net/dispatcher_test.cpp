@@ -234,6 +234,8 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   core::Guarded([] { throw std::bad_alloc(); });
   EXPECT_EQ(support::Desktop().events.back(), "box Run-time error '7':\r\n\r\nOut of memory");
   EXPECT_EQ(support::Desktop().posted.size(), 2u) << "not a second box over the first";
+  core::Guarded([] { throw std::bad_alloc(); });
+  EXPECT_EQ(support::Desktop().boxes.size(), 2u) << "a later failure is reported again";
 
   conversations.onOpen = [&] {
     for (std::size_t i = 0; i < Dispatcher::kMaxWaiting + 5; ++i)

@@ -69,6 +69,7 @@ TEST(Conversation, DropsTheOldestLinesOfTheLargest) {
     EXPECT_EQ(Uncut(large, BeginOf(large), box.substr(0, from), box.substr(from)), whole.substr(from));
   EXPECT_EQ(Uncut(large, BeginOf(large), "", box.substr(0, 3000)), "") << "nothing is cut";
   EXPECT_EQ(ShownInBox(std::string(1000, ' ')), std::string(kMaxBlanks, ' '));
+  EXPECT_EQ(SizeInBox(std::string(1000, ' ')), kMaxBlanks);
   for (int i = 0; i < 500; ++i) Say(small, text);
   EXPECT_EQ(small.First(), 0u);
   EXPECT_LT(large.End() - large.First(), left);

@@ -107,6 +107,7 @@ TEST_F(RecipientsTest, ListsEachNameOnceIgnoringCase) {
   EXPECT_TRUE(NamesAnybody("|anna"));
   roster.AddBlocked("BOB");
   roster.SetColour("bob", 255);
+  recipients.AddRecipient("bob");
   EXPECT_EQ(Chosen({"||bob|Carla|bob|CARLA||", "BOB"}), "bob=3 Carla=2 ");
   EXPECT_EQ(recipients.Rows().At(0).foreColour, 255);
   EXPECT_TRUE(recipients.IsRecipient("cARLA"));
