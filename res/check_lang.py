@@ -83,7 +83,9 @@ class Program:
                 elif part in self.toolbars:
                     codes += self.toolbars[part]
                 else:
-                    codes += [int(code) for code, text in _CAPTION.findall(self.sources[part]) if "&" in text]
+                    # A menu's text is a name for screen readers here.
+                    codes += [int(code) for code, text in _CAPTION.findall(self.sources[part])
+                              if "&" in text and not text.startswith("|")]
             yield window, codes
 
 
