@@ -3,6 +3,7 @@
 // usage: desktop size WIDTH HEIGHT     the screen's size in pixels
 //        desktop colours RRGGBB        of windows and dialogs
 //        desktop font HEIGHT           of captions, menus and message boxes, in pixels
+//        desktop scaling DPI           of programs that start afterwards
 //        desktop move CLASS LEFT TOP   a window of this class
 // The exit status is 0 when Windows has accepted the change.
 #include <windows.h>
@@ -37,8 +38,18 @@ bool SetFont(LONG height) {
   return ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, SPIF_SENDCHANGE) != 0;
 }
 
+// Programs that keep the scaling of their start are told only that the metrics have changed.
+bool SetScaling(DWORD dpi) {
+  if (::RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\Desktop", "LogPixels", REG_DWORD, &dpi, sizeof dpi) != 0)
+    return false;
+  const auto metrics = reinterpret_cast<LPARAM>("WindowMetrics");
+  return ::SendMessageTimeoutA(HWND_BROADCAST, WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, metrics, SMTO_ABORTIFHUNG,
+                               5000, nullptr) != 0;
+}
+
 bool Move(const char* className, int left, int top) {
-  return ::SetWindowPos(::FindWindowA(className, nullptr), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER) != 0;
+  return ::SetWindowPos(::FindWindowA(className, nullptr), nullptr, left, top, 0, 0,
+                        SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) != 0;
 }
 
 }  // namespace
@@ -51,5 +62,6 @@ int main(int count, char** words) {
   if (change == "colours") done = SetColours(std::strtoul(words[2], nullptr, 16));
   if (change == "move" && count > 4) done = Move(words[2], std::atoi(words[3]), std::atoi(words[4]));
   if (change == "font") done = SetFont(std::strtol(words[2], nullptr, 10));
+  if (change == "scaling") done = SetScaling(std::strtoul(words[2], nullptr, 10));
   return done ? 0 : 1;
 }

@@ -1,5 +1,5 @@
-"""Plays rare events of a desk's life: sleep, unplugged cables, changed addresses, routes and desktops, logoffs, full
-disks, and kills during a save. Real copies on the private segment; prints a line for each story.
+"""Plays rare events of a desk's life: sleep, unplugged cables, changed addresses, routes, clocks and desktops, logoffs,
+full disks, and kills during a save. Real copies on the private segment; prints a line for each story.
 
 usage: script/soak life [STORY ...]    only those whose name contains one of these words
 The last line is "N passed, N failed".
@@ -7,9 +7,8 @@ The last line is "N passed, N failed".
 
 import os
 import pathlib
-import random
-import shutil
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -18,64 +17,15 @@ import time
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
 
-from rig import copies, network, private_machine, probe, screen  # noqa: E402
+from rig import copies, network, private_machine, probe  # noqa: E402
+from desks import Desks, accept, boxes_of, check  # noqa: E402
+from desktop_stories import a_new_desktop_with_every_window_open, logoff_asked_and_refused  # noqa: E402
+from disk_stories import (a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,  # noqa: E402
+                          killed_while_it_saves_under_wine, settings_held_by_another_program)
+from user import Failure  # noqa: E402
 
-GREETING = "is now on the network"
 SLEEP = 60  # seconds
-KILLS = 1000  # of a saving program
-
-WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
-FONT_OR_THEME_CHANGED = (0x001D, 0x031A)  # WM_FONTCHANGE, WM_THEMECHANGED
-HIDE, ABOUT, STATUS, SEND_TO_ALL = 1009, 1018, 1100, 1003
-EXPORT_TEXT, SAVE = 202, 1
-NAME_BOX = 160
-SLIDE_STEP = 4  # pixels of an alert's last step, at 96 dpi
-
-
-class Failure(Exception):
-    """A copy behaved incorrectly."""
-
-
-def check(condition, complaint):
-    if not condition:
-        raise Failure(complaint)
-
-
-class Desks:
-    """Anna and Bob, each on a separate host, and Berta, who is logged on to Anna's machine too."""
-
-    def __init__(self):
-        self.rig = copies.Rig()
-        self.wire = self.rig.wire
-        host = network.Host()
-        self.anna = self.rig.copy("anna", host)
-        self.berta = self.rig.copy("berta", host, on_screen=screen.Screen())
-        self.bob = self.rig.copy("bob", network.Host(), on_screen=screen.Screen())
-        self.all = (self.anna, self.berta, self.bob)
-        for copy in self.all:
-            copy.write_settings()
-            copy.start()
-        for copy in self.all:
-            self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}")
-
-    def close_windows(self):
-        for copy in self.all:
-            for name in ("frmPop", "frmChat", "frmCom"):
-                for window in copy.probe.windows(name):
-                    copy.probe.close(window)
-
-    def answers(self, copy, stranger):
-        """Checks that a newcomer is answered and listed. Repeats its packet, which may be lost while a flood fills the
-        receive buffer."""
-
-        def admitted():
-            self.wire.send(f"{stranger}|C/0")
-            time.sleep(2)
-            return stranger in copy.names()
-
-        start = self.wire.mark()
-        probe.wait(admitted, 120, f"{copy.user} does not list {stranger}")
-        self.wire.wait_for(f"{copy.user}|S/0", start=start)
+DAY = 24 * 60 * 60  # seconds
 
 
 def two_users_of_one_machine(desks):
@@ -162,224 +112,50 @@ def another_address(desks):
     check({packet.source for packet in desks.wire.packets("bob", start)} == {"10.99.0.77"}, "the old address is used")
 
 
-def a_new_desktop_with_every_window_open(desks):
-    """The screen's size, colours and fonts really change, in a desktop window of Wine."""
-    copy = desks.rig.copy("carla", network.Host(), on_screen=screen.Screen())
-    for key, value in (("Explorer", "Default"), ("Explorer\\Desktops", "1024x768")):
-        _run(copy, "reg", "add", "HKCU\\Software\\Wine\\" + key, "/f", "/d", value, "/v",
-             "Default" if "\\" in key else "Desktop")
-    copy.write_settings()
-    start = desks.wire.mark()
-    copy.start()
-    desks.wire.wait_for(f"carla|M/carla {GREETING}", start)
-    try:
-        _change_the_desktop(desks, copy)
-        desks.answers(copy, "after new colours")
-    finally:
+def the_time_of_day_changed(desks):
+    """Alerts, chats, answers and saving go on as the clock is set forward and back; the log has the new time."""
+    with tempfile.TemporaryDirectory() as folder:
+        shift = pathlib.Path(folder, "shift")
+        shift.write_bytes(struct.pack("<q", 0))
+        copy = desks.newcomer("tick", environment={"LD_PRELOAD": _shifted_clock(folder, shift)})
+        chat = copy.open_chat("(All)")
+        for days in (1, -400, 3650, 0):
+            shift.write_bytes(struct.pack("<q", days * DAY))
+            _use(desks, copy, chat)
+            date = time.strftime("%-m/%-d/%Y", time.localtime(time.time() + days * DAY))
+            desks.wire.send("eve|M/unmarked")
+            probe.wait(lambda date=date: copy.read("Log.txt").split("\r\n")[-2].startswith(f'"{date} '),
+                       complaint=f"the log does not have {date}")
         copy.close()
 
 
-def _change_the_desktop(desks, copy):
-    before = _open_every_window(desks, copy)
-
-    def forms():
-        return [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
-
-    def change(*words, screen_size=(1024, 768)):
-        _run(copy, copies.WINDOWS_BUILD + "/soak/desktop.exe", *words)
-        time.sleep(2)
-        check({w.handle for w in forms()} == {w.handle for w in before}, f"{words}: a window is gone")
-        width, height = screen_size
-        lost = [w for w in forms() if w.left >= width or w.top >= height or w.right <= 0 or w.top < 0]
-        popup = copy.probe.wait_for("frmPop")
-        in_corner = popup.left >= 0 and popup.right == width and height - SLIDE_STEP < popup.bottom <= height
-        check(in_corner and not lost, f"{words}: off the screen: {lost}, {popup}")
-        check(not copy.probe.windows("#32770"), f"{words}: a message box is shown")
-        copy.prefix.screen.save(f"{copies.PICTURES}/desktop-{words[0]}-{words[1]}.png")
-
-    change("move", "frmChat", "850", "600")
-    change("size", "640", "480", screen_size=(640, 480))
-    change("size", "1024", "768")
-    change("colours", "203040")
-    change("font", "24")
-    for message in FONT_OR_THEME_CHANGED:
-        for window in before:
-            copy.probe.post(window, message)
-    copy.probe.close(copy.probe.wait_for("frmOpt"))
+def _shifted_clock(folder, shift):
+    """Builds the library that shifts the time of day of 32-bit processes by the seconds in the file `shift`."""
+    library = folder + "/shifted_clock.so"
+    subprocess.run(["g++", "-m32", "-O2", "-shared", "-fPIC", "-nostdlib", "-fno-stack-protector",
+                    f'-DSHIFT_FILE="{shift}"', _ROOT / "soak/shifted_clock.cpp", "-o", library], check=True)
+    return library
 
 
-def _run(copy, *command):
-    check(copy.prefix.start(*command, stdout=subprocess.DEVNULL).wait() == 0, f"{command} failed")
-
-
-def _open_every_window(desks, copy):
-    """Opens the windows that can be open together, with an alert as wide as the screen; returns them."""
-    copy.open_chat("(All)")
-    main = copy.probe.wait_for("frmMain")
-    copy.probe.command(main, SEND_TO_ALL)
-    copy.probe.wait_for("frmCom")
-    copy.probe.command(main, ABOUT)
-    copy.probe.wait_for("frmAbout")
-    desks.wire.send("eve|M/\xdf" + "Hello " * 200)
-    copy.probe.wait_for("frmPop")
-    copy.open_options()
-    windows = [w for w in copy.probe.windows() if w.class_name.startswith("frm") and w.visible]
-    check(len(windows) == 6, f"not every window is open: {windows}")
-    return windows
-
-
-def logoff_asked_and_refused(desks):
-    main = desks.anna.probe.wait_for("frmMain", visible=False)
-    for message, ending in ((WM_QUERYENDSESSION, 0), (WM_ENDSESSION, 0), (WM_QUERYENDSESSION, 0)):
-        answer = desks.anna.probe.send(main, message, ending)
-        check(message != WM_QUERYENDSESSION or answer == 1, "the copy refuses the logoff")
-    desks.answers(desks.anna, "who stays")
-    check(desks.anna.log()[-1] != "Quillon unloaded", "the copy has unloaded")
-
-
-def a_folder_that_cannot_be_written(desks):
-    """A full disk, then a read-only one: one message box at a time, the old settings are kept, and all works again
-    afterwards."""
-    copy, start = desks.rig.copy("dora", desks.bob.host, on_screen=desks.bob.prefix.screen), desks.wire.mark()
-    copy.write_settings()
-    files = shutil.copytree(copy.folder, tempfile.mkdtemp(), dirs_exist_ok=True)
-    subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8m", "tmpfs", copy.folder], check=True)
-    shutil.copytree(files, copy.folder, dirs_exist_ok=True)
-    shutil.rmtree(files)
-    copy.start()
-    desks.wire.wait_for(f"dora|M/dora {GREETING}", start)
-    desks.wire.send("dorian|M/\xdeTo be kept")
-    chat = copy.probe.wait_for("frmChat")
-    remount = ["mount", "-o", "remount,{}", copy.folder]
-    for kind, break_folder, repair in (("full", lambda: _fill(copy.folder), lambda: os.remove(copy.folder + "/filler")),
-                              ("read-only", lambda: subprocess.run([w.format("ro") for w in remount], check=True),
-                               lambda: subprocess.run([w.format("rw") for w in remount], check=True))):
-        before = copy.read("User.ini")
-        break_folder()
-        boxes = _boxes_of(copy, lambda: _accept(copy, "Dora2"))
-        boxes += _boxes_of(copy, lambda: _export(copy, chat, "C:\\Quillon\\kept.txt"))
-        check(len(boxes) >= 2, f"{kind}: an error was not reported; message boxes: {boxes}")
-        check(copy.read("User.ini") == before, f"{kind}: the settings have changed")
-        left = {name for name in os.listdir(copy.folder) if name not in ("filler", "Log.txt")}
-        check(left == set(os.listdir(copies.PROGRAM_FOLDER)) | {"User.ini"}, f"{kind}: the folder contains {left}")
-        repair()
-        check(copy.runs(), "the copy has ended")
-        check(not _boxes_of(copy, lambda: _accept(copy, "dora")), "an error is reported after the folder was repaired")
-    desks.answers(copy, "after the disk")
-    copy.close()
-
-
-def folders_in_place_of_files(desks):
-    """The log and the settings report it and are written again once the folder is gone; the save dialog opens it."""
-    copy = desks.bob
-    chat = copy.open_chat("(All)")
-    for name, action in (("Log.txt", lambda: desks.wire.send("eve|M/unmarked")),
-                         ("User.ini", lambda: _accept(copy, "bob"))):
-        path = f"{copy.folder}/{name}"
-        os.rename(path, path + "~")
-        os.mkdir(path)
-        boxes = _boxes_of(copy, action)
-        check(len(boxes) == 1, f"{name}: message boxes {boxes}")
-        os.rmdir(path)
-        os.rename(path + "~", path)
-        before = copy.read(name)
-        check(not _boxes_of(copy, action), f"{name}: an error is reported though the folder is gone")
-        check(name != "Log.txt" or len(copy.read(name)) > len(before), "nothing is logged")
-    os.mkdir(f"{copy.folder}/folder.txt")
-    boxes = _boxes_of(copy, lambda: _export(copy, chat, "C:\\Quillon\\folder.txt"))
-    check(not boxes, f"the save dialog reports {boxes}")
-    check(os.listdir(f"{copy.folder}/folder.txt") == [] and copy.runs(), "something was exported")
-    os.rmdir(f"{copy.folder}/folder.txt")
-
-
-def _fill(folder):
-    with open(folder + "/filler", "wb", buffering=0) as file:
-        try:
-            while True:
-                file.write(b"x" * 4096)
-        except OSError:
-            pass
-
-
-def _accept(copy, name):
-    dialog = copy.probe.windows("frmOpt")
-    dialog = dialog[0] if dialog else copy.open_options()
-    copy.probe.set_text(copy.probe.control(dialog, NAME_BOX), name)
-    copy.probe.command(dialog, copies.ACCEPT)
-
-
-def _export(copy, chat, path):
-    copy.probe.command(chat, EXPORT_TEXT)
-    dialog = copy.probe.wait_for("frmSave")
-    copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], path)
-    copy.probe.command(dialog, SAVE)
-
-
-def _boxes_of(copy, action):
-    """Answers the message boxes that an action causes and closes dialogs that stay open; returns the boxes' texts."""
-    action()
-    boxes, quiet = [], 0
-    while quiet < 4:
-        shown = copy.probe.windows("#32770")
-        check(len(shown) < 2, "two message boxes at once")
-        for box in shown:
-            boxes.append(copy.probe.box_text(box))
-            copy.probe.answer(box)
-        quiet = 0 if shown else quiet + 1
-        time.sleep(0.5)
-    for name in ("frmSave", "frmOpt"):
-        for window in copy.probe.windows(name):
-            copy.probe.close(window)
-    return boxes
-
-
-def killed_while_it_saves(_):
-    with tempfile.TemporaryDirectory() as folder:
-        saver = f"{_ROOT}/build/native/soak/saver"
-        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, folder, path], subprocess.Popen))
-
-
-def killed_while_it_saves_under_wine(desks):
-    prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
-    os.mkdir(folder)
-    saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
-    print("   ", _kill_savers(folder, KILLS // 20, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
-                              lambda command, **options: prefix.start(*command, **options)))
-
-
-def _kill_savers(folder, kills, command, start):
-    """Kills a saver at random moments: the file must be complete, and the last one reported or its successor.
-
-    The next start deletes the temporary files that are left, once they are old.
-    """
-    saves, path = 0, folder + "/User.ini"
-    for _ in range(kills):
-        saver = start(command(path), stdout=subprocess.PIPE, text=True)
-        saver.stdout.readline()
-        time.sleep(random.uniform(0, 0.02))
-        saver.kill()
-        last = int(([line for line in saver.stdout if line.endswith("\n")] or ["1"])[-1])
-        saver.wait()
-        with open(path, encoding="ascii", newline="") as file:
-            *lines, end = file.read().split("\r\n")
-        number = int(lines[0])
-        check(number in (last, last + 1) and end == "end" and lines == [lines[0]] * (number * 37 % 200 + 1),
-              f"torn after {last}: {lines[:2]} ... {end!r}")
-        saves += number
-    left = [f"{folder}/{name}" for name in os.listdir(folder) if name != "User.ini"]
-    for file in left:
-        os.utime(file, (time.time() - 7200,) * 2)
-    saver = start(command(path), stdout=subprocess.PIPE)
-    saver.stdout.readline()
-    saver.kill()
-    saver.wait()
-    check(not any(map(os.path.exists, left)), "old temporary files stay")
-    return f"{kills} kills among {saves} saves left {len(left)} temporary files, deleted by the next start"
+def _use(desks, copy, chat):
+    """Says and hears a line, gets an alert, admits a newcomer, and changes the settings."""
+    mark = desks.wire.mark()
+    copy.say(chat, f"line {mark}")
+    desks.wire.wait_for(f"{copy.user}|M/\xdeline {mark}", start=mark)
+    desks.wire.send(f"eve|M/\xdeheard {mark}")
+    probe.wait(lambda: f"heard {mark}" in copy.said(chat))
+    desks.wire.send(f"eve|P/\xdfLook|{copy.user}")
+    popup, texts = copy.popup_at_rest()
+    check(texts == ["Look\r\n"], texts)
+    copy.probe.close(popup)
+    desks.answers(copy, f"newcomer {mark}")
+    check(not boxes_of(copy, lambda: accept(copy, copy.user)), "an error is reported")
 
 
 STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in,
-           the_default_route_gone_and_back, another_address, a_new_desktop_with_every_window_open,
-           logoff_asked_and_refused, a_folder_that_cannot_be_written, folders_in_place_of_files, killed_while_it_saves,
+           the_default_route_gone_and_back, another_address, the_time_of_day_changed,
+           a_new_desktop_with_every_window_open, logoff_asked_and_refused, a_folder_that_cannot_be_written,
+           folders_in_place_of_files, settings_held_by_another_program, killed_while_it_saves,
            killed_while_it_saves_under_wine)
 
 

@@ -1,0 +1,152 @@
+"""Stories of files: folders that cannot be written, files that another program holds, and kills during a save."""
+
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import tempfile
+import time
+
+from desks import GREETING, accept, boxes_of, check, export
+from rig import copies, network, probe
+
+KILLS = 1000  # of a saving program
+NO_TEXTS = "Error reading language files. Cannot find code 8209"  # the settings name the language
+
+_ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def a_folder_that_cannot_be_written(desks):
+    """A full disk, then a read-only one: one message box at a time, the old settings are kept, and all works again
+    afterwards."""
+    copy, start = desks.rig.copy("dora", desks.bob.host, on_screen=desks.bob.prefix.screen), desks.wire.mark()
+    copy.write_settings()
+    files = shutil.copytree(copy.folder, tempfile.mkdtemp(), dirs_exist_ok=True)
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8m", "tmpfs", copy.folder], check=True)
+    shutil.copytree(files, copy.folder, dirs_exist_ok=True)
+    shutil.rmtree(files)
+    copy.start()
+    desks.wire.wait_for(f"dora|M/dora {GREETING}", start)
+    desks.wire.send("dorian|M/\xdeTo be kept")
+    chat = copy.probe.wait_for("frmChat")
+    remount = ["mount", "-o", "remount,{}", copy.folder]
+    for kind, break_folder, repair in (("full", lambda: _fill(copy.folder), lambda: os.remove(copy.folder + "/filler")),
+                              ("read-only", lambda: subprocess.run([w.format("ro") for w in remount], check=True),
+                               lambda: subprocess.run([w.format("rw") for w in remount], check=True))):
+        before = copy.read("User.ini")
+        break_folder()
+        boxes = boxes_of(copy, lambda: accept(copy, "Dora2"))
+        boxes += boxes_of(copy, lambda: export(copy, chat, "C:\\Quillon\\kept.txt"))
+        check(len(boxes) >= 2, f"{kind}: an error was not reported; message boxes: {boxes}")
+        check(copy.read("User.ini") == before, f"{kind}: the settings have changed")
+        left = {name for name in os.listdir(copy.folder) if name not in ("filler", "Log.txt")}
+        check(left == set(os.listdir(copies.PROGRAM_FOLDER)) | {"User.ini"}, f"{kind}: the folder contains {left}")
+        repair()
+        check(copy.runs(), "the copy has ended")
+        check(not boxes_of(copy, lambda: accept(copy, "dora")), "an error is reported after the folder was repaired")
+    desks.answers(copy, "after the disk")
+    copy.close()
+
+
+def folders_in_place_of_files(desks):
+    """The log and the settings report it and are written again once the folder is gone; the save dialog opens it."""
+    copy = desks.bob
+    chat = copy.open_chat("(All)")
+    for name, action in (("Log.txt", lambda: desks.wire.send("eve|M/unmarked")),
+                         ("User.ini", lambda: accept(copy, "bob"))):
+        path = f"{copy.folder}/{name}"
+        os.rename(path, path + "~")
+        os.mkdir(path)
+        boxes = boxes_of(copy, action)
+        check(len(boxes) == 1, f"{name}: message boxes {boxes}")
+        os.rmdir(path)
+        os.rename(path + "~", path)
+        before = copy.read(name)
+        check(not boxes_of(copy, action), f"{name}: an error is reported though the folder is gone")
+        check(name != "Log.txt" or len(copy.read(name)) > len(before), "nothing is logged")
+    os.mkdir(f"{copy.folder}/folder.txt")
+    boxes = boxes_of(copy, lambda: export(copy, chat, "C:\\Quillon\\folder.txt"))
+    check(not boxes, f"the save dialog reports {boxes}")
+    check(os.listdir(f"{copy.folder}/folder.txt") == [] and copy.runs(), "something was exported")
+    os.rmdir(f"{copy.folder}/folder.txt")
+
+
+def settings_held_by_another_program(desks):
+    """Held while the copy runs, ends and starts, the settings are reported each time and stay as they are."""
+    copy = desks.newcomer("hedda")
+    before = copy.read("User.ini")
+    holder = _hold(copy, "User.ini")
+    error = "Run-time error '70':\r\n\r\nPermission denied"
+    for action, expected in ((lambda: accept(copy, "Hedda2"), [error]),
+                             (lambda: copy.probe.post(copy.main(), probe.WM_CLOSE), [error]),
+                             (copy.start, [": & 70: Permission denied", NO_TEXTS])):
+        boxes = boxes_of(copy, action)
+        check(boxes == expected, f"message boxes {boxes}")
+        check(copy.read("User.ini") == before, "the settings have changed")
+    copy.process.wait(probe.TIMEOUT)
+    holder.communicate()
+    start = desks.wire.mark()
+    copy.start()
+    desks.wire.wait_for(f"hedda|M/hedda {GREETING}", start)
+    copy.close()
+
+
+def _hold(copy, name):
+    holder = copy.prefix.start(copies.WINDOWS_BUILD + "/soak/holder.exe", "C:\\Quillon\\" + name,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    check(holder.stdout.readline(), f"{name} cannot be held")
+    return holder
+
+
+def _fill(folder):
+    with open(folder + "/filler", "wb", buffering=0) as file:
+        try:
+            while True:
+                file.write(b"x" * 4096)
+        except OSError:
+            pass
+
+
+def killed_while_it_saves(_):
+    with tempfile.TemporaryDirectory() as folder:
+        saver = f"{_ROOT}/build/native/soak/saver"
+        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, folder, path], subprocess.Popen))
+
+
+def killed_while_it_saves_under_wine(desks):
+    prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
+    os.mkdir(folder)
+    saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
+    print("   ", _kill_savers(folder, KILLS // 20, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
+                              lambda command, **options: prefix.start(*command, **options)))
+
+
+def _kill_savers(folder, kills, command, start):
+    """Kills a saver at random moments: the file must be complete, and the last one reported or its successor.
+
+    The next start deletes the temporary files that are left, once they are old.
+    """
+    saves, path = 0, folder + "/User.ini"
+    for _ in range(kills):
+        saver = start(command(path), stdout=subprocess.PIPE, text=True)
+        saver.stdout.readline()
+        time.sleep(random.uniform(0, 0.02))
+        saver.kill()
+        last = int(([line for line in saver.stdout if line.endswith("\n")] or ["1"])[-1])
+        saver.wait()
+        with open(path, encoding="ascii", newline="") as file:
+            *lines, end = file.read().split("\r\n")
+        number = int(lines[0])
+        check(number in (last, last + 1) and end == "end" and lines == [lines[0]] * (number * 37 % 200 + 1),
+              f"torn after {last}: {lines[:2]} ... {end!r}")
+        saves += number
+    left = [f"{folder}/{name}" for name in os.listdir(folder) if name != "User.ini"]
+    for file in left:
+        os.utime(file, (time.time() - 7200,) * 2)
+    saver = start(command(path), stdout=subprocess.PIPE)
+    saver.stdout.readline()
+    saver.kill()
+    saver.wait()
+    check(not any(map(os.path.exists, left)), "old temporary files stay")
+    return f"{kills} kills among {saves} saves left {len(left)} temporary files, deleted by the next start"
