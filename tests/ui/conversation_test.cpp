@@ -180,7 +180,7 @@ TEST(Markup, NamesTheCodePageAndKeepsItsLettersTogether) {
   const support::InCodePage japanese(932);
   Conversation said;
   said.Add({"", "x", "\x83\x5C\x83\x61z\x83", 0, {99999}});
-  const std::string text = MarkupOf(said, {.codePage = 932});
+  const std::string text = MarkupOf(said, {.codePage = 932, .charset = 128});
   EXPECT_NE(text.find("\\ansicpg932\\"), std::string::npos);
   EXPECT_NE(text.find("\\fcharset128 Tahoma"), std::string::npos);
   EXPECT_NE(text.find("\\fi-2000\\li2000\\tx2000"), std::string::npos) << "an indent that leaves room";

@@ -15,16 +15,6 @@ constexpr char kLost[] = "... ";  // followed by the number of dropped lines
 constexpr std::size_t kPieceSize = 64u << 10;
 constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
 
-// The character set of the font, by code page.
-constexpr std::pair<unsigned, int> kCharsets[] = {{874, 222},  {932, 128},  {936, 134},  {949, 129},  {950, 136},
-                                                  {1250, 238}, {1251, 204}, {1253, 161}, {1254, 162}, {1255, 177},
-                                                  {1256, 178}, {1257, 186}, {1258, 163}};
-
-int CharsetOf(unsigned codePage) {
-  const auto* const row = std::ranges::find(kCharsets, codePage, &std::pair<unsigned, int>::first);
-  return row == std::end(kCharsets) ? 0 : row->second;
-}
-
 std::string_view TakeLetter(std::string_view& text) {
   const std::string_view letter = text.substr(0, core::SystemCodePage().LetterSize(text));
   text.remove_prefix(letter.size());
@@ -75,18 +65,17 @@ class Markup {
 
  private:
   void Head(const Conversation& said, Position from, Position to) {
-    const int charset = CharsetOf(style_.codePage);
     out_ << "{\\rtf1\\ansi\\ansicpg" << static_cast<int>(style_.codePage) << "\\deff0{\\fonttbl";
-    Font(0, "nil", charset);
-    if (style_.forBox) Font(1, "swiss", charset);
+    Font(0, "nil");
+    if (style_.forBox) Font(1, "swiss");
     out_ << "}{\\colortbl ;";
     const std::size_t last = to.offset == 0 ? to.line : to.line + 1;
     for (std::size_t line = from.line; line < last; ++line) AddColour(said.At(line).colour);
     out_ << "}\n\\f0\\fs" << style_.halfPoints;
   }
 
-  void Font(int number, std::string_view family, int charset) {
-    out_ << "{\\f" << number << "\\f" << family << "\\fcharset" << charset << " " << style_.font << ";}";
+  void Font(int number, std::string_view family) {
+    out_ << "{\\f" << number << "\\f" << family << "\\fcharset" << style_.charset << " " << style_.font << ";}";
   }
 
   void AddColour(std::int32_t colour) {

@@ -21,6 +21,7 @@ void WritePlainText(const Conversation& said, const Sink& sink);
 
 struct MarkupStyle {
   unsigned codePage = 1252;  // of the text
+  int charset = 0;           // of the font: a constant of Windows, such as SHIFTJIS_CHARSET
   std::string font{};
   int halfPoints = 17;
   toolkit::Twips maxIndent{};

@@ -52,14 +52,14 @@ constexpr Twips kMinTextWidth = 40_dp, kMinIndent = 40_dp, kMaxIndentOnPaper{2 *
 
 std::optional<COLORREF> TextColour(std::int32_t colour) {
   constexpr auto kWindowText = static_cast<std::int32_t>(0x80000000u + COLOR_WINDOWTEXT);
-  if (colour == 0 || colour == kWindowText) return std::nullopt;
-  return toolkit::PaintColour(colour);
+  return colour == 0 || colour == kWindowText ? std::nullopt : std::optional(toolkit::PaintColour(colour));
 }
 
 MarkupStyle Style(Twips maxIndent, bool forBox) {
   LOGFONTA font{};
   ::GetObjectA(toolkit::DialogFont(), sizeof font, &font);
   return {.codePage = ::GetACP(),
+          .charset = toolkit::SystemCharset(),
           .font = font.lfFaceName,
           .halfPoints = RichBox::FontSize(),
           .maxIndent = maxIndent,

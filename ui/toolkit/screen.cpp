@@ -1,6 +1,7 @@
 #include "ui/toolkit/screen.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "core/wide_text_win32.h"
@@ -71,6 +72,12 @@ HFONT DialogFont() {
 HFONT BoldDialogFont() {
   static Font font;
   return Kept(font, FW_BOLD);
+}
+
+int SystemCharset() {
+  CHARSETINFO info{};
+  const auto codePage = reinterpret_cast<DWORD*>(static_cast<std::uintptr_t>(::GetACP()));
+  return ::TranslateCharsetInfo(codePage, &info, TCI_SRCCODEPAGE) ? static_cast<int>(info.ciCharset) : ANSI_CHARSET;
 }
 
 SIZE MeasureText(HFONT font, std::string_view text) {

@@ -48,6 +48,9 @@ void SetArea(HWND window, const Area& area);
 HFONT DialogFont();
 HFONT BoldDialogFont();
 
+// The character set of fonts that have the letters of the system's ANSI code page, such as SHIFTJIS_CHARSET.
+int SystemCharset();
+
 // The size of a single line of text, pixels.
 SIZE MeasureText(HFONT font, std::string_view text);
 SIZE MeasureText(HDC dc, std::string_view text);
