@@ -9,20 +9,20 @@
 namespace toolkit {
 
 struct ListRows::Link {
-  std::size_t hash = 0;
-  Row* next = nullptr;
+  std::size_t hash;
+  Row* next;
 };
 
 struct ListRows::TextLink {
-  Link textLink;
+  Link textLink{};
 };
 
 // The link of the text chain is right before the text, so that a lookup usually touches one cache line.
 struct ListRows::Row : TextLink, ListRow {
-  explicit Row(ListRow&& row) : ListRow(std::move(row)) {}
+  Row(ListRow&& row, RowId rowId) : ListRow(std::move(row)), id(rowId) {}
 
-  Link keyLink;
-  RowId id = 0;
+  Link keyLink{};
+  const RowId id;
 };
 
 struct ListRows::Slot {
@@ -40,16 +40,14 @@ class ListRows::Chains {
   void Clear() {
     heads_.assign(16, nullptr);
     heads_.shrink_to_fit();
-    count_ = 0;
   }
 
-  // For one more row, so that inserting it cannot fail.
-  void MakeRoom() {
-    if ((count_ + 1) * 2 > heads_.size()) Grow();
+  // For so many rows, one more than before, so that inserting it cannot fail.
+  void MakeRoom(std::size_t rows) {
+    if (rows * 2 > heads_.size()) Grow();
   }
 
   void Insert(Row& row, std::size_t hash) {
-    ++count_;
     (row.*link_).hash = hash;
     Append(row);
   }
@@ -58,7 +56,6 @@ class ListRows::Chains {
     Row** at = &Head((row.*link_).hash);
     while (*at != &row) at = &((*at)->*link_).next;
     *at = (row.*link_).next;
-    --count_;
   }
 
   template <class Matches>
@@ -96,7 +93,6 @@ class ListRows::Chains {
 
   Link Row::*link_;
   std::vector<Row*> heads_;  // a power of two, at least twice the rows
-  std::size_t count_ = 0;
 };
 
 ListRows::ListRows()
@@ -106,15 +102,14 @@ ListRows::~ListRows() = default;
 
 const ListRow& ListRows::Add(ListRow row) {
   if (!row.key.empty() && FindKey(row.key)) throw core::RuntimeError(core::Err::KeyNotUnique);
-  byText_->MakeRoom();
-  byKey_->MakeRoom();
-  slots_.push_back({nextId_, std::make_unique<Row>(std::move(row))});
+  for (Chains* chains : {byText_.get(), byKey_.get()}) chains->MakeRoom(count_ + 1);
+  slots_.push_back({nextId_, std::make_unique<Row>(std::move(row), nextId_)});
   return Enter(*slots_.back().row);
 }
 
 // There is room for it, and so nothing can fail.
 const ListRow& ListRows::Enter(Row& added) {
-  added.id = nextId_++;
+  ++nextId_;
   byText_->Insert(added, core::NameHash()(added.text));
   if (!added.key.empty()) byKey_->Insert(added, core::NameHash()(added.key));
   ++count_;
@@ -138,7 +133,7 @@ void ListRows::Remove(const ListRow& row) {
 
 const ListRow& ListRows::ReplaceAll(ListRow row) {
   std::vector<Slot> slots;
-  slots.push_back({nextId_, std::make_unique<Row>(std::move(row))});
+  slots.push_back({nextId_, std::make_unique<Row>(std::move(row), nextId_)});
   Clear();
   slots_.swap(slots);
   return Enter(*slots_.back().row);
