@@ -8,9 +8,6 @@ namespace {
 
 constexpr char kEnd = '\r';
 
-// True for all that Shown turns into a blank, and for tabs.
-bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == 0x7F; }
-
 // Whether this character is cut, when called for each character in turn; `blanks` is the length of the current run.
 bool IsCut(char c, std::size_t& blanks) {
   blanks = IsBlank(c) ? blanks + 1 : 0;
@@ -40,7 +37,8 @@ bool AddUncut(const Paragraph& paragraph, std::size_t from, std::string_view sel
   if ((head + ShownInBox(paragraph.text)).compare(from, selected.size(), selected) != 0) return false;
   const std::string text = Shown(paragraph.text);
   const auto uncut = [&](std::size_t offset) {
-    return offset <= head.size() ? offset : head.size() + UncutOffset(text, offset - head.size());
+    const std::size_t inHead = std::min(offset, head.size());
+    return inHead + UncutOffset(text, offset - inHead);
   };
   const std::size_t begin = uncut(from);
   whole.append(head + text, begin, uncut(from + selected.size()) - begin);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "core/code_page.h"
@@ -69,8 +70,7 @@ class Markup {
     Font(0, "nil");
     if (style_.forBox) Font(1, "swiss");
     out_ << "}{\\colortbl ;";
-    const std::size_t last = to.offset == 0 ? to.line : to.line + 1;
-    for (std::size_t line = from.line; line < last; ++line) AddColour(said.At(line).colour);
+    for (std::size_t line = from.line; Position{line} < to; ++line) AddColour(said.At(line).colour);
     out_ << "}\n\\f0\\fs" << style_.halfPoints;
   }
 
@@ -102,9 +102,9 @@ class Markup {
   // Further paragraphs of a line are indented like the text of the first one: at the left edge they could be mistaken
   // for another user's line.
   void SetFormat(int indent, bool first, int colour) {
-    const bool newFormat = std::exchange(format_, {indent, first}) != std::pair{indent, first} || !begun_;
-    const bool newColour = std::exchange(colour_, colour) != colour || !begun_;
-    begun_ = true;
+    const std::pair format{indent, first};
+    const bool newFormat = std::exchange(format_, format) != format;
+    const bool newColour = std::exchange(colour_, colour) != colour;
     if (newFormat) {
       out_ << "\\pard";
       if (first) out_ << "\\fi" << -indent;
@@ -131,7 +131,7 @@ class Markup {
         inRun = 0;
       }
       const std::string_view letter = TakeLetter(text);
-      Letter(letter, 0);
+      Letter(letter, '\0');
       inRun += letter.size();
     }
   }
@@ -156,9 +156,10 @@ class Markup {
   const MarkupStyle& style_;
   Output out_;
   std::map<std::int32_t, int> colours_;  // indices in the colour table, 0 = the reader's default
-  int colourCount_ = 0, colour_ = 0;
-  std::pair<int, bool> format_;  // indent, and whether it is the first paragraph of a line
-  bool begun_ = false, otherFont_ = false;
+  int colourCount_ = 0;
+  std::optional<int> colour_;                   // as last written, like the format
+  std::optional<std::pair<int, bool>> format_;  // indent, and whether it is the first paragraph of a line
+  bool otherFont_ = false;
 };
 
 }  // namespace

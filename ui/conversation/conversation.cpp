@@ -20,7 +20,7 @@ std::vector<Conversation*>& All() {
 
 // A variable-length integer: seven bits per byte, the lowest first; the highest bit is set in all bytes but the last.
 void PutNumber(std::string& bytes, std::size_t number) {
-  for (; number > 0x7F; number >>= 7) bytes += static_cast<char>((number & 0x7F) | 0x80);
+  for (; number >> 7 != 0; number >>= 7) bytes += static_cast<char>((number & 0x7F) | 0x80);
   bytes += static_cast<char>(number);
 }
 

@@ -10,8 +10,6 @@ namespace {
 constexpr std::string_view kBreaks = "\r\n";
 constexpr std::size_t kParagraphOverhead = 20;
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
-
 // Length of the line break that begins, or ends, at this offset.
 std::size_t BreakAt(std::string_view text, std::size_t at) { return text.substr(at).starts_with(kBreaks) ? 2 : 1; }
 std::size_t BreakBefore(std::string_view text, std::size_t at) { return text.substr(0, at).ends_with(kBreaks) ? 2 : 1; }
@@ -73,13 +71,13 @@ Position GoBack(const Conversation& said, Position from, std::size_t weight) {
 std::string Shown(std::string_view text) {
   std::string shown(text);
   std::ranges::replace_if(
-      shown, [](char c) { return IsControl(c) && c != '\t'; }, ' ');
+      shown, [](char c) { return IsBlank(c) && c != '\t'; }, ' ');
   return shown;
 }
 
 std::string HeadOf(const ChatLine& line) {
   std::string head = std::string(line.prefix).append(line.sender);
-  std::ranges::replace_if(head, IsControl, ' ');
+  std::ranges::replace_if(head, IsBlank, ' ');
   return head += ':';
 }
 

@@ -45,6 +45,9 @@ std::size_t WeightBetween(const Conversation& said, Position from, Position to, 
 Position GoForward(const Conversation& said, Position from, std::size_t weight);
 Position GoBack(const Conversation& said, Position from, std::size_t weight);
 
+// A blank, a tab or another control character.
+inline bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
+
 // The text as it is displayed. Text from the network may hold any byte; a rich edit control would interpret control
 // characters as cell marks and page breaks, so all but tabs become blanks.
 std::string Shown(std::string_view text);

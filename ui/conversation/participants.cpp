@@ -98,7 +98,6 @@ std::vector<std::size_t> GroupsOf(std::size_t names) {
 bool UsersOnline::Take(const toolkit::ListRows& online) {
   if (seen_ == online.MembershipRevision()) return false;
   std::vector<std::string> names;
-  names.reserve(online.Count());
   for (std::size_t i = 0; i < online.Count(); ++i) {
     const std::string& text = online.At(i).text;
     if (!text.starts_with('(') || text == kEverybody) names.push_back(text);

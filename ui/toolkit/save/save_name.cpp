@@ -64,12 +64,12 @@ std::string SwitchExtension(std::string_view name, std::string_view formerPatter
 }
 
 bool MatchesPattern(std::string_view name, std::string_view pattern) {
-  for (std::size_t end = 0; end != std::string_view::npos; pattern.remove_prefix(std::min(end + 1, pattern.size()))) {
-    end = pattern.find(';');
+  for (;;) {
+    const std::size_t end = pattern.find(';');
     if (MatchesOne(name, core::Trim(pattern.substr(0, end)))) return true;
-    if (end == std::string_view::npos) break;
+    if (end == std::string_view::npos) return false;
+    pattern.remove_prefix(end + 1);
   }
-  return false;
 }
 
 std::string ClosedFolder(std::string_view folder) {
