@@ -6,15 +6,18 @@
 #include "support/recording_program.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/in_code_page.h"
+#include "ui/options/apply_sets.h"
 #include "ui/options/option_values.h"
 
 namespace options {
 namespace {
 
+using Texts = std::vector<std::string>;
+
 class Options : public support::DesktopTest {
  protected:
   Options() {
-    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online");
+    folder.Put("Lang.con", "Code,English\r\n1201,user|users|online\r\n1208,offline");
     core::LoadLang();
     core::gCurName = core::gUserName = "Anna";
     users.ClearlvUsers();
@@ -36,9 +39,9 @@ TEST_F(Options, NamesInUseAreRefused) {
 }
 
 TEST_F(Options, NamesNeedALetterOrDigitAndNoBar) {
-  for (const char* name : {"", "   ", "---", "\xE9\xE9", "|", "a|b"})
+  for (const char* name : {"", "   ", "/:@[`{", "\xE9\xE9", "|", "a|b"})
     EXPECT_EQ(Refusal(name), kNameUnusableText) << name;
-  for (const char* name : {"a", "Z", "(1)", "_x", "John Smith", "\xE9t\xE9"}) EXPECT_EQ(Refusal(name), 0) << name;
+  for (const char* name : {"a", "z", "A", "Z", "(0)", "_9", "\xE9t\xE9"}) EXPECT_EQ(Refusal(name), 0) << name;
 }
 
 TEST_F(Options, ProperCaseRaisesTheFirstCharacterOnly) {
@@ -59,12 +62,23 @@ TEST_F(Options, LettersOfTwoBytesAreNeitherLatinLettersNorBars) {
 TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroupAndEmptyGroupsAreNotKept) {
   const std::vector<Group> groups{{"F", {"anna", "bob"}}, {"G", {}}, {"H", {"", "x"}}};
   EXPECT_EQ(GroupsOf({"F|anna|bob|carla", "G|", "nothing", "H||x|"}), groups);
-  EXPECT_EQ(LinesOf(groups), (std::vector<std::string>{"F|anna|bob|", "H||x|"}));
+  EXPECT_EQ(LinesOf(groups), (Texts{"F|anna|bob|", "H||x|"}));
 }
 
 TEST_F(Options, SoundsHaveKeysThatEndInWav) {
   EXPECT_EQ(SoundsOf({"chime.wav", "ALERT.WAV"}),
             (std::vector<Sound>{{"(S)", ""}, {"(B)", ""}, {"chime.wav", "chime.wav"}, {"ALERT.WAV.wav", "ALERT.WAV"}}));
+}
+
+TEST_F(Options, AreAppliedInThisOrderAndSavedEvenWithoutTheNetwork) {
+  users.AddUser("Bob");
+  program.onOpenSocket = [] { throw core::RuntimeError(10048, "In use"); };
+  const auto write = [](const char* what) { return [what] { support::Record(what); }; };
+  ApplySets(program, {write("language"), write("user"), write("others")});
+  EXPECT_EQ(support::Desktop().events, (Texts{"language", "close Anna", "user", "open Anna",
+                                              "box offline: 10048: In use", "others", "restore main"}));
+  EXPECT_EQ(users.lvUsers.FindText("Bob"), nullptr);
+  EXPECT_NE(folder.Get("User.ini").find("\"Anna\""), std::string::npos);
 }
 
 }  // namespace

@@ -30,7 +30,6 @@ TEST(SaveName, TheTypedNameDecides) {
       {"*tea", "save C:\\Users\\anna\\*tea.txt"},
       {"tea.TXT", "save C:\\Users\\anna\\tea.TXT"},
       {"txt", "save C:\\Users\\anna\\txt.txt"},
-      {"sub\\tea", "save C:\\Users\\anna\\sub\\tea.txt"},
       {"E:\\tea", "save E:\\tea.txt"},
       {"E:tea", "save E:\\tea.txt"},
       {"c:tea", "save C:\\Users\\anna\\tea.txt"},
@@ -47,12 +46,14 @@ TEST(SaveName, PathsAreSplitByLetters) {
   const support::InCodePage japanese(932);
   EXPECT_EQ(Decided("\x83\x5C", ".txt", "C:\\\x83\x5C"), "save C:\\\x83\x5C\\\x83\x5C.txt");
   EXPECT_EQ(FolderOf(PathSteps("C:\\\x83\x5C\\b"), 2), "C:\\\x83\x5C\\");
-  EXPECT_EQ(PathSteps("\\\\server\\share\\a").size(), 2u);
+  EXPECT_EQ(PathSteps("\\\\\x83\x5C\\share\\a").size(), 2u);
 }
 
 TEST(SaveName, AnotherTypeSwitchesTheExtensionShownSoFar) {
   for (const auto& [typed, switched] : {std::pair{"TEA.TXT", "TEA.rtf"}, {"tea.doc", "tea.doc"}, {"t", "t"}})
     EXPECT_EQ(SwitchExtension(typed, "*.txt", ".rtf"), switched);
+  for (const auto& [name, shown] : {std::pair{"t.txt.TXT", true}, {"tea.tvxt", false}, {"a.rtf", true}})
+    EXPECT_EQ(MatchesPattern(name, "*.doc; *.txt;?.r*f*"), shown) << name;
 }
 
 }  // namespace
