@@ -136,10 +136,11 @@ class Markup {
     }
   }
 
-  // Consecutive blanks and tabs are escaped, because some readers drop them otherwise.
+  // Consecutive blanks and tabs are escaped, because some readers drop them otherwise. Letters of two bytes begin above
+  // 0x7E.
   void Letter(std::string_view letter, char before) {
     const char c = letter[0];
-    if (letter.size() > 1 || static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
+    if (static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
       for (const char byte : letter) Number(static_cast<unsigned char>(byte));
     else if (c == '\\' || c == '{' || c == '}')
       out_ << "\\" << letter;

@@ -16,19 +16,19 @@ constexpr int kCountsText = 3201;  // one | several | trailing word
 
 }  // namespace
 
-void Participants::AddUser(std::string_view name) {
-  const std::string added(name);
-  if (!Add(added)) return;
-  RefUserList();
-  core::WriteLog(added + " Added to chat window");
+void Participants::AddUser(std::string_view name) { AddAll({name}); }
+
+void Participants::AddUsers(std::string_view list) {
+  std::vector<std::string_view> names = core::BarFields(list);
+  if (list.empty() || NamesAnybody(list)) std::erase(names, "");
+  AddAll(names);
 }
 
 // Updates the icons once, so that a selection of thousands does not take quadratic time.
-void Participants::AddUsers(std::string_view list) {
-  std::vector<std::string_view> names = core::BarFields(list), added;
-  if (NamesAnybody(list)) std::erase(names, "");
+void Participants::AddAll(const std::vector<std::string_view>& names) {
+  std::vector<std::string_view> added;
   for (const std::string_view name : names)
-    if (!list.empty() && Add(name)) added.push_back(name);
+    if (Add(name)) added.push_back(name);
   RefUserList();
   for (const std::string_view name : added) core::WriteLog(std::string(name) + " Added to chat window");
 }

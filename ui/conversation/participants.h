@@ -55,6 +55,7 @@ class Participants {
     friend bool operator==(const Changes&, const Changes&) = default;
   };
 
+  void AddAll(const std::vector<std::string_view>& names);
   bool Add(std::string_view name);
   bool Remove(std::string_view name);
   int IconOf(std::string_view name) const;

@@ -39,7 +39,7 @@ bool MatchesOne(std::string_view name, std::string_view pattern) {
   return pattern.find_first_not_of('*') == std::string_view::npos;
 }
 
-bool HasDrive(std::string_view name) { return name.size() > 1 && name[1] == ':'; }
+bool HasDrive(std::string_view name) { return name.find(':', 1) == 1; }
 
 // "C:" of a folder on a drive, "\\server\share" of one on the network.
 std::string_view RootOf(std::string_view folder) {
