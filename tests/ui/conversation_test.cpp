@@ -44,6 +44,8 @@ std::string MarkupOf(const Conversation& said, MarkupStyle style = {}) {
   return text;
 }
 
+constexpr char kFirst[] = "\\pard\\fi-500\\li500\\tx500";
+
 TEST(Conversation, KeepsEveryLineUnchanged) {
   Conversation said;
   const std::string texts[] = {"", std::string(60000, 'x'), "a\r\nb\0c"s, std::string(70000, '\xFF')};
@@ -70,9 +72,6 @@ TEST(Conversation, DropsTheOldestLinesOfTheLargest) {
   EXPECT_GT(left, (2 * kMegabyte - 65536) / 1012);
   EXPECT_LE(left, 2 * kMegabyte / 1012);
   EXPECT_EQ(large.At(large.First()).text, text + std::to_string(large.First()));
-  const std::string lost = "... " + std::to_string(large.First());
-  EXPECT_TRUE(PlainText(large).starts_with(lost + "\r\nanna:\tx"));
-  EXPECT_NE(MarkupOf(large).find("\\pard\\fi0\\li0\\tx0\\cf0 " + lost + "\\par\n\\pard"), std::string::npos);
 
   Say(large, std::string(kMaxBlanks + 1, ' '));
   const std::string whole = PlainText(large);
@@ -89,9 +88,15 @@ TEST(Conversation, DropsTheOldestLinesOfTheLargest) {
   large.Clear();
   Say(large, "hi");
   EXPECT_EQ(PlainText(large), "anna:\thi\r\n");
-  Conversation tiny(10, kMegabyte);
-  for (int i = 0; i < 2; ++i) Say(tiny, std::string(40000, 'x'));
-  EXPECT_EQ(tiny.First(), 1u) << "the newest line is kept";
+  small.Clear();
+  for (const std::size_t limit : {std::size_t{10}, kMegabyte}) {  // of one conversation, or of all
+    Conversation tiny(limit, kMegabyte + 10 - limit);
+    for (const char letter : {'x', 'y'}) Say(tiny, std::string(40000, letter));
+    EXPECT_TRUE(PlainText(tiny).starts_with("... 1\r\nanna:\tyyy")) << "the newest line is kept";
+    const std::string markup =
+        "\\pard\\fi0\\li0\\tx0\\cf0 ... 1\\par\n"s + kFirst + " anna:\\'09" + std::string(60, 'y');
+    EXPECT_NE(MarkupOf(tiny).find(markup), std::string::npos);
+  }
 }
 
 TEST(PlainText, IsNameColonTabTextAndEveryLineBreak) {
@@ -157,7 +162,6 @@ TEST(ShownParts, AreCountedAndMergedWhileSmall) {
 }
 
 constexpr char kHead[] = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Tahoma;}}{\\colortbl ;";
-constexpr char kFirst[] = "\\pard\\fi-500\\li500\\tx500";
 
 TEST(Markup, HasColoursAndHangingIndents) {
   Conversation said;
@@ -173,9 +177,9 @@ TEST(Markup, HasColoursAndHangingIndents) {
 
 TEST(Markup, KeepsTextFromBeingTakenForMarkup) {
   Conversation said;
-  Say(said, "{\\rtf1 \\b x}\t  caf\xE9 ");
-  EXPECT_EQ(MarkupOf(said),
-            kHead + "}\n\\f0\\fs17"s + kFirst + "\\cf0 anna:\\'09\\{\\\\rtf1 \\\\b x\\}\\'09 \\'20caf\\'e9 \\par\n}\n");
+  Say(said, "{\\rtf1 \\b x}\t  caf\xE9~ ");
+  EXPECT_EQ(MarkupOf(said), kHead + "}\n\\f0\\fs17"s + kFirst +
+                                "\\cf0 anna:\\'09\\{\\\\rtf1 \\\\b x\\}\\'09 \\'20caf\\'e9~ \\par\n}\n");
 }
 
 TEST(Markup, NamesTheCodePageAndKeepsItsLettersTogether) {
@@ -194,7 +198,8 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
   const std::string run(50, 'x');
   Say(said, run + run + run + run + "y");
   const std::string runs = "'09" + run + "\\f1 " + run + "\\f0 " + run + "\\f1 " + run + "\\f0 y\\par\n";
-  EXPECT_NE(MarkupOf(said, {.forBox = true}).find(runs), std::string::npos);
+  const std::string text = MarkupOf(said, {.forBox = true}), font = "{\\f1\\fswiss\\fcharset0 Tahoma;}";
+  for (const std::string& part : {runs, font}) EXPECT_NE(text.find(part), std::string::npos) << text;
 }
 
 TEST(BoxCost, PortionUsesRecentTimesAndCapacityTheBest) {

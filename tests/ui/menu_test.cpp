@@ -135,8 +135,8 @@ TEST(ImageTags, CaptionsThatBeginWithATagIgnoringCase) {
   EXPECT_EQ(tags.Find("&CLOSE all", 24), 5);
   for (const char* caption : {"&Clos", ""}) EXPECT_EQ(tags.Find(caption, 24), -1) << caption;
   EXPECT_EQ(tags.Find("&Close", 5), -1) << "the list has no such image";
-  tags.Add(1, "&C");
-  EXPECT_EQ(tags.Find("&Close", 24), 1) << "the first image wins, not the longest tag";
+  tags.Add(0, "&C");
+  EXPECT_EQ(tags.Find("&Close", 24), 0) << "the first image wins, not the longest tag";
 }
 
 }  // namespace

@@ -28,6 +28,12 @@ TEST(ListRows, KeysAreUniqueAndExact) {
   EXPECT_EQ(rows.FindKey("G"), &second);
   EXPECT_EQ(rows.FindText("Y"), nullptr);
   EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
+  const std::vector<toolkit::RowId> ids = rows.Ids();
+  rows.Remove(*rows.FindId(ids[1]));
+  for (const std::size_t row : {1u, 2u}) EXPECT_EQ(rows.PlaceOf(ids[row]), 1u) << "the next row's place";
+  EXPECT_EQ(std::tuple(rows.FindId(ids[1]), rows.FindId(ids[2]), rows.FindId(99)),
+            std::tuple(nullptr, &accented, nullptr));
+  EXPECT_EQ(rows.Ids(), (std::vector{ids[0], ids[2], ids[3]}));
 }
 
 TEST(ListRows, CountersChangeOnRealChangesOnly) {
@@ -187,7 +193,7 @@ TEST_F(UserRosterTest, AFloodOfNamesIsListedUpToABound) {
   EXPECT_EQ(listed, UserRoster::kMaxRows - 1);
 
   roster.ClearlvUsers();
-  const std::string longName(60000, 'x');
+  const std::string longName(58000, 'x');
   for (int i = 0; i < 400; ++i) roster.AddUser(longName + std::to_string(i));
   EXPECT_LE(roster.lvUsers.TextBytes(), UserRoster::kMaxTextBytes);
   EXPECT_GT(roster.lvUsers.TextBytes() + 2 * longName.size() + 6, UserRoster::kMaxTextBytes);

@@ -51,7 +51,7 @@ TEST(SaveName, PathsAreSplitByLetters) {
 
 TEST(SaveName, AnotherTypeSwitchesTheExtensionShownSoFar) {
   for (const auto& [typed, switched] : {std::pair{"TEA.TXT", "TEA.rtf"}, {"tea.doc", "tea.doc"}, {"t", "t"}})
-    EXPECT_EQ(SwitchExtension(typed, "*.txt", ".rtf"), switched);
+    EXPECT_EQ(SwitchExtension(typed, "*.txt", ExtensionOf("Rich Text (*.rtf)")), switched);
   for (const auto& [name, shown] : {std::pair{"t.txt.TXT", true}, {"tea.tvxt", false}, {"a.rtf", true}})
     EXPECT_EQ(MatchesPattern(name, "*.doc; *.txt;?.r*f*"), shown) << name;
 }
