@@ -20,6 +20,7 @@
 #include "ui/conversation/chat_export.h"
 #include "ui/options/apply_sets.h"
 #include "ui/options/option_values.h"
+#include "ui/toolkit/roster_rows.h"
 
 namespace support {
 namespace {
@@ -282,14 +283,14 @@ std::string WholeProgram::ExpectedCounts() const {
 }
 
 std::string_view WholeProgram::RowViolation(const ListRow& row) const {
-  const bool isUser = row.icon == mainwindow::kUserIcon || row.icon == mainwindow::kBlockedIcon;
+  const bool isUser = row.icon == toolkit::kUserIcon || row.icon == toolkit::kBlockedIcon;
   if (row.icon != row.smallIcon) return "a row's two icons differ";
-  if (!isUser) return row.text.starts_with('(') ? "" : "a user without a user's icon";
+  if (!isUser) return toolkit::IsSpecialRow(row.text) ? "" : "a user without a user's icon";
   if (row.key != core::LowerCase(row.text)) return "a user's key is not the lower-case name";
   if (row.text.starts_with(net::kHiddenMark) && !core::EqualIgnoringCase(row.text, core::gCurName))
     return "a hidden user is listed";
-  const bool marked = users.IsBlocked(row.text) && !mainwindow::IsNoUser(row.text);
-  return marked == (row.icon == mainwindow::kBlockedIcon) ? "" : "a user with the wrong icon";
+  const bool marked = users.IsBlocked(row.text) && !toolkit::IsSpecialRow(row.text);
+  return marked == (row.icon == toolkit::kBlockedIcon) ? "" : "a user with the wrong icon";
 }
 
 std::string_view WholeProgram::ChatViolation(PlainChat& chat) const {
@@ -300,9 +301,9 @@ std::string_view WholeProgram::ChatViolation(PlainChat& chat) const {
     const ListRow& row = rows.At(i);
     if (rows.FindTextIgnoringCase(row.text) != &row) return "two participants have the same name";
     const bool present = users.lvUsers.FindTextIgnoringCase(row.text) != nullptr;
-    const int icon = core::EqualIgnoringCase(row.text, conversation::kEverybody) ? conversation::kEverybodyIcon
-                     : present && !users.IsBlocked(row.text)                     ? conversation::kUserIcon
-                                                                                 : conversation::kBlockedIcon;
+    const int icon = core::EqualIgnoringCase(row.text, toolkit::kEverybody) ? toolkit::kEverybodyIcon
+                     : present && !users.IsBlocked(row.text)                ? toolkit::kUserIcon
+                                                                            : toolkit::kBlockedIcon;
     if (row.icon != icon) return "a participant with the wrong icon";
   }
   if (chat.Offered() != OfferedNames()) return "the names offered are not those listed";
@@ -313,7 +314,7 @@ std::vector<std::string> WholeProgram::OfferedNames() const {
   std::vector<std::string> names;
   for (std::size_t i = 0; i < users.lvUsers.Count(); ++i) {
     const std::string& text = users.lvUsers.At(i).text;
-    if (!mainwindow::IsNoUser(text) || text == mainwindow::kEverybody) names.push_back(text);
+    if (!toolkit::IsSpecialRow(text) || text == toolkit::kEverybody) names.push_back(text);
   }
   return names;
 }

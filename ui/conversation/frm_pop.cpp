@@ -9,8 +9,8 @@
 #include "core/text.h"
 #include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
-#include "ui/conversation/recipients.h"
 #include "ui/toolkit/pictures.h"
+#include "ui/toolkit/roster_rows.h"
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
 
@@ -259,7 +259,7 @@ void FrmPop::Answer(const std::string& recipients) {
 
 void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
 
-void FrmPop::mnuReplyAll_Click() { Answer(std::string(kEverybody) + '|'); }
+void FrmPop::mnuReplyAll_Click() { Answer(std::string(toolkit::kEverybody) + '|'); }
 
 void FrmPop::mnuLive_Click() {
   CloseIfOpened([this] { return commands_.startLiveChat(alert_); });

@@ -8,9 +8,12 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/conversation/recipients.h"
+#include "ui/toolkit/roster_rows.h"
 
 namespace conversation {
 namespace {
+
+using toolkit::IsSpecialRow, toolkit::kBlockedIcon, toolkit::kEverybody, toolkit::kEverybodyIcon, toolkit::kUserIcon;
 
 constexpr int kCountsText = 3201;  // one | several | trailing word
 
@@ -100,7 +103,7 @@ bool UsersOnline::Take(const toolkit::ListRows& online) {
   std::vector<std::string> names;
   for (std::size_t i = 0; i < online.Count(); ++i) {
     const std::string& text = online.At(i).text;
-    if (!text.starts_with('(') || text == kEverybody) names.push_back(text);
+    if (!IsSpecialRow(text) || text == kEverybody) names.push_back(text);
   }
   seen_ = online.MembershipRevision();
   if (names == lstUsers) return false;

@@ -24,16 +24,16 @@ void Recipients::Add(std::string_view name) {
   toolkit::ListRow row;
   row.key = core::LowerCase(name);
   row.text = name;
-  row.icon = row.smallIcon = kEverybodyIcon;
-  core::EqualIgnoringCase(name, kEverybody) ? rows_.ReplaceAll(std::move(row)) : rows_.Add(std::move(row));
+  row.icon = row.smallIcon = toolkit::kEverybodyIcon;
+  core::EqualIgnoringCase(name, toolkit::kEverybody) ? rows_.ReplaceAll(std::move(row)) : rows_.Add(std::move(row));
 }
 
 void Recipients::RefreshRows() {
   const bool everybody = IsEverybody();
   for (std::size_t i = 0; i < rows_.Count(); ++i) {
     const toolkit::ListRow& row = rows_.At(i);
-    const int icon = everybody ? kEverybodyIcon : roster_.IsBlocked(row.text) ? kBlockedIcon : kUserIcon;
-    rows_.SetIcon(row, icon);
+    const toolkit::RowIcon user = roster_.IsBlocked(row.text) ? toolkit::kBlockedIcon : toolkit::kUserIcon;
+    rows_.SetIcon(row, everybody ? toolkit::kEverybodyIcon : user);
     rows_.SetForeColour(row, roster_.GetColorForUName(row.text));
   }
 }

@@ -7,13 +7,9 @@
 
 #include "core/roster.h"
 #include "ui/toolkit/list_rows.h"
+#include "ui/toolkit/roster_rows.h"
 
 namespace conversation {
-
-inline constexpr std::string_view kEverybody = "(All)";
-
-// Row icons, those of the roster.
-inline constexpr int kEverybodyIcon = 1, kUserIcon = 2, kBlockedIcon = 3;
 
 class Recipients {
  public:
@@ -26,7 +22,7 @@ class Recipients {
   void AddRecipients(std::string_view list);
 
   bool IsRecipient(std::string_view name) const;
-  bool IsEverybody() const { return IsRecipient(kEverybody); }
+  bool IsEverybody() const { return IsRecipient(toolkit::kEverybody); }
 
   // Updates icons from the blocked names and colours from the roster.
   void RefreshRows();

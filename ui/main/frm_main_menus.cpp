@@ -7,12 +7,13 @@
 #include "ui/toolkit/links.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/pictures.h"
+#include "ui/toolkit/roster_rows.h"
 #include "ui/toolkit/screen.h"
 
 namespace mainwindow {
 namespace {
 
-std::string EverybodyList() { return std::string(kEverybody) + "|"; }
+std::string EverybodyList() { return std::string(toolkit::kEverybody) + "|"; }
 
 }  // namespace
 

@@ -5,9 +5,12 @@
 
 #include "core/language.h"
 #include "core/text.h"
+#include "ui/toolkit/roster_rows.h"
 
 namespace mainwindow {
 namespace {
+
+using toolkit::IsSpecialRow, toolkit::kEverybody;
 
 constexpr std::string_view kEverybodyKey = "G";  // cannot be a user's key, which is in lower case
 constexpr int kCountsText = 1201;                // one | several | trailing word
@@ -50,8 +53,8 @@ std::int32_t UserRoster::GetColorForUName(std::string_view name) const {
 
 void UserRoster::ClearlvUsers() {
   lvUsers.ReplaceAll({.text = std::string(kEverybody),
-                      .icon = kEverybodyIcon,
-                      .smallIcon = kEverybodyIcon,
+                      .icon = toolkit::kEverybodyIcon,
+                      .smallIcon = toolkit::kEverybodyIcon,
                       .key = std::string(kEverybodyKey)});
   groupRows_ = 0;
   UpdateStat();
@@ -60,12 +63,12 @@ void UserRoster::ClearlvUsers() {
 void UserRoster::RefGroups() {
   std::vector<const toolkit::ListRow*> groups;
   for (std::size_t i = 0; i < lvUsers.Count(); ++i)
-    if (lvUsers.At(i).icon == kGroupIcon) groups.push_back(&lvUsers.At(i));
+    if (lvUsers.At(i).icon == toolkit::kGroupIcon) groups.push_back(&lvUsers.At(i));
   for (const auto* row : groups) lvUsers.Remove(*row);
   groupRows_ = 0;
   for (const std::string& line : lstGroups) {
     std::string text = std::string("(").append(core::BarField(line, 0)).append(")");
-    lvUsers.Add({.text = std::move(text), .icon = kGroupIcon, .smallIcon = kGroupIcon});
+    lvUsers.Add({.text = std::move(text), .icon = toolkit::kGroupIcon, .smallIcon = toolkit::kGroupIcon});
     ++groupRows_;
   }
 }
@@ -80,8 +83,12 @@ void UserRoster::RefBlock() {
   if (refreshChatWindows) refreshChatWindows();
 }
 
+int UserRoster::IconOf(std::string_view user) const {
+  return !IsSpecialRow(user) && IsBlocked(user) ? toolkit::kBlockedIcon : toolkit::kUserIcon;
+}
+
 void UserRoster::MarkRows(std::string_view user) {
-  if (IsNoUser(user)) return;
+  if (IsSpecialRow(user)) return;
   const bool stale = std::exchange(marksAreStale_, true);  // they are if looking for the rows fails
   for (const auto* row : lvUsers.AllWithText(user)) lvUsers.SetIcon(*row, IconOf(user));
   marksAreStale_ = stale;
@@ -91,7 +98,7 @@ void UserRoster::MarkAllRows() {
   marksAreStale_ = false;
   for (std::size_t i = 0; i < lvUsers.Count(); ++i) {
     const toolkit::ListRow& row = lvUsers.At(i);
-    if (!IsNoUser(row.text)) lvUsers.SetIcon(row, IconOf(row.text));
+    if (!IsSpecialRow(row.text)) lvUsers.SetIcon(row, IconOf(row.text));
   }
 }
 
@@ -149,7 +156,7 @@ void UserRoster::ClearBlockedNames() {
 }
 
 std::string UserRoster::GetActiveGroupList(std::string_view name) const {
-  if (IsNoUser(name)) name = name.substr(1, std::max<std::size_t>(name.size(), 2) - 2);
+  if (IsSpecialRow(name)) name = name.substr(1, std::max<std::size_t>(name.size(), 2) - 2);
   std::string present;
   for (std::size_t i = 0; i + 1 < lstGroups.size(); ++i) {
     if (core::BarField(lstGroups[i], 0) != name) continue;
@@ -171,7 +178,7 @@ std::vector<const toolkit::ListRow*> UserRoster::SelectedRows() const {
 std::string UserRoster::SelectedRecipients() const {
   std::string recipients;
   for (const auto* row : SelectedRows()) {
-    if (IsNoUser(row->text) && row->text != kEverybody)
+    if (IsSpecialRow(row->text) && row->text != kEverybody)
       recipients.append(GetActiveGroupList(row->text));
     else
       recipients.append(row->text).append(1, '|');
@@ -181,7 +188,7 @@ std::string UserRoster::SelectedRecipients() const {
 
 void UserRoster::ToggleBlock() {
   for (const auto* row : SelectedRows()) {
-    if (IsNoUser(row->text)) continue;
+    if (IsSpecialRow(row->text)) continue;
     if (IsBlocked(row->text))
       RemoveBlock(row->text);
     else

@@ -17,15 +17,6 @@
 
 namespace mainwindow {
 
-// The row, and the recipient, that means all users.
-inline constexpr std::string_view kEverybody = "(All)";
-
-// The icon identifies the kind of a row.
-enum RowIcon : int { kEverybodyIcon = 1, kUserIcon = 2, kBlockedIcon = 3, kGroupIcon = 4 };
-
-// Whether the text of a row, or a recipient, is not a user.
-constexpr bool IsNoUser(std::string_view text) { return text.starts_with('('); }
-
 class UserRoster : public core::Roster {
  public:
   // Limits against a flood of invented names. The limit in bytes applies to long names only, so that a few of them
@@ -80,7 +71,7 @@ class UserRoster : public core::Roster {
     friend bool operator==(const Counted&, const Counted&) = default;
   };
 
-  int IconOf(std::string_view user) const { return !IsNoUser(user) && IsBlocked(user) ? kBlockedIcon : kUserIcon; }
+  int IconOf(std::string_view user) const;
   void MarkRows(std::string_view user);
   void MarkAllRows();
   std::string CountsText() const;
