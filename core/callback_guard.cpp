@@ -4,6 +4,7 @@
 
 #include "core/globals.h"
 #include "core/message_box.h"
+#include "core/scoped_flag.h"
 
 namespace core {
 
@@ -12,9 +13,8 @@ void ReportUnhandled(const RuntimeError& error) {
   Box box{.text = "Run-time error '" + std::to_string(error.number) + "':\r\n\r\n" + error.description,
           .icon = BoxIcon::Critical};
   if (gDispatching || gStarting != 0 || reporting) return PostBox(std::move(box));
-  reporting = true;
+  const ScopedFlag flag(reporting);
   GuardedSilently([&box] { ShowBox(box); });
-  reporting = false;
 }
 
 void ReportCurrentError() noexcept {

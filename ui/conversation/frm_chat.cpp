@@ -1,11 +1,10 @@
 #include "ui/conversation/frm_chat.h"
 
-#include <utility>
-
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/runtime_error.h"
+#include "core/scoped_flag.h"
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/conversation/chat_layout.h"
@@ -263,9 +262,9 @@ bool FrmChat::TranslateInText(const MSG& key) {
 // Forwards the wheel to the conversation. The control sends a message that it does not handle (nothing to scroll, Shift
 // held) back to its parent; forwarding that one again would never end.
 void FrmChat::OnWheel(WPARAM wParam, LPARAM lParam) {
-  if (std::exchange(forwardingWheel_, true)) return;
+  if (forwardingWheel_) return;
+  const core::ScopedFlag forwarding(forwardingWheel_);
   ::SendMessageA(txtMsg.hwnd(), WM_MOUSEWHEEL, wParam, lParam);
-  forwardingWheel_ = false;
 }
 
 LRESULT FrmChat::OnNotify(LPARAM lParam) {

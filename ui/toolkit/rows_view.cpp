@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/scoped_flag.h"
 #include "core/text.h"
 #include "ui/toolkit/list_items.h"
 #include "ui/toolkit/screen.h"
@@ -65,7 +66,7 @@ void RowsView::Sync() {
 
 // Selection, caret and selection mark stay with their rows.
 void RowsView::TakeRows() {
-  applying_ = true;
+  const core::ScopedFlag applying(applying_);
   const int caret = ListView_GetNextItem(hwnd_, -1, LVNI_FOCUSED), mark = ListView_GetSelectionMark(hwnd_);
   const int newCaret = NewPlaceOf(caret), newMark = NewPlaceOf(mark);
   shown_ = rows_->Ids();
@@ -74,7 +75,6 @@ void RowsView::TakeRows() {
   ApplySelection();
   if (newCaret >= 0) ListView_SetItemState(hwnd_, newCaret, LVIS_FOCUSED, LVIS_FOCUSED);
   if (newMark >= 0) ListView_SetSelectionMark(hwnd_, newMark);
-  applying_ = false;
 }
 
 // The current index of a row that is shown; that of the next one, or of the last, if it was removed.

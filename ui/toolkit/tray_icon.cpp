@@ -7,6 +7,7 @@
 
 #include "core/callback_guard.h"
 #include "core/event_loop_win32.h"
+#include "core/scoped_flag.h"
 #include "core/text.h"
 
 namespace toolkit {
@@ -176,10 +177,9 @@ LRESULT CALLBACK TrayIcon::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPA
 
 void TrayIcon::MouseMove(UINT mouseMessage) {
   if (!active_ || dispatching_) return;
-  dispatching_ = true;
+  const core::ScopedFlag dispatching(dispatching_);
   const TrayRoute* route = RouteOf(mouseMessage);
   for (std::size_t i = 0; route && i < route->count; ++i) Raise(route->events[i], route->button);
-  dispatching_ = false;
 }
 
 // If one handler of a message fails, the next one still runs.
