@@ -1,4 +1,4 @@
-#include <windows.h>
+#include "core/files_win32.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -98,16 +98,16 @@ std::uint64_t AnHourAgo() {
   return Number(now) - 3600u * std::uint64_t{10'000'000};  // in units of 100 ns
 }
 
-std::string ModuleFileName() {
+}  // namespace
+
+std::string ProgramPath() {
   char path[MAX_PATH];
   const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
   return std::string(path, length);
 }
 
-}  // namespace
-
 std::string ProgramDirectory() {
-  std::string path = ModuleFileName();
+  std::string path = ProgramPath();
   const std::size_t slash = FindLast(path, "\\");
   const bool root = slash == 2 && path[1] == ':';
   path.resize(root ? slash + 1 : slash);
@@ -153,15 +153,13 @@ std::string MakeTemporaryBeside(const std::string& path) {
 
 std::vector<std::string> OldTemporaries(const std::string& folder) {
   std::vector<std::string> old;
-  WIN32_FIND_DATAA found{};
-  const HANDLE search = ::FindFirstFileA((folder + "\\Qui*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) return old;
-  do {
+  FileSearch search(folder + "\\Qui*");
+  for (bool more = search.IsOpen(); more; more = search.Next()) {
+    const WIN32_FIND_DATAA& found = search.Found();
     const bool file = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
     if (file && IsTemporaryName(found.cFileName) && Number(found.ftLastWriteTime) < AnHourAgo())
       old.push_back(folder + "\\" + found.cFileName);
-  } while (::FindNextFileA(search, &found));
-  ::FindClose(search);
+  }
   return old;
 }
 

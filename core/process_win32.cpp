@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "core/files_win32.h"
 #include "core/text.h"
 
 namespace core {
@@ -42,9 +43,7 @@ bool AnotherCopyRuns() {
 }
 
 std::string ProgramFileTitle() {
-  char path[MAX_PATH];
-  const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-  std::string title(path, length);
+  std::string title = ProgramPath();
   title.erase(0, FindLast(title, "\\") + 1);
   return title.substr(0, title.rfind('.'));
 }

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "core/files.h"
+#include "core/files_win32.h"
 #include "core/runtime_error.h"
 #include "ui/toolkit/save/save_name.h"
 
@@ -23,24 +24,6 @@ class QuietDrives {
 
  private:
   UINT former_;
-};
-
-class Search {
- public:
-  explicit Search(const std::string& pattern) : handle_(::FindFirstFileA(pattern.c_str(), &found_)) {}
-  Search(const Search&) = delete;
-  Search& operator=(const Search&) = delete;
-  ~Search() {
-    if (IsOpen()) ::FindClose(handle_);
-  }
-
-  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-  bool Next() { return ::FindNextFileA(handle_, &found_) != 0; }
-  const WIN32_FIND_DATAA& Found() const { return found_; }
-
- private:
-  WIN32_FIND_DATAA found_{};
-  HANDLE handle_;
 };
 
 [[noreturn]] void Refuse(DWORD code) {
@@ -66,7 +49,7 @@ void Sort(std::vector<std::string>& names) {
 FolderContent ReadFolder(const std::string& folder) {
   const QuietDrives quiet;
   FolderContent content;
-  Search search(ClosedFolder(folder) + "*");
+  core::FileSearch search(ClosedFolder(folder) + "*");
   if (!search.IsOpen()) {
     const DWORD code = ::GetLastError();
     if (code == ERROR_FILE_NOT_FOUND) return content;  // the root of an empty disk
