@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "core/code_page.h"
+#include "core/text.h"
 #include "ui/conversation/box_text.h"
 
 namespace conversation {
@@ -17,7 +17,7 @@ constexpr std::size_t kPieceSize = 64u << 10;
 constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
 
 std::string_view TakeLetter(std::string_view& text) {
-  const std::string_view letter = text.substr(0, core::SystemCodePage().LetterSize(text));
+  const std::string_view letter = core::FirstLetter(text);
   text.remove_prefix(letter.size());
   return letter;
 }

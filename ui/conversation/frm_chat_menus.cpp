@@ -97,10 +97,8 @@ void FrmChat::mnuUser_Click(unsigned index) {
 }
 
 void FrmChat::mnuRemove_Click() {
-  const toolkit::ListRows& rows = participants_.Rows();
   std::vector<std::string> selected;
-  for (std::size_t i = 0; selected.size() < rows.SelectedCount(); ++i)
-    if (rows.At(i).selected) selected.push_back(rows.At(i).text);
+  for (const toolkit::ListRow* row : participants_.Rows().Selected()) selected.push_back(row->text);
   participants_.RemoveUsers(selected);
   UsersChanged();
 }

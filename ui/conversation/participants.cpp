@@ -9,13 +9,14 @@
 #include "net/packet.h"
 #include "ui/conversation/recipients.h"
 #include "ui/toolkit/roster_rows.h"
+#include "ui/toolkit/status_line.h"
 
 namespace conversation {
 namespace {
 
 using toolkit::IsSpecialRow, toolkit::kBlockedIcon, toolkit::kEverybody, toolkit::kEverybodyIcon, toolkit::kUserIcon;
 
-constexpr int kCountsText = 3201;  // one | several | trailing word
+constexpr int kCountsText = 3201;
 
 }  // namespace
 
@@ -82,13 +83,7 @@ void Participants::Send(std::string_view line, net::Messenger& messenger) const 
 }
 
 std::string Participants::CountsText() const {
-  const std::string words = core::GetText(kCountsText);
-  return std::string(" ")
-      .append(std::to_string(rows_.Count()))
-      .append(" ")
-      .append(core::BarField(words, rows_.Count() == 1 ? 0 : 1))
-      .append(" ")
-      .append(core::BarField(words, 2));
+  return toolkit::CountText(core::GetText(kCountsText), static_cast<std::int64_t>(rows_.Count()));
 }
 
 std::vector<std::size_t> GroupsOf(std::size_t names) {

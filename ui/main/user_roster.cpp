@@ -13,7 +13,7 @@ namespace {
 using toolkit::IsSpecialRow, toolkit::kEverybody;
 
 constexpr std::string_view kEverybodyKey = "G";  // cannot be a user's key, which is in lower case
-constexpr int kCountsText = 1201;                // one | several | trailing word
+constexpr int kCountsText = 1201;
 
 }  // namespace
 
@@ -115,17 +115,7 @@ void UserRoster::UpdateStat() {
 // Subtracts the "(All)" row and one row per group line, even if not listed, so the result may be too low or negative.
 std::string UserRoster::CountsText() const {
   const auto users = static_cast<std::int64_t>(lvUsers.Count()) - static_cast<std::int64_t>(lstGroups.size()) - 1;
-  const std::string words = core::GetText(kCountsText);
-  const std::string_view word = core::BarField(words, users == 1 ? 0 : 1);
-  return std::string(" ")
-      .append(std::to_string(users))
-      .append(" ")
-      .append(word)
-      .append(" ")
-      .append(core::BarField(words, 2))
-      .append(" (-")
-      .append(std::to_string(lstBlock.size()))
-      .append(")");
+  return toolkit::CountText(core::GetText(kCountsText), users) + " (-" + std::to_string(lstBlock.size()) + ")";
 }
 
 void UserRoster::AddBlocked(std::string_view name) {
@@ -168,16 +158,9 @@ std::string UserRoster::GetActiveGroupList(std::string_view name) const {
   return present;
 }
 
-std::vector<const toolkit::ListRow*> UserRoster::SelectedRows() const {
-  std::vector<const toolkit::ListRow*> rows;
-  for (std::size_t i = 0; rows.size() < lvUsers.SelectedCount(); ++i)
-    if (lvUsers.At(i).selected) rows.push_back(&lvUsers.At(i));
-  return rows;
-}
-
 std::string UserRoster::SelectedRecipients() const {
   std::string recipients;
-  for (const auto* row : SelectedRows()) {
+  for (const auto* row : lvUsers.Selected()) {
     if (IsSpecialRow(row->text) && row->text != kEverybody)
       recipients.append(GetActiveGroupList(row->text));
     else
@@ -187,7 +170,7 @@ std::string UserRoster::SelectedRecipients() const {
 }
 
 void UserRoster::ToggleBlock() {
-  for (const auto* row : SelectedRows()) {
+  for (const auto* row : lvUsers.Selected()) {
     if (IsSpecialRow(row->text)) continue;
     if (IsBlocked(row->text))
       RemoveBlock(row->text);

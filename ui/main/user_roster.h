@@ -75,7 +75,6 @@ class UserRoster : public core::Roster {
   void MarkRows(std::string_view user);
   void MarkAllRows();
   std::string CountsText() const;
-  std::vector<const toolkit::ListRow*> SelectedRows() const;
 
   std::vector<std::string> lstGroups, lstBlock;
   std::unordered_set<std::string, core::NameHash, core::NameEqual> blocked_;  // the names of lstBlock

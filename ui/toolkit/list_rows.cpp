@@ -214,6 +214,13 @@ void ListRows::SetSelected(const ListRow& row, bool selected) {
   selectedCount_ = selected ? selectedCount_ + 1 : selectedCount_ - 1;
 }
 
+std::vector<const ListRow*> ListRows::Selected() const {
+  std::vector<const ListRow*> rows;
+  for (std::size_t i = 0; rows.size() < selectedCount_; ++i)
+    if (At(i).selected) rows.push_back(&At(i));
+  return rows;
+}
+
 // Callers have const rows, so that only the list can change them.
 ListRows::Row& ListRows::Own(const ListRow& row) { return static_cast<Row&>(const_cast<ListRow&>(row)); }
 

@@ -70,6 +70,9 @@ class ListRows {
 
   std::size_t SelectedCount() const { return selectedCount_; }
 
+  // The selected rows in order.
+  std::vector<const ListRow*> Selected() const;
+
   // Change counters for views: of rows added or removed; of actual changes of icon, colour or second column; and of
   // icons alone. Selection does not count, since the list view itself selects.
   std::uint64_t MembershipRevision() const { return membershipRevision_; }

@@ -1,11 +1,24 @@
 // The text of a status line: the counts, or the help text of the highlighted menu item.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
 
+#include "core/text.h"
+
 namespace toolkit {
+
+// " 2 users in this chat". The words are "one|several|trailing words" in the current language.
+inline std::string CountText(std::string_view words, std::int64_t count) {
+  return std::string(" ")
+      .append(std::to_string(count))
+      .append(" ")
+      .append(core::BarField(words, count == 1 ? 0 : 1))
+      .append(" ")
+      .append(core::BarField(words, 2));
+}
 
 class StatusLine {
  public:
