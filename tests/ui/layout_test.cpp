@@ -19,7 +19,7 @@ TEST(MainLayout, CornersAreThoseOfTheWorkArea) {
     EXPECT_EQ(mainwindow::CornerPlace(corner, area, window), corners[corner]) << corner;
 }
 
-constexpr Screen kScreen{{15360}, {11520}};  // 1024 x 768 at 96 dpi
+constexpr ScreenSize kScreen{{15360}, {11520}};  // 1024 x 768 at 96 dpi
 constexpr Twips kWidth{2000}, kHeight{1230};
 constexpr Size kPicture{{240}, {240}};
 

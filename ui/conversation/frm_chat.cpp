@@ -87,18 +87,17 @@ void FrmChat::SetLan() {
 }
 
 void FrmChat::MoveToSavedPos() {
-  const Area saved{Px(Twips{core::gChatLeft}), Px(Twips{core::gChatTop}), Px(Twips{core::gChatLeft + core::gChatWidth}),
-                   Px(Twips{core::gChatTop + core::gChatHeight})};
-  toolkit::SetArea(hwnd(), toolkit::Reachable(saved));
+  const core::WindowPlace saved{core::gChatLeft, core::gChatTop, core::gChatWidth, core::gChatHeight};
+  toolkit::SetArea(hwnd(), toolkit::Reachable(toolkit::AreaOf(saved)));
 }
 
 void FrmChat::SavePos() const {
   if (::IsIconic(hwnd())) return;
-  const Area place = toolkit::AreaOf(hwnd());
-  core::gChatLeft = Tw(place.left).value;
-  core::gChatTop = Tw(place.top).value;
-  core::gChatWidth = Tw(place.Width()).value;
-  core::gChatHeight = Tw(place.Height()).value;
+  const core::WindowPlace place = toolkit::PlaceOf(hwnd());
+  core::gChatLeft = place.left;
+  core::gChatTop = place.top;
+  core::gChatWidth = place.width;
+  core::gChatHeight = place.height;
 }
 
 Twips FrmChat::BarTop(Twips wanted) const { return BarTopWithin(wanted, Tw(toolkit::AreaOf(hwnd()).Height())); }

@@ -55,7 +55,7 @@ void FrmCom::CreateControls() {
 
 void FrmCom::LayOut() {
   const Area client = toolkit::ClientAreaOf(hwnd());
-  const int line = toolkit::MeasureText(toolkit::DialogFont(), "X").cy;
+  const int line = toolkit::LineHeight();
   const int top = TB.Place(client.right);
   const ComposerParts parts = ComposerLayout(client.right, client.bottom, top, line, toolkit::ScreenDpi());
   toolkit::SetArea(lblCap[0], parts.toLabel);

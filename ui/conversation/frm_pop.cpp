@@ -34,19 +34,13 @@ constexpr int kFaceColour = COLOR_BTNFACE, kLitColour = COLOR_HIGHLIGHTTEXT;
 // Alerts to everybody and private ones have the same picture, other kinds none.
 constexpr bool HasPicture(int iconKind) { return iconKind == 0 || iconKind == 1; }
 
-Screen TheScreen() {
-  const toolkit::ScreenSize screen = toolkit::WholeScreen();
-  return {screen.width, screen.height};
-}
-
 Size PictureSize() {
   const Twips side = Tw(toolkit::PictureSize(res::Strip::Menu));
   return {side, side};
 }
 
 void PlaceControl(HWND control, const Bounds& bounds) {
-  toolkit::SetArea(control,
-                   {Px(bounds.left), Px(bounds.top), Px(bounds.left + bounds.width), Px(bounds.top + bounds.height)});
+  toolkit::SetArea(control, Px(bounds.left, bounds.top, bounds.width, bounds.height));
 }
 
 }  // namespace
@@ -84,7 +78,7 @@ void FrmPop::CreateControls() {
 
 void FrmPop::Build() {
   const Size picture = PictureSize();
-  const Size largest = LargestLabel(TheScreen(), picture.height, RestOf(corner_, alertHeight_));
+  const Size largest = LargestLabel(toolkit::WholeScreen(), picture.height, RestOf(corner_, alertHeight_));
   const SIZE text = lblMsg.Fit({Px(largest.width), Px(largest.height)});
   const Size label{LabelWidth(Tw(text.cx)), Tw(text.cy)};
   size_ = PopupSize(label, picture.height);
@@ -114,14 +108,14 @@ void FrmPop::FollowTheScreen() {
 }
 
 Point FrmPop::StartPosition() const {
-  const Screen screen = TheScreen();
+  const ScreenSize screen = toolkit::WholeScreen();
   if (!corner_) return PositionWithoutCorner(screen, size_.width);
   return StartOf(*corner_, screen, size_.width, size_.height);
 }
 
 std::optional<Twips> FrmPop::NextTopAfter(Twips top) const {
   if (!corner_) return std::nullopt;
-  return NextTop(*corner_, TheScreen(), top, size_.height, alertHeight_);
+  return NextTop(*corner_, toolkit::WholeScreen(), top, size_.height, alertHeight_);
 }
 
 void FrmPop::MoveTo(Point position) {
@@ -221,8 +215,7 @@ std::span<const toolkit::Command> FrmPop::Commands() const {
 
 // Below the button, or beside it at the screen's edge.
 void FrmPop::lblDrop_Click() {
-  TPMPARAMS around{sizeof around, {}};
-  ::GetWindowRect(lblDrop.hwnd(), &around.rcExclude);
+  TPMPARAMS around{sizeof around, toolkit::RectOf(toolkit::AreaOf(lblDrop.hwnd()))};
   constexpr UINT how = TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_RETURNCMD;
   RunCommand(static_cast<unsigned>(
       ::TrackPopupMenuEx(mnuPop.handle(), how, around.rcExclude.left, around.rcExclude.bottom, hwnd(), &around)));

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {
@@ -46,8 +47,8 @@ void GlyphButton::Create(HWND parent, int id, char glyph) {
   glyph_ = glyph;
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW;
   hwnd_ = toolkit::Created(::CreateWindowExA(0, "BUTTON", "", style, 0, 0, 0, 0, parent,
-                                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                             ::GetModuleHandleA(nullptr), nullptr));
+                                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), toolkit::Instance(),
+                                             nullptr));
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
 

@@ -81,7 +81,7 @@ MessageLabel::~MessageLabel() {
 void MessageLabel::Create(HWND parent, const std::string& text) {
   shown_ = WithoutTabs(text.c_str());  // like a text box, ends at a zero byte
   hwnd_ = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
-                                             parent, nullptr, ::GetModuleHandleA(nullptr), nullptr));
+                                             parent, nullptr, toolkit::Instance(), nullptr));
   ::SetWindowTextA(hwnd_, text.c_str());  // the text passed to CreateWindow is limited to 32 K characters
   ::SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()), FALSE);
   ::SetWindowSubclass(hwnd_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));

@@ -9,13 +9,10 @@
 
 namespace conversation {
 
+using toolkit::ScreenSize;  // of the whole screen, not the work area
 using toolkit::Twips;
 
 enum class Corner { TopLeft = 1, TopRight, BottomLeft, BottomRight };
-
-struct Screen {
-  Twips width, height;  // the whole screen, not the work area
-};
 
 struct Point {
   Twips left, top;
@@ -37,14 +34,14 @@ constexpr std::optional<Corner> CornerOf(int popPos) {
 }
 
 // Just outside the screen, so that the first tick makes the edge visible.
-constexpr Point StartOf(Corner corner, Screen screen, Twips width, Twips height) {
+constexpr Point StartOf(Corner corner, ScreenSize screen, Twips width, Twips height) {
   const bool right = corner == Corner::TopRight || corner == Corner::BottomRight;
   return {right ? screen.width - width : Twips{0}, IsTop(corner) ? Twips{0} - height : screen.height};
 }
 
 // Where a popup without a corner goes: near the top left, further left if the close button would be off the screen.
 constexpr Twips kInset{1500};
-constexpr Point PositionWithoutCorner(Screen screen, Twips width) {
+constexpr Point PositionWithoutCorner(ScreenSize screen, Twips width) {
   return {std::clamp(screen.width - width, Twips{0}, kInset), kInset};
 }
 
@@ -54,7 +51,7 @@ constexpr Twips RestOf(std::optional<Corner> corner, int alertHeight) {
 }
 
 // The next top, or nothing when the popup is at rest.
-constexpr std::optional<Twips> NextTop(Corner corner, Screen screen, Twips top, Twips height, int alertHeight) {
+constexpr std::optional<Twips> NextTop(Corner corner, ScreenSize screen, Twips top, Twips height, int alertHeight) {
   const Twips rest{kRaise.value * alertHeight};
   if (IsTop(corner)) return top >= rest ? std::nullopt : std::optional(top + kStep);
   return screen.height - rest >= top + height ? std::nullopt : std::optional(top - kStep);
@@ -93,7 +90,7 @@ inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
 
 // The largest text label of a popup that fits on the screen at this distance from the edge, allowing for the last step
 // of the slide; longer texts are wrapped, then scrolled. Leaves at least a few lines on a low screen.
-constexpr Size LargestLabel(Screen screen, Twips pictureHeight, Twips rest) {
+constexpr Size LargestLabel(ScreenSize screen, Twips pictureHeight, Twips rest) {
   constexpr Twips readable{1200};
   const Twips left = screen.height - kStep - pictureHeight - kAroundText - std::max(rest, Twips{0});
   return {screen.width - kBesideText, std::max(left, readable)};

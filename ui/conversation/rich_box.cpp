@@ -7,8 +7,10 @@
 #include "core/runtime_error.h"
 #include "core/system_library_win32.h"
 #include "ui/conversation/clipboard.h"
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 #include "ui/toolkit/text_box.h"
+#include "ui/toolkit/window.h"
 
 namespace conversation {
 namespace {
@@ -37,9 +39,8 @@ const char* RichEditClass() {
 
 // This class does not support themes: its border would be drawn on two sides only, unlike those of the other controls.
 void DrawFrame(HWND box) {
-  RECT frame{};
-  ::GetWindowRect(box, &frame);
-  ::OffsetRect(&frame, -frame.left, -frame.top);
+  const toolkit::Area area = toolkit::AreaOf(box);
+  const RECT frame{0, 0, area.Width(), area.Height()};
   const HDC dc = ::GetWindowDC(box);
   ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_3DSHADOW));
   ::ReleaseDC(box, dc);
@@ -61,7 +62,7 @@ bool MayScroll(UINT message) {
 bool IsCopy(UINT message, WPARAM wParam) {
   if (message == WM_COPY || message == WM_CUT) return true;
   const bool key = message == WM_KEYDOWN && (wParam == 'C' || wParam == 'X' || wParam == VK_INSERT);
-  return key && ::GetKeyState(VK_CONTROL) < 0 && ::GetKeyState(VK_SHIFT) >= 0;
+  return key && toolkit::KeyDown(VK_CONTROL) && !toolkit::KeyDown(VK_SHIFT);
 }
 
 // Does nothing while the clipboard is in use, like the control.
@@ -112,7 +113,7 @@ int FontHeight() {
 
 HWND RichBox::Make(HWND parent, const Copied& copied) {
   const HWND hwnd = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
-                                      ::GetModuleHandleA(nullptr), nullptr);
+                                      toolkit::Instance(), nullptr);
   if (!hwnd) return nullptr;
   gClassProcedure =
       reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
@@ -136,8 +137,7 @@ bool RichBox::ThumbDragged() { return gThumbDragged; }
 
 void RichBox::MoveTo(const toolkit::Area& area) const {
   toolkit::SetArea(hwnd_, area);
-  RECT text{};
-  ::GetClientRect(hwnd_, &text);
+  RECT text = toolkit::RectOf(toolkit::ClientAreaOf(hwnd_));
   ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
   Send(EM_SETRECT, 0, &text);
 }
@@ -150,11 +150,7 @@ void RichBox::TakePlaceOf(const RichBox& other, const toolkit::Area& area) const
   Send(EM_SETZOOM, static_cast<WPARAM>(numerator), denominator);
 }
 
-int RichBox::TextWidth() const {
-  RECT client{};
-  ::GetClientRect(hwnd_, &client);
-  return static_cast<int>(client.right) - 2 * Px(kMargin);
-}
+int RichBox::TextWidth() const { return toolkit::ClientAreaOf(hwnd_).Width() - 2 * Px(kMargin); }
 
 // The unit of markup. Rounded up, so that the font is not smaller, whether a control rounds or truncates.
 int RichBox::FontSize() {

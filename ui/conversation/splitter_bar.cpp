@@ -15,7 +15,7 @@ using toolkit::Tw;
 void SplitterBar::Create(HWND host) {
   host_ = host;
   picSep = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_CLIPSIBLINGS | SS_GRAYRECT, 0, 0, 0, 0,
-                                              host, nullptr, ::GetModuleHandleA(nullptr), nullptr));
+                                              host, nullptr, toolkit::Instance(), nullptr));
 }
 
 bool SplitterBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -34,10 +34,6 @@ constexpr toolkit::Twips kStatusHeight = 20_dp, kStatusMargin = 4_dp, kToolMargi
 constexpr DWORD kRosterStyle =
     WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
 
-core::WindowPlace PlaceOf(const toolkit::Area& area) {
-  return {Tw(area.left).value, Tw(area.top).value, Tw(area.Width()).value, Tw(area.Height()).value};
-}
-
 }  // namespace
 
 FrmMain::FrmMain(UserRoster& users, net::Messenger& messenger, MainCommands commands)
@@ -90,10 +86,7 @@ void FrmMain::SetUpInt() {
   users_.RefBlock();
 }
 
-void FrmMain::Move(const core::WindowPlace& place) {
-  const Twips left{place.left}, top{place.top}, width{place.width}, height{place.height};
-  toolkit::SetArea(hwnd(), {Px(left), Px(top), Px(left + width), Px(top + height)});
-}
+void FrmMain::Move(const core::WindowPlace& place) { toolkit::SetArea(hwnd(), toolkit::AreaOf(place)); }
 
 core::WindowPlace FrmMain::Restore() {
   if (::IsIconic(hwnd()) || ::IsZoomed(hwnd())) {
@@ -103,7 +96,7 @@ core::WindowPlace FrmMain::Restore() {
     stayHidden_ = false;
     if (!visible) Hide();
   }
-  return PlaceOf(toolkit::AreaOf(hwnd()));
+  return toolkit::PlaceOf(hwnd());
 }
 
 // Every function that restores a window also shows it.

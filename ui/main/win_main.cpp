@@ -7,14 +7,14 @@
 #include "core/start_up.h"
 #include "core/system_library_win32.h"
 #include "ui/main/application.h"
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/window.h"
 
 namespace {
 
 // Finds a window of the program; the system creates hidden ones for message boxes and the input method.
 BOOL CALLBACK LookAt(HWND window, LPARAM found) {
-  const bool ours =
-      ::GetClassLongPtrA(window, GCLP_HMODULE) == reinterpret_cast<ULONG_PTR>(::GetModuleHandleA(nullptr));
+  const bool ours = ::GetClassLongPtrA(window, GCLP_HMODULE) == reinterpret_cast<ULONG_PTR>(toolkit::Instance());
   if (ours) *reinterpret_cast<bool*>(found) = true;
   return !ours;
 }

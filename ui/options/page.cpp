@@ -7,6 +7,7 @@
 namespace options {
 
 using toolkit::AreaAt;
+using toolkit::LineHeight;
 using toolkit::Px;
 using toolkit::SetArea;
 using toolkit::operator""_dp;
@@ -56,8 +57,6 @@ LRESULT Page::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   }
   return Window::Handle(message, wParam, lParam);
 }
-
-int LineHeight() { return toolkit::MeasureText(toolkit::DialogFont(), "X").cy; }
 
 int FieldHeight() { return std::max(Px(22_dp), LineHeight() + Px(6_dp)); }
 

@@ -61,10 +61,9 @@ class Page : public toolkit::Window {
   virtual LRESULT OnNotify(NMHDR&) { return 0; }
 };
 
-// The margin of a page and the gap between a label and its control; the heights, in pixels, of a line of text and of a
-// control that holds one.
+// The margin of a page and the gap between a label and its control; the height, in pixels, of a control that holds a
+// line of text.
 inline constexpr toolkit::Twips kMargin = toolkit::DesignPixels(12), kGap = toolkit::DesignPixels(4);
-int LineHeight();
 int FieldHeight();
 
 void BringToTop(HWND window);

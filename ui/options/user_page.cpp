@@ -14,6 +14,7 @@ namespace options {
 namespace {
 
 using toolkit::AreaAt;
+using toolkit::LineHeight;
 using toolkit::Px;
 using toolkit::SetArea;
 using toolkit::operator""_dp;

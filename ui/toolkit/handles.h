@@ -10,6 +10,9 @@
 
 namespace toolkit {
 
+// The module of the program, which its window classes and resources belong to.
+inline HINSTANCE Instance() { return ::GetModuleHandleA(nullptr); }
+
 // Returns a window or menu that was just created. Throws core::Err::OutOfMemory when it is null.
 template <class Handle>
 Handle Created(Handle handle) {

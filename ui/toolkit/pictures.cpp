@@ -9,8 +9,6 @@
 namespace toolkit {
 namespace {
 
-HINSTANCE Instance() { return ::GetModuleHandleA(nullptr); }
-
 HICON LoadIconResource(int number, int side, UINT flags) {
   return static_cast<HICON>(
       ::LoadImageA(Instance(), MAKEINTRESOURCEA(number), IMAGE_ICON, side, side, LR_DEFAULTCOLOR | flags));

@@ -80,6 +80,8 @@ int SystemCharset() {
   return ::TranslateCharsetInfo(codePage, &info, TCI_SRCCODEPAGE) ? static_cast<int>(info.ciCharset) : ANSI_CHARSET;
 }
 
+int LineHeight() { return MeasureText(DialogFont(), "X").cy; }
+
 SIZE MeasureText(HFONT font, std::string_view text) {
   const WindowDc dc(nullptr);
   const Selected selected(dc.get(), font);
@@ -109,6 +111,15 @@ Area ClientAreaOf(HWND window) {
   RECT rect{};
   ::GetClientRect(window, &rect);
   return Of(rect);
+}
+
+core::WindowPlace PlaceOf(HWND window) {
+  const Area area = AreaOf(window);
+  return {Tw(area.left).value, Tw(area.top).value, Tw(area.Width()).value, Tw(area.Height()).value};
+}
+
+Area AreaOf(const core::WindowPlace& place) {
+  return Px(Twips{place.left}, Twips{place.top}, Twips{place.width}, Twips{place.height});
 }
 
 RECT RectOf(const Area& area) { return {area.left, area.top, area.right, area.bottom}; }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/program.h"
 #include "ui/toolkit/units.h"
 
 namespace toolkit {
@@ -17,9 +18,10 @@ Dpi ScreenDpi();
 inline int Px(Twips length) { return ToPixels(length, ScreenDpi()); }
 inline Twips Tw(int pixels) { return ToTwips(pixels, ScreenDpi()); }
 
-struct ScreenSize {
-  Twips width, height;
-};
+// A rectangle in pixels of the screen.
+inline Area Px(Twips left, Twips top, Twips width, Twips height) {
+  return {Px(left), Px(top), Px(left + width), Px(top + height)};
+}
 
 // The whole primary screen, including the task bar.
 ScreenSize WholeScreen();
@@ -33,6 +35,10 @@ WorkArea GetWorkArea(HWND window);
 // The window rectangle in screen coordinates, and the client area in client coordinates; pixels.
 Area AreaOf(HWND window);
 Area ClientAreaOf(HWND window);
+
+// The window rectangle as settings keep it, and the rectangle of such a place in pixels.
+core::WindowPlace PlaceOf(HWND window);
+Area AreaOf(const core::WindowPlace& place);
 
 RECT RectOf(const Area& area);
 
@@ -50,6 +56,9 @@ HFONT BoldDialogFont();
 
 // The character set of fonts that have the letters of the system's ANSI code page, such as SHIFTJIS_CHARSET.
 int SystemCharset();
+
+// The height of a line in the dialog font, pixels.
+int LineHeight();
 
 // The size of a single line of text, pixels.
 SIZE MeasureText(HFONT font, std::string_view text);

@@ -19,8 +19,8 @@ constexpr DWORD kStyle =
 constexpr Twips kSpare = 12_dp, kMinSpare = 0_dp;
 
 HWND NewToolbar(HWND parent, DWORD style) {
-  const HWND toolbar = Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr,
-                                                 ::GetModuleHandleA(nullptr), nullptr));
+  const HWND toolbar =
+      Created(::CreateWindowExA(0, TOOLBARCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, Instance(), nullptr));
   ::SendMessageA(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   return toolbar;
 }

@@ -9,6 +9,7 @@
 #include "core/event_loop_win32.h"
 #include "core/scoped_flag.h"
 #include "core/text.h"
+#include "ui/toolkit/handles.h"
 
 namespace toolkit {
 namespace {
@@ -77,14 +78,13 @@ TrayIcon::~TrayIcon() {
 
 // A top-level window, never shown: a message-only window gets no broadcasts.
 HWND TrayIcon::MakeWindow(TrayIcon* self) {
-  const HINSTANCE instance = ::GetModuleHandleA(nullptr);
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = Procedure;
-  windowClass.hInstance = instance;
+  windowClass.hInstance = Instance();
   windowClass.lpszClassName = kClassName;
   ::RegisterClassA(&windowClass);  // fails harmlessly for the second icon
   const HWND hwnd =
-      ::CreateWindowExA(WS_EX_TOOLWINDOW, kClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, instance, nullptr);
+      ::CreateWindowExA(WS_EX_TOOLWINDOW, kClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, Instance(), nullptr);
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
   return hwnd;
 }

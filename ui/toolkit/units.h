@@ -20,6 +20,10 @@ struct Twips {
 
 static_assert(!std::is_convertible_v<int, Twips>);
 
+struct ScreenSize {
+  Twips width, height;
+};
+
 // The work area of the screen.
 struct WorkArea {
   Twips left, top, right, bottom;

@@ -18,8 +18,6 @@
 namespace toolkit {
 namespace {
 
-HINSTANCE Instance() { return ::GetModuleHandleA(nullptr); }
-
 Window* ObjectOf(HWND hwnd) { return reinterpret_cast<Window*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
 
 BOOL CALLBACK TellColours(HWND control, LPARAM) {

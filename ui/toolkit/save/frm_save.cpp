@@ -88,7 +88,7 @@ void FrmSave::CreateControls() {
 
 void FrmSave::LayOut() {
   const Area client = ClientAreaOf(hwnd());
-  const int line = static_cast<int>(MeasureText(DialogFont(), "X").cy);
+  const int line = LineHeight();
   const int margin = Px(kMargin), gap = Px(kGap), field = std::max(Px(kFieldHeight), line + Px(6_dp));
   const int row = std::max(Px(kButtonHeight), field), inRow = (row - field) / 2;
   const int right = client.right - margin;

@@ -64,8 +64,7 @@ int FileIcon(const std::string& name) {
 
 void IconList::Attach(HWND listBox) {
   hwnd_ = listBox;
-  const int line = MeasureText(DialogFont(), "X").cy;
-  ::SendMessageA(hwnd_, LB_SETITEMHEIGHT, 0, std::max(line, IconSide()) + Px(2_dp));
+  ::SendMessageA(hwnd_, LB_SETITEMHEIGHT, 0, std::max(LineHeight(), IconSide()) + Px(2_dp));
 }
 
 void IconList::Fill(const std::vector<Entry>& entries) {
