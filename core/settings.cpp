@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -86,6 +87,12 @@ const std::vector<Record> kRecords = {
 // Records added after the lists by later versions. A file of an earlier version ends before them, and their settings
 // keep their initial values. The first field of each must not be an empty text.
 const std::vector<Record> kLaterRecords = {};
+
+void VisitFields(const std::function<void(const Field&)>& visit) {
+  for (const auto* records : {&kRecords, &kLaterRecords})
+    for (const Record& record : *records)
+      for (const Field& field : record.fields) visit(field);
+}
 
 double NumberOf(const std::string& text, Form form) {
   return form == Form::DeferredNumber ? StrictNumber(text) : TolerantNumber(text);
@@ -228,6 +235,17 @@ void WriteDefSets() {
   for (int list = 0; list < 2; ++list) writer.Text("0").EndRecord().Text("").EndRecord();  // blocked names, groups
   WriteRecords(kLaterRecords, WriteDefault, writer);
   WriteFileSafely(FilePath(), writer.Bytes());
+}
+
+void ResetSettings() {
+  VisitFields([](const Field& field) { Store(field, field.initial); });
+}
+
+void VisitSettings(const std::function<void(std::string_view value)>& visit) {
+  VisitFields([&visit](const Field& field) {
+    if (const auto text = std::get_if<std::string*>(&field.read)) return visit(**text);
+    visit(TextOf(field.read));  // short enough to be held without an allocation
+  });
 }
 
 }  // namespace core

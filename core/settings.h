@@ -1,6 +1,7 @@
 // The settings file, User.ini beside the program.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "core/program.h"
@@ -22,5 +23,11 @@ void SaveSets(Program& program);
 
 // Writes the file of a first start. Throws the file's error.
 void WriteDefSets();
+
+// Gives every setting its default again; for what starts the program anew in the same process.
+void ResetSettings();
+
+// Passes the value of every setting, a number as text, in file order. Allocates nothing.
+void VisitSettings(const std::function<void(std::string_view value)>& visit);
 
 }  // namespace core

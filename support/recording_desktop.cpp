@@ -1,11 +1,14 @@
 #include "support/recording_desktop.h"
 
+#include <array>
+#include <string>
 #include <utility>
 
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
 #include "core/process.h"
+#include "core/settings.h"
 #include "core/sound.h"
 
 namespace support {
@@ -13,28 +16,24 @@ namespace {
 
 RecordingDesktop gDesktop;
 
+// The English ones, copied before main().
+const std::array<std::string, 3> kStateNames = core::gStateNames, kStateHelps = core::gStateHelps;
+
 }  // namespace
 
 RecordingDesktop& Desktop() { return gDesktop; }
 
 void ResetDesktop() {
   gDesktop = {};
-  core::gLanguage = "English";
-  core::gAlertHeight = 0;
-  core::gUserName.clear();
-  core::gColour = 0;
-  core::gPopPos = 4;
-  core::gSound = "(B)";
-  core::gRunAtLogon = 0;
-  core::gChatLeft = core::gChatTop = core::gChatWidth = core::gChatHeight = 0;
+  core::ResetSettings();
   core::gVersion.clear();
   core::gSafe = core::gStarting = core::gStatus = 0;
   core::gDispatching = false;
   core::gCurName.clear();
   core::gLangError = 0;
   core::gTicks = 0;
-  core::gStateNames = {"Available", "Alerts Only", "Do Not Disturb"};
-  core::gStateHelps = {"Receive chat and alerts", "Receive alerts only", "Receive nothing"};
+  core::gStateNames = kStateNames;
+  core::gStateHelps = kStateHelps;
 }
 
 void Record(std::string event) { gDesktop.events.push_back(std::move(event)); }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <initializer_list>
 #include <utility>
 
 #include "core/clock.h"
@@ -147,11 +146,9 @@ void WholeProgram::Hear(std::string_view datagram) {
 std::size_t WholeProgram::HashOfKept() const {
   std::size_t hash = 0;
   const auto add = [&hash](std::string_view text) { hash = hash * 31 + std::hash<std::string_view>()(text); };
-  for (const std::string* text : {&core::gLanguage, &core::gUserName, &core::gCurName, &core::gSound}) add(*text);
-  for (const std::int32_t number : std::initializer_list<std::int32_t>{
-           core::gAlertHeight, core::gColour, core::gPopPos, core::gRunAtLogon, core::gStatus, core::gSafe,
-           core::gChatLeft, core::gChatTop, core::gChatWidth, core::gChatHeight})
-    hash = hash * 31 + static_cast<std::size_t>(number);
+  core::VisitSettings(add);
+  add(core::gCurName);
+  for (const std::int16_t number : {core::gStatus, core::gSafe}) hash = hash * 31 + static_cast<std::size_t>(number);
   for (const auto* lines : {&users.BlockedNames(), &users.GroupLines()})
     for (const std::string& line : *lines) add(line);
   for (const auto& [path, bytes] : Files().files)
