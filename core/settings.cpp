@@ -155,6 +155,9 @@ void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&
   }
 }
 
+// Memory ran out while the settings were read: to save them would lose the rest of the file.
+bool gPartlyRead = false;
+
 // The lists contain names from the network. A quote in one of them would shift all following fields, and the next start
 // would treat the whole file as damaged.
 void WriteList(RecordWriter& writer, std::vector<std::string> lines) {
@@ -210,15 +213,19 @@ void ReadSetsFrom(std::string_view bytes, Program& program) {
 }
 
 void ReadSets(Program& program) {
+  gPartlyRead = true;
   try {
     if (!FileExists(FilePath())) WriteDefSets();
     ReadSetsFrom(ReadFile(FilePath()), program);
+    gPartlyRead = false;
   } catch (const RuntimeError&) {
+    gPartlyRead = false;
     WriteDefSets();
   }
 }
 
 void SaveSets(Program& program) {
+  if (gPartlyRead) throw RuntimeError(Err::OutOfMemory);
   gMainPlace = program.RestoreMain();
   gNameToSave = gStarting != 0 ? gUserName : gCurName;
   RecordWriter writer;

@@ -101,14 +101,15 @@ void ReportNotLoaded(const RuntimeError& error) {
   ShowBox({.text = GetText(kNotLoadedText) + ": & " + NumberAndDescription(error)});
 }
 
+// Even if the settings cannot be saved, the others are told that the user has left.
 void Leave(Program& program) {
-  SaveSets(program);
-  program.CloseSocket();
-  program.RemoveTray();
-  SetRunAtLogon(gRunAtLogon);
-  WriteLog("Quillon unloaded");
-  ShowPostedBoxes();  // in case that line could not be written
-  RunPendingEvents();
+  Guarded([&program] { SaveSets(program); });
+  Guarded([&program] { program.CloseSocket(); });
+  Guarded([&program] { program.RemoveTray(); });
+  Guarded([] { SetRunAtLogon(gRunAtLogon); });
+  Guarded([] { WriteLog("Quillon unloaded"); });
+  Guarded(ShowPostedBoxes);  // in case that line could not be written
+  Guarded(RunPendingEvents);
 }
 
 }  // namespace
@@ -133,13 +134,7 @@ void ShutDown(Program& program) {
   static bool shuttingDown = false;  // pending events may request shutdown again
   if (shuttingDown) return;
   const ScopedFlag flag(shuttingDown);
-  try {
-    Leave(program);
-  } catch (...) {
-    ReportCurrentError();
-    GuardedSilently(ShowPostedBoxes);
-    program.RemoveTray();
-  }
+  Leave(program);
   EndProcess();
 }
 

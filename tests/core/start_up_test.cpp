@@ -1,5 +1,7 @@
 #include "core/start_up.h"
 
+#include <algorithm>
+
 #include "core/clock.h"
 #include "core/callback_guard.h"
 #include "core/globals.h"
@@ -131,9 +133,8 @@ TEST_F(StartUpTest, ShutsDownInOrderAndOnce) {
             (Events{"restore main", "close Anna", "remove tray", "run " + folder.Path("Quillon"), "pending", "end"}));
   EXPECT_EQ(Log(), "Quillon unloaded;");
   folder.PutFolder("User.ini");
-  ShutDown(program);  // although the settings cannot be saved
-  const Events events = Happened();
-  EXPECT_EQ(Events(events.end() - 2, events.end()), (Events{"remove tray", "end"}));
+  ShutDown(program);
+  EXPECT_EQ(std::ranges::count(Happened(), "close Anna"), 2) << "although the settings cannot be saved";
 }
 
 }  // namespace

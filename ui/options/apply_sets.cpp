@@ -1,8 +1,8 @@
 #include "ui/options/apply_sets.h"
 
+#include "core/callback_guard.h"
 #include "core/language.h"
 #include "core/message_box.h"
-#include "core/runtime_error.h"
 #include "core/settings.h"
 
 namespace options {
@@ -13,8 +13,10 @@ constexpr int kNoNetworkText = 1208;
 void JoinNetwork(core::Program& program) {
   try {
     program.OpenSocket();
-  } catch (const core::RuntimeError& error) {
-    core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
+  } catch (...) {  // even without memory the options are saved
+    core::GuardedSilently([error = core::CurrentError()] {
+      core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
+    });
   }
 }
 
