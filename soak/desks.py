@@ -78,11 +78,12 @@ def export(copy, chat, path):
     copy.probe.command(dialog, SAVE)
 
 
-def boxes_of(copy, action):
-    """Answers the message boxes that an action causes and closes dialogs that stay open; returns the boxes' texts."""
+def boxes_of(copy, action, at_least=0):
+    """Answers the message boxes that an action causes, waiting for `at_least` so many, and closes dialogs that stay
+    open; returns the boxes' texts."""
     action()
-    boxes, quiet = [], 0
-    while quiet < 4:
+    boxes, quiet, deadline = [], 0, time.monotonic() + probe.TIMEOUT
+    while quiet < 4 or (len(boxes) < at_least and time.monotonic() < deadline):
         shown = copy.probe.windows("#32770")
         check(len(shown) < 2, "two message boxes at once")
         for box in shown:
