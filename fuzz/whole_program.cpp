@@ -204,6 +204,8 @@ void Session::Next() {
     case 'p':
     case 'x':
       return UseChat(kind, event);
+    case 'M':
+      return program_->AddRecipients(event);
     case 'm':
       return program_->SendAlert(event, "hello");
     case 'k':

@@ -221,7 +221,7 @@ void WholeProgram::SetStatus(std::int16_t status) {
 void WholeProgram::Block(const std::string& name) {
   users.AddBlocked(name);
   alerts_.Forget(name);
-  composer.RefreshRows();
+  if (composer) composer->RefreshRows();
 }
 
 PlainChat& WholeProgram::StartChat(std::string_view participants) {
@@ -237,14 +237,20 @@ void WholeProgram::Close(std::size_t chat) {
   chats.erase(chats.begin() + static_cast<std::ptrdiff_t>(chat));
 }
 
+void WholeProgram::AddRecipients(std::string_view names) {
+  if (!composer) composer.emplace(users);
+  composer->AddRecipients(names);
+}
+
 void WholeProgram::SendAlert(std::string_view recipients, const std::string& text) {
-  composer.AddRecipients(recipients);
-  if (composer.IsEverybody()) messenger.SendMsg(net::kAlertMark + text);
-  const ListRows& rows = composer.Rows();
-  for (std::size_t i = 0; i < rows.Count() && !composer.IsEverybody(); ++i) {
+  AddRecipients(recipients);
+  if (composer->IsEverybody()) messenger.SendMsg(net::kAlertMark + text);
+  const ListRows& rows = composer->Rows();
+  for (std::size_t i = 0; i < rows.Count() && !composer->IsEverybody(); ++i) {
     messenger.SendPrivate(rows.At(i).text + ' ' + net::kAlertMark + text);
     core::WriteLog("Private alert sent to " + rows.At(i).text);
   }
+  composer.reset();
 }
 
 void WholeProgram::ClosePopup(std::size_t popup) {
@@ -254,16 +260,16 @@ void WholeProgram::ClosePopup(std::size_t popup) {
 
 std::string_view WholeProgram::Violation() {
   if (!violation_.empty()) return violation_;
-  for (const auto* rows : {&users.lvUsers, &composer.Rows()})
-    if (const std::string_view violation = RowsViolation(*rows); !violation.empty()) return violation;
+  for (const std::string_view violation : {RowsViolation(users.lvUsers), ComposerViolation()})
+    if (!violation.empty()) return violation;
   for (std::size_t i = 0; i < users.lvUsers.Count(); ++i)
     if (const std::string_view violation = RowViolation(users.lvUsers.At(i)); !violation.empty()) return violation;
   if (users.lblStat.Tag() != ExpectedCounts()) return "the counts are wrong";
-  if (composer.IsEverybody() && composer.Rows().Count() != 1) return "another recipient beside everybody";
   for (const auto& chat : chats)
     if (const auto violation = ChatViolation(static_cast<PlainChat&>(*chat)); !violation.empty()) return violation;
   if (Desktop().queue.Waiting() > core::kMaxWaitingBoxes) return "too many message boxes wait";
   if (popups.size() > conversation::kMaxOpenPopups) return "too many popups";
+  if (alerts_.Waiting() > conversation::kMaxWaitingAlerts) return "too many alerts wait";
   if (popups.size() < conversation::kMaxOpenPopups && alerts_.Waiting() > 0) return "an alert waits without need";
   if (core::gDispatching) return "gDispatching is still set";
   if (dispatcher.Waiting() > 0) return "a datagram waits after the dispatch";
@@ -288,6 +294,12 @@ std::string_view WholeProgram::RowViolation(const ListRow& row) const {
     return "a hidden user is listed";
   const bool marked = users.IsBlocked(row.text) && !toolkit::IsSpecialRow(row.text);
   return marked == (row.icon == toolkit::kBlockedIcon) ? "" : "a user with the wrong icon";
+}
+
+std::string_view WholeProgram::ComposerViolation() const {
+  if (!composer) return {};
+  if (composer->IsEverybody() && composer->Rows().Count() != 1) return "another recipient beside everybody";
+  return RowsViolation(composer->Rows());
 }
 
 std::string_view WholeProgram::ChatViolation(PlainChat& chat) const {

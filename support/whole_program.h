@@ -70,7 +70,8 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void Block(const std::string& name);  // from a popup
   PlainChat& StartChat(std::string_view participants);
   void Close(std::size_t chat);
-  void SendAlert(std::string_view recipients, const std::string& text);
+  void AddRecipients(std::string_view names);                            // to the open composer, or to a new one
+  void SendAlert(std::string_view recipients, const std::string& text);  // adds them too, and closes the composer
   void ClosePopup(std::size_t popup);
 
   bool IsOpen() const { return open_; }  // the port
@@ -86,7 +87,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   net::Dispatcher dispatcher{users, *this, messenger};
   std::vector<std::shared_ptr<net::ChatWindow>> chats;  // each a PlainChat
   std::vector<conversation::Alert> popups;
-  conversation::Recipients composer{users};
+  std::optional<conversation::Recipients> composer;  // empty while no composer is open
 
   PlainChat& Chat(std::size_t index) { return static_cast<PlainChat&>(*chats[index]); }
 
@@ -104,6 +105,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void WriteLists(const Options& options);
   std::string ExpectedCounts() const;
   std::string_view RowViolation(const toolkit::ListRow& row) const;
+  std::string_view ComposerViolation() const;
   std::string_view ChatViolation(PlainChat& chat) const;
   std::vector<std::string> OfferedNames() const;
 
