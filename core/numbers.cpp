@@ -1,9 +1,10 @@
 #include "core/numbers.h"
 
-#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
+#include <optional>
+#include <string>
 
 #include "core/runtime_error.h"
 #include "core/text.h"
@@ -11,32 +12,20 @@
 namespace core {
 namespace {
 
-// More than the precision of a double. A packet may hold 65,000 digits, so the rest only adjusts the exponent.
-constexpr int kSignificantDigits = 19;
-
-// Far beyond the range of a double, without overflowing an int.
-constexpr int kMaxExponent = 100000;
+// Further digits only adjust the exponent: 19 digits are more than the precision of a double, and a packet may hold
+// 65,000.
+constexpr std::uint64_t kNineteenDigits = 1'000'000'000'000'000'000;
 
 // Skipped by TolerantNumber, even between digits.
 constexpr std::string_view kSkipped = " \t\n";
-
-int DigitOf(char c, int base) {
-  int digit = base;
-  if (c >= '0' && c <= '9') digit = c - '0';
-  if (c >= 'A' && c <= 'F') digit = c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') digit = c - 'a' + 10;
-  return digit < base ? digit : -1;
-}
 
 class NumberScanner {
  public:
   NumberScanner(std::string_view text, std::string_view skipped) : rest_(text), skipped_(skipped) {}
 
   double Read() {
-    const bool negative = Peek() == '-';
-    if (negative || Peek() == '+') Next();
-    const double value = Peek() == '&' ? ReadPrefixed() : ReadDecimal();
-    return negative ? -value : value;
+    const double sign = TakeSign();
+    return sign * (Take("&") ? ReadPrefixed() : ReadDecimal());
   }
 
   // True when the whole text was one well-formed number.
@@ -51,60 +40,67 @@ class NumberScanner {
   void Next() { rest_.remove_prefix(1); }
 
   bool Take(std::string_view anyOf) {
-    const bool found = Peek() != '\0' && anyOf.find(Peek()) != std::string_view::npos;
+    const bool found = anyOf.find(Peek()) != std::string_view::npos;
     if (found) Next();
     return found;
   }
 
-  double ReadPrefixed() {
+  double TakeSign() {
+    if (Take("-")) return -1;
+    Take("+");
+    return 1;
+  }
+
+  std::optional<int> TakeDigit(int base) {
+    const std::string next(1, Peek());
+    int digit{};
+    if (std::from_chars(next.data(), next.data() + next.size(), digit, base).ec != std::errc()) return std::nullopt;
     Next();
-    const int base = Take("Hh") ? 16 : Take("Oo") ? 8 : 0;
+    wellFormed_ = true;
+    return digit;
+  }
+
+  // The digits that follow; 0 when there are none.
+  double ReadWhole(int base) {
     double value = 0;
-    for (int digit; base != 0 && (digit = DigitOf(Peek(), base)) >= 0; Next()) {
-      value = value * base + digit;
-      wellFormed_ = true;
-    }
+    while (const auto digit = TakeDigit(base)) value = value * base + *digit;
     return value;
   }
 
+  double ReadPrefixed() {
+    if (Take("Hh")) return ReadWhole(16);
+    return Take("Oo") ? ReadWhole(8) : 0;
+  }
+
   double ReadDecimal() {
-    int scale = ReadDigits(false);
+    double scale = ReadDigits(false);
     if (Take(".")) scale += ReadDigits(true);
     if (wellFormed_ && Take("eEdD")) scale += ReadExponent();
     if (mantissa_ == 0) return 0;
     // Dividing by a power of ten up to 10^22 is exact where multiplying by its inverse is not: ".5" must be one half.
     const double mantissa = static_cast<double>(mantissa_);
-    return scale < 0 ? mantissa / std::pow(10.0, -scale) : mantissa * std::pow(10.0, scale);
+    return std::signbit(scale) ? mantissa / std::pow(10.0, -scale) : mantissa * std::pow(10.0, scale);
   }
 
   // Adds digits to the mantissa; returns the change of the decimal exponent.
   int ReadDigits(bool fraction) {
     int moved = 0;
-    for (int digit; (digit = DigitOf(Peek(), 10)) >= 0; Next()) {
-      wellFormed_ = true;
-      const bool counts = significant_ < kSignificantDigits;
-      if (counts) mantissa_ = mantissa_ * 10 + static_cast<unsigned>(digit);
-      if (counts && mantissa_ != 0) ++significant_;
+    while (const auto digit = TakeDigit(10)) {
+      const bool counts = mantissa_ < kNineteenDigits;
+      if (counts) mantissa_ = mantissa_ * 10 + static_cast<unsigned>(*digit);
       if (counts == fraction) moved += fraction ? -1 : 1;
     }
     return moved;
   }
 
-  int ReadExponent() {
-    const bool negative = Peek() == '-';
-    if (negative || Peek() == '+') Next();
-    int exponent = 0;
+  double ReadExponent() {
+    const double sign = TakeSign();
     wellFormed_ = false;  // an exponent without digits
-    for (int digit; (digit = DigitOf(Peek(), 10)) >= 0; Next()) {
-      exponent = std::min(exponent * 10 + digit, kMaxExponent);
-      wellFormed_ = true;
-    }
-    return negative ? -exponent : exponent;
+    return sign * ReadWhole(10);
   }
 
   std::string_view rest_, skipped_;
   std::uint64_t mantissa_ = 0;
-  int significant_ = 0;
   bool wellFormed_ = false;
 };
 

@@ -78,6 +78,7 @@ TEST(Numbers, TolerantReadingIgnoresTheRest) {
   expect(-5, {"-5", "- 5"});
   expect(123, {"1\t2\n3"});
   expect(1.2, {"1.2.3"});
+  expect(1e20, {"99999999999999999999"});
   expect(2, {"2e"});
   expect(20, {"2 e 1"});
   expect(255, {"&HFF", "&HFF:"});
