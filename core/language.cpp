@@ -1,6 +1,8 @@
 #include "core/language.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "core/files.h"
@@ -110,9 +112,7 @@ void LoadLangConsts() {
 
 void LanguageTable::ReadLangNames(std::string_view& file) {
   ReadLangLine(file);
-  std::size_t count = 0;
-  for (; count + 1 < fields_.size() && !fields_[count + 1].empty(); ++count) names_[count] = fields_[count + 1];
-  names_[count].clear();
+  std::copy(std::next(fields_.begin()), fields_.end(), names_.begin());  // the names end at an empty field
 }
 
 std::size_t LanguageTable::FindLangCol(std::string_view language) const {

@@ -10,11 +10,7 @@ constexpr std::string_view kSeparators = ",\r\n";
 
 }  // namespace
 
-std::string Quoted(std::string_view text) {
-  std::string quoted;
-  quoted.reserve(text.size() + 2);
-  return quoted.append(1, '"').append(text).append(1, '"');
-}
+std::string Quoted(std::string_view text) { return std::string(1, '"').append(text).append(1, '"'); }
 
 RecordWriter& RecordWriter::Text(std::string_view text) {
   Separate();

@@ -133,17 +133,13 @@ void WriteField(const Field& field, RecordWriter& writer) {
 void WriteDefault(const Field& field, RecordWriter& writer) {
   switch (field.inDefaultFile) {
     case Default::Initial:
-      writer.Bare(field.initial);
-      break;
+      return void(writer.Bare(field.initial));
     case Default::QuotedInitial:
-      writer.Text(field.initial);
-      break;
+      return void(writer.Text(field.initial));
     case Default::Current:
-      WriteField(field, writer);
-      break;
+      return WriteField(field, writer);
     case Default::LogonName:
-      writer.Text(GetLogonName());
-      break;
+      return void(writer.Text(GetLogonName()));
   }
 }
 

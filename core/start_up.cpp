@@ -1,6 +1,5 @@
 #include "core/start_up.h"
 
-#include <limits>
 #include <string>
 
 #include "core/callback_guard.h"
@@ -155,11 +154,7 @@ void StartTicks() { gTicks = TickCount(); }
 std::int32_t ElapsedTicks(std::int32_t start) { return TicksBetween(start, TickCount()); }
 
 std::int32_t TicksBetween(std::int32_t start, std::int32_t now) {
-  const std::int64_t difference = std::int64_t{now} - start;
-  if (difference < std::numeric_limits<std::int32_t>::min() || difference > std::numeric_limits<std::int32_t>::max()) {
-    throw RuntimeError(Err::Overflow);
-  }
-  return static_cast<std::int32_t>(difference);
+  return ToInt32(static_cast<double>(std::int64_t{now} - start));
 }
 
 }  // namespace core

@@ -34,7 +34,6 @@ std::string_view Trim(std::string_view text) {
 std::string LowerCase(std::string_view text) {
   const CodePage& page = SystemCodePage();
   std::string lower;
-  lower.reserve(text.size());
   while (!text.empty()) Append(lower, page.TakeLower(text));
   return lower;
 }
@@ -54,9 +53,9 @@ std::string UpperCase(std::string_view letter) {
   const CodePage& page = SystemCodePage();
   std::string_view rest = letter;
   const Letter lower = page.TakeLower(rest);
-  const int least = lower > 0xFF ? 0x100 : 0, most = lower > 0xFF ? 0xFFFF : 0xFF;
+  const int end = page.HasPairs() ? 0x10000 : 0x100;
   std::string upper;
-  for (int number = least; number <= most && upper.empty(); ++number) {
+  for (int number = 'A'; number != end && upper.empty(); ++number) {
     const auto other = static_cast<Letter>(number);
     if (other != lower && page.Lower(other) == lower) Append(upper, other);
   }
@@ -69,7 +68,8 @@ std::string_view FirstLetter(std::string_view text) {
 
 std::string_view LeadingLetters(std::string_view text, std::size_t bytes) {
   const CodePage& page = SystemCodePage();
-  if (!page.HasPairs() || text.size() <= bytes) return text.substr(0, bytes);
+  if (!page.HasPairs()) return text.substr(0, bytes);
+  bytes = std::min(bytes, text.size());
   std::size_t size = 0;
   for (std::size_t next = 0; next <= bytes; next += page.LetterSize(text.substr(next))) size = next;
   return text.substr(0, size);
@@ -120,11 +120,7 @@ std::size_t NameHash::operator()(std::string_view name) const {
     // Otherwise the low byte would depend on a few bits of the seed only, and collisions could be computed.
     hash ^= hash >> 32;
   };
-  if (page.HasPairs()) {
-    while (!name.empty()) add(page.TakeLower(name));
-  } else {
-    for (const char byte : name) add(page.lower[ByteOf(byte)]);
-  }
+  while (!name.empty()) add(page.TakeLower(name));
   return static_cast<std::size_t>(hash);
 }
 

@@ -1,6 +1,7 @@
 #include "net/answer_budget.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "core/clock.h"
 
@@ -60,7 +61,7 @@ bool AnswerBudget::TakeOne(std::int32_t now) {
   const std::uint32_t refillTime = std::max(limits_.refillTime, FullDelay());
   const std::uint32_t refills = core::TicksSince(refilled_, now) / refillTime;
   taken_ -= std::min<std::size_t>(taken_, refills);
-  refilled_ = taken_ == 0 ? now : core::TicksAfter(refilled_, refills * refillTime);
+  refilled_ = core::TicksAfter(refilled_, refills * refillTime);
   if (taken_ >= MaxAtOnce()) return false;
   ++taken_;
   return true;
@@ -71,8 +72,9 @@ std::size_t AnswerBudget::MaxAtOnce() const {
 }
 
 std::uint32_t AnswerBudget::FullDelay() const {
-  const std::uint64_t delay = std::uint64_t{limits_.microsecondsPerName} * names_ / 1000;
-  return static_cast<std::uint32_t>(std::min<std::uint64_t>(delay, limits_.longestDelay));
+  using namespace std::chrono;
+  const auto delay = duration_cast<milliseconds>(microseconds(limits_.microsecondsPerName) * names_).count();
+  return static_cast<std::uint32_t>(std::min<std::int64_t>(delay, limits_.longestDelay));
 }
 
 // Nobody needs the answer of a hidden copy soon, and it should come after all others: every copy that it reached

@@ -23,8 +23,8 @@ bool IsOwnName(std::string_view name) { return core::EqualIgnoringCase(name, cor
 // The sender's name, a blank, and a text in the sender's language.
 bool IsGreeting(const Packet& packet) {
   const std::string_view text = packet.argument, name = packet.sender;
-  return IsKind(packet.kind, kPresence) && text.size() > name.size() && text[name.size()] == ' ' &&
-         text.starts_with(name) && !text.starts_with(kChatMark) && !text.starts_with(kAlertMark);
+  return IsKind(packet.kind, kPresence) && text.starts_with(name) && text.substr(name.size()).starts_with(' ') &&
+         !text.starts_with(kChatMark) && !text.starts_with(kAlertMark);
 }
 
 constexpr std::uint32_t kForgetInterval = 2500;  // milliseconds; scanning all names on every packet would be slow
@@ -96,11 +96,8 @@ void Dispatcher::ParsePacket(std::string_view data) {
   if (isListed && IsGreeting(packet)) WelcomeBack(packet.sender);
   roster_.RefBlock();
   RefreshChatWindows();
-  for (const Route& route : kRoutes) {
-    if (!IsKind(packet.kind, route.kind)) continue;
-    (this->*route.action)(packet);
-    break;
-  }
+  for (const Route& route : kRoutes)
+    if (IsKind(packet.kind, route.kind)) (this->*route.action)(packet);
   roster_.UpdateStat();
 }
 
@@ -137,13 +134,8 @@ bool Dispatcher::AnswersHidden(std::string_view sender) {
   if (answeredSince_ != messenger_.Openings()) {
     answeredSince_ = messenger_.Openings();
     answered_.clear();
-    answeredBytes_ = 0;
   }
-  if (answered_.contains(sender)) return false;
-  if (answered_.size() >= kMaxHiddenNames || answeredBytes_ + sender.size() > kMaxHiddenBytes) return false;
-  answered_.emplace(sender);
-  answeredBytes_ += sender.size();
-  return true;
+  return answered_.size() < kMaxHiddenNames && answered_.insert(std::hash<std::string_view>()(sender)).second;
 }
 
 // Called on every packet, so the list is not copied: a refresh neither opens nor closes a window.

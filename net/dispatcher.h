@@ -47,7 +47,7 @@ class Dispatcher {
   // Limits of the queue of datagrams that arrive during a dispatch, and of the hidden senders answered per stay; what
   // is beyond them is dropped, as datagrams may be.
   static constexpr std::size_t kMaxWaiting = 10000, kMaxWaitingBytes = 16 * 1024 * 1024;
-  static constexpr std::size_t kMaxHiddenNames = 1000, kMaxHiddenBytes = 1024 * 1024;
+  static constexpr std::size_t kMaxHiddenNames = 1000;
 
   // Lines lost because no window could be opened are logged once per sender and interval, for so many senders at most.
   static constexpr std::uint32_t kLossInterval = 60000;  // milliseconds
@@ -107,10 +107,9 @@ class Dispatcher {
   std::unordered_set<std::size_t> lossNoted_;
   std::int32_t lossNotedSince_ = 0;
 
-  // Hidden senders answered since the opening with that number. Case-sensitive: _Bob and _bob are two copies that both
-  // need an answer.
-  std::unordered_set<std::string, core::NameHash, std::equal_to<>> answered_;
-  std::size_t answeredBytes_ = 0;
+  // Hashes of the hidden senders answered since the opening with that number. Case-sensitive: _Bob and _bob are two
+  // copies that both need an answer.
+  std::unordered_set<std::size_t> answered_;
   unsigned answeredSince_ = 0;
 
   RecentNames hidden_, answeredLately_;

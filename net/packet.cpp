@@ -27,9 +27,7 @@ PrivateText SplitPrivate(std::string_view argument) {
 }
 
 std::string BuildPacket(std::string_view sender, std::string_view command) {
-  std::string packet;
-  packet.reserve(sender.size() + 1 + command.size());
-  return packet.append(sender).append(1, '|').append(command);
+  return std::string(sender).append(1, '|').append(command);
 }
 
 std::string PrivateCommand(std::string_view line) {

@@ -21,20 +21,15 @@ bool UnsentQueue::Add(std::string_view bytes) {
     std::rotate(repeated, repeated + 1, waiting_.end());
     return true;
   }
-  if (waiting_.size() >= kMaxCount || bytes_ + bytes.size() > kMaxBytes) return false;
+  if (waiting_.size() >= kMaxCount || Bytes() + bytes.size() > kMaxBytes) return false;
   waiting_.emplace_back(bytes);
-  bytes_ += bytes.size();
   return true;
 }
 
-void UnsentQueue::RemoveFront() {
-  bytes_ -= waiting_.front().size();
-  waiting_.pop_front();
-}
-
-void UnsentQueue::Clear() {
-  waiting_.clear();
-  bytes_ = 0;
+std::size_t UnsentQueue::Bytes() const {
+  std::size_t bytes = 0;
+  for (const std::string& each : waiting_) bytes += each.size();
+  return bytes;
 }
 
 }  // namespace net

@@ -18,12 +18,13 @@ class UnsentQueue {
 
   bool Empty() const { return waiting_.empty(); }
   const std::string& Front() const { return waiting_.front(); }
-  void RemoveFront();
-  void Clear();
+  void RemoveFront() { waiting_.pop_front(); }
+  void Clear() { waiting_.clear(); }
 
  private:
+  std::size_t Bytes() const;
+
   std::deque<std::string> waiting_;
-  std::size_t bytes_ = 0;
 };
 
 }  // namespace net
