@@ -61,7 +61,7 @@ bool AnswerBudget::TakeOne(std::int32_t now) {
   const std::uint32_t refillTime = std::max(limits_.refillTime, FullDelay());
   const std::uint32_t refills = core::TicksSince(refilled_, now) / refillTime;
   taken_ -= std::min<std::size_t>(taken_, refills);
-  refilled_ = core::TicksAfter(refilled_, refills * refillTime);
+  refilled_ = taken_ == 0 ? now : core::TicksAfter(refilled_, refills * refillTime);
   if (taken_ >= MaxAtOnce()) return false;
   ++taken_;
   return true;

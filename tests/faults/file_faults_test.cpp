@@ -65,6 +65,7 @@ TEST(FileFaults, AnExportIsCompleteOrAbsent) {
     EXPECT_EQ(Files().files.contains("chat.txt"), error == 0);
     EXPECT_TRUE(error != 0 || Files().files["chat.txt"] == "cy:\thi\r\n");
     EXPECT_FALSE(Files().files.contains("chat.txt~"));
+    EXPECT_NE(error, 53) << "a file that is not there yet is no failure";
   });
 }
 
@@ -80,9 +81,6 @@ TEST(FileFaults, ALogLineThatCannotBeWrittenIsShown) {
     EXPECT_EQ(Desktop().posted[i].text + Desktop().posted[i].closing,
               "Error writing to Log file. Text to write:\r\n\r\nlost " + std::to_string(i + 1) +
                   "\r\n\r\nPlease contact Vextant at support@vextant.example");
-  Desktop().onBox = [](const core::Box&) { core::ShowPostedBoxes(); };
-  core::ShowPostedBoxes();
-  EXPECT_EQ(Desktop().boxes.size(), 2u) << "one after the other";
   EXPECT_NE(Files()["Log.txt"].find("kept 2"), std::string::npos);
 }
 

@@ -84,8 +84,7 @@ TEST_F(MessengerTest, StartsWithTheOwnName) {
   messenger.SendCmd("S/2");
   messenger.SendMsg("\xDEhi");
   messenger.SendPrivate("bob \xDEsee you");
-  messenger.SendPrivate("bob");
-  EXPECT_EQ(port.sent, (Lines{"anna|S/2", "anna|M/\xDEhi", "anna|P/\xDEsee you|bob", "anna|P/|"}));
+  EXPECT_EQ(port.sent, (Lines{"anna|S/2", "anna|M/\xDEhi", "anna|P/\xDEsee you|bob"}));
 }
 
 TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
@@ -113,7 +112,7 @@ TEST_F(MessengerTest, AnOwedAnswerHasTheCurrentStateAndIsDroppedOnLeaving) {
   messenger.OpenSocket();
   const auto sentOnWaking = [this] {
     port.sent.clear();
-    support::Desktop().ticks += static_cast<std::int32_t>(port.wakeIn);
+    support::Desktop().ticks += static_cast<std::int32_t>(std::exchange(port.wakeIn, 0));
     messenger.SendOwed();
     return port.sent;
   };

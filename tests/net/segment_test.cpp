@@ -44,13 +44,11 @@ std::uint64_t Fingerprint(const std::vector<std::string>& packets) {
 TEST_F(SegmentTest, SmallSegmentsSendTheRecordedPackets) {
   const struct {
     int copies;
-    support::Time pause;                 // between two starts
-    std::size_t started, renamed, left;  // packets until then
+    support::Time pause;  // between two starts
     std::uint64_t fingerprint;
   } kRecorded[] = {
-      {2, 15s, 66, 82, 83, 0x148021F9BE883BF9u},      {5, 15s, 615, 649, 650, 0x426FF384004AFA41u},
-      {5, 4s, 579, 613, 614, 0x95B5DA9F7AFCE75Eu},    {2, 100ms, 57, 73, 74, 0x511091C3B44912D9u},
-      {5, 100ms, 435, 469, 470, 0xD6C9DFD383306879u},
+      {2, 15s, 0x148021F9BE883BF9u},   {5, 15s, 0x426FF384004AFA41u},   {5, 4s, 0x95B5DA9F7AFCE75Eu},
+      {2, 100ms, 0x511091C3B44912D9u}, {5, 100ms, 0xD6C9DFD383306879u},
   };
   for (const auto& row : kRecorded) {
     SCOPED_TRACE(std::to_string(row.copies) + " copies");
@@ -63,14 +61,11 @@ TEST_F(SegmentTest, SmallSegmentsSendTheRecordedPackets) {
     }
     segment.RunUntil(row.copies * row.pause + 15s);
     EXPECT_TRUE(EverybodyKnowsEverybody(segment));
-    EXPECT_EQ(said.size(), row.started);
     segment.Desks().front().Accept("renamed", 7);
     segment.RunUntil(segment.Now() + 5s);
     EXPECT_TRUE(EverybodyKnowsEverybody(segment));
-    EXPECT_EQ(said.size(), row.renamed);
     segment.Desks().back().Leave();
     segment.RunUntil(segment.Now() + 5s);
-    EXPECT_EQ(said.size(), row.left);
     EXPECT_EQ(Fingerprint(said), row.fingerprint);
   }
 }

@@ -65,9 +65,3 @@ class Letters(unittest.TestCase):
         self.pochi.say(at_pochi, LINE)
         probe.wait(lambda: self.aya.said(at_aya) == f"{POCHI}:\t{LINE}\r\n")
         self.aya.prefix.screen.save(copies.PICTURES + "/letters-chat.png")
-
-    def test_3_a_blocked_sender(self):
-        self.aya.block(POCHI)
-        self.pochi.send_alert(AYA, "1")
-        self.wire.send(f"{OTHER}|P/\xdf2|{AYA}")
-        self.assertEqual(self.aya.popup_at_rest()[1], ["2\r\n"])

@@ -50,8 +50,6 @@ class Trouble(unittest.TestCase):
         # The loaded settings are kept.
         self.assertTrue(self.no_port.runs())
         self.assertTrue(self.no_port.probe.wait_for("frmSplash").visible)
-        self.no_port.close()
-        self.assertIn('"noport",0,4', self.no_port.read("User.ini"))
 
     def test_3_no_network_until_later(self):
         main = self.alone.probe.wait_for("frmMain", visible=False)
