@@ -1,7 +1,10 @@
 """Scripted users of real copies: one who does office work, and a monkey that clicks and types at random."""
 
+import collections
+import os
 import time
 
+from boxes import Boxes
 from rig import copies, probe
 
 # Command ids of the menus, and controls of the options dialog.
@@ -10,6 +13,9 @@ EXPORT_TEXT, EXPORT_CLIPBOARD, CLEAR, ADD_TIME = 202, 203, 206, 208
 SAVE = 1
 NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL, WM_GETTEXTLENGTH, WM_CANCELMODE = 0x014E, 0x000E, 0x001F
+
+_CAREFUL_DAYS = 11  # of a monkey, before one on which it may close the program
+_CAPTION, _MENU_ROW = 30, 30  # pixels, generously
 
 _PERMANENT = {"frmMain", "frmSplash", "TrayIcon"}  # windows that stay
 _OURS = ("frm", "TrayIcon", "#32770", "#32768")
@@ -22,7 +28,7 @@ class Failure(Exception):
 class Operator:
     """The common part of both users: handles message boxes and windows. `random` makes a run repeatable."""
 
-    own_faults = ()  # what message boxes may say of names of files that this user types
+    own_faults = ()  # what message boxes may say of names of files that this user types into a save dialog
 
     def __init__(self, copy, name, random):
         self.copy = copy
@@ -31,18 +37,32 @@ class Operator:
         self.probe = copy.probe
         self.probe.timeout = 10  # a window may be closed by a concurrent action, so do not wait long
         self.errors, self.latencies = [], []  # failed actions; seconds from a posted letter to its display
-        self.starts = 0
+        self.tried, self.done = collections.Counter(), collections.Counter()  # by the kind of action
+        self.days = self.starts = 0
+        self._boxes = Boxes(copy)
 
     def windows(self):
         """The visible windows of the copy, including message boxes and menus."""
         return [w for w in self.probe.windows() if w.visible and w.class_name.startswith(_OURS)]
 
-    def answer_boxes(self):
-        for box in self.probe.windows("#32770"):
-            text = box.text + ": " + self.probe.box_text(box)
-            if "Run-time error" in text and not text.endswith(self.own_faults):
+    def check_boxes(self):
+        """Fails if a message box has reported an error since the last call, even one that has been closed meanwhile."""
+        for saving, text in self._boxes.take():
+            if text.endswith(": "):
+                self.errors.append("a message box was closed unread")
+            if "Run-time error" in text and not (saving and text.endswith(self.own_faults)):
                 self.copy.prefix.screen.save(copies.PICTURES + "/soak-error.png")
                 raise Failure(f"{self.name} shows {text!r}")
+
+    def await_reports(self):
+        """Waits until the boxes that are shown have been recorded, and checks them."""
+        probe.wait(lambda: {w.handle for w in self.probe.windows("#32770") if w.visible} <= self._boxes.seen,
+                   complaint="a message box is not recorded")
+        self.check_boxes()
+
+    def answer_boxes(self):
+        self.await_reports()
+        for box in self.probe.windows("#32770"):
             buttons = self.probe.children(box, "Button")
             if box.visible and buttons:
                 self.probe.post(self.random.choice(buttons), probe.BM_CLICK)
@@ -74,14 +94,21 @@ class Operator:
 
     def works(self, seconds):
         """Performs random actions for this time."""
+        self.days += 1
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             try:
                 self.answer_boxes()
-                self.do_something()
-            except (LookupError, TimeoutError, StopIteration, ValueError, IndexError) as error:
+                self._perform(self.choose())
+            except (LookupError, TimeoutError, StopIteration, ValueError) as error:
                 # A message box interrupted the action, or the recipient has left.
                 self.errors.append(f"{type(error).__name__} {error}"[:120])
+
+    def _perform(self, action):
+        kind = action.__name__.strip("_")
+        self.tried[kind] += 1
+        action()
+        self.done[kind] += 1
 
 
 class Worker(Operator):
@@ -90,10 +117,17 @@ class Worker(Operator):
         self._crowd = crowd
         self._exports = 0
 
-    def do_something(self):
-        self.random.choice((self._alert, self._chat, self._chat, self._export, self._status, self._rename, self._block,
-                            self._language, self._move, self._look_away, self._tidy_up, self._type))()
+    def choose(self):
         time.sleep(self.random.uniform(0, 0.4))
+        return self.random.choice((self._alert, self._chat, self._chat, self._export, self._status, self._rename,
+                                   self._block, self._language, self._move, self._look_away, self._tidy_up, self._type))
+
+    def _must(self, condition, complaint):
+        """Waits for it, and answers message boxes: the program goes on with what is below them only afterwards."""
+        try:
+            probe.wait(lambda: self.answer_boxes() or condition())
+        except TimeoutError as error:
+            raise Failure(f"{self.name}: {complaint}") from error
 
     def _someone(self):
         return self.random.choice([desk.name for desk in self._crowd.present()] + ["(All)"])
@@ -110,12 +144,15 @@ class Worker(Operator):
 
     def _export(self):
         chat = self.probe.windows("frmChat")[0]
+        self.copy.say(chat, "to be exported")
         self.probe.command(chat, EXPORT_TEXT)
         dialog = self.probe.wait_for("frmSave")
         self._exports += 1
         self.probe.set_text(self.probe.children(dialog, "Edit")[0], f"C:\\chat{self._exports}")
         self.probe.command(dialog, SAVE)
         self.probe.wait_gone(dialog)
+        path = f"{self.copy.prefix.drive_c}/chat{self._exports}.txt"
+        self._must(lambda: os.path.exists(path) and os.path.getsize(path) > 0, f"{path} was not exported")
 
     def _status(self):
         # Usually Available, which shows everything.
@@ -130,13 +167,21 @@ class Worker(Operator):
     def _rename(self):
         self.name = f"{self.copy.user}{self.random.randrange(100)}"
         self.probe.wait_gone(self._in_options(NAME_BOX, lambda box: self.probe.set_text(box, self.name)))
+        probe.wait(lambda: self.name in self._crowd.roster.names(), self.probe.timeout, f"{self.name} is not heard")
 
     def _language(self):
         for number in (self.random.randrange(1, 4), 0):
             dialog = self._in_options(LANGUAGE_BOX, lambda box, n=number: self.probe.send(box, CB_SETCURSEL, n))
-            box = self.probe.wait_for_box()
-            self.probe.post(self.probe.children(box, "Button")[0], probe.BM_CLICK)
+            yes, _ = probe.wait(self._question, self.probe.timeout, "no question")
+            self.probe.post(yes, probe.BM_CLICK)
             self.probe.wait_gone(dialog)
+            self._must(lambda n=number: self.copy.read("User.ini").startswith('"English"') == (n == 0),
+                       f"the settings do not have language {number}")
+
+    def _question(self):
+        """The buttons of the message box that asks for Yes or No; others have one button."""
+        buttons = [self.probe.children(box, "Button") for box in self.probe.windows("#32770")]
+        return next((two for two in buttons if len(two) == 2), None)
 
     def _block(self):
         name = self._someone()
@@ -175,6 +220,7 @@ class Monkey(Operator):
     _KEYS = ("Return", "Tab", "Escape", "space", "Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "F1",
              "Delete", "BackSpace", "F10", "Menu", "shift+F10", "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+x", "ctrl+z",
              "alt+q", "alt+v", "alt+h", "alt+u", "alt+s", "shift+Tab", "ctrl+Tab", *"abcxyz019")
+    _KEYS_IN_MENUS = ("Escape", "Up", "Down", "Left", "Right", "Home", "End", "F10")
 
     # It pastes parts of conversations into the save dialog.
     own_faults = ("Path/File access error", "Path not found", "Device unavailable")
@@ -183,19 +229,28 @@ class Monkey(Operator):
         super().__init__(copy, name, random)
         self._crowd = crowd
 
-    def do_something(self):
+    def choose(self):
         self.keep_running()
-        windows = [w for w in self.windows() if w.class_name != "TrayIcon"]
-        if not windows:
-            self.probe.show(self.probe.wait_for("frmMain", visible=False))
-            return
-        if len(windows) > 12:
-            for window in windows[12:]:
-                self._close(window)
-        input_events = []
+        return self._click_or_type if self._windows() else self._show_main
+
+    def _windows(self):
+        return [w for w in self.windows() if w.class_name != "TrayIcon"]
+
+    def _show_main(self):
+        self.probe.show(self.probe.wait_for("frmMain", visible=False))
+
+    def _click_or_type(self):
+        for window in self._windows()[12:]:
+            self._close(window)
         for _ in range(8):
-            input_events += self._keys() if self.random.random() < 0.5 else self._mouse(self.random.choice(windows))
-        self.copy.prefix.screen.xdotool(*input_events)
+            windows = self._windows()
+            action = self._keys(windows) if self.random.random() < 0.5 else self._mouse(windows)
+            self.await_reports()  # or this action might close an error unseen
+            self.copy.prefix.screen.xdotool(*action)
+
+    def _careful(self):
+        """Whether it keeps the program running on this day, so that the growth of its copy can be measured."""
+        return self.days % (_CAREFUL_DAYS + 1) != 0
 
     def keep_running(self):
         """Restarts the program if it has exited normally, because a monkey may close it."""
@@ -208,15 +263,31 @@ class Monkey(Operator):
         self.copy.start()
         probe.wait(lambda: self._crowd.joined[self.copy.host.address] > before, 60, "no start")
 
-    def _keys(self):
-        return ["key", "--delay", "5", *self.random.choices(self._KEYS, k=self.random.randrange(1, 6)), "sleep", "0.05"]
+    def _keys(self, windows):
+        keys = self._KEYS
+        if self._careful() and any(w.class_name == "#32768" for w in windows):
+            keys = self._KEYS_IN_MENUS  # the mouse chooses from them
+        return ["key", self.random.choice(keys), "sleep", "0.02"]
 
-    def _mouse(self, window):
+    def _mouse(self, windows):
+        window = self.random.choice(windows)
+
         def point():
-            return [str(max(0, round(self.random.uniform(low, high))))
-                    for low, high in ((window.left, window.right), (window.top, window.bottom))]
+            for _ in range(20):
+                x, y = (max(0, round(self.random.uniform(low, high)))
+                        for low, high in ((window.left, window.right), (window.top, window.bottom)))
+                if not (self._careful() and self._closes(windows, x, y)):
+                    break
+            return [str(x), str(y)]
 
         button = self.random.choice("11111345")
         click = self.random.choice((["click", button], ["click", "--repeat", "2", "--delay", "40", "1"],
                                     ["mousedown", "1", "mousemove", *point(), "mouseup", "1"]))
         return ["mousemove", *point(), *click, "sleep", "0.05"]
+
+    @staticmethod
+    def _closes(windows, x, y):
+        """Whether a click may close the program: on the main window's caption, or on the last row of a menu."""
+        places = [(w, w.top, w.top + _CAPTION) for w in windows if w.class_name == "frmMain"]
+        places += [(w, w.bottom - _MENU_ROW, w.bottom) for w in windows if w.class_name == "#32768"]
+        return any(w.left <= x <= w.right and top <= y <= bottom for w, top, bottom in places)
