@@ -37,10 +37,11 @@ class Gauge:
         with open(f"/proc/{self._copy.process.pid}/net/{name}", encoding="ascii") as file:
             return [line.split() for line in file]
 
-    def lost(self):
-        """The number of datagrams that the host has dropped so far because the receive buffer was full."""
+    def datagrams(self):
+        """How many datagrams the host's programs have read so far, and how many it has dropped because the receive
+        buffer was full."""
         names, counts = (fields for fields in self._net("snmp") if fields[0] == "Udp:")
-        return int(counts[names.index("RcvbufErrors")])
+        return tuple(int(counts[names.index(name)]) for name in ("InDatagrams", "RcvbufErrors"))
 
     def waiting(self):
         """The number of bytes in the receive buffer that the copy has not read."""

@@ -1,17 +1,20 @@
 """Plays office days, one a minute, on a private segment: three real copies under Wine, two with scripted users and one
-with a monkey test, among sixty scripted desks. Prints a line a day with the resources that the idle copies hold:
-private memory, handles, GDI objects, USER objects (of the whole Windows installation), threads. Exit status 1 when a
-copy fails, grows, or has a wrong list.
+with a monkey test, among sixty scripted desks. Prints a line a day: the packets on the segment, and for each copy the
+packets that it read and the resources that it holds when idle: private memory, handles, GDI objects, USER objects (of
+the whole Windows installation), threads. Exit status 1 when a copy fails, reports an error, grows, or has a wrong list,
+or when users tried one kind of action in vain for days.
 
 usage: soak [MINUTES] [--seed N]    1 minute; without a seed a random one, which is printed
 """
 
 import argparse
+import collections
 import concurrent.futures
 import pathlib
 import random
 import sys
 import time
+from typing import NamedTuple
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
@@ -23,21 +26,33 @@ from user import Failure, Monkey, Worker  # noqa: E402
 
 _DAY = 40  # seconds; becoming idle and measuring take the rest of the minute
 _IDLE_TIMEOUT = 600  # seconds; the machine may be busy with other things
-# Cached objects, such as fonts and pictures, exist after the warm-up days; from then on growth is limited. A heap keeps
-# its peak size, so a day with many open windows may raise the memory permanently.
-_WARM_UP = 3
-_MARGIN = Figures(memory=32, handles=40, gdi=60, user=120, threads=4)
+_ENOUGH = 3  # days in which each kind of action must succeed once
+
+
+class Limits(NamedTuple):
+    """Limits of growth after the warm-up, when cached objects, such as fonts and pictures, exist. A heap keeps its peak
+    size, so a day with more open windows than ever raises the memory for good; after a week, such days are rare."""
+
+    warm_up: int  # days
+    margin: Figures
+
+
+_SHORT = Limits(3, Figures(memory=32, handles=40, gdi=60, user=120, threads=4))
+_LONG = Limits(7, Figures(memory=8, handles=10, gdi=10, user=10, threads=1))
+_LONG_RUN = 10  # days; longer ones have the narrow limits
 
 
 class Watched:
     """A copy with its user, and its resources over time."""
 
-    def __init__(self, user):
+    def __init__(self, user, limits):
         self.user = user
+        self._limits = limits
         self.gauge = Gauge(user.copy)
         self.figures = None
         self._base, self._days, self._starts = None, 0, 0
-        self._lost = 0
+        self._datagrams = self.gauge.datagrams()
+        self.read = self.lost = 0  # datagrams since the last count
 
     def measure(self):
         """Measures the idle copy; returns descriptions of excessive growth."""
@@ -45,24 +60,24 @@ class Watched:
         if self.user.starts != self._starts:
             self._starts, self._days = self.user.starts, 0
         self._days += 1
-        if self._days <= _WARM_UP:
+        if self._days <= self._limits.warm_up:
             self._base = self.figures
             return []
         return [f"{self.user.name} has grown: {name} from {getattr(self._base, name):.0f} to {value:.0f}"
                 for name, value in vars(self.figures).items()
-                if value > getattr(self._base, name) + getattr(_MARGIN, name)]
+                if value > getattr(self._base, name) + getattr(self._limits.margin, name)]
 
-    def newly_lost(self):
-        before, self._lost = self._lost, self.gauge.lost()
-        return self._lost - before
+    def count_datagrams(self):
+        before, self._datagrams = self._datagrams, self.gauge.datagrams()
+        self.read, self.lost = (now - then for now, then in zip(self._datagrams, before))
 
     def column(self):
         f = self.figures
-        return f"{self.user.name} {f.memory:.1f} MB {f.handles} h {f.gdi} g {f.user} u {f.threads} t"
+        return f"{self.user.name} read {self.read} {f.memory:.1f} MB {f.handles} h {f.gdi} g {f.user} u {f.threads} t"
 
 
 class Office:
-    def __init__(self, seed):
+    def __init__(self, seed, limits):
         self._random = random.Random(seed)
         network.set_up()
         screen.set_up()
@@ -77,7 +92,7 @@ class Office:
         for copy in segment_copies:
             probe.wait(lambda copy=copy: self._crowd.joined.get(copy.host.address), 90, f"{copy.user} does not join")
         kinds = (Worker, Worker, Monkey)
-        self._watched = [Watched(kind(copy, copy.user, random.Random(f"{seed} {copy.user}"), self._crowd))
+        self._watched = [Watched(kind(copy, copy.user, random.Random(f"{seed} {copy.user}"), self._crowd), limits)
                          for kind, copy in zip(kinds, segment_copies)]
 
     def day(self, number):
@@ -89,11 +104,12 @@ class Office:
             for done in [pool.submit(user.works, _DAY) for user in users]:
                 done.result()
         self._wait_until_idle()
-        lost = [watched.newly_lost() for watched in self._watched]
-        failures = self._compare(lost)
+        for watched in self._watched:
+            watched.count_datagrams()
+        failures = self._compare()
         for watched in self._watched:
             failures += watched.measure()
-        self._print(number, self._crowd.heard - heard, sum(lost))
+        self._print(number, self._crowd.heard - heard)
         return failures
 
     def _wait_until_idle(self):
@@ -112,40 +128,50 @@ class Office:
     def _backlog(self):
         return sum(watched.gauge.waiting() for watched in self._watched)
 
-    def _compare(self, lost):
+    def _compare(self):
         """Compares the copies' lists with the expected ones, unless datagrams were lost. A desk that spoke while a copy
         changed its name, and vanished, does not tell the copy again."""
         failures, vanished = [], {desk.name for desk in self._crowd.desks if desk.vanished}
-        for watched, losses in zip(self._watched, lost):
+        for watched in self._watched:
             copy = watched.user.copy
             listed = {name for name in copy.names() if not name.startswith("(")}
             heard = self._crowd.rosters[copy.host.address].names()
-            self.compared += losses == 0
-            if losses == 0 and (listed ^ heard) - vanished:
+            self.compared += watched.lost == 0
+            if watched.lost == 0 and (listed ^ heard) - vanished:
                 failures.append(f"{watched.user.name} does not list {heard - listed}, but lists {listed - heard}")
         return failures
 
-    def _print(self, number, packets, lost):
+    def _print(self, number, packets):
         latencies = sorted(l for w in self._watched for l in w.user.latencies)
         key = f"{1e3 * latencies[len(latencies) // 2]:.0f}/{1e3 * latencies[-1]:.0f}" if latencies else "-"
         errors = sum(len(w.user.errors) for w in self._watched)
-        print(f"{number:3} packets {packets:6} lost {lost} listed {len(self._crowd.roster.names())} key {key} ms "
+        lost = sum(w.lost for w in self._watched)
+        print(f"{number:3} segment {packets} lost {lost} listed {len(self._crowd.roster.names())} key {key} ms "
               f"errors {errors} | " + " | ".join(watched.column() for watched in self._watched), flush=True)
         for watched in self._watched:
             watched.user.errors.clear()
             watched.user.latencies.clear()
 
+    def summary(self, days):
+        """Prints how often each kind of action succeeded; returns those that never did, after enough days."""
+        tried, done = (sum((getattr(w.user, name) for w in self._watched), collections.Counter())
+                       for name in ("tried", "done"))
+        print("done/tried: " + ", ".join(f"{kind} {done[kind]}/{tried[kind]}" for kind in sorted(tried)), flush=True)
+        return [f"never succeeded: {kind}" for kind in tried if not done[kind]] if days >= _ENOUGH else []
+
 
 def _soak(minutes, seed):
-    print(f"seed {seed}; margins after {_WARM_UP} days: {_MARGIN}", flush=True)
+    limits = _LONG if minutes > _LONG_RUN else _SHORT
+    print(f"seed {seed}; margins after {limits.warm_up} days: {limits.margin}", flush=True)
     end, number, failures = time.monotonic() + 60 * minutes, 0, []
     try:
-        office = Office(seed)
+        office = Office(seed, limits)
         while not failures and (number == 0 or time.monotonic() + _DAY / 2 < end):
             number += 1
             failures = office.day(number)
         if not office.compared:
             failures.append("datagrams were lost every day: no list was compared")
+        failures += office.summary(number)
     except (Failure, TimeoutError) as error:
         failures = [f"day {number}: {error}"]
     print("\n".join(failures) if failures else f"{number} days without a failure", flush=True)
