@@ -15,7 +15,8 @@ BOX = "#32770"
 
 
 def a_new_desktop_with_every_window_open(desks):
-    """The screen's size, colours, fonts and scaling really change, in a desktop window of Wine."""
+    """The screen's size, colours, fonts and scaling really change, in a desktop window of Wine. Wine keeps the colours in
+    each program, so of a change by another one only the messages arrive: no window looks different in the pictures."""
     copy, start = desks.rig.copy("carla", network.Host(), on_screen=screen.Screen()), desks.wire.mark()
     for key, value in (("Explorer", "Default"), ("Explorer\\Desktops", "1024x768")):
         run(copy, "reg", "add", "HKCU\\Software\\Wine\\" + key, "/f", "/d", value, "/v",
