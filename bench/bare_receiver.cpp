@@ -1,5 +1,5 @@
-// The least that a Windows program can do with the packets: read one datagram per window message, look up the sender in
-// a hash map, answer a newcomer with three packets. The baseline for the cost of Quillon.
+// A minimal receiver: reads one datagram per window message, looks up the sender in a hash map, and answers a newcomer
+// with three packets. The baseline for the cost of Quillon.
 #include <winsock2.h>
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-// Letters of the system's ANSI code page. Only this file knows that a letter may have two bytes, and what its
-// lower-case form is.
+// Characters of the system's ANSI code page. Only this file knows that a character may have two bytes (double-byte),
+// and what its lower-case form is.
 //
-// On Japanese, Chinese and Korean systems (code pages 932, 936, 949 and 950) the trail byte of a letter may be "|", "\"
-// or a Latin letter, so search for these with the functions of core/text.h. Trail bytes are never below 0x40: blanks,
-// line ends, quotes, commas, points, digits and "&" can be searched for byte by byte.
+// On Japanese, Chinese and Korean systems (code pages 932, 936, 949 and 950) the trail byte of a character may be "|",
+// "\" or a Latin letter, so search for these with the functions of core/text.h. Trail bytes are never below 0x40:
+// blanks, line ends, quotes, commas, points, digits and "&" can be searched for byte by byte.
 #pragma once
 
 #include <array>
@@ -13,27 +13,27 @@
 
 namespace core {
 
-// A letter as a number: its byte, or lead byte * 256 + trail byte.
+// A character as a number: its byte, or lead byte * 256 + trail byte.
 using Letter = std::uint16_t;
 
 inline std::uint8_t ByteOf(char c) { return static_cast<std::uint8_t>(c); }
 
 struct CodePage {
-  std::array<std::uint8_t, 256> lower{};    // lower-case forms of the one-byte letters
+  std::array<std::uint8_t, 256> lower{};    // lower-case forms of the single-byte characters
   std::array<bool, 256> first{}, second{};  // whether a byte is a lead byte, and whether it is a trail byte
-  std::vector<Letter> lowerPairs;           // lower-case forms of the two-byte letters; empty when there are none
+  std::vector<Letter> lowerPairs;           // lower-case forms of the double-byte characters; empty when there are none
 
-  // False on most systems, where every byte is a letter and most operations have a fast path.
+  // False on most systems, where every byte is a character and most operations have a fast path.
   bool HasPairs() const { return !lowerPairs.empty(); }
 
-  // Size in bytes of the first letter of a text that is not empty. A lead byte without a trail byte is a letter.
+  // Size in bytes of the first character of a text that is not empty. A lead byte without a trail byte is a character.
   std::size_t LetterSize(std::string_view text) const {
     return text.size() > 1 && first[ByteOf(text[0])] && second[ByteOf(text[1])] ? 2 : 1;
   }
 
   Letter Lower(Letter letter) const { return letter > 0xFF ? lowerPairs[letter] : lower[letter]; }
 
-  // Removes the first letter of a text that is not empty; returns its lower-case form, which has the same size.
+  // Removes the first character of a text that is not empty; returns its lower-case form, which has the same size.
   Letter TakeLower(std::string_view& text) const {
     const std::size_t size = LetterSize(text);
     const int number = size == 1 ? ByteOf(text[0]) : ByteOf(text[0]) << 8 | ByteOf(text[1]);

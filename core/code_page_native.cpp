@@ -26,7 +26,7 @@ struct Data {
   std::vector<Capitals> capitals;
 };
 
-// In addition to A to Z, which are in every code page. Among two-byte letters Latin, Greek and Cyrillic ones have case.
+// In addition to A to Z, which are in every code page. Of double-byte characters, Latin, Greek and Cyrillic have case.
 const Data kData[] = {
     {1252,
      {},

@@ -27,8 +27,9 @@ bool IsLetter(const std::string& bytes) {
          1;
 }
 
-// Queried letter by letter: an invalid byte in a text from the network would shift the letters after it. A letter whose
-// lower-case form is not in the code page (a Roman numeral) becomes a question mark in Windows; it is left unchanged.
+// Queried one character at a time: an invalid byte in a text from the network would shift the characters after it. A
+// character whose lower-case form is not in the code page (a Roman numeral) becomes a question mark in Windows; it is
+// left unchanged.
 Letter AskLower(const std::string& letter) {
   std::string lower = letter;
   ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));

@@ -71,7 +71,7 @@ class File {
     if (written < bytes.size()) throw RuntimeError(Err::DiskFull);
   }
 
-  // Or a power failure after the rename could leave an empty file.
+  // Otherwise a power failure after the rename could leave an empty file.
   void Flush() const { ::FlushFileBuffers(handle_); }
 
  private:

@@ -133,8 +133,8 @@ struct Room {
 
 bool FitsInto(const Room& room, const std::string& text) {
   const ScreenText screen(room.font);
-  // A rough test by area first: wrapping tens of thousands of letters takes seconds. Line ends count as letters there,
-  // hence the tolerance.
+  // A rough test by area first: wrapping tens of thousands of characters takes seconds. Line ends count as characters
+  // there, hence the tolerance.
   const SIZE line = screen.OneLine(text + ' ');
   if (std::int64_t{line.cx} * line.cy > std::int64_t{2} * room.most.cx * room.most.cy) return false;
   const SIZE size = screen.Wrapped(text, room.wrap);

@@ -30,7 +30,7 @@ class RegistryKey {
 
 std::string GetLogonName() {
   char name[400];
-  DWORD size = sizeof name;  // on return the length with the closing zero
+  DWORD size = sizeof name;  // on return the length with the terminating NUL
   if (!::GetUserNameA(name, &size) || size == 0) return {};
   return std::string(name, size - 1);
 }
@@ -56,7 +56,7 @@ void WriteRunValue(const std::string& command) {
   if (::RegCreateKeyExA(HKEY_CURRENT_USER, kRunKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Slot(), nullptr) != 0) {
     return;
   }
-  // For compatibility the size excludes the closing zero; the system adds it when the value is read.
+  // For compatibility the size excludes the terminating NUL; the system adds it when the value is read.
   ::RegSetValueExA(key.Get(), kProgramName, 0, REG_SZ, reinterpret_cast<const BYTE*>(command.c_str()),
                    static_cast<DWORD>(command.size()));
 }

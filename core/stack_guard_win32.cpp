@@ -20,8 +20,8 @@ std::uintptr_t __stack_chk_guard = 0x5B3D0A00u;
 
 namespace {
 
-// Before every other code of the program. From what differs from run to run and cannot be seen on the network; the low
-// byte stays zero, which ends a text that is copied over it.
+// Runs before all other code. Seeded from values that differ per run and are not visible on the network; the low byte
+// stays zero, so a string copy stops at it.
 __attribute__((constructor(101), no_stack_protector)) void ChooseGuard() {
   LARGE_INTEGER counter{};
   ::QueryPerformanceCounter(&counter);

@@ -48,7 +48,7 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   return true;
 }
 
-// The code page has lower-case forms only: the capital is the other letter with the same one.
+// The code page has lower-case forms only: the capital is the other character with the same one.
 std::string UpperCase(std::string_view letter) {
   const CodePage& page = SystemCodePage();
   std::string_view rest = letter;

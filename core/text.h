@@ -1,4 +1,4 @@
-// Operations on ANSI text. From the wire to the control, text is bytes in the system's code page, whose letters have
+// Operations on ANSI text. From the wire to the control, text is bytes in the system's code page, whose characters have
 // one or two bytes (core/code_page.h).
 #pragma once
 
@@ -16,17 +16,17 @@ std::string_view Trim(std::string_view text);
 std::string LowerCase(std::string_view text);
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
-// The capital of a letter; the letter itself when there is none.
+// The upper-case form of a character; the character itself when there is none.
 std::string UpperCase(std::string_view letter);
 
-// The first letter of a text; empty for an empty text.
+// The first character of a text; empty for an empty text.
 std::string_view FirstLetter(std::string_view text);
 
-// As many whole letters from the beginning of a text as fit into so many bytes.
+// As many whole characters from the beginning of a text as fit into so many bytes.
 std::string_view LeadingLetters(std::string_view text, std::size_t bytes);
 
 // The position of an ASCII text in another one, npos if not found. Trail bytes do not match: a "|" that is one is no
-// bar. `start` must be the beginning of a letter.
+// bar. `start` must be the beginning of a character.
 std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start = 0);
 std::size_t FindLast(std::string_view text, std::string_view ascii);
 

@@ -9,7 +9,7 @@
 
 namespace core {
 
-// Decodes text of the system's code page. No letter has more UTF-16 units than bytes.
+// Decodes text of the system's code page. No character has more UTF-16 units than bytes.
 inline std::wstring Wide(std::string_view text) {
   std::wstring wide(text.size(), L'\0');
   const int bytes = static_cast<int>(text.size());

@@ -1,8 +1,8 @@
 // Arbitrary lines as a conversation: its markup, read back, is its plain text in the lines' colours. And as the text of
-// an alert, which is broken into lines without losing a letter. The first byte chooses the code page, the width of the
-// alert, and whether the markup is for the edit control, where long runs of blanks are cut and must be restored. Each
-// input line is a line of the conversation: colour, length of the sender's name, sender, text; byte 1 stands for a line
-// break.
+// an alert, which is broken into lines without losing a character. The first byte chooses the code page, the width of
+// the alert, and whether the markup is for the edit control, where long runs of blanks are cut and must be restored.
+// Each input line is a line of the conversation: colour, length of the sender's name, sender, text; byte 1 stands for a
+// line break.
 #include <optional>
 #include <string>
 #include <vector>

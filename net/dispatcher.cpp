@@ -83,7 +83,7 @@ void Dispatcher::DispatchCurrent() {
   try {
     ParsePacket(current_);
   } catch (...) {
-    // Those that wait must not wait for the next one when there is no memory even for this line.
+    // Logging may fail too (out of memory); that must not leave queued datagrams stuck until the next arrival.
     core::GuardedSilently(
         [] { core::WriteLog("Error Receveing Data: " + core::NumberAndDescription(core::CurrentError())); });
   }

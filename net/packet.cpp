@@ -31,7 +31,7 @@ std::string BuildPacket(std::string_view sender, std::string_view command) {
 }
 
 std::string PrivateCommand(std::string_view line) {
-  line = core::Trim(line);  // or a leading blank would make the recipient empty
+  line = core::Trim(line);  // otherwise a leading blank would make the recipient empty
   const std::size_t blank = line.find(' ');
   const bool found = blank != std::string_view::npos;
   const std::string_view recipient = found ? line.substr(0, blank) : std::string_view();

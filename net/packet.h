@@ -26,8 +26,8 @@ inline constexpr char kHiddenMark = '_';
 inline constexpr std::string_view kPresence = "M/", kColour = "C/", kState = "S/", kLeave = "L/", kPrivate = "P/",
                                   kNotice = "B/";
 
-// Views into the packet's text. A bar that is the trail byte of a letter does not separate; each copy parses by its own
-// code page.
+// Views into the packet's text. A bar that is the trail byte of a character does not separate; each copy parses by its
+// own code page.
 struct Packet {
   std::string_view sender;    // up to the first bar, or everything when there is none
   std::string_view kind;      // the two characters after it, or fewer at the end of the packet

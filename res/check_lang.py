@@ -1,11 +1,11 @@
 """Checks res/Lang.con, which translators edit by hand and which the program splits at every comma without quoting.
 
-A mistake in it shows late (the reader stops the program at its start, or a wrong menu carries a wrong letter), so
-everything a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption language and the
+A mistake in it shows late (the program fails to start, or a menu in one language has a wrong mnemonic), so everything
+that a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption language and the
 mnemonics of every window in every language.
 
-Which texts there are, what they are in English and which of them are on the screen together is asked of the program's
-tables: a caption is written there as {1002, "&Alert"}, the code of any other text as a constant named k...Text.
+The texts, their English forms and the sets that are on the screen together are read from the program's tables: a caption
+is written there as {1002, "&Alert"}, the code of any other text as a constant named k...Text.
 
 Run: /usr/bin/python3 res/check_lang.py
 """
@@ -18,7 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[1]
 LANG_FILE = ROOT / "res" / "Lang.con"
 LANGUAGES = ["English", "Fran\xe7ais", "Deutsch", "Espa\xf1ol"]
 HIGHEST_LINES = 201
-MENU_TEXT_BYTES = 200  # the menu conversion reads an item's text into 201 bytes, the last of them zero
+MENU_TEXT_BYTES = 200  # the menu conversion reads an item's text into 201 bytes, the last of them NUL
 
 _STRING = r'"((?:[^"\\]|\\.)*)"'
 _CAPTION = re.compile(r"\{(\d{4,5}),\s*" + _STRING)
@@ -26,8 +26,8 @@ _TEXT_CODE = re.compile(r"\bint (k\w*Texts?\b[^;]*);")
 _TABLE = re.compile(r"\b(MenuRow|ToolButton)\b[^;={]*?\b(k\w+)\b[^;={]*= \{(.*?)\n?\};", re.DOTALL)
 _MENU_ROW = re.compile(r"\{(\d), [^{}]*?\{(\d{4,5}),\s*" + _STRING + r"\}([^}]*)\}")
 
-# The windows whose buttons share one alphabet with the menu bar and with each other: toolbars and menus by the names of
-# their tables, single buttons by their sources.
+# The windows whose buttons share one set of mnemonics with the menu bar and with each other: toolbars and menus by the
+# names of their tables, single buttons by their sources.
 WINDOWS = {
     "main window": ["kMainMenu", "kToolButtons"],
     "chat window": ["kChatMenu", "kChatButtons"],
@@ -40,7 +40,7 @@ WINDOWS = {
 
 
 class Program:
-    """What the sources say of texts."""
+    """The texts that the sources refer to."""
 
     def __init__(self):
         self.sources = {}
@@ -62,7 +62,7 @@ class Program:
         return {code for code, _ in self.captions} | self.messages | set(self.helps.values())
 
     def siblings(self):
-        """The codes of each menu's items, heads apart: they are on the screen together."""
+        """The codes of the items of each menu and sub-menu, which are on the screen together."""
         for name, rows in self.menus.items():
             path, groups = [], {}
             for number, (level, code, text, helps, _) in enumerate(rows):
@@ -73,7 +73,7 @@ class Program:
                 yield f"{name}, {place}", codes
 
     def together(self):
-        """Everything that shares one alphabet, as lists of codes."""
+        """Everything that shares one set of mnemonics, as lists of codes."""
         yield from self.siblings()
         for window, parts in WINDOWS.items():
             codes = []
@@ -143,7 +143,7 @@ class LanguageFile(unittest.TestCase):
                 self.assertEqual(text, text.strip(" "), "blank at an end")
                 self.assertNotIn("  ", text)
                 self.assertNotIn("\ufffd", text)
-                self.assertNotRegex(text, "[^ -~]\\|", "where letters have two bytes the bar would be part of this one")
+                self.assertNotRegex(text, "[^ -~]\\|", "the bar would be the trail byte of a double-byte character")
                 self.assertLessEqual(len(text.encode("cp1252")), MENU_TEXT_BYTES)
         for code in range(10300, 10304):
             self.assertEqual(len(set(self.texts[code])), 1, f"{code}: asked in the language that is chosen")

@@ -276,7 +276,7 @@ std::string_view WholeProgram::Violation() {
   return {};
 }
 
-// A language file may lack the words.
+// Without its words if the language file lacks them.
 std::string WholeProgram::ExpectedCounts() const {
   const auto listed = static_cast<std::int64_t>(users.lvUsers.Count()) - 1;
   const std::int64_t count = listed - static_cast<std::int64_t>(users.GroupLines().size());

@@ -42,7 +42,7 @@ def key(command, files, checks):
 
 
 def check(source, wanted):
-    """What clang-tidy objects to in a source; nothing if it has passed with this key before."""
+    """clang-tidy's findings for a source; none if it has passed with this key before."""
     stamp = PASSED / source.removeprefix(f"{ROOT}/").replace("/", "+")
     if os.environ.get("CI") != "true" and stamp.exists() and stamp.read_text() == wanted:
         return ""

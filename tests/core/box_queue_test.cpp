@@ -39,7 +39,7 @@ TEST(BoxQueue, DropsBoxesBeyondItsLimit) {
 }
 
 // A box that cannot be shown now is kept; one that throws must not block the next ones.
-TEST(BoxQueue, GoesOnAfterABoxThatFails) {
+TEST(BoxQueue, ContinuesAfterAFailingBox) {
   BoxQueue queue;
   for (const char* text : {"a", "b", "c"}) queue.Post({.text = text});
   EXPECT_THROW(queue.ShowAll([](const Box&) -> bool { throw std::bad_alloc(); }), std::bad_alloc);
@@ -63,7 +63,7 @@ TEST(BoxQueue, TruncatesTextsThatDoNotFitAtTheirEndOnly) {
   EXPECT_EQ(CutToFit({.text = zero, .closing = "!", .title = zero}, ten, ten).text, "ab!");
   EXPECT_EQ(CutToFit({.text = "", .title = "a title that is long"}, ten, ten).title, "a title...");
   const support::InCodePage japanese(932);
-  EXPECT_EQ(shown("a\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41", ""), "a\x83\x41\x83\x41\x83\x41...") << "by letters";
+  EXPECT_EQ(shown("a\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41", ""), "a\x83\x41\x83\x41\x83\x41...") << "by characters";
   EXPECT_EQ(shown("\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41", ""), "\x83\x41\x83\x41\x83\x41...");
 }
 

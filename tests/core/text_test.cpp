@@ -29,8 +29,8 @@ TEST(Text, FieldsBetweenBars) {
   EXPECT_EQ(BarField("user|users|online", 3), "");
 }
 
-// For each code page a capital and its lower-case form, a letter with "|" or the like as its trail byte, and two
-// letters whose trail bytes are a Latin letter in both cases.
+// For each code page a capital and its lower-case form, a character with "|" or the like as its trail byte, and two
+// characters whose trail bytes are a Latin letter in both cases.
 const struct TwoBytes {
   int codePage;
   std::string capital, small, other, upperByte, lowerByte;
@@ -41,7 +41,7 @@ const struct TwoBytes {
     {950, "\xA2\xE8", "\xA3\x43", "\xA5|", "\xA4\x41", "\xA4\x61"},
 };
 
-TEST(Text, TwoByteLettersStayWhole) {
+TEST(Text, DoubleByteCharactersStayWhole) {
   for (const TwoBytes& page : kTwoBytes) {
     const support::InCodePage in(page.codePage);
     SCOPED_TRACE(page.codePage);
@@ -62,7 +62,7 @@ TEST(Text, TwoByteLettersStayWhole) {
 // Bytes from the network may be invalid.
 TEST(Text, InvalidBytesAreUnchanged) {
   const support::InCodePage korean(949);
-  EXPECT_EQ(BarFields("Ren\xE9|A"), (Fields{"Ren\xE9", "A"})) << "no letter of this code page ends in a bar";
+  EXPECT_EQ(BarFields("Ren\xE9|A"), (Fields{"Ren\xE9", "A"})) << "no character of this code page ends in a bar";
   EXPECT_EQ(LowerCase("A\xE9 \xE9"), "a\xE9 \xE9");
   EXPECT_EQ(FirstLetter("\xE9"), "\xE9");
   const support::InCodePage japanese(932);

@@ -332,7 +332,7 @@ TEST_F(AnswerBudgetTest, HiddenNewcomersGetNoRepetition) {
   EXPECT_EQ(budget.Wait(now), std::nullopt);
 }
 
-TEST_F(AnswerBudgetTest, AJoiningIsRepeatedWhereManyAnswer) {
+TEST_F(AnswerBudgetTest, RepeatsTheJoinInLargeSegments) {
   for (const std::size_t names : {kFew, kFew + 1}) {
     budget.Begin(true, 1, now);
     if (budget.Ask(false, names, now) == Answer::Owed) {

@@ -175,14 +175,14 @@ TEST(Markup, HasColoursAndHangingIndents) {
                                 kFirst + " bob:\\'09z\\par\nbob:\\'09z\\par\n\\cf0 anna:\\'09w\\par\n}\n");
 }
 
-TEST(Markup, KeepsTextFromBeingTakenForMarkup) {
+TEST(Markup, EscapesTextThatLooksLikeMarkup) {
   Conversation said;
   Say(said, "{\\rtf1 \\b x}\t  caf\xE9~ ");
   EXPECT_EQ(MarkupOf(said), kHead + "}\n\\f0\\fs17"s + kFirst +
                                 "\\cf0 anna:\\'09\\{\\\\rtf1 \\\\b x\\}\\'09 \\'20caf\\'e9~ \\par\n}\n");
 }
 
-TEST(Markup, NamesTheCodePageAndKeepsItsLettersTogether) {
+TEST(Markup, NamesTheCodePageAndKeepsDoubleByteCharacters) {
   const support::InCodePage japanese(932);
   Conversation said;
   said.Add({"", "x", "\x83\x5C\x83\x61z\x83", 0, {99999}});

@@ -24,7 +24,7 @@ constexpr Twips kWidth{2000}, kHeight{1230};
 constexpr Size kPicture{{240}, {240}};
 
 // One tick too few leaves a popup clipped, one too many makes it jump: checks both ends of the slide.
-TEST(PopupMotion, SlidesFromOutsideItsCornerToTheFirstStepThatReachesTheAlertHeight) {
+TEST(PopupMotion, SlidesInToTheAlertHeight) {
   const struct {
     Corner corner;
     int left, top, alertHeight, rest;

@@ -50,7 +50,7 @@ TEST_F(Options, ProperCaseRaisesTheFirstCharacterOnly) {
   EXPECT_EQ(ProperCase("\xDFX"), "\xDFx");
 }
 
-TEST_F(Options, LettersOfTwoBytesAreNeitherLatinLettersNorBars) {
+TEST_F(Options, DoubleByteCharactersAreNeitherLatinLettersNorBars) {
   const support::InCodePage japanese(932);
   EXPECT_EQ(ProperCase("\x82\x81\x82\x60Z\x83\x5A"), "\x82\x60\x82\x81z\x83\x5A");
   EXPECT_EQ(Refusal("\x83\x41\x83\x5A"), kNameUnusableText);
@@ -59,7 +59,7 @@ TEST_F(Options, LettersOfTwoBytesAreNeitherLatinLettersNorBars) {
   EXPECT_EQ(GroupsOf(LinesOf(groups)), groups);
 }
 
-TEST_F(Options, OnlyClosedPiecesOfALineAreItsGroupAndEmptyGroupsAreNotKept) {
+TEST_F(Options, DropsUnterminatedMembersAndEmptyGroups) {
   const std::vector<Group> groups{{"F", {"anna", "bob"}}, {"G", {}}, {"H", {"", "x"}}};
   EXPECT_EQ(GroupsOf({"F|anna|bob|carla", "G|", "nothing", "H||x|"}), groups);
   EXPECT_EQ(LinesOf(groups), (Texts{"F|anna|bob|", "H||x|"}));

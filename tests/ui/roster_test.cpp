@@ -187,7 +187,7 @@ TEST_F(UserRosterTest, TheSelectionBecomesRecipientsOrIsBlocked) {
   EXPECT_EQ(roster.lblStat.Caption(), " 3 users online (-1)");
 }
 
-TEST_F(UserRosterTest, AFloodOfNamesIsListedUpToABound) {
+TEST_F(UserRosterTest, ListsAFloodOfNamesUpToALimit) {
   std::size_t listed = 0;
   for (std::size_t i = 0; i < UserRoster::kMaxRows + 5; ++i) listed += roster.AddUser(std::to_string(i));
   EXPECT_EQ(listed, UserRoster::kMaxRows - 1);

@@ -42,7 +42,7 @@ TEST(SaveName, TheTypedNameDecides) {
   EXPECT_EQ(Decided("\\tea", ".txt", "\\\\server\\share\\deep\\down"), "save \\\\server\\share\\tea.txt");
 }
 
-TEST(SaveName, PathsAreSplitByLetters) {
+TEST(SaveName, PathsAreSplitByCharacters) {
   const support::InCodePage japanese(932);
   EXPECT_EQ(Decided("\x83\x5C", ".txt", "C:\\\x83\x5C"), "save C:\\\x83\x5C\\\x83\x5C.txt");
   EXPECT_EQ(FolderOf(PathSteps("C:\\\x83\x5C\\b"), 2), "C:\\\x83\x5C\\");

@@ -48,7 +48,7 @@ TEST_F(BroadcastSocketTest, ReceivesItsOwnDatagramsInOrder) {
   EXPECT_EQ(heard, (std::vector<std::string>{"first", withZero, largest}));
 }
 
-TEST_F(BroadcastSocketTest, AClosedOneIsSilentAndMayBeOpenedAgain) {
+TEST_F(BroadcastSocketTest, SendsNothingWhileClosedAndReopens) {
   socket.Send("before it opens");
   socket.Open(kPort);
   socket.Send("never read");
@@ -83,7 +83,7 @@ TEST_F(BroadcastSocketTest, ABurstOfThousandsIsKept) {
 }
 
 // Posted messages have priority over input and timers: without throttling, a flood would block both. Timers are last.
-TEST_F(BroadcastSocketTest, AFloodLeavesRoomForTimers) {
+TEST_F(BroadcastSocketTest, TimersRunDuringAFlood) {
   static int ticks = 0;
   socket.Open(kPort);
   socket.WakeIn(100);

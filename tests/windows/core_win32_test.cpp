@@ -101,7 +101,7 @@ TEST(RunValue, IsWrittenAsPlainTextAndRemoved) {
   EXPECT_EQ(read(), "");
 }
 
-TEST(Boxes, AreCutOnlyIfTheirButtonWouldBeOffTheScreen) {
+TEST(Boxes, AreTruncatedOnlyIfTheirButtonWouldBeOffTheScreen) {
   const auto shown = [](const std::string& text, const char* closing) {
     const support::BoxAnswers answering;
     ShowBox({.text = text, .closing = closing, .icon = BoxIcon::Critical});

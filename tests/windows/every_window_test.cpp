@@ -137,7 +137,7 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
 using support::OneRefused;
 
 // A window that cannot be created completely leaves nothing behind, and opens when windows can be created again.
-TEST(EveryWindow, OpensWholeOrNotAtAll) {
+TEST(EveryWindow, OpensCompletelyOrFailsCleanly) {
   support::SetLanguage("English");
   const support::BoxAnswers answers;
   Desk desk;

@@ -75,7 +75,7 @@ class MainWindowTest : public testing::Test {
   std::shared_ptr<FrmMain> main = std::make_shared<FrmMain>(users, messenger, Commands());
 };
 
-TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
+TEST_F(MainWindowTest, MenuCommandsOpenTheirWindows) {
   for (const unsigned command : {mnuChatAll, mnuSndAll, mnuOpts, mnuAbout, mnuClose}) Choose(command);
   ::SendMessageA(main->hwnd(), WM_CLOSE, 0, 0);
   ::SendMessageA(main->hwnd(), WM_ENDSESSION, FALSE, 0);
@@ -91,7 +91,7 @@ TEST_F(MainWindowTest, MenuCommandsOpenWhatTheySay) {
   EXPECT_EQ(support::TextOf(StatusLine()), " 3 Benutzer online (-0)");
 }
 
-TEST_F(MainWindowTest, ToolbarActsOnTheSelectionAndRestsWithoutOne) {
+TEST_F(MainWindowTest, ToolbarIsDisabledWithoutASelection) {
   EXPECT_EQ(EnabledTools(), 0);
   Select(1);
   Select(3);

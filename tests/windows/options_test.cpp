@@ -222,7 +222,7 @@ TEST_F(OptionsDialog, GroupsAreEditedInTheTree) {
   EXPECT_EQ(after(kRemove, ""), " Friends>Bob");
 }
 
-TEST_F(OptionsDialog, ThePagesAndButtonsAnswerTheKeyboard) {
+TEST_F(OptionsDialog, PagesAndButtonsAreKeyboardAccessible) {
   Open();
   EXPECT_TRUE(Alt('s'));
   EXPECT_EQ(VisiblePage(), 2);

@@ -8,7 +8,7 @@ std::string Utf8(const wchar_t* wide) {
   const int size = ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
   std::string text(static_cast<std::size_t>(size), '\0');
   ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
-  text.pop_back();  // the zero
+  text.pop_back();  // the terminating NUL
   return text;
 }
 

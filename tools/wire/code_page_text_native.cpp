@@ -42,7 +42,7 @@ class Conversion {
       ::iconv(handle_, &in, &left, &out, &room);
       converted.append(buffer.data(), out);
     } while (left > 0 && left < before);
-    // Flushes: some code pages hold a letter back in case an accent follows.
+    // Flushes: some code pages hold a character back in case an accent follows.
     char* out = buffer.data();
     std::size_t room = buffer.size();
     ::iconv(handle_, nullptr, nullptr, &out, &room);
@@ -65,8 +65,8 @@ std::string_view FirstCharacter(std::string_view utf8) {
       0, static_cast<std::size_t>(std::find_if_not(utf8.begin() + 1, utf8.end(), isContinuation) - utf8.begin()));
 }
 
-// Builds the lower-case table of a single-byte code page from that of Unicode. A letter whose lower case is not in the
-// code page maps to itself.
+// Builds the lower-case table of a single-byte code page from that of Unicode. A character whose lower case is not in
+// the code page maps to itself.
 core::CodePage PageOfBytes(int number) {
   std::setlocale(LC_CTYPE, "C.UTF-8");
   const std::string name = NameOf(number);

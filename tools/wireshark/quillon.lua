@@ -7,7 +7,7 @@ local PORT = 1414
 
 local quillon = Proto("quillon", "Quillon")
 
--- A packet does not contain its code page. In double-byte code pages, a bar may be the trail byte of a letter.
+-- A packet does not contain its code page. In double-byte code pages, a bar may be the trail byte of a character.
 local CODE_PAGES = {
   [1250] = { encoding = ENC_WINDOWS_1250 },
   [1251] = { encoding = ENC_WINDOWS_1251 },

@@ -85,7 +85,7 @@ void Conversation::Add(const ChatLine& line) {
   }
 }
 
-// A failure leaves no start without a line.
+// Strong guarantee: a failure removes the start again.
 void Conversation::Block::Append(const std::string& line) {
   starts.push_back(static_cast<std::uint16_t>(bytes.size()));
   try {

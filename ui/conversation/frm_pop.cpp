@@ -99,7 +99,7 @@ void FrmPop::PlaceAndShow() {
   ::SetTimer(hwnd(), kAniTimer, kSlideInterval, nullptr);
 }
 
-// Fits its text to the screen again, because its buttons must stay in reach.
+// Lays out again so that the buttons stay on the screen.
 void FrmPop::FollowTheScreen() {
   Build();
   Point rest = StartPosition();

@@ -32,8 +32,8 @@ std::string WithoutTabs(const std::string& text) {
   return plain;
 }
 
-// Widths of letters in the font of a device context, cached per text: thousands of short lines would cost thousands of
-// calls.
+// Widths of characters in the font of a device context, cached per text: thousands of short lines would cost thousands
+// of calls.
 class LetterWidths {
  public:
   explicit LetterWidths(HDC dc) : dc_(dc) { ofBytes_.fill(kUnknown); }
@@ -44,7 +44,7 @@ class LetterWidths {
     return width;
   }
 
-  // The size in bytes of the first letters that fit into the width.
+  // The size in bytes of the first characters that fit into the width.
   std::size_t FitInto(std::string_view text, int width) {
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -55,7 +55,7 @@ class LetterWidths {
   }
 
  private:
-  // Removes the first letter of a text; returns its width.
+  // Removes the first character of a text; returns its width.
   int Take(std::string_view& text) {
     const std::string_view letter = core::FirstLetter(text);
     text.remove_prefix(letter.size());
@@ -79,7 +79,7 @@ MessageLabel::~MessageLabel() {
 }
 
 void MessageLabel::Create(HWND parent, const std::string& text) {
-  shown_ = WithoutTabs(text.c_str());  // like a text box, ends at a zero byte
+  shown_ = WithoutTabs(text.c_str());  // like a text box, ends at a NUL
   hwnd_ = toolkit::Created(::CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0,
                                              parent, nullptr, toolkit::Instance(), nullptr));
   ::SetWindowTextA(hwnd_, text.c_str());  // the text passed to CreateWindow is limited to 32 K characters

@@ -1,5 +1,5 @@
 // The text of an alert: as wide as its longest line, wrapped only when the screen is too narrow, with a scroll bar only
-// when it is too low. "&" is literal.
+// when the screen is not tall enough. "&" is literal.
 #pragma once
 
 #include <windows.h>

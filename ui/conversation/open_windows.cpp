@@ -29,7 +29,7 @@ std::shared_ptr<FrmCom> OpenWindows::Composer() {
   try {
     opened->Load();
   } catch (...) {
-    composer_.reset();  // or it would block all later ones
+    composer_.reset();  // otherwise it would block all later ones
     throw;
   }
   return opened;

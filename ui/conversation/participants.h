@@ -67,13 +67,13 @@ class Participants {
   Changes seen_;
 };
 
-// lstUsers: the names that a chat window offers for adding.
 // The limit of names in one menu. More are grouped into sub-menus of about kInGroup.
 inline constexpr std::size_t kMaxInMenu = 500, kInGroup = 100;
 
 // The first index of each group for so many names; a single group when they are few.
 std::vector<std::size_t> GroupsOf(std::size_t names);
 
+// lstUsers: the names that a chat window offers for adding.
 class UsersOnline {
  public:
   // Takes over the names of the main window's list, in its order and without groups. True when they have changed. Only

@@ -89,7 +89,7 @@ inline constexpr Twips kPictureLeft{155};  // aligned with the text, which has a
 inline constexpr Twips kGlyphSide{285};    // of the close and drop-down buttons
 
 // The largest text label of a popup that fits on the screen at this distance from the edge, allowing for the last step
-// of the slide; longer texts are wrapped, then scrolled. Leaves at least a few lines on a low screen.
+// of the slide; longer texts are wrapped, then scrolled. Leaves at least a few lines on a small screen.
 constexpr Size LargestLabel(ScreenSize screen, Twips pictureHeight, Twips rest) {
   constexpr Twips readable{1200};
   const Twips left = screen.height - kStep - pictureHeight - kAroundText - std::max(rest, Twips{0});

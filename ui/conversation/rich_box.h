@@ -19,7 +19,7 @@ class RichBox {
   using Copied = std::function<std::string()>;
 
   // Creates a child of the window, which gets WM_COMMAND with the code EN_VSCROLL whenever the user may have scrolled.
-  // `copied` lives longer than the control. Null when it cannot be created.
+  // `copied` must outlive the control. Null when it cannot be created.
   static HWND Make(HWND parent, const Copied& copied);
 
   explicit RichBox(HWND hwnd = nullptr) : hwnd_(hwnd) {}
@@ -58,7 +58,7 @@ class RichBox {
   // Inserts the markup of whole paragraphs at the caret.
   void InsertMarkup(const std::string& markup) const;
 
-  // Puts a paragraph's end in.
+  // Inserts a paragraph end.
   void BreakAt(LONG character) const;
 
   void Remove(LONG from, LONG to) const;

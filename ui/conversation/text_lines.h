@@ -7,7 +7,7 @@
 
 namespace conversation {
 
-// Returns the size in bytes of the leading letters that fit into a line, of a text without line breaks.
+// Returns the size in bytes of the leading characters that fit into a line, of a text without line breaks.
 using FitCount = std::function<std::size_t(std::string_view)>;
 
 // The lines, as views into `text`. A line break (CR LF, CR, LF) ends a line, so one at the end does not start another.

@@ -105,7 +105,7 @@ void FrmSplash::CreateControls() {
   const int line = std::max(Px(16_dp), static_cast<int>(toolkit::MeasureText(toolkit::DialogFont(), kDoing).cy));
   Picture1 = toolkit::RectOf(AreaAt(margin, (client.bottom - picture) / 2, picture, picture));
   picDot = toolkit::RectOf(AreaAt(left, top + Px(26_dp), dot, dot));
-  // Into the margin: the last letter may overhang what was measured.
+  // Into the margin: the last character may overhang what was measured.
   label_->Load(hwnd(), kDoing, AreaAt(left, top, client.right - left, line), toolkit::DialogFont(),
                ::GetSysColor(COLOR_WINDOWTEXT));
   const int version = left + dot + margin / 2;

@@ -21,7 +21,7 @@ int UserRoster::CountRows(std::string_view text) const { return static_cast<int>
 
 std::size_t UserRoster::CountUsers() const {
   const std::size_t others = groupRows_ + 1;
-  return std::max(lvUsers.Count(), others) - others;  // a user may have the name of such a row
+  return std::max(lvUsers.Count(), others) - others;  // a user named like a group row can make the count too small
 }
 
 // Sets the correct icon at once, so that a newcomer does not need an update of all rows.
@@ -89,7 +89,7 @@ int UserRoster::IconOf(std::string_view user) const {
 
 void UserRoster::MarkRows(std::string_view user) {
   if (IsSpecialRow(user)) return;
-  const bool stale = std::exchange(marksAreStale_, true);  // they are if looking for the rows fails
+  const bool stale = std::exchange(marksAreStale_, true);  // stays set if the lookup throws
   for (const auto* row : lvUsers.AllWithText(user)) lvUsers.SetIcon(*row, IconOf(user));
   marksAreStale_ = stale;
 }
@@ -102,7 +102,7 @@ void UserRoster::MarkAllRows() {
   }
 }
 
-// Runs on every packet, and replaces a help text too.
+// Runs on every packet. Replaces a help text that is being shown, too.
 void UserRoster::UpdateStat() {
   const Counted now{lvUsers.Count(), lstGroups.size(), lstBlock.size(), core::LanguageGeneration()};
   if (counted_ != now) {

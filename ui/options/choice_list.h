@@ -18,7 +18,7 @@ class ChoiceList {
 
   HWND hwnd() const { return hwnd_; }
 
-  // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
+  // The result of a WM_NOTIFY that the parent window received; 0 when it came from another control.
   LRESULT OnNotify(NMHDR& header) const;
 
   void Clear() { ListView_DeleteAllItems(hwnd_); }

@@ -19,7 +19,7 @@ class GroupTree {
   static constexpr DWORD kStyle =
       TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP | WS_TABSTOP;
 
-  // The answer to a WM_NOTIFY that the parent window received; 0 when it came from another control.
+  // The result of a WM_NOTIFY that the parent window received; 0 when it came from another control.
   LRESULT OnNotify(NMHDR& header) const;
 
   void Attach(HWND treeView, HIMAGELIST pictures);

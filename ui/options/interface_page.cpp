@@ -28,7 +28,7 @@ constexpr toolkit::ToolButton kSoundButtons[] = {
     {kTestButton, {2013, "&Test"}, res::kToolbarTest},
 };
 
-// The languages on offer, whatever the language file contains, and for each the question whether to switch to it.
+// The languages offered, whatever the language file contains, and for each the question whether to switch to it.
 constexpr const char* kLanguages[] = {"English",
                                       "Fran\xE7"
                                       "ais",
@@ -194,7 +194,7 @@ std::optional<std::string> InterfacePage::SelectedLanguage() const {
 
 void InterfacePage::WriteLanguage() { core::gLanguage = SelectedLanguage().value_or(core::gLanguage); }
 
-// The question is put in the selected language, and in English too, in case it was selected by mistake.
+// The question is asked in the selected language and in English, in case the language was selected by mistake.
 void InterfacePage::ChangeLanguage() {
   const auto chosen = SelectedLanguage();
   if (!chosen || *chosen == core::gLanguage) return;

@@ -9,13 +9,13 @@
 
 namespace options {
 
-// The text that refuses a screen name, 0 when the name is fine.
+// Codes of the messages that refuse a screen name.
 inline constexpr int kNameInUseText = 2204, kNameUnusableText = 2205;
 
 // Checks a trimmed screen name. It must not be in use, must contain a letter A-Z or a digit, so that it can be
 // displayed and typed everywhere, and must not contain a vertical bar, which separates the fields of a packet. The
 // user's own row does not count as a use of the name, unless the present name belongs to another user
-// (`ownNameIsTaken`, the conflict at start-up).
+// (`ownNameIsTaken`, the conflict at start-up). Returns the code of the message, 0 when the name is valid.
 int RefusalOf(std::string_view name, const core::Roster& users, bool ownNameIsTaken);
 
 // The first character in upper case, the rest in lower case: "jOHN smITH" becomes "John smith".
@@ -34,7 +34,7 @@ std::vector<Group> GroupsOf(const std::vector<std::string>& lines);
 // The lines of the groups, in order. Groups without members are left out.
 std::vector<std::string> LinesOf(const std::vector<Group>& groups);
 
-// The sounds on offer for a new message.
+// The sounds offered for a new message.
 struct Sound {
   std::string key;   // as it is stored and played: "(S)", "(B)", or a file name that ends in ".wav"
   std::string text;  // as it is listed; empty for silence and beep

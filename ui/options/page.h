@@ -13,7 +13,7 @@
 
 namespace options {
 
-// A child window that holds the controls of some settings, and that answers for them.
+// A child window with the controls of some settings, which handles their messages.
 class Page : public toolkit::Window {
  public:
   // Creates the page, hidden and without a size, with its controls in their Tab order.
@@ -22,7 +22,7 @@ class Page : public toolkit::Window {
   // Fills the lists of choices. Called once, after the captions were set and before the page gets its size.
   virtual void Fill() {}
 
-  // Gives the controls their places in the page.
+  // Places the controls in the page.
   void LayOut() override = 0;
 
   // Copy the settings into the controls, and back. A setting keeps its value while nothing is selected for it.
@@ -32,7 +32,7 @@ class Page : public toolkit::Window {
   // The control that gets the focus when the page is shown.
   virtual HWND FirstControl() const = 0;
 
-  // Enter was pressed; true when the page has used it.
+  // Called when Enter was pressed; true when the page has handled it.
   virtual bool OnEnter() { return false; }
 
   // True while the page takes mnemonics that its buttons share with the dialog's.
@@ -57,7 +57,7 @@ class Page : public toolkit::Window {
 
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 
-  // The answer to a WM_NOTIFY.
+  // The result of a WM_NOTIFY.
   virtual LRESULT OnNotify(NMHDR&) { return 0; }
 };
 

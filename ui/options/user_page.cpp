@@ -56,7 +56,7 @@ void DrawSwatch(HDC dc, const RECT& box, COLORREF colour) {
   ::FrameRect(dc, &box, ::GetSysColorBrush(COLOR_BTNSHADOW));
 }
 
-// The answer to a WM_CTLCOLOR message: text of this colour on the background of a text box.
+// The result of a WM_CTLCOLOR message: text of this colour on the background of a text box.
 LRESULT ColourText(WPARAM dc, std::int32_t colour) {
   ::SetTextColor(reinterpret_cast<HDC>(dc), toolkit::TextColour(colour));
   ::SetBkColor(reinterpret_cast<HDC>(dc), ::GetSysColor(COLOR_WINDOW));

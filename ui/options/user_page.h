@@ -32,10 +32,10 @@ class UserPage : public Page {
   void AddCols();                    // the swatches
   void SetCol(std::int32_t colour);  // selects its swatch; a colour that has none changes nothing
 
-  // The text that refuses the name, 0 when the name is fine; see RefusalOf.
+  // The code of the message that refuses the name, 0 when the name is valid; see RefusalOf.
   int Refusal(const core::Roster& users, bool ownNameIsTaken) const;
 
-  // Answers kNameLeft: trims the name in place; true when it is empty then. Only while the focus stays in this dialog,
+  // Handles kNameLeft: trims the name in place; true when it is empty then. Only while the focus stays in this dialog,
   // not when the user switches to another program.
   bool IsNameMissing();
 

@@ -17,14 +17,14 @@ namespace toolkit {
 inline void ShowSelectionPlainly(NMLVCUSTOMDRAW& draw) {
   const HWND list = draw.nmcd.hdr.hwndFrom;
   if (::GetFocus() == list || !ListView_GetItemState(list, draw.nmcd.dwItemSpec, LVIS_SELECTED)) return;
-  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or the list uses the pale colours nevertheless
+  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // otherwise the list still uses the pale colours
   draw.clrText = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
   draw.clrTextBk = ::GetSysColor(COLOR_HIGHLIGHT);
 }
 
 // The whole text of an item: a name from the network may be as long as a datagram, and these controls truncate the text
-// to the buffer without telling its length. `copy(buffer, size)` makes the control copy it; size includes the closing
-// zero.
+// to the buffer without telling its length. `copy(buffer, size)` makes the control copy it; size includes the
+// terminating NUL.
 template <class Copy>
 std::string ItemText(Copy copy) {
   constexpr std::size_t usual = 256;
@@ -32,7 +32,7 @@ std::string ItemText(Copy copy) {
     std::string text(size, '\0');
     copy(text.data(), static_cast<int>(size));
     text.resize(std::strlen(text.c_str()));   // a truncated text need not be terminated
-    if (text.size() + 2 < size) return text;  // not truncated: another letter, even of two bytes, would have fit
+    if (text.size() + 2 < size) return text;  // not truncated: even a double-byte character would have fit
   }
 }
 

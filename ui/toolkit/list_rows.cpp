@@ -107,7 +107,7 @@ const ListRow& ListRows::Add(ListRow row) {
   return Enter(*slots_.back().row);
 }
 
-// There is room for it, and so nothing can fail.
+// Cannot fail: MakeRoom has reserved the space.
 const ListRow& ListRows::Enter(Row& added) {
   ++nextId_;
   byText_->Insert(added, core::NameHash()(added.text));

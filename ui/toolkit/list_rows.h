@@ -33,12 +33,12 @@ class ListRows {
   ListRows& operator=(const ListRows&) = delete;
 
   // Appends a row. Throws core::Err::KeyNotUnique when the key exists. The reference is valid until the row is removed.
-  // A failure changes nothing.
+  // Strong guarantee.
   const ListRow& Add(ListRow row);
   void Remove(const ListRow& row);
   void Clear();
 
-  // This row alone is left. A failure changes nothing: no list is without its everybody row because memory was short.
+  // Replaces all rows by this one. Strong guarantee: out of memory must not lose the (All) row.
   const ListRow& ReplaceAll(ListRow row);
 
   std::size_t Count() const { return count_; }

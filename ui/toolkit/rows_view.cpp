@@ -19,8 +19,8 @@ LVITEMA StateOf(bool selected) {
   return item;
 }
 
-// A vertical scroll bar would cover the end of the columns by a few pixels, which must not add a horizontal one.
-// Truncated texts have tool-tips.
+// Suppresses the horizontal scroll bar that appears when a vertical one narrows the client area. Truncated texts have
+// tool-tips.
 LRESULT CALLBACK WithoutSideBar(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
   if (message == WM_NCCALCSIZE) {
     const LONG_PTR style = ::GetWindowLongPtrA(list, GWL_STYLE);

@@ -31,7 +31,7 @@ class RowsView {
   // nothing has changed since the last call.
   void Sync();
 
-  // Answers the control's notifications; true when `result` is the answer.
+  // Handles the control's notifications; true when `result` is to be returned.
   bool Notify(const NMHDR& header, LPARAM lParam, LRESULT& result);
 
  private:

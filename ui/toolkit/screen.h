@@ -54,7 +54,7 @@ void SetArea(HWND window, const Area& area);
 HFONT DialogFont();
 HFONT BoldDialogFont();
 
-// The character set of fonts that have the letters of the system's ANSI code page, such as SHIFTJIS_CHARSET.
+// The character set of fonts that have the characters of the system's ANSI code page, such as SHIFTJIS_CHARSET.
 int SystemCharset();
 
 // The height of a line in the dialog font, pixels.

@@ -31,7 +31,7 @@ std::wstring Unselected(HWND box) {
   return text.erase(std::min<std::size_t>(start, text.size()), end - start);
 }
 
-// The number of letters that fit whatever their size. A text that does not fit may fit in two steps, since the
+// The number of characters that fit whatever their size. A text that does not fit may fit in two steps, since the
 // remaining space is computed again.
 void SetLimit(HWND box, int bytes) {
   const std::wstring text = Unselected(box);

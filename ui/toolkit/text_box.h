@@ -8,8 +8,8 @@
 
 namespace toolkit {
 
-// Limits what can be typed and pasted to so many bytes. The system's own limit counts letters, and that many two-byte
-// letters may not fit into a datagram. Texts that the program sets are not limited.
+// Limits what can be typed and pasted to so many bytes. The system's own limit counts characters, and that many
+// double-byte characters may not fit into a datagram. Texts that the program sets are not limited.
 void LimitBytes(HWND box, std::size_t bytes);
 
 // Handles a WM_KEYDOWN of a multi-line text box: Tab moves the focus, Ctrl+A selects all, Escape is ignored. True when

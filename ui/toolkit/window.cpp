@@ -246,7 +246,7 @@ bool Window::Translate(MSG& message) {
   return false;
 }
 
-// Null for windows of others, such as message boxes, which use GWLP_USERDATA differently. Checks the class's procedure,
+// Null for foreign windows, such as message boxes, which use GWLP_USERDATA differently. Checks the class's procedure,
 // since the window's own one may be subclassed by its menus.
 Window* Window::Of(HWND hwnd) {
   const bool ours = hwnd && ::GetClassLongPtrA(hwnd, GCLP_WNDPROC) == reinterpret_cast<ULONG_PTR>(&Window::Procedure);
@@ -273,7 +273,7 @@ void Window::RaiseNext() const {
 
 namespace {
 
-// IsDialogMessageA would only pass such a letter on, and some other desktops pass on its two bytes one by one.
+// IsDialogMessageA would only pass on such a character, and some other desktops pass on its two bytes one by one.
 bool GoesToText(const MSG& message) {
   return message.message == WM_CHAR && (::SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTCHARS) != 0;
 }

@@ -93,17 +93,16 @@ class Window : public std::enable_shared_from_this<Window> {
   // Creates a toolbar with mnemonics and keyboard support.
   void AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons);
 
-  // What screen readers call a part that shows no text of its own; an authored caption names it without its marks.
-  // Given to `show`, as AddCaption does, or to the control that is created next: by a label before it in the order of
-  // Tab, which nobody sees.
+  // Adds the name that screen readers announce for a part without a text of its own; marks of the caption language are
+  // removed. Passed to `show`, or attached to the next control by a hidden label before it in the tab order.
   void AddName(Caption name, std::function<void(const std::string& name)> show);
   void AddName(const Caption& name);
 
   // Sets the window's menu.
   void AddMenu(WindowMenu& menu);
 
-  // Hands a text to `show` now and after each change of the language, in the language of the window around this one if
-  // this is a child of it. AddControl and AddToolbar do so with theirs.
+  // Calls `show` now and after each language change; a child uses its top-level window's language. AddControl and
+  // AddToolbar do this for their captions.
   void AddCaption(const Caption& caption, std::function<void(const std::string& text)> show);
 
   // Places all controls; also called when captions have changed.

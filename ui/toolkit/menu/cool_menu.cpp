@@ -9,8 +9,7 @@
 namespace toolkit {
 namespace {
 
-// The subclass procedure. Without an object it only forwards: somebody subclassed the window after us and still calls
-// us.
+// The subclass procedure. Only forwards once the object is gone: a later subclass may still call it.
 struct Hook {
   WNDPROC prevProc;
   WndCoolMenu* object;
@@ -92,7 +91,7 @@ void WndCoolMenu::Convert() {
   ForgetMissing();
 }
 
-// Others delete items too, for instance when a list of users is rebuilt.
+// Other code deletes items too, for instance when a list of users is rebuilt.
 void WndCoolMenu::ForgetMissing() {
   std::vector<CMyItemDatas::Key> present;
   for (const HMENU root : Roots()) CollectKeys(root, items_, present);

@@ -14,7 +14,7 @@ std::string_view LastCharacters(std::string_view text, std::size_t count) {
 }
 
 // Backtracks to the last "*" only, so the time is at most the product of the two lengths. PathMatchSpec takes
-// exponential time: five stars and a name of 250 letters took 3.6 s (Wine 8), six stars a hundred times as long.
+// exponential time: five stars and a name of 250 characters took 3.6 s (Wine 8), six stars a hundred times as long.
 bool MatchesOne(std::string_view name, std::string_view pattern) {
   std::string_view behindStar, resume;
   bool starred = false;
