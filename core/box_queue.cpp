@@ -15,7 +15,7 @@ std::string Cut(std::string_view text, std::size_t length, std::string_view clos
   return std::string(LeadingLetters(text, length)).append(kCut).append(closing);
 }
 
-// A message box stops at a NUL, so the closing sentences have to come before it.
+// A message box stops at a NUL, so the closing sentences must come before it.
 std::string Fitting(std::string_view text, std::string_view closing, const Fits& fits) {
   text = text.substr(0, text.find('\0'));
   if (std::string whole = std::string(text).append(closing); fits(whole)) return whole;

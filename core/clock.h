@@ -20,7 +20,7 @@ constexpr std::uint32_t TicksSince(std::int32_t then, std::int32_t now) {
   return static_cast<std::uint32_t>(now) - static_cast<std::uint32_t>(then);
 }
 
-// The tick count so many milliseconds later.
+// The tick count this many milliseconds later.
 constexpr std::int32_t TicksAfter(std::int32_t now, std::uint32_t milliseconds) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(now) + milliseconds);
 }

@@ -10,7 +10,7 @@ namespace core {
 // block all further packets.
 void RunPendingEvents();
 
-// Sleeps until an event arrives, or for so many milliseconds.
+// Sleeps until an event arrives, at most for the given number of milliseconds.
 void WaitForEvent(std::int32_t milliseconds);
 
 }  // namespace core

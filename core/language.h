@@ -10,7 +10,7 @@
 namespace core {
 
 // Loads the texts of gLanguage; a language that is not in the file becomes "English". Throws the file's error,
-// Err::TypeMismatch for a code that is no number, Err::SubscriptOutOfRange for a 202nd line or an 11th field, and
+// Err::TypeMismatch for a code that is not a number, Err::SubscriptOutOfRange for a 202nd line or an 11th field, and
 // Err::TypeMismatch, after a message box and a log line, when the file has no English either. On failure the texts of
 // the last successful load stay.
 void LoadLang();

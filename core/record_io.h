@@ -35,7 +35,7 @@ class RecordReader {
   // The next field, quoted or bare. Throws Err::InputPastEnd at the end of the text.
   std::string Text();
 
-  // The next field as a number, 0 when it is none. Throws Err::InputPastEnd, and Err::Overflow when it does not fit.
+  // The next field as a number, 0 when it is not one. Throws Err::InputPastEnd, and Err::Overflow when it does not fit.
   std::int32_t Int32();
 
   void SkipEmptyRecord();

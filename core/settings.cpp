@@ -29,8 +29,8 @@ using Global = std::variant<std::string*, std::int16_t*, std::int32_t*>;
 // How a field is read and written.
 enum class Form {
   Text,            // quoted
-  Number,          // 0 when the text is no number
-  DeferredNumber,  // converted after the whole record is read; fails when the text is no number
+  Number,          // 0 when the text is not a number
+  DeferredNumber,  // converted after the whole record is read; fails when the text is not a number
   Place,           // of the main window: a 16-bit number
 };
 

@@ -10,7 +10,7 @@ namespace core {
 // load libraries for it.
 void SearchSystemLibrariesOnly();
 
-// Loads a library from the system's folder by its full path and never frees it; null when there is none of that name.
+// Loads a library from the system's folder by its full path and never frees it; null when there is none with that name.
 HMODULE LoadSystemLibrary(const char* name);
 
 }  // namespace core

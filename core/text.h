@@ -22,10 +22,10 @@ std::string UpperCase(std::string_view letter);
 // The first character of a text; empty for an empty text.
 std::string_view FirstLetter(std::string_view text);
 
-// As many whole characters from the beginning of a text as fit into so many bytes.
+// As many whole characters from the beginning of a text as fit into this many bytes.
 std::string_view LeadingLetters(std::string_view text, std::size_t bytes);
 
-// The position of an ASCII text in another one, npos if not found. Trail bytes do not match: a "|" that is one is no
+// The position of an ASCII text in another one, npos if not found. Trail bytes do not match: a "|" that is one is not a
 // bar. `start` must be the beginning of a character.
 std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start = 0);
 std::size_t FindLast(std::string_view text, std::string_view ascii);

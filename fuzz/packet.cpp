@@ -1,5 +1,5 @@
 // Arbitrary bytes as a session of datagrams, one a line, through the dispatcher into the real roster. The first byte
-// chooses the code page, the own state, and whether the own name is hidden. While a chat window opens, the next
+// chooses the code page, the user's state, and whether the user's name is hidden. While a chat window opens, the next
 // datagram arrives (re-entrancy).
 #include <algorithm>
 #include <memory>

@@ -16,7 +16,7 @@ struct AnswerLimits {
     std::uint32_t least, most;
   };
 
-  // Up to so many names (including the own one, and perhaps one that ended without leaving) everybody answers
+  // Up to this many names (including the copy's own, and perhaps one that ended without leaving) everybody answers
   // everything: a start among n copies takes about 9 n^2 packets.
   std::size_t fewNames = 6;
 
@@ -24,7 +24,7 @@ struct AnswerLimits {
   // together need 68 answers from the one that runs.
   std::uint32_t maxAtOnce = 72;
 
-  // Among more names, all copies together answer so many at once: 255 packets, since the smallest receive buffer in
+  // Among more names, all copies together answer this many at once: 255 packets, since the smallest receive buffer in
   // use, 64 kB, holds 256. Larger budgets were worse: with 16 for each copy among up to forty, and one second's worth
   // beyond, a start among twenty takes 72 packets for each copy, not 37, and two hundred old machines lose 160 of the
   // answers.
@@ -62,7 +62,7 @@ class AnswerBudget {
   // Begins a stay on the network, under a listed or a hidden name. Different seeds make copies choose different times.
   void Begin(bool listed, std::size_t seed, std::int32_t now);
 
-  // Ends the stay and drops what is owed.
+  // Ends the stay and drops an owed answer.
   void End() { owed_ = again_ = joined_ = std::nullopt; }
 
   // Requests an answer to a newcomer, who is listed or hidden. `names` is the number of names heard.
@@ -88,7 +88,7 @@ class AnswerBudget {
 
   AnswerLimits limits_;
   std::minstd_rand random_;
-  bool listed_ = false;    // the own name
+  bool listed_ = false;    // this copy's own name
   std::size_t names_ = 0;  // at the last question
   std::size_t taken_ = 0;  // immediate answers, less those refilled
   std::int32_t refilled_ = 0;

@@ -21,8 +21,8 @@ class DatagramPort {
   // until it is up again.
   virtual void Send(std::string_view bytes) = 0;
 
-  // Calls the owner back after so many milliseconds or a little later, unless the port is closed by then. A second call
-  // replaces the first one.
+  // Calls the owner back after this many milliseconds or a little later, unless the port is closed by then. A second
+  // call replaces the first one.
   virtual void WakeIn(std::uint32_t milliseconds) = 0;
 };
 

@@ -157,7 +157,7 @@ void Dispatcher::TakeState(const Packet& packet) {
   LogUnknownData(packet.argument, packet.sender);
 }
 
-// The user's own chat lines reach the own windows this way, by broadcast; own alerts are not shown.
+// The user's own chat lines reach this copy's windows this way, by broadcast; own alerts are not shown.
 void Dispatcher::TakeText(const Packet& packet) {
   if (packet.argument.empty() || roster_.IsBlocked(packet.sender)) return;
   if (!packet.argument.starts_with(kChatMark) && IsOwnName(packet.sender)) return;

@@ -20,7 +20,7 @@ namespace net {
 // A set of names whose entries expire after ten seconds: senders with hidden names, and senders that were answered.
 class RecentNames {
  public:
-  // The listening time of a start: a hidden name is gone after it, and nobody starts again sooner.
+  // The duration of listening at start-up: its hidden name has left by then, and no copy starts twice within it.
   static constexpr std::uint32_t kSpan = 10000;  // milliseconds
 
   // Further names are ignored: they would make no difference, and a flood of invented names must not exhaust the
@@ -49,7 +49,7 @@ class Dispatcher {
   static constexpr std::size_t kMaxWaiting = 10000, kMaxWaitingBytes = 16 * 1024 * 1024;
   static constexpr std::size_t kMaxHiddenNames = 1000;
 
-  // Lines lost because no window could be opened are logged once per sender and interval, for so many senders at most.
+  // Lines lost because no window could be opened are logged once per sender and interval, up to a number of senders.
   static constexpr std::uint32_t kLossInterval = 60000;  // milliseconds
   static constexpr std::size_t kMaxLossesNoted = 1000;
 

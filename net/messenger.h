@@ -35,7 +35,7 @@ class Messenger {
   // Sends the answers that are due. To be called when the port wakes its owner.
   void SendOwed();
 
-  // Announce the own colour and state.
+  // Announce the user's colour and state.
   void SendColour();
   void SendState();
 

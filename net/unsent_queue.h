@@ -1,4 +1,4 @@
-// Datagrams that wait until the network is back.
+// Datagrams queued until the network is back.
 #pragma once
 
 #include <deque>
@@ -11,7 +11,7 @@ class UnsentQueue {
  public:
   static constexpr std::size_t kMaxCount = 100, kMaxBytes = 1024 * 1024;
 
-  // Appends a datagram. A repeated name, colour or state replaces the one that waits: answers to others, who are still
+  // Appends a datagram. A repeated name, colour or state replaces the queued one: answers to others, who are still
   // heard while sending fails, must not displace texts. Returns false, and keeps the queue, if the datagram does not
   // fit.
   bool Add(std::string_view bytes);

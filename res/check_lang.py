@@ -129,7 +129,7 @@ class LanguageFile(unittest.TestCase):
 
     def test_codes_and_fields(self):
         codes = [int(row[0]) for row in self.fields[1:]]
-        self.assertEqual(codes, sorted(set(codes)), "each code once, rising: texts asked in file order are found at once")
+        self.assertEqual(codes, sorted(set(codes)), "each code once, ascending: texts requested in file order are found at once")
         self.assertEqual(set(codes) ^ self.program.codes(), set(), "in the file or in the program, but not in both")
         self.assertLessEqual(len(codes), HIGHEST_LINES)
         for row in self.fields[1:]:

@@ -1,5 +1,5 @@
 // Keeps a file open without sharing it, as a backup program may, until its input ends: holder FILE. Prints a line once
-// it has the file.
+// the file is open.
 #include <windows.h>
 
 #include <cstdio>

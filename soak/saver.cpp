@@ -1,7 +1,6 @@
-// Saves a file repeatedly, in the same way as the settings, until it is killed: saver FOLDER PATH. What earlier
-// ones left in the folder goes first. Each text repeats its
-// number in a varying number of lines, so that successive texts differ in size, and ends in "end". Prints the number
-// after each save.
+// Saves a file repeatedly, in the same way as the settings, until it is killed: saver FOLDER PATH. First deletes what
+// earlier ones left in the folder. Each text repeats its number in a varying number of lines, so that successive texts
+// differ in size, and ends in "end". Prints the number after each save.
 #include <cstdio>
 #include <string>
 

@@ -37,8 +37,8 @@ TEST(LanguageTable, UsesTheColumnOfTheLanguage) {
       {"Code,English,Deutsch\r\n1001,one, eins \r\n 1002 ,two,zwei,more", "Deutsch", 0, 1002, "zwei"},
       {"Code,English,Deutsch\r\n1001,one,eins\r\n1002,two\ncut,zwei\r\n", "Deutsch", 13, 1002, "(unknown)"},
       {"Code,A,B,C\r\n1,a1,b1,c1\r\n2,a2,b2\r\n3,a3\r\n", "C", 0, 2, ""},  // one field short: emptied
-      {"Code,A,B,C\r\n1,a1,b1,c1\r\n2,a2,b2\r\n3,a3\r\n", "C", 0, 3, ""},  // and still so
-      {"Code,A,B,C\r\n1,a1,b1,c1\r\n3,a3\r\n", "C", 0, 3, "c1"},  // two short: what the line before left behind
+      {"Code,A,B,C\r\n1,a1,b1,c1\r\n2,a2,b2\r\n3,a3\r\n", "C", 0, 3, ""},  // still emptied
+      {"Code,A,B,C\r\n1,a1,b1,c1\r\n3,a3\r\n", "C", 0, 3, "c1"},  // two fields short: repeats the previous line
       {"Code,English,2,3,4,5,6,7,8,9\r\n1,a,b,c,d,e,f,g,h,i\r\n", "9", 0, 1, "i"},
       {"Code,English\r\n1,a,b,c,d,e,f,g,h,i,j\r\n", "English", 9, 1, "(unknown)"},
       {Lines(201), "English", 0, 201, "text"},
@@ -97,7 +97,7 @@ TEST_F(LanguageTest, TheFirstMissingCodeIsReportedOnce) {
   EXPECT_EQ(Desktop().posted[0].icon, BoxIcon::Information);
   EXPECT_EQ(folder.Get("Log.txt"), "\"15/11/2026 18:46:02 Cannot find text code 4242\"\r\n");
   LoadLang();
-  EXPECT_FALSE(CaptionsFromTable());  // a later loading does not take it back
+  EXPECT_FALSE(CaptionsFromTable());  // a later load does not reset it
   EXPECT_EQ(GetText(1001), "one");
 }
 

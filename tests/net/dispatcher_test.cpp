@@ -81,7 +81,7 @@ TEST_F(DispatcherTest, HiddenCopiesAnswerEachOtherOncePerStay) {
   core::gStarting = -1;
   messenger.OpenSocket();
   Expect({{"_bob|C/ 1", kHiddenAnswer}, {"_bob|S/0", ""}, {"_Bob|M/", kHiddenAnswer}});
-  Expect({{"_ANNA|M/", kHiddenAnswer}, {"_ANNA|M/", ""}});  // the own echo is listed and answered once, like anybody
+  Expect({{"_ANNA|M/", kHiddenAnswer}, {"_ANNA|M/", ""}});  // its own echo is listed and answered once, like anybody
   EXPECT_TRUE(roster.HasRow("_ANNA"));
   messenger.OpenSocket();
   Expect({{"_bob|S/0", kHiddenAnswer}});
@@ -107,7 +107,7 @@ TEST_F(DispatcherTest, AGreetingIsAnsweredUnlessItsSenderWasJustAnswered) {
 }
 
 // Later the copy answers at once again, as in any small segment.
-TEST_F(DispatcherTest, ManyHiddenNamesCountForSeconds) {
+TEST_F(DispatcherTest, HiddenNamesDelayAnswersForSeconds) {
   Messenger limited{port};
   Dispatcher other{roster, conversations, limited};
   for (int i = 0; i < 200; ++i) other.DataArrived("_" + std::to_string(i) + "|M/");

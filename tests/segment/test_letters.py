@@ -1,4 +1,4 @@
-"""Two copies on Japanese systems (code page 932), whose letters have two bytes: the second is a bar, a backslash or a
+"""Two copies on Japanese systems (code page 932), whose characters have two bytes: the second is a bar, a backslash or a
 Latin letter in the names here."""
 
 import unittest
@@ -16,7 +16,7 @@ def _bytes(text):
 
 
 POCHI, AYA = _bytes("\u30dd\u30c11"), _bytes("\u30a2\u30e41")  # 83 7C 83 60, 83 41 83 84
-OTHER = _bytes("\u30c2\u30e41")  # 83 61 83 84: AYA in small letters, if bytes were letters
+OTHER = _bytes("\u30c2\u30e41")  # 83 61 83 84: AYA in lower case, if bytes were characters
 GROUP = _bytes("\u30bd")  # 83 5C
 LINE = _bytes("\u30bd|\u30dd\u30bd")
 
@@ -41,7 +41,7 @@ class Letters(unittest.TestCase):
             probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER})
         dialog = self.pochi.open_options()
         name = self.pochi.probe.control(dialog, NAME_BOX)
-        # The input limit counts bytes, and leaves room for any letter.
+        # The input limit counts bytes, and leaves room for any character.
         kana = LINE[:2] * (MAX_NAME // 2 - 1)
         self.pochi.probe.set_text(name, kana)
         self.pochi.probe.type(name, "ab" + LINE)

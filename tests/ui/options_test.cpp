@@ -31,7 +31,7 @@ TEST_F(Options, NamesInUseAreRefused) {
   for (const char* name : {"Anna", "Bob", "(Friends)"}) users.AddUser(name);
   EXPECT_EQ(Refusal("bob"), kNameInUseText);
   EXPECT_EQ(Refusal("(Friends)"), kNameInUseText);
-  EXPECT_EQ(Refusal("Anna"), 0);               // the own row
+  EXPECT_EQ(Refusal("Anna"), 0);               // the user's own row
   EXPECT_EQ(Refusal("anna"), kNameInUseText);  // another name as far as this copy knows
   EXPECT_EQ(Refusal("Anna", true), kNameInUseText);
   users.lvUsers.Add({.text = "anna"});

@@ -17,7 +17,7 @@ namespace {
 
 class BroadcastSocketTest : public testing::Test {
  protected:
-  // Runs events until so many datagrams were received; false on a time-out.
+  // Runs events until this many datagrams were received; false on a time-out.
   bool Hear(std::size_t count, DWORD milliseconds = 5000) {
     const DWORD start = ::GetTickCount();
     while (heard.size() < count && ::GetTickCount() - start < milliseconds) {

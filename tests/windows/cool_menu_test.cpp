@@ -56,7 +56,7 @@ class Canvas {
   }
 
  private:
-  Bitmap bitmap_{::CreateBitmap(kWidth, kHeight, 1, 32, nullptr)};  // goes after the device context
+  Bitmap bitmap_{::CreateBitmap(kWidth, kHeight, 1, 32, nullptr)};  // destroyed after the device context
   MemoryDc dc_{::CreateCompatibleDC(nullptr)};
 };
 
@@ -131,7 +131,7 @@ COLORREF MenuColour() { return ::GetSysColor(COLOR_MENU); }
 
 TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndRestoresIt) {
   ::CheckMenuItem(menu(), mainwindow::mnuStatBar, MF_CHECKED);
-  const std::size_t count = std::size(kMainMenu) - 3;  // the heads of the bar stay the system's
+  const std::size_t count = std::size(kMainMenu) - 3;  // the system draws the heads on the bar
   for (int i = 0; i < 2; ++i, cool().Convert()) EXPECT_EQ(cool().Items().Count(), count);
   for (const MenuRow& row : kMainMenu) {
     SCOPED_TRACE(row.caption.builtIn);

@@ -37,8 +37,8 @@ std::string ToolText(HWND toolbar, int index) {
   return text;
 }
 
-// The name of a control for screen readers: its own text or the label before it; for a toolbar, the first name of its
-// buttons in the alphabet, which is empty if any name is.
+// The name of a control for screen readers: its own text or the label before it; for a toolbar, the alphabetically
+// first name of its buttons, which is empty if any name is.
 std::string NameOf(HWND control) {
   std::string name = support::TextOf(control);
   char className[100] = "";

@@ -111,7 +111,7 @@ TEST_F(MainWindowTest, ToolbarIsDisabledWithoutASelection) {
   EXPECT_EQ(EnabledTools(), 0);
 }
 
-// The control knows rows by index only: by itself it would now select the row after the removed one.
+// The control knows rows by index only: left alone it would now select the row after the removed one.
 TEST_F(MainWindowTest, SelectionAndCaretStayWithTheirUserWhenAnotherLeaves) {
   RECT bob{};
   ListView_GetItemRect(List(), 2, &bob, LVIR_BOUNDS);

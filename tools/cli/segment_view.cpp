@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kMaxState = 2;
 
-// A text without a mark, such as a greeting, is not shown to users, so it is no event.
+// A text without a mark, such as a greeting, is not shown to users, so it is not an event.
 void TakeText(const User& user, std::string_view text, std::optional<std::string> to, std::vector<Event>& events) {
   const bool isAlert = text.starts_with(net::kAlertMark);
   if (!isAlert && !text.starts_with(net::kChatMark)) return;

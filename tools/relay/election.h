@@ -29,7 +29,7 @@ class Election {
   // Called with the retained message, empty when no relay is in charge.
   void OnHolder(std::string_view name, Clock::time_point now);
 
-  // True when the own name must be published now.
+  // True when this relay's name must be published now.
   bool TakeClaim(Clock::time_point now);
 
   bool InCharge() const { return inCharge_; }

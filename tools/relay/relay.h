@@ -48,8 +48,8 @@ struct Rules {
   std::string filteredKinds;       // letters of the kinds that are not forwarded, in capitals
   double packetsPerSecond = 2000;  // about what all copies of a segment send while they answer newcomers
 
-  // Throws std::invalid_argument when group or segment cannot be part of a topic, a kind is no letter, or the rate is
-  // too low.
+  // Throws std::invalid_argument when group or segment cannot be part of a topic, a kind is not a letter, or the rate
+  // is too low.
   void Check() const;
 
   std::string Topic() const { return "quillon/" + group + "/" + segment; }
@@ -62,11 +62,11 @@ class Relay {
   Relay(Rules rules, Clock::time_point now)
       : rules_(std::move(rules)), outLimit_(rules_.packetsPerSecond, now), inLimit_(rules_.packetsPerSecond, now) {}
 
-  // Whether to publish a datagram of the own segment. Counts it.
+  // Whether to publish a datagram of the relay's own segment. Counts it.
   bool PassesOut(const wire::Datagram& datagram, Clock::time_point now);
 
-  // Whether to broadcast a message from the broker on the own segment. Counts it. A retained message is refused because
-  // it is old.
+  // Whether to broadcast a message from the broker on the relay's segment. Counts it. A retained message is refused
+  // because it is old.
   bool PassesIn(std::string_view topic, std::string_view bytes, bool retained, Clock::time_point now);
 
   // Corrects the counts for a packet that passed, but was then refused by the broker or the network.

@@ -31,7 +31,7 @@ class UdpSocket {
   bool Send(std::string_view bytes, const Address& to);
   const std::string& Failure() const { return failure_; }
 
-  // Waits for a datagram, at most so many milliseconds. False on a timeout, an error or an empty datagram.
+  // Waits for a datagram, at most this many milliseconds. False on a timeout, an error or an empty datagram.
   bool Receive(Datagram& datagram, int milliseconds);
 
   // For poll().

@@ -24,7 +24,7 @@ constexpr double kMaxImmediate = 5, kMaxStep = 25, kMaxAwaitedStep = 100, kMaxLa
 constexpr double kMaxStepWhileTyping = 50;
 constexpr ULONGLONG kTypingPause = 400;  // milliseconds
 
-// So many of the newest paragraphs are shown even if their layout exceeds kMaxLayout, up to a second limit.
+// This many of the newest paragraphs are shown even if their layout exceeds kMaxLayout, up to a second limit.
 constexpr std::size_t kMinParagraphs = 2000;
 constexpr double kMaxLayoutOfNewest = 1500;
 

@@ -70,7 +70,7 @@ class Participants {
 // The limit of names in one menu. More are grouped into sub-menus of about kInGroup.
 inline constexpr std::size_t kMaxInMenu = 500, kInGroup = 100;
 
-// The first index of each group for so many names; a single group when they are few.
+// The first index of each group for this number of names; a single group when there are few.
 std::vector<std::size_t> GroupsOf(std::size_t names);
 
 // lstUsers: the names that a chat window offers for adding.

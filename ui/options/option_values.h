@@ -1,4 +1,4 @@
-// What the options dialog makes of what is typed into it and of what is stored: names, groups and sounds.
+// Validation and conversion of typed and stored options: names, groups and sounds.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
-// The rows of a list, shared by a virtual list view, which gets from here what it paints, and the rest of the program.
-// Rows are only appended, so they are in the order of adding. Lookup by exact text, by text ignoring case or by key,
-// adding, changing and removing take constant time.
+// The rows of a list: the data behind a virtual list view, shared with the rest of the program. Rows are only appended,
+// so they are in the order of adding. Lookup by exact text, by text ignoring case or by key, adding, changing and
+// removing take constant time.
 #pragma once
 
 #include <cstdint>

@@ -8,7 +8,7 @@
 
 namespace toolkit {
 
-// Limits what can be typed and pasted to so many bytes. The system's own limit counts characters, and that many
+// Limits what can be typed and pasted to this many bytes. The system's own limit counts characters, and that many
 // double-byte characters may not fit into a datagram. Texts that the program sets are not limited.
 void LimitBytes(HWND box, std::size_t bytes);
 

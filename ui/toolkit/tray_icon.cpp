@@ -112,8 +112,7 @@ void TrayIcon::Create() {
   ::SetTimer(record_.hWnd, kRetryTimer, kRetryTime, nullptr);
 }
 
-// After a time-out the shell may have added the icon nevertheless: then it refuses to add it again, but accepts
-// changes.
+// After a time-out the shell may have added the icon anyway: then it refuses to add it again, but accepts changes.
 bool TrayIcon::Add() { return Send(NIM_ADD, kWholeRecord) || Send(NIM_MODIFY, kWholeRecord); }
 
 void TrayIcon::TryAgain() {

@@ -218,8 +218,8 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return ::DefWindowProcA(hwnd_, message, wParam, lParam);
 }
 
-// WM_GETMINMAXINFO keeps the window from becoming too small. Some other desktops show it too small nevertheless,
-// clipped, until they are notified of a size again.
+// WM_GETMINMAXINFO keeps the window from becoming too small. Some other desktops show it too small anyway, clipped,
+// until they are notified of a size again.
 LRESULT Window::KeepMinSize(WPARAM wParam, LPARAM lParam) {
   const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
   const int width = change.cx, height = change.cy;

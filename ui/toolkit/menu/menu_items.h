@@ -116,7 +116,7 @@ struct MnemonicChoice {
 };
 
 // The mnemonic of exactly one enabled item executes it; of several, the next one after the highlighted item is
-// highlighted. A key that is no mnemonic matches the first letters of captions without mnemonics.
+// highlighted. A key that is not a mnemonic matches the first letters of captions without mnemonics.
 MnemonicChoice ChooseByMnemonic(std::span<const MnemonicItem> items, char key);
 
 }  // namespace toolkit

@@ -32,7 +32,7 @@ class IconList {
   // Replaces the entries; none is selected.
   void Fill(const std::vector<Entry>& entries);
 
-  // From 0; -1 is none.
+  // From 0; -1 when none is selected.
   int Selection() const { return static_cast<int>(::SendMessageA(hwnd_, LB_GETCURSEL, 0, 0)); }
   void Select(int index) { ::SendMessageA(hwnd_, LB_SETCURSEL, static_cast<WPARAM>(index), 0); }
 
