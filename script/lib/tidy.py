@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs clang-tidy on the product's portable sources, on those only that may have another result than when they passed: a
+"""Runs clang-tidy on the product's portable sources, only on those whose result may have changed since they passed: a
 result depends on the source, on every header that it includes, on the compiler's arguments, on the checks and on the
 version of clang-tidy. With CI=true all sources are checked.
 
