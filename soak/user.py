@@ -145,6 +145,8 @@ class Worker(Operator):
     def _export(self):
         chat = self.probe.windows("frmChat")[0]
         self.copy.say(chat, "to be exported")
+        # In a busy state the line is not shown, and an empty conversation is exported as an empty file.
+        probe.wait(lambda: self.copy.said(chat), self.probe.timeout, "nothing to export")
         self.probe.command(chat, EXPORT_TEXT)
         dialog = self.probe.wait_for("frmSave")
         self._exports += 1
@@ -152,7 +154,8 @@ class Worker(Operator):
         self.probe.command(dialog, SAVE)
         self.probe.wait_gone(dialog)
         path = f"{self.copy.prefix.drive_c}/chat{self._exports}.txt"
-        self._must(lambda: os.path.exists(path) and os.path.getsize(path) > 0, f"{path} was not exported")
+        self._must(lambda: os.path.exists(path), f"{path} was not exported")
+        self._must(lambda: os.path.getsize(path) > 0, f"{path} is empty")
 
     def _status(self):
         # Usually Available, which shows everything.
