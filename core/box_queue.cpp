@@ -12,7 +12,7 @@ namespace {
 constexpr char kCut[] = "...";
 
 std::string Cut(std::string_view text, std::size_t length, std::string_view closing) {
-  return std::string(LeadingLetters(text, length)).append(kCut).append(closing);
+  return std::string(LeadingCharacters(text, length)).append(kCut).append(closing);
 }
 
 // A message box stops at a NUL, so the closing sentences must come before it.

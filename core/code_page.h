@@ -14,31 +14,31 @@
 namespace core {
 
 // A character as a number: its byte, or lead byte * 256 + trail byte.
-using Letter = std::uint16_t;
+using Character = std::uint16_t;
 
 inline std::uint8_t ByteOf(char c) { return static_cast<std::uint8_t>(c); }
 
 struct CodePage {
   std::array<std::uint8_t, 256> lower{};    // lower-case forms of the single-byte characters
   std::array<bool, 256> first{}, second{};  // whether a byte is a lead byte, and whether it is a trail byte
-  std::vector<Letter> lowerPairs;           // lower-case forms of the double-byte characters; empty when there are none
+  std::vector<Character> lowerDoubleByte;   // lower-case forms of the double-byte characters; empty when there are none
 
   // False on most systems, where every byte is a character and most operations have a fast path.
-  bool HasPairs() const { return !lowerPairs.empty(); }
+  bool IsDoubleByte() const { return !lowerDoubleByte.empty(); }
 
   // Size in bytes of the first character of a text that is not empty. A lead byte without a trail byte is a character.
-  std::size_t LetterSize(std::string_view text) const {
+  std::size_t CharacterSize(std::string_view text) const {
     return text.size() > 1 && first[ByteOf(text[0])] && second[ByteOf(text[1])] ? 2 : 1;
   }
 
-  Letter Lower(Letter letter) const { return letter > 0xFF ? lowerPairs[letter] : lower[letter]; }
+  Character Lower(Character letter) const { return letter > 0xFF ? lowerDoubleByte[letter] : lower[letter]; }
 
   // Removes the first character of a text that is not empty; returns its lower-case form, which has the same size.
-  Letter TakeLower(std::string_view& text) const {
-    const std::size_t size = LetterSize(text);
+  Character TakeLower(std::string_view& text) const {
+    const std::size_t size = CharacterSize(text);
     const int number = size == 1 ? ByteOf(text[0]) : ByteOf(text[0]) << 8 | ByteOf(text[1]);
     text.remove_prefix(size);
-    return Lower(static_cast<Letter>(number));
+    return Lower(static_cast<Character>(number));
   }
 };
 

@@ -65,7 +65,7 @@ void SetLower(CodePage& page, const Capitals& row) {
   for (int letter = row.first; letter <= row.last; ++letter) {
     const int lower = row.lower + letter - row.first;
     if (letter > 0xFF)
-      page.lowerPairs[static_cast<std::size_t>(letter)] = static_cast<Letter>(lower);
+      page.lowerDoubleByte[static_cast<std::size_t>(letter)] = static_cast<Character>(lower);
     else
       page.lower[static_cast<std::size_t>(letter)] = static_cast<std::uint8_t>(lower);
   }
@@ -78,8 +78,8 @@ CodePage PageOf(int number) {
   page.first = Among(data->first);
   page.second = Among(data->second);
   std::iota(page.lower.begin(), page.lower.end(), std::uint8_t{0});
-  if (!data->first.empty()) page.lowerPairs.resize(0x10000);
-  std::iota(page.lowerPairs.begin(), page.lowerPairs.end(), Letter{0});
+  if (!data->first.empty()) page.lowerDoubleByte.resize(0x10000);
+  std::iota(page.lowerDoubleByte.begin(), page.lowerDoubleByte.end(), Character{0});
   SetLower(page, {'A', 'Z', 'a'});
   for (const Capitals& row : data->capitals) SetLower(page, row);
   return page;

@@ -11,13 +11,13 @@ namespace {
 
 constexpr int kLowestSecond = 0x40;
 
-std::string BytesOf(Letter letter) {
+std::string BytesOf(Character letter) {
   const char bytes[] = {static_cast<char>(letter >> 8), static_cast<char>(letter)};
   return letter > 0xFF ? std::string(bytes, 2) : std::string(1, bytes[1]);
 }
 
-Letter NumberOf(const std::string& letter) {
-  return static_cast<Letter>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
+Character NumberOf(const std::string& letter) {
+  return static_cast<Character>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
 }
 
 // Windows maps invalid bytes to a question mark or the like, which would make different names equal.
@@ -30,39 +30,39 @@ bool IsLetter(const std::string& bytes) {
 // Queried one character at a time: an invalid byte in a text from the network would shift the characters after it. A
 // character whose lower-case form is not in the code page (a Roman numeral) becomes a question mark in Windows; it is
 // left unchanged.
-Letter AskLower(const std::string& letter) {
+Character QueryLower(const std::string& letter) {
   std::string lower = letter;
   ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));
   return NumberOf(IsLetter(lower) && lower[0] != '?' ? lower : letter);
 }
 
-void AskPairs(CodePage& page) {
-  page.lowerPairs.resize(0x10000);
-  std::iota(page.lowerPairs.begin(), page.lowerPairs.end(), Letter{0});
+void QueryPairs(CodePage& page) {
+  page.lowerDoubleByte.resize(0x10000);
+  std::iota(page.lowerDoubleByte.begin(), page.lowerDoubleByte.end(), Character{0});
   for (int number = 0x8000; number < 0x10000; ++number) {
-    const auto letter = static_cast<Letter>(number);
+    const auto letter = static_cast<Character>(number);
     if (!page.first[letter >> 8] || (letter & 0xFF) < kLowestSecond || !IsLetter(BytesOf(letter))) continue;
     page.second[letter & 0xFF] = true;
-    page.lowerPairs[letter] = AskLower(BytesOf(letter));
+    page.lowerDoubleByte[letter] = QueryLower(BytesOf(letter));
   }
 }
 
-CodePage AskSystem() {
+CodePage QuerySystem() {
   CodePage page;
   for (int number = 0; number <= 0xFF; ++number) {
-    const auto letter = static_cast<Letter>(number);
+    const auto letter = static_cast<Character>(number);
     page.first[letter] = ::IsDBCSLeadByte(static_cast<BYTE>(letter)) != FALSE;
     const bool known = !page.first[letter] && IsLetter(BytesOf(letter));
-    page.lower[letter] = static_cast<std::uint8_t>(known ? AskLower(BytesOf(letter)) : letter);
+    page.lower[letter] = static_cast<std::uint8_t>(known ? QueryLower(BytesOf(letter)) : letter);
   }
-  if (std::ranges::find(page.first, true) != page.first.end()) AskPairs(page);
+  if (std::ranges::find(page.first, true) != page.first.end()) QueryPairs(page);
   return page;
 }
 
 }  // namespace
 
 const CodePage& SystemCodePage() {
-  static const CodePage page = AskSystem();
+  static const CodePage page = QuerySystem();
   return page;
 }
 

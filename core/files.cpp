@@ -40,7 +40,7 @@ std::optional<std::string> Contents(const std::string& path) {
 }
 
 // Restoring needs no more space than the old content had.
-void OverwriteOrPutBack(const std::string& path, const Writer& write) {
+void OverwriteOrRestore(const std::string& path, const Writer& write) {
   const std::optional<std::string> former = Contents(path);
   try {
     Overwrite(path, write);
@@ -59,7 +59,7 @@ void WriteFileSafely(const std::string& path, std::string_view bytes) {
 void WriteFileSafely(const std::string& path, const Writer& write) {
   const bool exists = MayOverwrite(path);
   if (Replace(path, write)) return;
-  if (exists) return OverwriteOrPutBack(path, write);
+  if (exists) return OverwriteOrRestore(path, write);
   MakeFile(path);
   WriteOrRemove(path, write);
 }

@@ -8,9 +8,9 @@
 namespace core {
 
 // Position and size of a window on the screen, in twips.
-struct WindowPlace {
+struct WindowBounds {
   std::int32_t left = 0, top = 0, width = 0, height = 0;
-  friend bool operator==(const WindowPlace&, const WindowPlace&) = default;
+  friend bool operator==(const WindowBounds&, const WindowBounds&) = default;
 };
 
 class Program {
@@ -21,10 +21,10 @@ class Program {
   virtual void LoadMain() = 0;
 
   // Moves the main window, loading it first. Does not clamp to the screen.
-  virtual void PlaceMain(const WindowPlace& place) = 0;
+  virtual void PlaceMain(const WindowBounds& place) = 0;
 
   // Restores the main window from its minimised or maximised state without showing it; returns its normal place.
-  virtual WindowPlace RestoreMain() = 0;
+  virtual WindowBounds RestoreMain() = 0;
 
   virtual Roster& Users() = 0;
 
@@ -33,7 +33,7 @@ class Program {
   virtual void HideSplash() = 0;
 
   // Width and height of the whole screen, twips (left and top are 0).
-  virtual WindowPlace Screen() = 0;
+  virtual WindowBounds Screen() = 0;
 
   // Joins the network under gCurName, and leaves it. OpenSocket throws the socket's error.
   virtual void OpenSocket() = 0;

@@ -57,7 +57,7 @@ struct Record {
   void (*onRead)(Program&) = [](Program&) {};
 };
 
-WindowPlace gMainPlace{0, 0, 2505, 4605};
+WindowBounds gMainPlace{0, 0, 2505, 4605};
 
 // The name to save: the one in use, but not the hidden name of start-up, which the next start would take for the
 // user's.

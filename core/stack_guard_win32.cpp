@@ -22,7 +22,7 @@ namespace {
 
 // Runs before all other code. Seeded from values that differ per run and are not visible on the network; the low byte
 // stays zero, so a string copy stops at it.
-__attribute__((constructor(101), no_stack_protector)) void ChooseGuard() {
+__attribute__((constructor(101), no_stack_protector)) void InitStackGuard() {
   LARGE_INTEGER counter{};
   ::QueryPerformanceCounter(&counter);
   FILETIME time{};

@@ -44,7 +44,7 @@ void LoadSettings(Program& program, std::string_view arguments) {
 }
 
 // The first chat window of a run opens centred, whatever the settings say.
-void CentreChatWindow(const WindowPlace& screen) {
+void CentreChatWindow(const WindowBounds& screen) {
   gChatLeft = ToInt32(screen.width / 2.0 - kChatWidth / 2.0);
   gChatTop = ToInt32(screen.height / 2.0 - kChatHeight / 2.0);
   gChatWidth = kChatWidth;

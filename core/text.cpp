@@ -18,7 +18,7 @@ const std::uint64_t kSeed = (static_cast<std::uint64_t>(std::chrono::steady_cloc
                              reinterpret_cast<std::uintptr_t>(&kSeed)) *
                             kGoldenRatio;
 
-void Append(std::string& text, Letter letter) {
+void Append(std::string& text, Character letter) {
   if (letter > 0xFF) text += static_cast<char>(letter >> 8);
   text += static_cast<char>(letter);
 }
@@ -42,7 +42,7 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   const CodePage& page = SystemCodePage();
   const auto equal = [&page](char x, char y) { return page.lower[ByteOf(x)] == page.lower[ByteOf(y)]; };
-  if (!page.HasPairs()) return std::equal(a.begin(), a.end(), b.begin(), equal);
+  if (!page.IsDoubleByte()) return std::equal(a.begin(), a.end(), b.begin(), equal);
   while (!a.empty())
     if (page.TakeLower(a) != page.TakeLower(b)) return false;
   return true;
@@ -52,42 +52,42 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
 std::string UpperCase(std::string_view letter) {
   const CodePage& page = SystemCodePage();
   std::string_view rest = letter;
-  const Letter lower = page.TakeLower(rest);
-  const int end = page.HasPairs() ? 0x10000 : 0x100;
+  const Character lower = page.TakeLower(rest);
+  const int end = page.IsDoubleByte() ? 0x10000 : 0x100;
   std::string upper;
   for (int number = 'A'; number != end && upper.empty(); ++number) {
-    const auto other = static_cast<Letter>(number);
+    const auto other = static_cast<Character>(number);
     if (other != lower && page.Lower(other) == lower) Append(upper, other);
   }
   return upper.empty() ? std::string(letter) : upper;
 }
 
-std::string_view FirstLetter(std::string_view text) {
-  return text.empty() ? text : text.substr(0, SystemCodePage().LetterSize(text));
+std::string_view FirstCharacter(std::string_view text) {
+  return text.empty() ? text : text.substr(0, SystemCodePage().CharacterSize(text));
 }
 
-std::string_view LeadingLetters(std::string_view text, std::size_t bytes) {
+std::string_view LeadingCharacters(std::string_view text, std::size_t bytes) {
   const CodePage& page = SystemCodePage();
-  if (!page.HasPairs()) return text.substr(0, bytes);
+  if (!page.IsDoubleByte()) return text.substr(0, bytes);
   bytes = std::min(bytes, text.size());
   std::size_t size = 0;
-  for (std::size_t next = 0; next <= bytes; next += page.LetterSize(text.substr(next))) size = next;
+  for (std::size_t next = 0; next <= bytes; next += page.CharacterSize(text.substr(next))) size = next;
   return text.substr(0, size);
 }
 
 std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start) {
   const CodePage& page = SystemCodePage();
   std::size_t found = text.find(ascii, start);
-  if (!page.HasPairs()) return found;
+  if (!page.IsDoubleByte()) return found;
   for (std::size_t letter = start; found != kNone; found = text.find(ascii, found + 1)) {
-    while (letter < found) letter += page.LetterSize(text.substr(letter));
+    while (letter < found) letter += page.CharacterSize(text.substr(letter));
     if (letter == found) break;
   }
   return found;
 }
 
 std::size_t FindLast(std::string_view text, std::string_view ascii) {
-  if (!SystemCodePage().HasPairs()) return text.rfind(ascii);
+  if (!SystemCodePage().IsDoubleByte()) return text.rfind(ascii);
   std::size_t last = Find(text, ascii);
   for (std::size_t found = last; found != kNone; found = Find(text, ascii, found + ascii.size())) last = found;
   return last;
@@ -115,7 +115,7 @@ std::string_view BarField(std::string_view text, std::size_t index) {
 std::size_t NameHash::operator()(std::string_view name) const {
   const CodePage& page = SystemCodePage();
   std::uint64_t hash = kSeed;
-  const auto add = [&hash](Letter folded) {
+  const auto add = [&hash](Character folded) {
     hash = (hash ^ folded) * kGoldenRatio;
     // Otherwise the low byte would depend on a few bits of the seed only, and collisions could be computed.
     hash ^= hash >> 32;

@@ -20,10 +20,10 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b);
 std::string UpperCase(std::string_view letter);
 
 // The first character of a text; empty for an empty text.
-std::string_view FirstLetter(std::string_view text);
+std::string_view FirstCharacter(std::string_view text);
 
 // As many whole characters from the beginning of a text as fit into this many bytes.
-std::string_view LeadingLetters(std::string_view text, std::size_t bytes);
+std::string_view LeadingCharacters(std::string_view text, std::size_t bytes);
 
 // The position of an ASCII text in another one, npos if not found. Trail bytes do not match: a "|" that is one is not a
 // bar. `start` must be the beginning of a character.

@@ -32,8 +32,8 @@ void CheckLetters(std::string_view text) {
   std::size_t letters = 0, bar = std::string_view::npos;
   while (letters < text.size()) {
     if (text[letters] == '|') bar = letters;
-    letters += core::FirstLetter(text.substr(letters)).size();
-    fuzz::Require(core::LeadingLetters(text, letters).size() == letters);
+    letters += core::FirstCharacter(text.substr(letters)).size();
+    fuzz::Require(core::LeadingCharacters(text, letters).size() == letters);
   }
   fuzz::Require(letters == text.size() && core::FindLast(text, "|") == bar);
 }

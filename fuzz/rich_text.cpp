@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/edit_text.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/text_lines.h"
 
@@ -113,12 +113,12 @@ bool IsGap(std::string_view text) {
 
 // Between two lines of an alert is a line break, the blank at which its text was broken, or nothing.
 void CheckLines(std::string_view text, std::size_t width) {
-  const auto fits = [width](std::string_view line) { return core::LeadingLetters(line, width).size(); };
+  const auto fits = [width](std::string_view line) { return core::LeadingCharacters(line, width).size(); };
   std::string_view rest = text;
   for (const std::string_view line : conversation::BreakLines(text, fits)) {
     const auto gap = static_cast<std::size_t>(line.data() - rest.data());
     fuzz::Require(IsGap(rest.substr(0, gap)) && line.find_first_of(kLineEnd) == std::string_view::npos);
-    fuzz::Require(fits(line) == line.size() || core::FirstLetter(line).size() == line.size());
+    fuzz::Require(fits(line) == line.size() || core::FirstCharacter(line).size() == line.size());
     rest.remove_prefix(gap + line.size());
   }
   fuzz::Require(IsGap(rest));
@@ -137,7 +137,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string plain, markup;
   conversation::WritePlainText(said, [&](std::string_view piece) { plain += piece; });
   const conversation::MarkupStyle style{
-      .font = "Tahoma", .maxIndent = {2000}, .paint = Paint, .forBox = (choice & 1) != 0};
+      .font = "Tahoma", .maxIndent = {2000}, .paint = Paint, .forEdit = (choice & 1) != 0};
   conversation::WriteMarkup(said, BeginOf(said), EndOf(said), style, [&](std::string_view piece) { markup += piece; });
   const Reader reader(markup);
   const std::string whole = Uncut(said, BeginOf(said), "", reader.text);

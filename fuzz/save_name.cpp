@@ -14,7 +14,7 @@ using Letters = std::vector<std::string_view>;
 
 Letters LettersOf(std::string_view text) {
   Letters letters;
-  for (; !text.empty(); text.remove_prefix(letters.back().size())) letters.push_back(core::FirstLetter(text));
+  for (; !text.empty(); text.remove_prefix(letters.back().size())) letters.push_back(core::FirstCharacter(text));
   return letters;
 }
 

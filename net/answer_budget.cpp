@@ -22,7 +22,7 @@ Answer AnswerBudget::Ask(bool listed, std::size_t names, std::int32_t now) {
     return Answer::Now;
   }
   owedToListed_ = listed || (owed_ && owedToListed_);
-  if (owed_) return Settle(now) ? Answer::Now : Answer::Gathered;  // now if its timer is late
+  if (owed_) return Settle(now) ? Answer::Now : Answer::Coalesced;  // now if its timer is late
   owed_ = After(Delay(), now);
   again_.reset();
   return Answer::Owed;

@@ -48,9 +48,9 @@ struct AnswerLimits {
 };
 
 enum class Answer {
-  Now,      // to be sent at once
-  Owed,     // to be sent by Settle
-  Gathered  // served by the answer that is owed already
+  Now,       // to be sent at once
+  Owed,      // to be sent by Settle
+  Coalesced  // served by the answer that is owed already
 };
 
 // The time is an argument, a tick count as core::TickCount returns it. It may wrap around, or jump when the machine

@@ -93,7 +93,7 @@ void Dispatcher::ParsePacket(std::string_view data) {
   const Packet packet = TakeApart(data);
   const bool isListed = roster_.HasRow(packet.sender);
   if (!isListed && !Admit(packet.sender)) return;
-  if (isListed && IsGreeting(packet)) WelcomeBack(packet.sender);
+  if (isListed && IsGreeting(packet)) AnswerReturning(packet.sender);
   roster_.RefBlock();
   RefreshChatWindows();
   for (const Route& route : kRoutes)
@@ -120,7 +120,7 @@ void Dispatcher::Answer(std::string_view sender) {
 
 // A copy that ended without leaving is still listed when it starts again, but needs answers like any newcomer: its
 // greeting requests them. The greeting of an ordinary start follows right after the first packet, which was answered.
-void Dispatcher::WelcomeBack(std::string_view sender) {
+void Dispatcher::AnswerReturning(std::string_view sender) {
   if (!answeredLately_.Has(sender, core::TickCount())) Answer(sender);
 }
 

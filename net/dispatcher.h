@@ -80,7 +80,7 @@ class Dispatcher {
   void DispatchCurrent();
   bool Admit(std::string_view sender);
   void Answer(std::string_view sender);
-  void WelcomeBack(std::string_view sender);
+  void AnswerReturning(std::string_view sender);
   std::size_t NamesHeard();
   bool AnswersHidden(std::string_view sender);
   void RefreshChatWindows();

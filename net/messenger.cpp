@@ -55,7 +55,7 @@ void Messenger::AnswerNewcomer(bool listed, std::size_t names) {
   const std::int32_t now = core::TickCount();
   const Answer answer = answers_.Ask(listed, names, now);
   if (answer == Answer::Now) SendAnswer();
-  if (answer != Answer::Gathered) WakeWhenDue(now);
+  if (answer != Answer::Coalesced) WakeWhenDue(now);
 }
 
 void Messenger::SendOwed() {

@@ -87,7 +87,7 @@ class Copy:
     def wait_for_box(self):
         """Waits for a message box; returns it, still open, and its text."""
         box = self.probe.wait_for_box()
-        return box, self.probe.box_text(box)
+        return box, self.probe.edit_text(box)
 
     def roster(self):
         """The rows of the main window's list. Shows the window, because a hidden one does not update its list."""

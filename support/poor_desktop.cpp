@@ -6,7 +6,7 @@
 namespace support {
 namespace {
 
-using Kind = OneRefused::Kind;
+using Kind = FailOneCreation::Kind;
 
 int gBefore = -1;  // creations that succeed before one fails; negative = all
 Kind gWhat = Kind::Nothing;
@@ -72,18 +72,19 @@ void WatchImports() {
 
 }  // namespace
 
-OneRefused::OneRefused(int before) : hook_(::SetWindowsHookExA(WH_CBT, OnWindow, nullptr, ::GetCurrentThreadId())) {
+FailOneCreation::FailOneCreation(int before)
+    : hook_(::SetWindowsHookExA(WH_CBT, OnWindow, nullptr, ::GetCurrentThreadId())) {
   WatchImports();
   gBefore = before;
   gWhat = Kind::Nothing;
 }
 
-OneRefused::~OneRefused() {
+FailOneCreation::~FailOneCreation() {
   ::UnhookWindowsHookEx(hook_);
   gBefore = -1;
 }
 
-OneRefused::Kind OneRefused::What() { return gWhat; }
+FailOneCreation::Kind FailOneCreation::What() { return gWhat; }
 
 FewGdiObjects::FewGdiObjects(int left) {
   while (const HBRUSH brush = ::CreateSolidBrush(RGB(1, 2, 3))) taken_.push_back(brush);

@@ -9,14 +9,14 @@ namespace support {
 
 // Makes the creation of one window, control, menu, font or icon fail, after `before` successful ones. (Exhausting the
 // real ones would stop other programs too.)
-class OneRefused {
+class FailOneCreation {
  public:
-  explicit OneRefused(int before);
-  OneRefused(const OneRefused&) = delete;
-  OneRefused& operator=(const OneRefused&) = delete;
-  ~OneRefused();
+  explicit FailOneCreation(int before);
+  FailOneCreation(const FailOneCreation&) = delete;
+  FailOneCreation& operator=(const FailOneCreation&) = delete;
+  ~FailOneCreation();
 
-  // What the last OneRefused has refused.
+  // What the last FailOneCreation has refused.
   enum class Kind { Nothing, Window, Menu, FontOrIcon };
   static Kind What();
 

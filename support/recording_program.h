@@ -14,23 +14,23 @@ namespace support {
 class RecordingProgram : public core::Program {
  public:
   mainwindow::UserRoster users;
-  core::WindowPlace place{300, 150, 2505, 4605};
-  core::WindowPlace screen{0, 0, 15360, 11520};  // 1024 x 768 at 96 dpi
+  core::WindowBounds place{300, 150, 2505, 4605};
+  core::WindowBounds screen{0, 0, 15360, 11520};  // 1024 x 768 at 96 dpi
   std::function<void()> onOpenSocket, onOptions;
 
   void LoadMain() override { Record("load main"); }
-  void PlaceMain(const core::WindowPlace& to) override {
+  void PlaceMain(const core::WindowBounds& to) override {
     place = to;
     Record("place main");
   }
-  core::WindowPlace RestoreMain() override {
+  core::WindowBounds RestoreMain() override {
     Record("restore main");
     return place;
   }
   core::Roster& Users() override { return users; }
   void ShowSplash() override { Record("show splash"); }
   void HideSplash() override { Record("hide splash"); }
-  core::WindowPlace Screen() override { return screen; }
+  core::WindowBounds Screen() override { return screen; }
   void OpenSocket() override {
     Record("open " + core::gCurName + (core::gStarting != 0 ? " quietly" : ""));
     if (onOpenSocket) onOpenSocket();

@@ -110,12 +110,12 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   std::vector<std::string> OfferedNames() const;
 
   void LoadMain() override;
-  void PlaceMain(const core::WindowPlace&) override { LoadMain(); }
-  core::WindowPlace RestoreMain() override { return {0, 0, 2505, 4605}; }
+  void PlaceMain(const core::WindowBounds&) override { LoadMain(); }
+  core::WindowBounds RestoreMain() override { return {0, 0, 2505, 4605}; }
   core::Roster& Users() override { return users; }
   void ShowSplash() override {}
   void HideSplash() override {}
-  core::WindowPlace Screen() override { return {0, 0, 15360, 11520}; }
+  core::WindowBounds Screen() override { return {0, 0, 15360, 11520}; }
   void OpenSocket() override { messenger.OpenSocket(); }
   void CloseSocket() override { messenger.CloseSocket(); }
   void ShowOptionsAtStartUp() override;

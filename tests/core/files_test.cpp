@@ -41,7 +41,7 @@ TEST_F(SettingsTest, AFirstStartWritesTheDefaultFileAndReadsIt) {
   ReadSets(program);
   EXPECT_EQ(folder.Get("User.ini"), DefaultFile());
   EXPECT_EQ(gUserName, "anna");
-  EXPECT_EQ(program.place, (WindowPlace{0, 0, 2505, 4605}));
+  EXPECT_EQ(program.place, (WindowBounds{0, 0, 2505, 4605}));
   EXPECT_TRUE(roster.GroupLines().empty());
 }
 
@@ -51,8 +51,8 @@ TEST_F(SettingsTest, ReadsEveryRecordAndWritesWhatItReads) {
   ReadSets(program);
   EXPECT_EQ(folder.Get("User.ini"), kFull);
   EXPECT_EQ(GetText(1001), "eins");
-  EXPECT_EQ(program.place, (WindowPlace{-30, 15, 3000, 6000}));
-  EXPECT_EQ((WindowPlace{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowPlace{1, 2, 3, 70000}));
+  EXPECT_EQ(program.place, (WindowBounds{-30, 15, 3000, 6000}));
+  EXPECT_EQ((WindowBounds{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowBounds{1, 2, 3, 70000}));
   EXPECT_TRUE(roster.BlockedNames().empty()) << "blocked names do not outlive the run that blocked them";
   EXPECT_EQ(roster.GroupLines(), (std::vector<std::string>{"F|anna|", "G|bob|cy|"}));
   EXPECT_TRUE(roster.HasRow("(G)"));

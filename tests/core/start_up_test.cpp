@@ -57,7 +57,7 @@ TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
   EXPECT_EQ(gStatus, 0);
   EXPECT_EQ(gSafe, 0);
   EXPECT_FALSE(gVersion.empty());
-  EXPECT_EQ((WindowPlace{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowPlace{6430, 3860, 2500, 3800}));
+  EXPECT_EQ((WindowBounds{gChatLeft, gChatTop, gChatWidth, gChatHeight}), (WindowBounds{6430, 3860, 2500, 3800}));
 }
 
 TEST_F(StartUpTest, ASecondCopyEndsAtOnce) {

@@ -54,8 +54,8 @@ TEST(Text, DoubleByteCharactersStayWhole) {
     EXPECT_EQ(BarFields(group), (Fields{page.other, page.upperByte}));
     EXPECT_EQ(BarField(group, 1), page.upperByte);
     EXPECT_EQ(Find("a" + page.upperByte + "A", "A"), 3u);
-    EXPECT_EQ(LeadingLetters("a" + page.other + "b", 2), "a");
-    EXPECT_EQ(FirstLetter(page.other + "b"), page.other);
+    EXPECT_EQ(LeadingCharacters("a" + page.other + "b", 2), "a");
+    EXPECT_EQ(FirstCharacter(page.other + "b"), page.other);
   }
 }
 
@@ -64,7 +64,7 @@ TEST(Text, InvalidBytesAreUnchanged) {
   const support::InCodePage korean(949);
   EXPECT_EQ(BarFields("Ren\xE9|A"), (Fields{"Ren\xE9", "A"})) << "no character of this code page ends in a bar";
   EXPECT_EQ(LowerCase("A\xE9 \xE9"), "a\xE9 \xE9");
-  EXPECT_EQ(FirstLetter("\xE9"), "\xE9");
+  EXPECT_EQ(FirstCharacter("\xE9"), "\xE9");
   const support::InCodePage japanese(932);
   EXPECT_EQ(LowerCase("\x82\xFFZ\xA0\x82"), "\x82\xFFz\xA0\x82");
 }

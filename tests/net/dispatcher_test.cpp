@@ -285,7 +285,7 @@ TEST_F(AnswerBudgetTest, EverybodyIsAnsweredAtOnceUpToAFlood) {
     now = core::TicksAfter(now, 60000);
     for (std::size_t i = 0; i < row.atOnce; ++i) EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Now);
     EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Owed);
-    EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Gathered);
+    EXPECT_EQ(budget.Ask(true, row.names, now), Answer::Coalesced);
     int later = 0;
     for (const std::int32_t end = core::TicksAfter(now, 10000); now != end; now = core::TicksAfter(now, 1))
       later += budget.Settle(now) || budget.Ask(true, row.names, now) == Answer::Now;
@@ -299,7 +299,7 @@ TEST_F(AnswerBudgetTest, InALargeSegmentOneAnswerServesAllAndIsRepeatedOnce) {
   for (int round = 0; round < 50; ++round) {  // each in place of the repetition of the one before
     Pass(budget.Wait(now).value_or(1) - 1);
     EXPECT_EQ(budget.Ask(true, kMany, now), Answer::Owed);
-    EXPECT_EQ(budget.Ask(false, kMany, now), Answer::Gathered);
+    EXPECT_EQ(budget.Ask(false, kMany, now), Answer::Coalesced);
     EXPECT_FALSE(budget.Settle(now));
     const std::uint32_t wait = Pass();
     EXPECT_GE(wait, 150u);

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "tests/support/in_code_page.h"
-#include "ui/conversation/box_cost.h"
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/layout_cost.h"
+#include "ui/conversation/edit_text.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/shown_parts.h"
 
@@ -80,8 +80,8 @@ TEST(Conversation, DropsTheOldestLinesOfTheLargest) {
   for (const std::size_t from : {0u, 5u, 2000u})
     EXPECT_EQ(Uncut(large, BeginOf(large), box.substr(0, from), box.substr(from)), whole.substr(from));
   EXPECT_EQ(Uncut(large, BeginOf(large), "", box.substr(0, 3000)), "") << "nothing is cut";
-  EXPECT_EQ(ShownInBox(std::string(1000, ' ')), std::string(kMaxBlanks, ' '));
-  EXPECT_EQ(SizeInBox(std::string(1000, ' ')), kMaxBlanks);
+  EXPECT_EQ(ShownInEdit(std::string(1000, ' ')), std::string(kMaxBlanks, ' '));
+  EXPECT_EQ(SizeInEdit(std::string(1000, ' ')), kMaxBlanks);
   for (int i = 0; i < 500; ++i) Say(small, text);
   EXPECT_EQ(small.First(), 0u);
   EXPECT_LT(large.End() - large.First(), left);
@@ -198,12 +198,12 @@ TEST(Markup, CutsLongParagraphsIntoShortRuns) {
   const std::string run(50, 'x');
   Say(said, run + run + run + run + "y");
   const std::string runs = "'09" + run + "\\f1 " + run + "\\f0 " + run + "\\f1 " + run + "\\f0 y\\par\n";
-  const std::string text = MarkupOf(said, {.forBox = true}), font = "{\\f1\\fswiss\\fcharset0 Tahoma;}";
+  const std::string text = MarkupOf(said, {.forEdit = true}), font = "{\\f1\\fswiss\\fcharset0 Tahoma;}";
   for (const std::string& part : {runs, font}) EXPECT_NE(text.find(part), std::string::npos) << text;
 }
 
-TEST(BoxCost, PortionUsesRecentTimesAndCapacityTheBest) {
-  BoxCost cost;
+TEST(LayoutCost, PortionUsesRecentTimesAndCapacityTheBest) {
+  LayoutCost cost;
   cost.AddTime(1000, 50);
   EXPECT_EQ(cost.Portion(50) + cost.Capacity(50), 2000u) << "one measurement is enough";
   for (const int milliseconds : {2, 1, 2}) cost.AddTime(1000, milliseconds);

@@ -25,7 +25,7 @@ TEST(AlertQueue, KeepsTheOldestInOrderAndForgetsABlockedSender) {
 using Lines = std::vector<std::string_view>;
 
 Lines InTen(std::string_view text) {
-  return BreakLines(text, [](std::string_view line) { return core::LeadingLetters(line, 10).size(); });
+  return BreakLines(text, [](std::string_view line) { return core::LeadingCharacters(line, 10).size(); });
 }
 
 TEST(TextLines, EndAtBreaksAndWrapAtBlanksOrInsideLongWords) {

@@ -30,7 +30,7 @@ TEST(ListRows, KeysAreUniqueAndExact) {
   EXPECT_EQ(rows.FindTextIgnoringCase("\xE9MILE"), &accented) << "folded by the code page";
   const std::vector<toolkit::RowId> ids = rows.Ids();
   rows.Remove(*rows.FindId(ids[1]));
-  for (const std::size_t row : {1u, 2u}) EXPECT_EQ(rows.PlaceOf(ids[row]), 1u) << "the next row's place";
+  for (const std::size_t row : {1u, 2u}) EXPECT_EQ(rows.IndexOf(ids[row]), 1u) << "the next row's place";
   EXPECT_EQ(std::tuple(rows.FindId(ids[1]), rows.FindId(ids[2]), rows.FindId(99)),
             std::tuple(nullptr, &accented, nullptr));
   EXPECT_EQ(rows.Ids(), (std::vector{ids[0], ids[2], ids[3]}));
@@ -39,7 +39,7 @@ TEST(ListRows, KeysAreUniqueAndExact) {
 TEST(ListRows, CountersChangeOnRealChangesOnly) {
   ListRows rows;
   const ListRow& row = rows.Add({.text = "anna", .icon = 2, .smallIcon = 2, .foreColour = 5});
-  const auto changes = [&] { return std::pair(rows.MembershipRevision(), rows.LookRevision()); };
+  const auto changes = [&] { return std::pair(rows.MembershipRevision(), rows.AppearanceRevision()); };
   const auto before = changes();
   rows.SetSubText(row, "");
   rows.SetIcon(row, 2);

@@ -134,7 +134,7 @@ TEST(EveryWindow, NamesEveryControlInEveryLanguage) {
   }
 }
 
-using support::OneRefused;
+using support::FailOneCreation;
 
 // A window that cannot be created completely leaves nothing behind, and opens when windows can be created again.
 TEST(EveryWindow, OpensCompletelyOrFailsCleanly) {
@@ -143,13 +143,13 @@ TEST(EveryWindow, OpensCompletelyOrFailsCleanly) {
   Desk desk;
   for (const auto& [className, open] : desk.openings) {
     const bool isAlert = className == std::string("frmPop");
-    for (int before = 0; before == 0 || OneRefused::What() != OneRefused::Kind::Nothing; ++before) {
+    for (int before = 0; before == 0 || FailOneCreation::What() != FailOneCreation::Kind::Nothing; ++before) {
       SCOPED_TRACE(className + std::string(", refused after ") + std::to_string(before));
       const long error = [&] {
-        const OneRefused refused(before);
+        const FailOneCreation refused(before);
         return support::ErrorOf(open);
       }();
-      EXPECT_TRUE(error == 7 || (error == 0 && OneRefused::What() != OneRefused::Kind::Menu)) << error;
+      EXPECT_TRUE(error == 7 || (error == 0 && FailOneCreation::What() != FailOneCreation::Kind::Menu)) << error;
       EXPECT_EQ(support::WindowsOf(className).empty(), error != 0);
       core::ShowPostedBoxes();
       EXPECT_EQ(support::BoxAnswers::Texts(), std::vector<std::string>(isAlert && error != 0 ? 1 : 0, "hello"));

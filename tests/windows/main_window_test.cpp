@@ -146,7 +146,7 @@ TEST_F(MainWindowTest, MinimisingHidesAndTheMenuFollows) {
   EXPECT_FALSE(::IsWindowVisible(main->hwnd()));
   EXPECT_TRUE(InMenu(mnuShowMe));
   EXPECT_FALSE(InMenu(mnuHide));
-  EXPECT_EQ(main->Restore(), (core::WindowPlace{3000, 3000, 4005, 4995}));
+  EXPECT_EQ(main->Restore(), (core::WindowBounds{3000, 3000, 4005, 4995}));
   EXPECT_FALSE(::IsWindowVisible(main->hwnd()));
   main->ShowMe();
   EXPECT_TRUE(::IsWindowVisible(main->hwnd()));

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/text.h"
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/edit_text.h"
 
 namespace conversation {
 namespace {
@@ -16,8 +16,8 @@ constexpr char kLost[] = "... ";  // followed by the number of dropped lines
 constexpr std::size_t kPieceSize = 64u << 10;
 constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
 
-std::string_view TakeLetter(std::string_view& text) {
-  const std::string_view letter = core::FirstLetter(text);
+std::string_view TakeCharacter(std::string_view& text) {
+  const std::string_view letter = core::FirstCharacter(text);
   text.remove_prefix(letter.size());
   return letter;
 }
@@ -68,7 +68,7 @@ class Markup {
   void Head(const Conversation& said, Position from, Position to) {
     out_ << "{\\rtf1\\ansi\\ansicpg" << static_cast<int>(style_.codePage) << "\\deff0{\\fonttbl";
     Font(0, "nil");
-    if (style_.forBox) Font(1, "swiss");
+    if (style_.forEdit) Font(1, "swiss");
     out_ << "}{\\colortbl ;";
     for (std::size_t line = from.line; Position{line} < to; ++line) AddColour(said.At(line).colour);
     out_ << "}\n\\f0\\fs" << style_.halfPoints;
@@ -95,7 +95,7 @@ class Markup {
       Text(HeadOf(paragraph.line));
       Text("\t");
     }
-    Text(style_.forBox ? ShownInBox(paragraph.text) : Shown(paragraph.text));
+    Text(style_.forEdit ? ShownInEdit(paragraph.text) : Shown(paragraph.text));
     out_ << "\\par\n";
   }
 
@@ -115,10 +115,10 @@ class Markup {
   }
 
   void Text(std::string_view text) {
-    if (style_.forBox && text.size() > kLongParagraph) return InRuns(text);
+    if (style_.forEdit && text.size() > kLongParagraph) return InRuns(text);
     for (char before = ' '; !text.empty();) {
-      const std::string_view letter = TakeLetter(text);
-      Letter(letter, before);
+      const std::string_view letter = TakeCharacter(text);
+      Character(letter, before);
       before = letter[0];
     }
   }
@@ -130,15 +130,15 @@ class Markup {
         out_ << (std::exchange(otherFont_, !otherFont_) ? "\\f0 " : "\\f1 ");
         inRun = 0;
       }
-      const std::string_view letter = TakeLetter(text);
-      Letter(letter, '\0');
+      const std::string_view letter = TakeCharacter(text);
+      Character(letter, '\0');
       inRun += letter.size();
     }
   }
 
   // Consecutive blanks and tabs are escaped, because some readers drop them otherwise. Letters of two bytes begin above
   // 0x7E.
-  void Letter(std::string_view letter, char before) {
+  void Character(std::string_view letter, char before) {
     const char c = letter[0];
     if (static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
       for (const char byte : letter) Number(static_cast<unsigned char>(byte));

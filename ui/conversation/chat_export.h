@@ -30,8 +30,8 @@ struct MarkupStyle {
   std::function<std::optional<std::uint32_t>(std::int32_t)> paint{};
 
   // For a rich edit control, which may take time quadratic in the length of a run: splits long paragraphs into short
-  // runs with invisible differences in format, and cuts long runs of blanks (ShownInBox).
-  bool forBox = false;
+  // runs with invisible differences in format, and cuts long runs of blanks (ShownInEdit).
+  bool forEdit = false;
 };
 
 // Writes the paragraphs between two positions, from < to.

@@ -55,16 +55,16 @@ std::optional<COLORREF> TextColour(std::int32_t colour) {
   return colour == 0 || colour == kWindowText ? std::nullopt : std::optional(toolkit::PaintColour(colour));
 }
 
-MarkupStyle Style(Twips maxIndent, bool forBox) {
+MarkupStyle Style(Twips maxIndent, bool forEdit) {
   LOGFONTA font{};
   ::GetObjectA(toolkit::DialogFont(), sizeof font, &font);
   return {.codePage = ::GetACP(),
           .charset = toolkit::SystemCharset(),
           .font = font.lfFaceName,
-          .halfPoints = RichBox::FontSize(),
+          .halfPoints = RichEdit::FontSize(),
           .maxIndent = maxIndent,
           .paint = TextColour,
-          .forBox = forBox};
+          .forEdit = forEdit};
 }
 
 }  // namespace
@@ -73,11 +73,11 @@ MarkupStyle Style(Twips maxIndent, bool forBox) {
 class ChatText::ViewKeeper {
  public:
   explicit ViewKeeper(const ChatText& text)
-      : box_(text.box_),
-        quiet_(box_),
-        atEnd_(text.following_ && box_.AtEnd()),
-        selection_(box_.Selection()),
-        anchor_(box_.TopInView()) {}
+      : edit_(text.edit_),
+        quiet_(edit_),
+        atEnd_(text.following_ && edit_.AtEnd()),
+        selection_(edit_.Selection()),
+        anchor_(edit_.TopInView()) {}
 
   void MovedBy(LONG characters) {
     for (LONG* position : {&selection_.cpMin, &selection_.cpMax, &anchor_.character})
@@ -87,19 +87,19 @@ class ChatText::ViewKeeper {
   std::size_t Character() const { return static_cast<std::size_t>(anchor_.character); }
 
   void Restore() const {
-    box_.Select(selection_);
+    edit_.Select(selection_);
     if (atEnd_)
-      box_.ScrollToEnd();
+      edit_.ScrollToEnd();
     else
-      box_.ScrollTo(anchor_);
+      edit_.ScrollTo(anchor_);
   }
 
  private:
-  const RichBox box_;
+  const RichEdit edit_;
   const WithoutPainting quiet_;
   const bool atEnd_;
   CHARRANGE selection_;
-  RichBox::Anchor anchor_;
+  RichEdit::Anchor anchor_;
 };
 
 ChatText::~ChatText() {
@@ -109,20 +109,20 @@ ChatText::~ChatText() {
 
 void ChatText::Create(HWND parent) {
   parent_ = parent;
-  box_ = RichBox(RichBox::Make(parent, copied_));
-  if (!box_.hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
+  edit_ = RichEdit(RichEdit::Make(parent, copied_));
+  if (!edit_.hwnd()) throw core::RuntimeError(core::Err::OutOfMemory);
 }
 
 // A name as wide as the window must not push the text out of view. A name that leaves room for a short word is not
 // limited, so that a time and a name fit into the narrow window of the first start.
-Twips ChatText::MaxIndent() const { return std::max(Tw(box_.TextWidth()) - kMinTextWidth, kMinIndent); }
+Twips ChatText::MaxIndent() const { return std::max(Tw(edit_.TextWidth()) - kMinTextWidth, kMinIndent); }
 
 void ChatText::MoveTo(const toolkit::Area& area) {
   area_ = area;
-  const bool atEnd = box_.AtEnd();
+  const bool atEnd = edit_.AtEnd();
   const Twips before = MaxIndent();
-  box_.MoveTo(area);
-  if (atEnd) box_.ScrollToEnd();
+  edit_.MoveTo(area);
+  if (atEnd) edit_.ScrollToEnd();
   const bool capped = shown_.Widest() > std::min(before, MaxIndent());
   if (capped && before != MaxIndent()) ::SetTimer(parent_, kIndentTimer, kIndentDelay, nullptr);
 }
@@ -179,12 +179,12 @@ bool ChatText::Step() {
   if (Stale()) return ShowEnd(), true;
   if (MustWait()) return true;
   if (following_ && LaterLeft()) return CatchUp(), true;
-  if (RichBox::ThumbDragged()) return false;
+  if (RichEdit::ThumbDragged()) return false;
   filling_ = filling_ && EarlierLeft() && !OverLimits(1) && filledFor_ < kMaxFilling;
   if (filling_) return Fill(), true;
   if (following_ && AllInView()) return false;
-  if (EarlierLeft() && box_.AtTop()) return ShowEarlier(kMaxAwaitedStep), true;
-  if (LaterLeft() && box_.AtEnd()) return ShowLater(), true;
+  if (EarlierLeft() && edit_.AtTop()) return ShowEarlier(kMaxAwaitedStep), true;
+  if (LaterLeft() && edit_.AtEnd()) return ShowLater(), true;
   return false;
 }
 
@@ -212,11 +212,11 @@ void ChatText::CatchUp() {
 }
 
 void ChatText::AddNew(Position to) {
-  const WithoutPainting quiet(box_);
+  const WithoutPainting quiet(edit_);
   if (!shown_.Empty()) TrimFirst(shown_.Characters() - 1);
-  if (!shown_.Empty() && OverLimits(kTolerance) && !RichBox::InUse()) return ShowEnd();
+  if (!shown_.Empty() && OverLimits(kTolerance) && !RichEdit::InUse()) return ShowEnd();
   AddLater(ShownEnd(), to);
-  box_.ScrollToEnd();
+  edit_.ScrollToEnd();
 }
 
 void ChatText::ShowEarlier(double milliseconds) {
@@ -239,7 +239,7 @@ void ChatText::ShowEnd() {
   following_ = true;
   const Position end = EndOf(said_);
   Rebuild(BeginOf(said_) < end ? GoBack(said_, end, cost_.Portion(kMaxStep)) : end, end);
-  box_.ScrollToEnd();
+  edit_.ScrollToEnd();
 }
 
 bool ChatText::GoToEnd() {
@@ -252,35 +252,35 @@ bool ChatText::GoToBeginning() {
   if (!EarlierLeft()) return false;
   following_ = false;
   Rebuild(BeginOf(said_), GoForward(said_, BeginOf(said_), cost_.Portion(kMaxAwaitedStep)));
-  box_.Select({0, 0});
+  edit_.Select({0, 0});
   return true;
 }
 
 // Indents are limited by the width (MaxIndent).
 void ChatText::SetIndents() {
-  if (RichBox::InUse()) return;  // the timer repeats
+  if (RichEdit::InUse()) return;  // the timer repeats
   ::KillTimer(parent_, kIndentTimer);
   if (shown_.Empty()) return;
-  if (Stale() || (following_ && box_.AtEnd())) return ShowEnd();
-  RichBox::Anchor anchor = box_.TopInView();
+  if (Stale() || (following_ && edit_.AtEnd())) return ShowEnd();
+  RichEdit::Anchor anchor = edit_.TopInView();
   const auto [first, offset] = shown_.Find(static_cast<std::size_t>(anchor.character));
   Rebuild(first, GoForward(said_, first, cost_.Portion(kMaxAwaitedStep)));
   following_ = !LaterLeft();
   anchor.character = static_cast<LONG>(offset);
-  box_.ScrollTo(anchor);
+  edit_.ScrollTo(anchor);
 }
 
 // Uses a new control, because emptying one may take as long as filling it. Uses the old one if none can be created, or
 // while it must not be destroyed.
 void ChatText::Rebuild(Position from, Position to) {
-  const RichBox old = box_;
-  const HWND fresh = RichBox::InUse() ? nullptr : RichBox::Make(parent_, copied_);
-  if (fresh) box_ = RichBox(fresh);
-  const WithoutPainting quiet(box_);
+  const RichEdit old = edit_;
+  const HWND fresh = RichEdit::InUse() ? nullptr : RichEdit::Make(parent_, copied_);
+  if (fresh) edit_ = RichEdit(fresh);
+  const WithoutPainting quiet(edit_);
   if (fresh)
-    box_.TakePlaceOf(old, area_);
+    edit_.TakePlaceOf(old, area_);
   else
-    box_.Remove(0, Characters());
+    edit_.Remove(0, Characters());
   weightOfAll_ -= shown_.Weight();
   shown_ = {};
   if (from < to) AddLater(from, to);
@@ -299,13 +299,13 @@ void ChatText::AddLater(Position from, Position to) { shown_.AddLater(Insert(fro
 // Removing that paragraph's end gives the following paragraph the indents of the last piece, so they are set again.
 LONG ChatText::AddEarlier(Position from) {
   const Paragraph following = ParagraphAt(said_, shown_.First());
-  box_.BreakAt(0);
+  edit_.BreakAt(0);
   const ShownPart part = Insert(from, shown_.First(), 0);
   const auto characters = static_cast<LONG>(part.characters);
-  box_.Remove(characters, characters + 1);
-  box_.Select({characters, characters});
+  edit_.Remove(characters, characters + 1);
+  edit_.Select({characters, characters});
   const auto [start, offset] = IndentsOf(following);
-  box_.SetIndents(start, offset);
+  edit_.SetIndents(start, offset);
   shown_.AddEarlier(part);
   return characters;
 }
@@ -325,8 +325,8 @@ ShownPart ChatText::Insert(Position from, Position to, LONG at) {
     part.widest = std::max(part.widest, paragraph.line.indent);
     position = paragraph.next;
   }
-  const CHARRANGE caret = box_.Selection();
-  if (caret.cpMin != at || caret.cpMax != at) box_.Select({at, at});  // linear in the number of paragraphs
+  const CHARRANGE caret = edit_.Selection();
+  if (caret.cpMin != at || caret.cpMax != at) edit_.Select({at, at});  // linear in the number of paragraphs
   {
     const InsertionMeter meter(cost_, part.weight);
     // Only the markup has the paragraph that counts the dropped lines.
@@ -334,9 +334,9 @@ ShownPart ChatText::Insert(Position from, Position to, LONG at) {
     if (part.weight <= kSmall && !countsDroppedLines)
       InsertByParagraphs(from, to);
     else
-      box_.InsertMarkup(MarkupOf(from, to));
+      edit_.InsertMarkup(MarkupOf(from, to));
   }
-  part.characters = static_cast<std::size_t>(box_.Selection().cpMax - at);
+  part.characters = static_cast<std::size_t>(edit_.Selection().cpMax - at);
   weightOfAll_ += part.weight;
   return part;
 }
@@ -347,7 +347,7 @@ void ChatText::InsertByParagraphs(Position from, Position to) const {
     const Paragraph paragraph = ParagraphAt(said_, from);
     const auto [start, offset] = IndentsOf(paragraph);
     const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
-    box_.InsertParagraph(head + ShownInBox(paragraph.text), TextColour(paragraph.line.colour), start, offset);
+    edit_.InsertParagraph(head + ShownInEdit(paragraph.text), TextColour(paragraph.line.colour), start, offset);
     from = paragraph.next;
   }
 }
@@ -379,7 +379,7 @@ LONG ChatText::TrimFirst(std::size_t maxCharacters) {
     if (shown_.FirstPart().weight > ShownParts::kSmall || sinceBegin.Milliseconds() > kMaxStep) break;
     weightOfAll_ -= shown_.FirstPart().weight;
     const std::size_t removed = shown_.DropFirst().characters;
-    box_.Remove(0, static_cast<LONG>(removed));
+    edit_.Remove(0, static_cast<LONG>(removed));
     characters += removed;
   }
   return static_cast<LONG>(characters);
@@ -393,7 +393,7 @@ void ChatText::TrimLast(std::size_t firstRemovable) {
     weightOfAll_ -= shown_.LastPart().weight;
     shown_.DropLast();
   }
-  if (Characters() < end) box_.Remove(Characters(), end);
+  if (Characters() < end) edit_.Remove(Characters(), end);
   following_ = !LaterLeft();
 }
 

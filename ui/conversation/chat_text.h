@@ -12,11 +12,11 @@
 #include <string_view>
 #include <utility>
 
-#include "ui/conversation/box_cost.h"
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/layout_cost.h"
+#include "ui/conversation/edit_text.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/conversation.h"
-#include "ui/conversation/rich_box.h"
+#include "ui/conversation/rich_edit.h"
 #include "ui/conversation/shown_parts.h"
 #include "ui/toolkit/units.h"
 
@@ -38,7 +38,7 @@ class ChatText {
   // Creates a child of the window. Throws core::Err::OutOfMemory when it cannot be created.
   void Create(HWND parent);
 
-  HWND hwnd() const { return box_.hwnd(); }
+  HWND hwnd() const { return edit_.hwnd(); }
 
   void MoveTo(const toolkit::Area& area);
 
@@ -49,7 +49,7 @@ class ChatText {
 
   void Clear();
 
-  // Call when the user may have scrolled: when the control sends WM_COMMAND (see RichBox).
+  // Call when the user may have scrolled: when the control sends WM_COMMAND (see RichEdit).
   void OnScroll();
 
   // Call when the user types a line: long steps are postponed until a pause.
@@ -101,7 +101,7 @@ class ChatText {
 
   // Possible although the control is full: a very long line of blanks is a single row. At top and end at once means
   // that the user has not scrolled.
-  bool AllInView() const { return box_.AtTop() && box_.AtEnd(); }
+  bool AllInView() const { return edit_.AtTop() && edit_.AtEnd(); }
   bool OverLimits(double tolerance, const ShownPart& without = {}) const;
   toolkit::Twips MaxIndent() const;
   LONG Characters() const { return static_cast<LONG>(shown_.Characters()); }
@@ -110,23 +110,23 @@ class ChatText {
   // The selection with its blanks restored; empty when the control has cut none of them.
   std::string Selected() const {
     if (shown_.Empty() || Stale()) return {};
-    const CHARRANGE selection = box_.Selection();
+    const CHARRANGE selection = edit_.Selection();
     const auto [from, offset] = shown_.Find(static_cast<std::size_t>(selection.cpMin));
     const LONG begin = selection.cpMin - static_cast<LONG>(offset);
-    return Uncut(said_, from, box_.TextOf({begin, selection.cpMin}), box_.TextOf(selection));
+    return Uncut(said_, from, edit_.TextOf({begin, selection.cpMin}), edit_.TextOf(selection));
   }
 
   void ScheduleWork();
 
   // Shared by all chat windows: their controls cost the same, and the memory limit is for all of them.
-  static inline BoxCost cost_;
+  static inline LayoutCost cost_;
   static inline std::size_t open_ = 0, weightOfAll_ = 0;
   static inline ULONGLONG typedAt_ = 0;  // as GetTickCount64 counts
 
-  const RichBox::Copied copied_ = [this] { return Selected(); };
+  const RichEdit::Copied copied_ = [this] { return Selected(); };
   Conversation said_;
   HWND parent_ = nullptr;
-  RichBox box_;
+  RichEdit edit_;
   toolkit::Area area_{};
   ShownParts shown_;
   ULONGLONG burstBegan_ = 0;    // as GetTickCount64 counts

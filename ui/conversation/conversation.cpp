@@ -61,7 +61,8 @@ ChatLine Unpacked(const char* at) {
 
 }  // namespace
 
-Conversation::Conversation(std::size_t maxOfOne, std::size_t maxOfAll) : maxOfOne_(maxOfOne), maxOfAll_(maxOfAll) {
+Conversation::Conversation(std::size_t maxOfConversation, std::size_t maxOfAll)
+    : maxOfConversation_(maxOfConversation), maxOfAll_(maxOfAll) {
   All().push_back(this);
 }
 
@@ -76,7 +77,7 @@ void Conversation::Add(const ChatLine& line) {
   blocks_.back().Append(bytes);
   size_ += bytes.size() + kSizeOfStart;
   ++end_;
-  while (size_ > maxOfOne_ && blocks_.size() > 1) DropOldest();
+  while (size_ > maxOfConversation_ && blocks_.size() > 1) DropOldest();
   const auto ofAll = [](std::size_t sum, const Conversation* one) { return sum + one->size_; };
   while (std::accumulate(All().begin(), All().end(), std::size_t{0}, ofAll) > maxOfAll_) {
     Conversation& largest = **std::ranges::max_element(All(), {}, &Conversation::size_);

@@ -24,9 +24,9 @@ struct ChatLine {
 // are dropped, of the largest conversation first; lines are numbered, so that the number of dropped ones is known.
 class Conversation {
  public:
-  static constexpr std::size_t kMaxOfOne = 64u << 20, kMaxOfAll = 256u << 20;
+  static constexpr std::size_t kMaxOfConversation = 64u << 20, kMaxOfAll = 256u << 20;
 
-  explicit Conversation(std::size_t maxOfOne = kMaxOfOne, std::size_t maxOfAll = kMaxOfAll);
+  explicit Conversation(std::size_t maxOfConversation = kMaxOfConversation, std::size_t maxOfAll = kMaxOfAll);
   ~Conversation();
   Conversation(const Conversation&) = delete;
   Conversation& operator=(const Conversation&) = delete;
@@ -56,7 +56,7 @@ class Conversation {
 
   void DropOldest();
 
-  const std::size_t maxOfOne_, maxOfAll_;
+  const std::size_t maxOfConversation_, maxOfAll_;
   std::deque<Block> blocks_;
   std::size_t size_ = 0, end_ = 0;
 };

@@ -87,13 +87,13 @@ void FrmChat::SetLan() {
 }
 
 void FrmChat::MoveToSavedPos() {
-  const core::WindowPlace saved{core::gChatLeft, core::gChatTop, core::gChatWidth, core::gChatHeight};
+  const core::WindowBounds saved{core::gChatLeft, core::gChatTop, core::gChatWidth, core::gChatHeight};
   toolkit::SetArea(hwnd(), toolkit::Reachable(toolkit::AreaOf(saved)));
 }
 
 void FrmChat::SavePos() const {
   if (::IsIconic(hwnd())) return;
-  const core::WindowPlace place = toolkit::PlaceOf(hwnd());
+  const core::WindowBounds place = toolkit::PlaceOf(hwnd());
   core::gChatLeft = place.left;
   core::gChatTop = place.top;
   core::gChatWidth = place.width;

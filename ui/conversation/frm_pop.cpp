@@ -100,7 +100,7 @@ void FrmPop::PlaceAndShow() {
 }
 
 // Lays out again so that the buttons stay on the screen.
-void FrmPop::FollowTheScreen() {
+void FrmPop::FitToScreen() {
   Build();
   Point rest = StartPosition();
   while (const auto top = NextTopAfter(rest.top)) rest.top = *top;
@@ -130,7 +130,7 @@ LRESULT FrmPop::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       wParam == kAniTimer ? aniTimer_Timer() : Timer_Timer();
       return 0;
     case WM_DISPLAYCHANGE:
-      FollowTheScreen();
+      FitToScreen();
       return 0;
     case WM_DRAWITEM:
       Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));

@@ -41,7 +41,7 @@ class FrmPop : public toolkit::Window {
   void CreateControls();
   void Build();
   void PlaceAndShow();
-  void FollowTheScreen();
+  void FitToScreen();
   Point StartPosition() const;
   std::optional<Twips> NextTopAfter(Twips top) const;
   void MoveTo(Point position);

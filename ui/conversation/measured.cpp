@@ -32,7 +32,7 @@ double ProcessorMilliseconds() {
   return Milliseconds(kernel) + Milliseconds(user);
 }
 
-InsertionMeter::InsertionMeter(BoxCost& cost, std::size_t weight)
+InsertionMeter::InsertionMeter(LayoutCost& cost, std::size_t weight)
     : cost_(cost),
       weight_(weight),
       samplesMemory_(SamplesMemory(weight)),

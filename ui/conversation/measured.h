@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cstddef>
 
-#include "ui/conversation/box_cost.h"
+#include "ui/conversation/layout_cost.h"
 
 namespace conversation {
 
@@ -27,13 +27,13 @@ class InsertionMeter {
  public:
   static constexpr std::size_t kSmall = 300;  // weight
 
-  InsertionMeter(BoxCost& cost, std::size_t weight);
+  InsertionMeter(LayoutCost& cost, std::size_t weight);
   InsertionMeter(const InsertionMeter&) = delete;
   InsertionMeter& operator=(const InsertionMeter&) = delete;
   ~InsertionMeter();
 
  private:
-  BoxCost& cost_;
+  LayoutCost& cost_;
   const std::size_t weight_;
   const bool samplesMemory_;
   const std::size_t memory_;  // of the process at the beginning, bytes

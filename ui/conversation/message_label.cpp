@@ -57,7 +57,7 @@ class LetterWidths {
  private:
   // Removes the first character of a text; returns its width.
   int Take(std::string_view& text) {
-    const std::string_view letter = core::FirstLetter(text);
+    const std::string_view letter = core::FirstCharacter(text);
     text.remove_prefix(letter.size());
     int& width = letter.size() == 1 ? ofBytes_[core::ByteOf(letter[0])]
                                     : ofPairs_.try_emplace(std::string(letter), kUnknown).first->second;

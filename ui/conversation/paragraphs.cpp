@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/edit_text.h"
 
 namespace conversation {
 namespace {
@@ -36,7 +36,7 @@ Position PreviousParagraph(const Conversation& said, Position at) {
 
 std::size_t WeightOf(const Paragraph& paragraph) {
   const std::size_t head = paragraph.first ? paragraph.line.prefix.size() + paragraph.line.sender.size() : 0;
-  return kParagraphOverhead + head + SizeInBox(paragraph.text);
+  return kParagraphOverhead + head + SizeInEdit(paragraph.text);
 }
 
 std::size_t WeightBetween(const Conversation& said, Position from, Position to, std::size_t limit) {

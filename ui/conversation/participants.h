@@ -59,7 +59,9 @@ class Participants {
   bool Add(std::string_view name);
   bool Remove(std::string_view name);
   int IconOf(std::string_view name) const;
-  Changes Now() const { return {rows_.MembershipRevision(), online_.MembershipRevision(), online_.LookRevision()}; }
+  Changes Now() const {
+    return {rows_.MembershipRevision(), online_.MembershipRevision(), online_.AppearanceRevision()};
+  }
 
   const core::Roster& roster_;
   const toolkit::ListRows& online_;

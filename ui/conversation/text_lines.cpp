@@ -19,7 +19,7 @@ std::string_view TakeLine(std::string_view& text) {
 
 void Wrap(std::string_view line, const FitCount& fits, std::vector<std::string_view>& lines) {
   for (;;) {
-    const std::size_t fit = std::max(fits(line), core::FirstLetter(line).size());
+    const std::size_t fit = std::max(fits(line), core::FirstCharacter(line).size());
     if (fit >= line.size()) return lines.push_back(line);
     const std::size_t blank = line.rfind(' ', fit);
     const bool atBlank = blank != std::string_view::npos && blank > 0;

@@ -23,7 +23,7 @@ constexpr toolkit::Twips kEntryHeight = 24_dp, kEntryWidth = 60_dp;
 
 // A tab would start a shortcut text, and other control bytes would show as boxes.
 std::string Cleaned(const std::string& name) {
-  std::string shown(core::LeadingLetters(name, kMaxShown));
+  std::string shown(core::LeadingCharacters(name, kMaxShown));
   std::ranges::replace_if(
       shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
   return name.size() > kMaxShown ? shown + "..." : shown;
@@ -31,7 +31,7 @@ std::string Cleaned(const std::string& name) {
 
 // The group's first and last name, truncated.
 std::string GroupCaption(const std::string& first, const std::string& last) {
-  const auto part = [](const std::string& name) { return Cleaned(std::string(core::LeadingLetters(name, 80))); };
+  const auto part = [](const std::string& name) { return Cleaned(std::string(core::LeadingCharacters(name, 80))); };
   return toolkit::LiteralCaption(part(first) + " - " + part(last));
 }
 
@@ -98,7 +98,7 @@ void UsersMenu::Empty() {
   begin_ = end_ = 0;
 }
 
-void UsersMenu::AddEntries(const toolkit::ItemPlace& place, std::size_t begin, std::size_t end) {
+void UsersMenu::AddEntries(const toolkit::ItemPosition& place, std::size_t begin, std::size_t end) {
   const std::size_t column = EntriesInColumn(*names_, begin, end);
   for (std::size_t i = 0; i < end - begin; ++i) {
     const int position = place.position + static_cast<int>(i);

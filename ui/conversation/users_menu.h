@@ -26,7 +26,7 @@ class UsersMenu {
 
  private:
   void Empty();
-  void AddEntries(const toolkit::ItemPlace& place, std::size_t begin, std::size_t end);
+  void AddEntries(const toolkit::ItemPosition& place, std::size_t begin, std::size_t end);
 
   toolkit::WindowMenu& menu_;
   const std::vector<std::string>* names_ = nullptr;

@@ -49,12 +49,12 @@ void Application::LoadMain() {
   frmMain_ = Loaded(std::make_shared<FrmMain>(users_, messenger_, Commands()));
 }
 
-void Application::PlaceMain(const core::WindowPlace& place) {
+void Application::PlaceMain(const core::WindowBounds& place) {
   LoadMain();
   frmMain_->Move(place);
 }
 
-core::WindowPlace Application::RestoreMain() {
+core::WindowBounds Application::RestoreMain() {
   LoadMain();
   return frmMain_->Restore();
 }
@@ -71,7 +71,7 @@ void Application::ShowSplash() {
 
 void Application::HideSplash() { frmSplash_->Show(SW_HIDE); }
 
-core::WindowPlace Application::Screen() {
+core::WindowBounds Application::Screen() {
   const toolkit::ScreenSize screen = toolkit::WholeScreen();
   return {0, 0, screen.width.value, screen.height.value};
 }

@@ -23,12 +23,12 @@ class Application : public core::Program {
   Application();
 
   void LoadMain() override;
-  void PlaceMain(const core::WindowPlace& place) override;
-  core::WindowPlace RestoreMain() override;
+  void PlaceMain(const core::WindowBounds& place) override;
+  core::WindowBounds RestoreMain() override;
   core::Roster& Users() override { return users_; }
   void ShowSplash() override;
   void HideSplash() override;
-  core::WindowPlace Screen() override;
+  core::WindowBounds Screen() override;
   void OpenSocket() override;
   void CloseSocket() override { messenger_.CloseSocket(); }
   void ShowOptionsAtStartUp() override;

@@ -86,9 +86,9 @@ void FrmMain::SetUpInt() {
   users_.RefBlock();
 }
 
-void FrmMain::Move(const core::WindowPlace& place) { toolkit::SetArea(hwnd(), toolkit::AreaOf(place)); }
+void FrmMain::Move(const core::WindowBounds& place) { toolkit::SetArea(hwnd(), toolkit::AreaOf(place)); }
 
-core::WindowPlace FrmMain::Restore() {
+core::WindowBounds FrmMain::Restore() {
   if (::IsIconic(hwnd()) || ::IsZoomed(hwnd())) {
     const bool visible = ::IsWindowVisible(hwnd()) != FALSE;
     stayHidden_ = !visible;

@@ -11,7 +11,7 @@
 #include "ui/main/main_menu.h"
 #include "ui/main/user_roster.h"
 #include "ui/toolkit/menu/window_menu.h"
-#include "ui/toolkit/resting_timer.h"
+#include "ui/toolkit/adaptive_timer.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/tray_icon.h"
@@ -39,10 +39,10 @@ class FrmMain : public toolkit::Window {
   // Creates controls, menus and icon on the first call. Deferred, so that start-up joins the network first.
   void CreateContents();
 
-  void Move(const core::WindowPlace& place);
+  void Move(const core::WindowBounds& place);
 
   // Restores the window from its minimised or maximised state without showing it; returns its normal place, twips.
-  core::WindowPlace Restore();
+  core::WindowBounds Restore();
 
   // Adds the notification icon. If that is not possible within a minute, shows the window, so that the program can be
   // used.
@@ -101,7 +101,7 @@ class FrmMain : public toolkit::Window {
   HWND lblStat = nullptr;
   toolkit::RowsView lvUsers;
   toolkit::TrayIcon TI;
-  toolkit::RestingTimer tmrMnu;
+  toolkit::AdaptiveTimer tmrMnu;
   toolkit::WindowMenu menu_{kMainMenu, toolkit::MenuKind::Bar};
   bool hasContents_ = false;
   bool statBarVisible_ = true;

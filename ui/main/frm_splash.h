@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "ui/toolkit/handles.h"
-#include "ui/toolkit/resting_timer.h"
+#include "ui/toolkit/adaptive_timer.h"
 #include "ui/toolkit/window.h"
 
 namespace mainwindow {
@@ -46,7 +46,7 @@ class FrmSplash : public toolkit::Window {
   toolkit::Icon pictureIcon_;
   toolkit::Font versionFont_;
   std::shared_ptr<SplashLabel> label_ = std::make_shared<SplashLabel>(), lblVer = std::make_shared<SplashLabel>();
-  toolkit::RestingTimer Timer1;
+  toolkit::AdaptiveTimer Timer1;
   int pulse_ = 0;
 };
 

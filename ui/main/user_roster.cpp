@@ -77,8 +77,8 @@ void UserRoster::RefGroups() {
 void UserRoster::RefBlock() {
   if (marksAreStale_) MarkAllRows();
   UpdateStat();
-  if (toldSet_ == lvUsers.MembershipRevision() && toldIcons_ == lvUsers.IconRevision()) return;
-  toldSet_ = lvUsers.MembershipRevision();
+  if (notifiedMembership_ == lvUsers.MembershipRevision() && toldIcons_ == lvUsers.IconRevision()) return;
+  notifiedMembership_ = lvUsers.MembershipRevision();
   toldIcons_ = lvUsers.IconRevision();
   if (refreshChatWindows) refreshChatWindows();
 }

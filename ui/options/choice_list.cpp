@@ -17,7 +17,7 @@ LRESULT ChoiceList::OnNotify(NMHDR& header) const {
   if (header.hwndFrom != hwnd_ || header.code != NM_CUSTOMDRAW) return 0;
   auto& draw = reinterpret_cast<NMLVCUSTOMDRAW&>(header);
   if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) toolkit::ShowSelectionPlainly(draw);
+  if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) toolkit::DrawSelectionFocused(draw);
   return CDRF_DODEFAULT;
 }
 

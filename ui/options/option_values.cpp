@@ -10,7 +10,7 @@ bool IsLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <
 
 bool HasLetterOrDigit(std::string_view name) {
   while (!name.empty()) {
-    const std::string_view letter = core::FirstLetter(name);
+    const std::string_view letter = core::FirstCharacter(name);
     if (letter.size() == 1 && IsLetterOrDigit(letter[0])) return true;
     name.remove_prefix(letter.size());
   }
@@ -41,7 +41,7 @@ int RefusalOf(std::string_view name, const core::Roster& users, bool ownNameIsTa
 
 std::string ProperCase(std::string_view name) {
   const std::string lower = core::LowerCase(name);
-  const std::string_view first = core::FirstLetter(lower);
+  const std::string_view first = core::FirstCharacter(lower);
   return first.empty() ? lower : core::UpperCase(first).append(lower, first.size());
 }
 

@@ -49,11 +49,11 @@ constexpr toolkit::Twips kSwatchWidth = 38_dp, kSwatchHeight = 30_dp, kFrameHeig
 constexpr DWORD kSwatchListStyle =
     LVS_ICON | LVS_SHAREIMAGELISTS | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | WS_TABSTOP;
 
-// Draws a box filled with a colour, with a border.
-void DrawSwatch(HDC dc, const RECT& box, COLORREF colour) {
+// Draws a rectangle filled with a colour, with a border.
+void DrawSwatch(HDC dc, const RECT& frame, COLORREF colour) {
   const toolkit::Brush fill(::CreateSolidBrush(colour));
-  ::FillRect(dc, &box, fill.get());
-  ::FrameRect(dc, &box, ::GetSysColorBrush(COLOR_BTNSHADOW));
+  ::FillRect(dc, &frame, fill.get());
+  ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_BTNSHADOW));
 }
 
 // The result of a WM_CTLCOLOR message: text of this colour on the background of a text box.
@@ -65,7 +65,7 @@ LRESULT ColourText(WPARAM dc, std::int32_t colour) {
 
 }  // namespace
 
-// The name as others will see it, in a sunken box.
+// The name as others will see it, in a sunken frame.
 class Preview : public toolkit::Window {
  public:
   void Load(HWND page) {
@@ -134,8 +134,8 @@ void UserPage::AddCols() {
   ListView_SetImageList(lvCol, imlCol.get(), LVSIL_NORMAL);
   for (std::size_t i = 0; i < kPalette.size(); ++i) {
     const Swatch& swatch = kPalette[i];
-    picBuf.Add(imlCol.get(), [colour = static_cast<COLORREF>(swatch.colour)](HDC dc, const RECT& box) {
-      DrawSwatch(dc, box, colour);
+    picBuf.Add(imlCol.get(), [colour = static_cast<COLORREF>(swatch.colour)](HDC dc, const RECT& frame) {
+      DrawSwatch(dc, frame, colour);
     });
     LVITEMA item{};
     item.mask = LVIF_IMAGE | LVIF_PARAM;

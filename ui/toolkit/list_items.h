@@ -14,7 +14,7 @@ namespace toolkit {
 //
 // For the CDDS_ITEMPREPAINT stage of a list view. It queries the selection from the list, because a list with
 // LVS_SHOWSELALWAYS marks every item as selected here.
-inline void ShowSelectionPlainly(NMLVCUSTOMDRAW& draw) {
+inline void DrawSelectionFocused(NMLVCUSTOMDRAW& draw) {
   const HWND list = draw.nmcd.hdr.hwndFrom;
   if (::GetFocus() == list || !ListView_GetItemState(list, draw.nmcd.dwItemSpec, LVIS_SELECTED)) return;
   draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // otherwise the list still uses the pale colours

@@ -164,7 +164,7 @@ const ListRow* ListRows::FindId(RowId id) const {
   return slot != slots_.end() && slot->id == id ? slot->row.get() : nullptr;
 }
 
-std::size_t ListRows::PlaceOf(RowId id) const {
+std::size_t ListRows::IndexOf(RowId id) const {
   CloseGaps();
   return static_cast<std::size_t>(std::ranges::lower_bound(slots_, id, {}, &Slot::id) - slots_.begin());
 }

@@ -53,7 +53,7 @@ class ListRows {
   // the index of that row, or of the one after its former position (Count() when there is none).
   std::vector<RowId> Ids() const;
   const ListRow* FindId(RowId id) const;
-  std::size_t PlaceOf(RowId id) const;
+  std::size_t IndexOf(RowId id) const;
 
   // The first match in order, or null.
   const ListRow* FindText(std::string_view text) const;
@@ -76,7 +76,7 @@ class ListRows {
   // Change counters for views: of rows added or removed; of actual changes of icon, colour or second column; and of
   // icons alone. Selection does not count, since the list view itself selects.
   std::uint64_t MembershipRevision() const { return membershipRevision_; }
-  std::uint64_t LookRevision() const { return lookRevision_; }
+  std::uint64_t AppearanceRevision() const { return lookRevision_; }
   std::uint64_t IconRevision() const { return iconRevision_; }
 
  private:

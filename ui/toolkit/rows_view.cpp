@@ -21,12 +21,12 @@ LVITEMA StateOf(bool selected) {
 
 // Suppresses the horizontal scroll bar that appears when a vertical one narrows the client area. Truncated texts have
 // tool-tips.
-LRESULT CALLBACK WithoutSideBar(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+LRESULT CALLBACK NoHorizontalScroll(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
   if (message == WM_NCCALCSIZE) {
     const LONG_PTR style = ::GetWindowLongPtrA(list, GWL_STYLE);
     if (style & WS_HSCROLL) ::SetWindowLongPtrA(list, GWL_STYLE, style & ~LONG_PTR{WS_HSCROLL});
   }
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(list, WithoutSideBar, id);
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(list, NoHorizontalScroll, id);
   return ::DefSubclassProc(list, message, wParam, lParam);
 }
 
@@ -37,7 +37,7 @@ void RowsView::Attach(HWND listView, ListRows& rows, HIMAGELIST smallIcons) {
   rows_ = &rows;
   // LVS_SHAREIMAGELISTS: the pictures are shared by all windows.
   ::SetWindowLongPtrA(hwnd_, GWL_STYLE, ::GetWindowLongPtrA(hwnd_, GWL_STYLE) | LVS_SHAREIMAGELISTS);
-  ::SetWindowSubclass(hwnd_, WithoutSideBar, 1, 0);
+  ::SetWindowSubclass(hwnd_, NoHorizontalScroll, 1, 0);
   ListView_SetExtendedListViewStyle(hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
   ListView_SetImageList(hwnd_, smallIcons, LVSIL_SMALL);
   Sync();
@@ -55,12 +55,12 @@ void RowsView::AddColumn(int index, const char* caption, int width) {
 void RowsView::FitColumn() { ListView_SetColumnWidth(hwnd_, 0, ClientAreaOf(hwnd_).right); }
 
 void RowsView::Sync() {
-  if (rows_->MembershipRevision() != seenSet_) {
+  if (rows_->MembershipRevision() != shownMembership_) {
     TakeRows();
-  } else if (rows_->LookRevision() == seenLooks_) {
+  } else if (rows_->AppearanceRevision() == seenLooks_) {
     return;
   }
-  seenLooks_ = rows_->LookRevision();
+  seenLooks_ = rows_->AppearanceRevision();
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
 
@@ -68,9 +68,9 @@ void RowsView::Sync() {
 void RowsView::TakeRows() {
   const core::ScopedFlag applying(applying_);
   const int caret = ListView_GetNextItem(hwnd_, -1, LVNI_FOCUSED), mark = ListView_GetSelectionMark(hwnd_);
-  const int newCaret = NewPlaceOf(caret), newMark = NewPlaceOf(mark);
+  const int newCaret = NewIndexOf(caret), newMark = NewIndexOf(mark);
   shown_ = rows_->Ids();
-  seenSet_ = rows_->MembershipRevision();
+  shownMembership_ = rows_->MembershipRevision();
   ListView_SetItemCountEx(hwnd_, static_cast<int>(shown_.size()), LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
   ApplySelection();
   if (newCaret >= 0) ListView_SetItemState(hwnd_, newCaret, LVIS_FOCUSED, LVIS_FOCUSED);
@@ -78,15 +78,15 @@ void RowsView::TakeRows() {
 }
 
 // The current index of a row that is shown; that of the next one, or of the last, if it was removed.
-int RowsView::NewPlaceOf(int number) const {
+int RowsView::NewIndexOf(int number) const {
   if (number < 0 || static_cast<std::size_t>(number) >= shown_.size()) return -1;
-  return static_cast<int>(std::min(rows_->PlaceOf(shown_[static_cast<std::size_t>(number)]) + 1, rows_->Count())) - 1;
+  return static_cast<int>(std::min(rows_->IndexOf(shown_[static_cast<std::size_t>(number)]) + 1, rows_->Count())) - 1;
 }
 
 // Null when it was removed since.
 const ListRow* RowsView::RowAt(std::size_t number) const {
   if (number >= shown_.size()) return nullptr;
-  return seenSet_ == rows_->MembershipRevision() ? &rows_->At(number) : rows_->FindId(shown_[number]);
+  return shownMembership_ == rows_->MembershipRevision() ? &rows_->At(number) : rows_->FindId(shown_[number]);
 }
 
 // Skipped when nothing is selected, because clearing takes time linear in the rows.
@@ -135,7 +135,7 @@ void RowsView::Display(LVITEMA& item) const {
   if (item.mask & LVIF_IMAGE) item.iImage = row->smallIcon - 1;  // icons are counted from 1, pictures from 0
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
   const std::string& text = item.iSubItem == 0 ? row->text : row->subText;
-  const std::string_view shown = core::LeadingLetters(text, static_cast<std::size_t>(item.cchTextMax) - 1);
+  const std::string_view shown = core::LeadingCharacters(text, static_cast<std::size_t>(item.cchTextMax) - 1);
   *std::ranges::copy(shown, item.pszText).out = '\0';
 }
 
@@ -144,7 +144,7 @@ LRESULT RowsView::Paint(NMLVCUSTOMDRAW& draw) const {
   const ListRow* row = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT ? RowAt(draw.nmcd.dwItemSpec) : nullptr;
   if (!row) return CDRF_DODEFAULT;
   draw.clrText = TextColour(row->foreColour);
-  ShowSelectionPlainly(draw);
+  DrawSelectionFocused(draw);
   return CDRF_DODEFAULT;
 }
 

@@ -37,7 +37,7 @@ class RowsView {
  private:
   void TakeRows();
   const ListRow* RowAt(std::size_t number) const;
-  int NewPlaceOf(int number) const;
+  int NewIndexOf(int number) const;
   void Display(LVITEMA& item) const;
   LRESULT Paint(NMLVCUSTOMDRAW& draw) const;
   int Find(const NMLVFINDITEMA& search) const;
@@ -48,7 +48,7 @@ class RowsView {
   HWND hwnd_ = nullptr;
   ListRows* rows_ = nullptr;
   std::vector<RowId> shown_;  // in the control, by index
-  std::uint64_t seenSet_ = 0, seenLooks_ = 0;
+  std::uint64_t shownMembership_ = 0, seenLooks_ = 0;
   bool applying_ = false;  // the notification is of our own change of the selection
 };
 

@@ -113,12 +113,12 @@ Area ClientAreaOf(HWND window) {
   return Of(rect);
 }
 
-core::WindowPlace PlaceOf(HWND window) {
+core::WindowBounds PlaceOf(HWND window) {
   const Area area = AreaOf(window);
   return {Tw(area.left).value, Tw(area.top).value, Tw(area.Width()).value, Tw(area.Height()).value};
 }
 
-Area AreaOf(const core::WindowPlace& place) {
+Area AreaOf(const core::WindowBounds& place) {
   return Px(Twips{place.left}, Twips{place.top}, Twips{place.width}, Twips{place.height});
 }
 

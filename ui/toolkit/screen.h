@@ -37,8 +37,8 @@ Area AreaOf(HWND window);
 Area ClientAreaOf(HWND window);
 
 // The window rectangle as settings keep it, and the rectangle of such a place in pixels.
-core::WindowPlace PlaceOf(HWND window);
-Area AreaOf(const core::WindowPlace& place);
+core::WindowBounds PlaceOf(HWND window);
+Area AreaOf(const core::WindowBounds& place);
 
 RECT RectOf(const Area& area);
 

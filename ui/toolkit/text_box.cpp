@@ -12,7 +12,7 @@ namespace {
 
 constexpr UINT_PTR kLimitSubclass = 1, kTabSubclass = 2;
 
-UINT MostBytesOfLetter() {
+UINT MaxBytesOfCharacter() {
   CPINFO info{};
   return ::GetCPInfo(CP_ACP, &info) ? info.MaxCharSize : 1;
 }
@@ -37,7 +37,7 @@ void SetLimit(HWND box, int bytes) {
   const std::wstring text = Unselected(box);
   const int letters = static_cast<int>(text.size());
   const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), letters, nullptr, 0, nullptr, nullptr);
-  const int more = std::max(bytes - used, 0) / static_cast<int>(MostBytesOfLetter());
+  const int more = std::max(bytes - used, 0) / static_cast<int>(MaxBytesOfCharacter());
   ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(letters + more, 1)), 0);
 }
 
@@ -53,7 +53,7 @@ LRESULT CALLBACK WithoutSelectingProcedure(HWND textBox, UINT message, WPARAM wP
   return WithoutSelecting(message, ::DefSubclassProc(textBox, message, wParam, lParam));
 }
 
-void LeaveByTab(HWND textBox) {
+void MoveFocusByTab(HWND textBox) {
   const HWND window = ::GetAncestor(textBox, GA_ROOT);
   ::SetFocus(::GetNextDlgTabItem(window, textBox, KeyDown(VK_SHIFT)));
 }
@@ -62,7 +62,7 @@ void LeaveByTab(HWND textBox) {
 
 void LimitBytes(HWND box, std::size_t bytes) {
   ::SendMessageA(box, EM_SETLIMITTEXT, bytes, 0);
-  if (MostBytesOfLetter() > 1) ::SetWindowSubclass(box, LimitProcedure, kLimitSubclass, bytes);
+  if (MaxBytesOfCharacter() > 1) ::SetWindowSubclass(box, LimitProcedure, kLimitSubclass, bytes);
 }
 
 bool TranslateTextKey(const MSG& key) {
@@ -72,7 +72,7 @@ bool TranslateTextKey(const MSG& key) {
       return true;
     case VK_TAB:
       if (ctrl) return false;
-      LeaveByTab(key.hwnd);
+      MoveFocusByTab(key.hwnd);
       return true;
     case 'A':
       if (!ctrl || KeyDown(VK_MENU)) return false;

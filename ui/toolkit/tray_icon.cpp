@@ -104,7 +104,7 @@ void TrayIcon::Create() {
   if (active_) Destroy();
   if (!HasValidShell()) return;
   if (!record_.hWnd) record_.hWnd = MakeWindow(this);
-  if (!record_.hWnd) return BeRefused();
+  if (!record_.hWnd) return OnRefused();
   active_ = true;
   isRefused_ = false;
   if (Add()) return;
@@ -121,10 +121,10 @@ void TrayIcon::TryAgain() {
   retriesLeft_ = added ? 0 : retriesLeft_ - 1;
   if (retriesLeft_ > 0) return;
   ::KillTimer(record_.hWnd, kRetryTimer);
-  if (!added) BeRefused();
+  if (!added) OnRefused();
 }
 
-void TrayIcon::BeRefused() {
+void TrayIcon::OnRefused() {
   isRefused_ = true;
   if (Refused) Refused();
 }
@@ -154,7 +154,7 @@ std::string TrayIcon::ToolTipText() const {
 
 void TrayIcon::SetToolTipText(std::string_view text) {
   std::fill_n(record_.szTip, kTipSize, '\0');
-  std::ranges::copy(core::LeadingLetters(text, kTipSize - 1), record_.szTip);
+  std::ranges::copy(core::LeadingCharacters(text, kTipSize - 1), record_.szTip);
   if (active_) Send(NIM_MODIFY, NIF_TIP);
 }
 

@@ -67,7 +67,7 @@ class TrayIcon {
   void Raise(TrayEvent event, MouseButton button);
   bool Add();
   void TryAgain();
-  void BeRefused();
+  void OnRefused();
   bool Send(DWORD message, UINT flags);
 
   ShellNotify shell_;

@@ -20,7 +20,7 @@ namespace {
 
 Window* ObjectOf(HWND hwnd) { return reinterpret_cast<Window*>(::GetWindowLongPtrA(hwnd, GWLP_USERDATA)); }
 
-BOOL CALLBACK TellColours(HWND control, LPARAM) {
+BOOL CALLBACK ForwardColourChange(HWND control, LPARAM) {
   ::SendMessageA(control, WM_SYSCOLORCHANGE, 0, 0);
   return TRUE;
 }
@@ -207,7 +207,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (!::IsIconic(hwnd_) && !::IsZoomed(hwnd_)) SetArea(hwnd_, Reachable(AreaOf(hwnd_)));
       break;
     case WM_SYSCOLORCHANGE:  // sent to top-level windows only
-      ::EnumChildWindows(hwnd_, TellColours, 0);
+      ::EnumChildWindows(hwnd_, ForwardColourChange, 0);
       break;
     case WM_SETFOCUS:
       PassFocusOn();

@@ -150,7 +150,7 @@ bool WndCoolMenu::Answer(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
       NoteOpened(reinterpret_cast<HMENU>(wParam));
       return false;
     case WM_MENUSELECT:
-      TellHelp(wParam, reinterpret_cast<HMENU>(lParam));
+      ReportHelp(wParam, reinterpret_cast<HMENU>(lParam));
       return false;
     case WM_SETTINGCHANGE:
       RenewFonts();
@@ -184,7 +184,7 @@ void WndCoolMenu::NoteOpened(HMENU menu) {
 }
 
 // Without a menu: the menu has closed. The handler may do anything, even destroy this object, so it is called last.
-void WndCoolMenu::TellHelp(WPARAM wParam, HMENU menu) {
+void WndCoolMenu::ReportHelp(WPARAM wParam, HMENU menu) {
   if (!menu) openHead_ = -1;
   const bool byPosition = (HIWORD(wParam) & MF_POPUP) != 0;
   const CMyItemData* data =

@@ -72,7 +72,7 @@ class WndCoolMenu {
   bool Measure(MEASUREITEMSTRUCT& request);
   bool Draw(const DRAWITEMSTRUCT& request);
   void NoteOpened(HMENU menu);
-  void TellHelp(WPARAM wParam, HMENU menu);
+  void ReportHelp(WPARAM wParam, HMENU menu);
   bool AnswerKey(WPARAM wParam, HMENU menu, LRESULT& result) const;
 
   void ForgetMissing();

@@ -20,7 +20,7 @@ namespace {
 constexpr Twips kDesignImage = 16_dp;
 
 constexpr Twips kImageGap = 2_dp;       // between an image and the edge around it when it is highlighted
-constexpr Twips kSpare = 5_dp;          // on both sides of the image box
+constexpr Twips kSpare = 5_dp;          // on both sides of the image's frame
 constexpr Twips kRowMargin = 6_dp;      // height of an item beyond its caption or image
 constexpr Twips kHeadingMargin = 5_dp;  // height of a heading beyond its text
 constexpr Twips kMark = 14_dp;          // side of a check or option mark
@@ -83,15 +83,15 @@ RECT Centred(const RECT& outer, LONG width, LONG height) {
 
 // The parts of a row of a drop-down, from left to right.
 struct RowParts {
-  RECT imageBox;  // the image with the edge around it
+  RECT imageFrame;  // the image with the edge around it
   RECT caption;
 };
 
 RowParts PartsOf(const RECT& row, SIZE image) {
-  const LONG boxWidth = image.cx + 2 * Px(kImageGap), boxHeight = image.cy + 2 * Px(kImageGap);
+  const LONG frameWidth = image.cx + 2 * Px(kImageGap), frameHeight = image.cy + 2 * Px(kImageGap);
   const LONG left = row.left + Px(1_dp);
-  RECT box = Centred({left, row.top, left + boxWidth, row.bottom}, boxWidth, boxHeight);
-  return {box, {box.right + Px(kSpare - 1_dp), row.top, row.right, row.bottom}};
+  RECT bounds = Centred({left, row.top, left + frameWidth, row.bottom}, frameWidth, frameHeight);
+  return {bounds, {bounds.right + Px(kSpare - 1_dp), row.top, row.right, row.bottom}};
 }
 
 void Fill(HDC dc, const RECT& area, COLORREF colour) {
@@ -137,28 +137,30 @@ Font SymbolFont(int height) {
   return Font(::CreateFontIndirectA(&font));
 }
 
-void DrawGlyph(HDC dc, RECT box, char glyph, COLORREF colour) {
+void DrawGlyph(HDC dc, RECT bounds, char glyph, COLORREF colour) {
   ::SetTextColor(dc, colour);
-  ::DrawTextA(dc, &glyph, 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+  ::DrawTextA(dc, &glyph, 1, &bounds, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
 }
 
-int Side(const RECT& box) { return static_cast<int>(std::min(box.right - box.left, box.bottom - box.top)); }
+int Side(const RECT& bounds) {
+  return static_cast<int>(std::min(bounds.right - bounds.left, bounds.bottom - bounds.top));
+}
 
-// Draws a raised box or circle from layered glyphs, each in its own system colour, with the mark on top.
-void DrawComplexMark(HDC dc, const RECT& box, bool checkBox) {
-  const Font font = SymbolFont(Side(box));
+// Draws a raised square or circle from layered glyphs, each in its own system colour, with the mark on top.
+void DrawComplexMark(HDC dc, const RECT& bounds, bool checkBox) {
+  const Font font = SymbolFont(Side(bounds));
   const Selected selected(dc, font.get());
   for (const Layer& layer : checkBox ? kCheckBox : kOption)
-    DrawGlyph(dc, box, layer.glyph, ::GetSysColor(layer.colour));
+    DrawGlyph(dc, bounds, layer.glyph, ::GetSysColor(layer.colour));
 }
 
 // Draws the system's mark in a sunken frame, in the given colour.
-void DrawFramedMark(HDC dc, const RECT& box, bool checkBox, COLORREF colour) {
-  RECT frame = box;
+void DrawFramedMark(HDC dc, const RECT& bounds, bool checkBox, COLORREF colour) {
+  RECT frame = bounds;
   ::DrawEdge(dc, &frame, BDR_SUNKENOUTER, BF_RECT);
-  const Font font = SymbolFont(Side(box));
+  const Font font = SymbolFont(Side(bounds));
   const Selected selected(dc, font.get());
-  DrawGlyph(dc, box, checkBox ? kPlainCheck : kPlainOption, colour);
+  DrawGlyph(dc, bounds, checkBox ? kPlainCheck : kPlainOption, colour);
 }
 
 // The embossed image of a disabled item.
@@ -279,9 +281,9 @@ class ItemPainter {
     const RowParts parts = PartsOf(item_, ImageSize(look_.ilHandle));
     if (state_.selected) DrawHighlight(parts.caption);
     if (data_.iButton >= 0 && look_.ilHandle) {
-      DrawImage(parts.imageBox);
+      DrawImage(parts.imageFrame);
     } else if (data_.bAsMark && state_.checked) {
-      DrawMark(Centred(parts.imageBox, Px(kMark), Px(kMark)));
+      DrawMark(Centred(parts.imageFrame, Px(kMark), Px(kMark)));
     }
     DrawCaption(parts.caption, CaptionColour(state_.selected), HiddenPrefix());
   }
@@ -291,14 +293,14 @@ class ItemPainter {
     Fill(dc_, look_.FullSelect ? item_ : caption, PaintColour(look_.SelectColor));
   }
 
-  // The box of a highlighted image keeps the menu's colour, for which the images are designed.
-  void DrawImage(RECT box) const {
+  // The frame of a highlighted image keeps the menu's colour, for which the images are designed.
+  void DrawImage(RECT bounds) const {
     const SIZE size = ImageSize(look_.ilHandle);
-    const RECT image = Centred(box, size.cx, size.cy);
+    const RECT image = Centred(bounds, size.cx, size.cy);
     const bool pressed = state_.checked && data_.bAsMark;
     if (state_.selected || pressed) {
-      Fill(dc_, box, ::GetSysColor(COLOR_MENU));
-      ::DrawEdge(dc_, &box, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
+      Fill(dc_, bounds, ::GetSysColor(COLOR_MENU));
+      ::DrawEdge(dc_, &bounds, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
     }
     if (state_.disabled && look_.ColorEmbossed) {
       DrawEmbossed(dc_, look_.ilHandle, data_.iButton, {image.left, image.top});

@@ -24,7 +24,7 @@ CMyItemDatas::Key nextKey = 0x51000001u;
 
 char Lower(char c) { return static_cast<char>(core::SystemCodePage().Lower(core::ByteOf(c))); }
 
-char FirstLetter(std::string_view caption) {
+char FirstCharacter(std::string_view caption) {
   return caption.empty() || MnemonicLetter(caption) ? '\0' : Lower(caption.front());
 }
 
@@ -119,7 +119,7 @@ MnemonicChoice ChooseByMnemonic(std::span<const MnemonicItem> items, char key) {
   if (key == '\0') return {};
   const char wanted = Lower(key);
   const MnemonicChoice choice = Choose(items, wanted, MnemonicLetter);
-  return choice.position >= 0 ? choice : Choose(items, wanted, FirstLetter);
+  return choice.position >= 0 ? choice : Choose(items, wanted, FirstCharacter);
 }
 
 }  // namespace toolkit

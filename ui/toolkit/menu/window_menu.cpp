@@ -17,11 +17,11 @@ MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
 
 }  // namespace
 
-std::optional<ItemPlace> FindItem(HMENU menu, unsigned id) {
+std::optional<ItemPosition> FindItem(HMENU menu, unsigned id) {
   const int count = ::GetMenuItemCount(menu);
   for (int position = 0; position < count; ++position) {
     const MENUITEMINFOA info = ItemInfo(menu, position, MIIM_ID | MIIM_SUBMENU);
-    if (info.wID == id) return ItemPlace{menu, position};
+    if (info.wID == id) return ItemPosition{menu, position};
     if (!info.hSubMenu) continue;
     if (const auto found = FindItem(info.hSubMenu, id)) return found;
   }
@@ -76,12 +76,12 @@ void WindowMenu::SetShown(unsigned id, bool shown) {
   ItemsChanged();
 }
 
-void WindowMenu::Insert(const ItemPlace& place, unsigned id, const std::string& authored) {
+void WindowMenu::Insert(const ItemPosition& place, unsigned id, const std::string& authored) {
   ::InsertMenuA(place.menu, static_cast<UINT>(place.position), MF_BYPOSITION | MF_STRING, id, "");
   SetCaption(place, authored);
 }
 
-HMENU WindowMenu::InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored) {
+HMENU WindowMenu::InsertSubMenu(const ItemPosition& place, unsigned id, const std::string& authored) {
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_SUBMENU;
@@ -95,7 +95,7 @@ HMENU WindowMenu::InsertSubMenu(const ItemPlace& place, unsigned id, const std::
 std::size_t WindowMenu::AppendRows(HMENU menu, std::size_t row) {
   const int level = table_[row].level;
   while (row < table_.size() && table_[row].level == level) {
-    const ItemPlace end{menu, ::GetMenuItemCount(menu)};
+    const ItemPosition end{menu, ::GetMenuItemCount(menu)};
     const unsigned id = table_[row].id;
     const std::string& caption = captions_[row];
     if (OpensSubMenu(table_, row)) {
@@ -115,22 +115,22 @@ std::optional<std::size_t> WindowMenu::RowOf(unsigned id) const {
 }
 
 // After the nearest previous row of its level that is in the menu; first when there is none.
-std::optional<ItemPlace> WindowMenu::PlaceFor(std::size_t row) const {
+std::optional<ItemPosition> WindowMenu::PlaceFor(std::size_t row) const {
   for (std::size_t before = row; before-- > 0;) {
     if (table_[before].level > table_[row].level) continue;
     const auto found = Find(table_[before].id);
     if (table_[before].level == table_[row].level) {
-      if (found) return ItemPlace{found->menu, found->position + 1};
+      if (found) return ItemPosition{found->menu, found->position + 1};
       continue;
     }
     if (!found) return std::nullopt;
-    return ItemPlace{::GetSubMenu(found->menu, found->position), 0};
+    return ItemPosition{::GetSubMenu(found->menu, found->position), 0};
   }
-  return ItemPlace{menu_, 0};
+  return ItemPosition{menu_, 0};
 }
 
 // Safe mode turns headings into separators.
-void WindowMenu::SetCaption(const ItemPlace& place, const std::string& authored) const {
+void WindowMenu::SetCaption(const ItemPosition& place, const std::string& authored) const {
   std::string shown = plain_ ? PlainCaption(authored) : authored;
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;

@@ -18,13 +18,13 @@ namespace toolkit {
 // The window's menu bar, or a pop-up menu.
 enum class MenuKind { Bar, PopUp };
 
-struct ItemPlace {
+struct ItemPosition {
   HMENU menu;
   int position;
 };
 
 // The position of an item, including sub-menus and headings; nothing when it is not in the menu.
-std::optional<ItemPlace> FindItem(HMENU menu, unsigned id);
+std::optional<ItemPosition> FindItem(HMENU menu, unsigned id);
 
 class WindowMenu {
  public:
@@ -52,21 +52,21 @@ class WindowMenu {
 
   // Inserts an item without a row, such as one of a list of users, before the item at `position`. ItemsChanged makes it
   // owner-drawn.
-  void Insert(const ItemPlace& place, unsigned id, const std::string& authored);
+  void Insert(const ItemPosition& place, unsigned id, const std::string& authored);
 
   // The same for an item with an empty sub-menu.
-  HMENU InsertSubMenu(const ItemPlace& place, unsigned id, const std::string& authored);
+  HMENU InsertSubMenu(const ItemPosition& place, unsigned id, const std::string& authored);
   void ItemsChanged() { drawing_.Convert(); }
 
   HMENU handle() const { return menu_; }
-  std::optional<ItemPlace> Find(unsigned id) const { return FindItem(menu_, id); }
+  std::optional<ItemPosition> Find(unsigned id) const { return FindItem(menu_, id); }
   WndCoolMenu& Drawing() { return drawing_; }
 
  private:
   std::size_t AppendRows(HMENU menu, std::size_t row);
   std::optional<std::size_t> RowOf(unsigned id) const;
-  std::optional<ItemPlace> PlaceFor(std::size_t row) const;
-  void SetCaption(const ItemPlace& place, const std::string& authored) const;
+  std::optional<ItemPosition> PlaceFor(std::size_t row) const;
+  void SetCaption(const ItemPosition& place, const std::string& authored) const;
 
   const MenuTable table_;
   const MenuKind kind_;

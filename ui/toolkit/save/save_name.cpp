@@ -19,7 +19,7 @@ bool MatchesOne(std::string_view name, std::string_view pattern) {
   std::string_view behindStar, resume;
   bool starred = false;
   while (!name.empty()) {
-    const std::string_view letter = core::FirstLetter(name), wanted = core::FirstLetter(pattern);
+    const std::string_view letter = core::FirstCharacter(name), wanted = core::FirstCharacter(pattern);
     if (wanted == "*") {
       starred = true;
       pattern.remove_prefix(1);
@@ -30,7 +30,7 @@ bool MatchesOne(std::string_view name, std::string_view pattern) {
       name.remove_prefix(letter.size());
     } else if (starred) {
       pattern = behindStar;
-      resume.remove_prefix(core::FirstLetter(resume).size());
+      resume.remove_prefix(core::FirstCharacter(resume).size());
       name = resume;
     } else {
       return false;

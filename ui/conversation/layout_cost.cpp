@@ -1,4 +1,4 @@
-#include "ui/conversation/box_cost.h"
+#include "ui/conversation/layout_cost.h"
 
 #include <algorithm>
 
@@ -19,12 +19,12 @@ constexpr double kMaxResult = 1e9;
 
 }  // namespace
 
-void BoxCost::AddTime(std::size_t weight, double milliseconds) {
+void LayoutCost::AddTime(std::size_t weight, double milliseconds) {
   times_[count_++ % times_.size()] = std::max(milliseconds, 1e-6) / static_cast<double>(weight);
 }
 
 // Insertions that reuse freed memory show no growth, so the largest sample is the right one.
-void BoxCost::AddGrowth(std::size_t weight, std::size_t bytes) {
+void LayoutCost::AddGrowth(std::size_t weight, std::size_t bytes) {
   weight_ += weight;
   grown_ += bytes;
   if (weight_ < kSampleWeight) return;
@@ -32,7 +32,7 @@ void BoxCost::AddGrowth(std::size_t weight, std::size_t bytes) {
   weight_ = grown_ = 0;
 }
 
-std::size_t BoxCost::Portion(double milliseconds) const {
+std::size_t LayoutCost::Portion(double milliseconds) const {
   if (count_ == 0) return kAssumedPortion;
   double slowest = 0;
   for (std::size_t i = 0; i < std::min(kRecentCount, count_); ++i)
@@ -41,14 +41,14 @@ std::size_t BoxCost::Portion(double milliseconds) const {
 }
 
 // Other programs can only make a measurement longer, so the shortest is used.
-std::size_t BoxCost::Capacity(double milliseconds) const {
+std::size_t LayoutCost::Capacity(double milliseconds) const {
   if (count_ == 0) return kAssumedCapacity;
   const auto measured = static_cast<std::ptrdiff_t>(std::min(count_, times_.size()));
   return static_cast<std::size_t>(
       std::min(milliseconds / *std::min_element(times_.begin(), times_.begin() + measured), kMaxResult));
 }
 
-std::size_t BoxCost::MemoryOf(std::size_t weight) const {
+std::size_t LayoutCost::MemoryOf(std::size_t weight) const {
   return static_cast<std::size_t>(std::min(memory_ * static_cast<double>(weight), kMaxResult));
 }
 

@@ -7,7 +7,7 @@
 
 namespace toolkit {
 
-class RestingTimer {
+class AdaptiveTimer {
  public:
   static constexpr UINT kFast = 1;       // milliseconds; Windows makes it 10 or more
   static constexpr UINT kResting = 250;  // milliseconds

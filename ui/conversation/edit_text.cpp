@@ -1,4 +1,4 @@
-#include "ui/conversation/box_text.h"
+#include "ui/conversation/edit_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +34,7 @@ std::size_t UncutOffset(std::string_view text, std::size_t offset) {
 // Appends the uncut text of a part of a paragraph; false when the control's text is not this paragraph.
 bool AddUncut(const Paragraph& paragraph, std::size_t from, std::string_view selected, std::string& whole) {
   const std::string head = paragraph.first ? HeadOf(paragraph.line) + '\t' : std::string();
-  if ((head + ShownInBox(paragraph.text)).compare(from, selected.size(), selected) != 0) return false;
+  if ((head + ShownInEdit(paragraph.text)).compare(from, selected.size(), selected) != 0) return false;
   const std::string text = Shown(paragraph.text);
   const auto uncut = [&](std::size_t offset) {
     const std::size_t inHead = std::min(offset, head.size());
@@ -47,14 +47,14 @@ bool AddUncut(const Paragraph& paragraph, std::size_t from, std::string_view sel
 
 }  // namespace
 
-std::string ShownInBox(std::string_view text) {
+std::string ShownInEdit(std::string_view text) {
   std::string shown = Shown(text);
   std::size_t blanks = 0;
   std::erase_if(shown, [&](char c) { return IsCut(c, blanks); });
   return shown;
 }
 
-std::size_t SizeInBox(std::string_view text) {
+std::size_t SizeInEdit(std::string_view text) {
   std::size_t blanks = 0;
   return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, [&](char c) { return IsCut(c, blanks); }));
 }

@@ -1,4 +1,4 @@
-#include "ui/conversation/rich_box.h"
+#include "ui/conversation/rich_edit.h"
 
 #include <algorithm>
 #include <cstring>
@@ -38,12 +38,12 @@ const char* RichEditClass() {
 }
 
 // This class does not support themes: its border would be drawn on two sides only, unlike those of the other controls.
-void DrawFrame(HWND box) {
-  const toolkit::Area area = toolkit::AreaOf(box);
+void DrawFrame(HWND edit) {
+  const toolkit::Area area = toolkit::AreaOf(edit);
   const RECT frame{0, 0, area.Width(), area.Height()};
-  const HDC dc = ::GetWindowDC(box);
+  const HDC dc = ::GetWindowDC(edit);
   ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_3DSHADOW));
-  ::ReleaseDC(box, dc);
+  ::ReleaseDC(edit, dc);
 }
 
 // The class's own procedure. SetWindowSubclass would look it up for each of the dozen messages that a line takes, which
@@ -66,26 +66,26 @@ bool IsCopy(UINT message, WPARAM wParam) {
 }
 
 // Does nothing while the clipboard is in use, like the control.
-bool CopyInItsPlace(HWND box) {
-  const auto* const copied = reinterpret_cast<const RichBox::Copied*>(::GetWindowLongPtrA(box, GWLP_USERDATA));
+bool CopyReplacement(HWND edit) {
+  const auto* const copied = reinterpret_cast<const RichEdit::Copied*>(::GetWindowLongPtrA(edit, GWLP_USERDATA));
   const std::string text = (*copied)();
   if (text.empty()) return false;
   try {
-    CopyText(box, text);
+    CopyText(edit, text);
   } catch (const core::RuntimeError&) {
   }
   return true;
 }
 
-LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (IsCopy(message, wParam) && CopyInItsPlace(box)) return 0;
+LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (IsCopy(message, wParam) && CopyReplacement(edit)) return 0;
   if (message == WM_VSCROLL) gThumbDragged = LOWORD(wParam) == SB_THUMBTRACK;
   ++gInside;
-  const LRESULT answer = ::CallWindowProcA(gClassProcedure, box, message, wParam, lParam);
+  const LRESULT answer = ::CallWindowProcA(gClassProcedure, edit, message, wParam, lParam);
   --gInside;
-  if (message == WM_NCPAINT) DrawFrame(box);
+  if (message == WM_NCPAINT) DrawFrame(edit);
   if (MayScroll(message))
-    ::PostMessageA(::GetParent(box), WM_COMMAND, MAKEWPARAM(0, EN_VSCROLL), reinterpret_cast<LPARAM>(box));
+    ::PostMessageA(::GetParent(edit), WM_COMMAND, MAKEWPARAM(0, EN_VSCROLL), reinterpret_cast<LPARAM>(edit));
   return toolkit::WithoutSelecting(message, answer);
 }
 
@@ -94,7 +94,7 @@ struct Stream {
   std::size_t done = 0;
 };
 
-DWORD CALLBACK GiveStream(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* given) {
+DWORD CALLBACK StreamIn(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* given) {
   auto& stream = *reinterpret_cast<Stream*>(cookie);
   const std::size_t size = std::min(stream.bytes.size() - stream.done, static_cast<std::size_t>(count));
   std::memcpy(bytes, stream.bytes.data() + stream.done, size);
@@ -111,38 +111,38 @@ int FontHeight() {
 
 }  // namespace
 
-HWND RichBox::Make(HWND parent, const Copied& copied) {
+HWND RichEdit::Make(HWND parent, const Copied& copied) {
   const HWND hwnd = ::CreateWindowExA(WS_EX_STATICEDGE, RichEditClass(), "", kStyle, 0, 0, 0, 0, parent, nullptr,
                                       toolkit::Instance(), nullptr);
   if (!hwnd) return nullptr;
   gClassProcedure =
-      reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BoxProcedure)));
+      reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&EditProcedure)));
   ::SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&copied));
-  const RichBox box(hwnd);
-  box.Send(WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()));
+  const RichEdit edit(hwnd);
+  edit.Send(WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::DialogFont()));
   CHARFORMATA size{};
   size.cbSize = sizeof size;
   size.dwMask = CFM_SIZE;
   size.yHeight = FontSize() * 10;
-  box.Send(EM_SETCHARFORMAT, SCF_DEFAULT, &size);
-  box.Send(EM_EXLIMITTEXT, 0, kTextLimit);
-  box.Send(EM_SETUNDOLIMIT);
-  box.Send(EM_AUTOURLDETECT, FALSE);
+  edit.Send(EM_SETCHARFORMAT, SCF_DEFAULT, &size);
+  edit.Send(EM_EXLIMITTEXT, 0, kTextLimit);
+  edit.Send(EM_SETUNDOLIMIT);
+  edit.Send(EM_AUTOURLDETECT, FALSE);
   return hwnd;
 }
 
-bool RichBox::InUse() { return gInside > 0; }
+bool RichEdit::InUse() { return gInside > 0; }
 
-bool RichBox::ThumbDragged() { return gThumbDragged; }
+bool RichEdit::ThumbDragged() { return gThumbDragged; }
 
-void RichBox::MoveTo(const toolkit::Area& area) const {
+void RichEdit::MoveTo(const toolkit::Area& area) const {
   toolkit::SetArea(hwnd_, area);
   RECT text = toolkit::RectOf(toolkit::ClientAreaOf(hwnd_));
   ::InflateRect(&text, -Px(kMargin), -Px(1_dp));
   Send(EM_SETRECT, 0, &text);
 }
 
-void RichBox::TakePlaceOf(const RichBox& other, const toolkit::Area& area) const {
+void RichEdit::TakePlaceOf(const RichEdit& other, const toolkit::Area& area) const {
   ::SetWindowPos(hwnd_, other.hwnd_, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   MoveTo(area);
   int numerator = 0, denominator = 0;
@@ -150,23 +150,23 @@ void RichBox::TakePlaceOf(const RichBox& other, const toolkit::Area& area) const
   Send(EM_SETZOOM, static_cast<WPARAM>(numerator), denominator);
 }
 
-int RichBox::TextWidth() const { return toolkit::ClientAreaOf(hwnd_).Width() - 2 * Px(kMargin); }
+int RichEdit::TextWidth() const { return toolkit::ClientAreaOf(hwnd_).Width() - 2 * Px(kMargin); }
 
 // The unit of markup. Rounded up, so that the font is not smaller, whether a control rounds or truncates.
-int RichBox::FontSize() {
+int RichEdit::FontSize() {
   const int dpi = toolkit::ScreenDpi().value;
   return (FontHeight() * 144 + dpi - 1) / dpi;
 }
 
-void RichBox::Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
+void RichEdit::Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
 
-CHARRANGE RichBox::Selection() const {
+CHARRANGE RichEdit::Selection() const {
   CHARRANGE selection{};
   Send(EM_EXGETSEL, 0, &selection);
   return selection;
 }
 
-std::string RichBox::TextOf(CHARRANGE range) const {
+std::string RichEdit::TextOf(CHARRANGE range) const {
   std::string text(2 * static_cast<std::size_t>(range.cpMax - range.cpMin) + 4, '\0');
   TEXTRANGEA of{range, text.data()};
   text.resize(static_cast<std::size_t>(Send(EM_GETTEXTRANGE, 0, &of)));
@@ -174,7 +174,7 @@ std::string RichBox::TextOf(CHARRANGE range) const {
 }
 
 // Every new paragraph starts with the control's default colour.
-void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const {
+void RichEdit::InsertParagraph(const std::string& text, std::optional<COLORREF> colour, LONG start, LONG offset) const {
   CHARFORMATA format{};
   format.cbSize = sizeof format;
   format.dwMask = CFM_COLOR;
@@ -189,7 +189,7 @@ void RichBox::InsertParagraph(const std::string& text, std::optional<COLORREF> c
   InsertPlain(text.substr(plain) + kLineEnd);
 }
 
-void RichBox::SetIndents(LONG start, LONG offset) const {
+void RichEdit::SetIndents(LONG start, LONG offset) const {
   PARAFORMAT indents{};
   indents.cbSize = sizeof indents;
   indents.dwMask = PFM_STARTINDENT | PFM_OFFSET | PFM_TABSTOPS;
@@ -200,12 +200,12 @@ void RichBox::SetIndents(LONG start, LONG offset) const {
   Send(EM_SETPARAFORMAT, 0, &indents);
 }
 
-void RichBox::InsertPlain(const std::string& text) const { Send(EM_REPLACESEL, FALSE, text.c_str()); }
+void RichEdit::InsertPlain(const std::string& text) const { Send(EM_REPLACESEL, FALSE, text.c_str()); }
 
 // Some controls do not count the end of the last paragraph.
-void RichBox::InsertMarkup(const std::string& markup) const {
+void RichEdit::InsertMarkup(const std::string& markup) const {
   Stream bytes{markup};
-  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, GiveStream};
+  EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&bytes), 0, StreamIn};
   Send(EM_STREAMIN, SF_RTF | SFF_SELECTION, &stream);
   const LONG caret = Selection().cpMax;
   char last[4] = "";
@@ -214,17 +214,17 @@ void RichBox::InsertMarkup(const std::string& markup) const {
   if (last[0] != '\r' && last[0] != '\n') InsertPlain(kLineEnd);
 }
 
-void RichBox::BreakAt(LONG character) const {
+void RichEdit::BreakAt(LONG character) const {
   Select({character, character});
   InsertPlain(kLineEnd);
 }
 
-void RichBox::Remove(LONG from, LONG to) const {
+void RichEdit::Remove(LONG from, LONG to) const {
   Select({from, to});
   InsertPlain("");
 }
 
-SCROLLINFO RichBox::Scroll() const {
+SCROLLINFO RichEdit::Scroll() const {
   SCROLLINFO scroll{};
   scroll.cbSize = sizeof scroll;
   scroll.fMask = SIF_POS | SIF_RANGE | SIF_PAGE;
@@ -232,26 +232,26 @@ SCROLLINFO RichBox::Scroll() const {
   return scroll;
 }
 
-bool RichBox::AtTop() const {
+bool RichEdit::AtTop() const {
   const SCROLLINFO scroll = Scroll();
   return scroll.nPos <= scroll.nMin;
 }
 
-bool RichBox::AtEnd() const {
+bool RichEdit::AtEnd() const {
   const SCROLLINFO scroll = Scroll();
   return scroll.nPos + static_cast<int>(scroll.nPage) >= scroll.nMax;
 }
 
 // Bypasses our own procedure, since this is not the user scrolling.
-void RichBox::ScrollToEnd() const { ::CallWindowProcA(gClassProcedure, hwnd_, WM_VSCROLL, SB_BOTTOM, 0); }
+void RichEdit::ScrollToEnd() const { ::CallWindowProcA(gClassProcedure, hwnd_, WM_VSCROLL, SB_BOTTOM, 0); }
 
-LONG RichBox::TopOf(LONG character) const {
+LONG RichEdit::TopOf(LONG character) const {
   POINTL at{};
   ::SendMessageA(hwnd_, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&at), character);
   return at.y;
 }
 
-RichBox::Anchor RichBox::TopInView() const {
+RichEdit::Anchor RichEdit::TopInView() const {
   const LRESULT row = Send(EM_GETFIRSTVISIBLELINE);
   const auto character = static_cast<LONG>(Send(EM_LINEINDEX, static_cast<WPARAM>(row)));
   return {character, TopOf(character)};
@@ -259,7 +259,7 @@ RichBox::Anchor RichBox::TopInView() const {
 
 // Scrolls by rows, then by the remaining pixels. A control may limit pixels to 65,535; when that makes it worse, by
 // rows only.
-void RichBox::ScrollTo(Anchor anchor) const {
+void RichEdit::ScrollTo(Anchor anchor) const {
   const LRESULT row = Send(EM_EXLINEFROMCHAR, 0, anchor.character);
   const auto byRows = [&] { Send(EM_LINESCROLL, 0, row - Send(EM_GETFIRSTVISIBLELINE)); };
   const auto away = [&] { return TopOf(anchor.character) - anchor.top; };

@@ -13,7 +13,7 @@
 namespace conversation {
 
 // Positions are characters of the control. Change the text or the scroll position only within WithoutPainting.
-class RichBox {
+class RichEdit {
  public:
   // What is copied in place of the selection; empty when it is the selection itself.
   using Copied = std::function<std::string()>;
@@ -22,7 +22,7 @@ class RichBox {
   // `copied` must outlive the control. Null when it cannot be created.
   static HWND Make(HWND parent, const Copied& copied);
 
-  explicit RichBox(HWND hwnd = nullptr) : hwnd_(hwnd) {}
+  explicit RichEdit(HWND hwnd = nullptr) : hwnd_(hwnd) {}
   HWND hwnd() const { return hwnd_; }
 
   // True while the control handles user input, possibly in a loop of its own: it must not be destroyed then.
@@ -33,7 +33,7 @@ class RichBox {
   void MoveTo(const toolkit::Area& area) const;
 
   // Takes the position of another control, in the Z order too, and its zoom.
-  void TakePlaceOf(const RichBox& other, const toolkit::Area& area) const;
+  void TakePlaceOf(const RichEdit& other, const toolkit::Area& area) const;
 
   // The width available for text, pixels.
   int TextWidth() const;
@@ -93,7 +93,7 @@ class RichBox {
 // with the conversation; so it is invalidated, and painted once when the program is idle.
 class WithoutPainting {
  public:
-  explicit WithoutPainting(const RichBox& box) : hwnd_(box.hwnd()) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }
+  explicit WithoutPainting(const RichEdit& edit) : hwnd_(edit.hwnd()) { ::SendMessageA(hwnd_, WM_SETREDRAW, FALSE, 0); }
   WithoutPainting(const WithoutPainting&) = delete;
   WithoutPainting& operator=(const WithoutPainting&) = delete;
   ~WithoutPainting();

@@ -14,8 +14,8 @@ namespace conversation {
 inline constexpr std::size_t kMaxBlanks = 400;
 
 // As Shown, but at most kMaxBlanks consecutive blanks, tabs or control characters.
-std::string ShownInBox(std::string_view text);
-std::size_t SizeInBox(std::string_view text);
+std::string ShownInEdit(std::string_view text);
+std::size_t SizeInEdit(std::string_view text);
 
 // The uncut text of a selection, with CR LF between paragraphs. `selected` is the selected text in the control,
 // `before` the text in the control from the paragraph at `from` up to the selection; paragraphs may end with CR or

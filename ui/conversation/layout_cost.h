@@ -8,7 +8,7 @@
 namespace conversation {
 
 // Weights are those of WeightOf.
-class BoxCost {
+class LayoutCost {
  public:
   // Records the time of an insertion.
   void AddTime(std::size_t weight, double milliseconds);
