@@ -12,7 +12,7 @@
 namespace {
 
 constexpr char kBoxClass[] = "#32770", kSaveClass[] = "frmSave";
-constexpr UINT kLookEvery = 50;             // milliseconds
+constexpr UINT kLookEvery = 10;             // milliseconds
 constexpr ULONGLONG kAfterSaving = 20'000;  // milliseconds in which an export may fail once the dialog has closed
 
 ULONGLONG saving = 0;  // when a save dialog was last seen
@@ -42,10 +42,12 @@ BOOL CALLBACK AddText(HWND control, LPARAM text) {
 std::set<HWND> reported;  // Wine reuses a handle only after tens of thousands of others
 
 void Report(HWND box) {
-  if (!reported.insert(box).second) return;
+  if (reported.contains(box)) return;
   LookForSaveDialog();
   std::string text = TextOf(box) + ": ";
   ::EnumChildWindows(box, AddText, reinterpret_cast<LPARAM>(&text));
+  if (text.ends_with(": ") && !::IsWindowVisible(box)) return;  // its text is not set yet
+  reported.insert(box);
   std::printf("%lu\t%d\t", static_cast<unsigned long>(HandleToUlong(box)),
               saving != 0 && ::GetTickCount64() - saving < kAfterSaving);
   for (const char c : text) std::printf("%02x", static_cast<unsigned char>(c));
@@ -53,14 +55,14 @@ void Report(HWND box) {
   std::fflush(stdout);
 }
 
-// The texts of a box are set when it gets the focus; Wine notifies only some windows of being shown.
+// Most texts are set when the box gets the focus; Wine notifies only some windows of being shown.
 void CALLBACK OnEvent(HWINEVENTHOOK, DWORD event, HWND window, LONG, LONG, DWORD, DWORD) {
   if (event == EVENT_OBJECT_CREATE && ClassOf(window) == kSaveClass) saving = ::GetTickCount64();
   const HWND box = ::GetAncestor(window, GA_ROOT);
   if (event == EVENT_OBJECT_FOCUS && ClassOf(box) == kBoxClass) Report(box);
 }
 
-// Reports boxes that did not get the focus.
+// Reports boxes that did not get the focus, or got it before their texts were set.
 void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
   LookForSaveDialog();
   for (HWND box = nullptr; (box = ::FindWindowExA(nullptr, box, kBoxClass, nullptr));)

@@ -143,10 +143,8 @@ class Worker(Operator):
         self.probe.command(chat, self.random.choice((ADD_TIME, CLEAR, EXPORT_CLIPBOARD)))
 
     def _export(self):
-        chat = self.probe.windows("frmChat")[0]
-        self.copy.say(chat, "to be exported")
-        # In a busy state the line is not shown, and an empty conversation is exported as an empty file.
-        probe.wait(lambda: self.copy.said(chat), self.probe.timeout, "nothing to export")
+        # In a busy state lines are not shown, and an empty conversation is exported as an empty file.
+        chat = next(chat for chat in self.probe.windows("frmChat") if self.copy.said(chat))
         self.probe.command(chat, EXPORT_TEXT)
         dialog = self.probe.wait_for("frmSave")
         self._exports += 1
@@ -247,7 +245,7 @@ class Monkey(Operator):
             self._close(window)
         for _ in range(8):
             windows = self._windows()
-            action = self._keys(windows) if self.random.random() < 0.5 else self._mouse(windows)
+            action = self._keys(windows) if not windows or self.random.random() < 0.5 else self._mouse(windows)
             self.await_reports()  # or this action might close an error unseen
             self.copy.prefix.screen.xdotool(*action)
 
