@@ -10,7 +10,10 @@ namespace core {
 // fail repeatedly).
 void ReportUnhandled(const RuntimeError& error);
 
-// The same for the current exception. Never throws, even when there is no memory for the box.
+// Posts that message box.
+void PostUnhandled(const RuntimeError& error);
+
+// Calls ReportUnhandled for the current exception. Never throws, even when there is no memory for the box.
 void ReportCurrentError() noexcept;
 
 // Runs an event handler. An exception is reported and ends the handler; the result is then zero.

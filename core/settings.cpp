@@ -151,7 +151,6 @@ void WriteRecords(const std::vector<Record>& records, void (*write)(const Field&
   }
 }
 
-// Memory ran out while the settings were read: to save them would lose the rest of the file.
 bool gPartlyRead = false;
 
 // The lists contain names from the network. A quote in one of them would shift all following fields, and the next start
@@ -220,8 +219,10 @@ void ReadSets(Program& program) {
   }
 }
 
+bool SettingsAreComplete() { return !gPartlyRead; }
+
 void SaveSets(Program& program) {
-  if (gPartlyRead) throw RuntimeError(Err::OutOfMemory);
+  if (!SettingsAreComplete()) throw RuntimeError(Err::OutOfMemory);
   gMainPlace = program.RestoreMain();
   gNameToSave = gStarting != 0 ? gUserName : gCurName;
   RecordWriter writer;

@@ -10,7 +10,7 @@ namespace core {
 
 // Loads the file into the globals, the main window's place and the roster's lists, and loads the language table. Writes
 // the default file first when there is none. A failure ends the reading and replaces the file by the default one; what
-// was read is kept. Throws only when the default file cannot be written.
+// was read is kept. Throws when the default file cannot be written, and std::bad_alloc: the file stays as it is then.
 void ReadSets(Program& program);
 
 // Reads the content of a settings file. Throws Err::InputPastEnd, Err::TypeMismatch or Err::Overflow for a bad record,
@@ -18,8 +18,11 @@ void ReadSets(Program& program);
 void ReadSetsFrom(std::string_view bytes, Program& program);
 
 // Writes the file, with the screen name in use; during start-up, when that is a hidden one, with the user's own. Throws
-// the file's error.
+// the file's error, and Err::OutOfMemory while SettingsAreComplete() is false: the file has more than was read.
 void SaveSets(Program& program);
+
+// False from the beginning of ReadSets until it has ended other than by std::bad_alloc.
+bool SettingsAreComplete();
 
 // Writes the file of a first start. Throws the file's error.
 void WriteDefSets();

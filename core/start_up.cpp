@@ -100,15 +100,23 @@ void ReportNotLoaded(const RuntimeError& error) {
   ShowBox({.text = GetText(kNotLoadedText) + ": & " + NumberAndDescription(error)});
 }
 
-// Even if the settings cannot be saved, the others are told that the user has left.
+// Even if the settings cannot be saved, the others are told that the user has left, and before anybody has to close a
+// message box: nobody may be there during a logoff.
 void Leave(Program& program) {
-  Guarded([&program] { SaveSets(program); });
-  Guarded([&program] { program.CloseSocket(); });
-  Guarded([&program] { program.RemoveTray(); });
-  Guarded([] { SetRunAtLogon(gRunAtLogon); });
-  Guarded([] { WriteLog("Quillon unloaded"); });
-  Guarded(ShowPostedBoxes);  // in case that line could not be written
-  Guarded(RunPendingEvents);
+  const auto step = [](auto action) {
+    try {
+      action();
+    } catch (...) {
+      GuardedSilently([] { PostUnhandled(CurrentError()); });
+    }
+  };
+  step([&program] { SaveSets(program); });
+  step([&program] { program.CloseSocket(); });
+  step([&program] { program.RemoveTray(); });
+  if (SettingsAreComplete()) step([] { SetRunAtLogon(gRunAtLogon); });
+  step([] { WriteLog("Quillon unloaded"); });
+  step(ShowPostedBoxes);
+  step(RunPendingEvents);
 }
 
 }  // namespace

@@ -37,9 +37,9 @@ std::vector<std::string_view> BarFields(std::string_view text);
 // The field with this index, from 0; empty when there are fewer.
 std::string_view BarField(std::string_view text, std::size_t index);
 
-// Case-insensitive hash and comparison of names. They fold byte by byte, so a lookup allocates nothing, and they are
-// transparent: a container of strings can be searched with a view. The hash is seeded per run, so that nobody can
-// prepare names that collide.
+// Case-insensitive hash and comparison of names. They fold one character at a time, so a lookup allocates nothing, and
+// they are transparent: a container of strings can be searched with a view. The hash is seeded per run, so that nobody
+// can prepare names that collide.
 struct NameHash {
   using is_transparent = void;
   std::size_t operator()(std::string_view name) const;

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -108,7 +107,8 @@ class Dispatcher {
   std::int32_t lossNotedSince_ = 0;
 
   // Hashes of the hidden senders answered since the opening with that number. Case-sensitive: _Bob and _bob are two
-  // copies that both need an answer.
+  // copies that both need an answer, so this is not NameHash; who prepares a name with the same hash could as well send
+  // under the name itself.
   std::unordered_set<std::size_t> answered_;
   unsigned answeredSince_ = 0;
 

@@ -136,8 +136,8 @@ class Markup {
     }
   }
 
-  // Consecutive blanks and tabs are escaped, because some readers drop them otherwise. Letters of two bytes begin above
-  // 0x7E.
+  // Consecutive blanks and tabs are escaped, because some readers drop them otherwise. Double-byte characters begin
+  // above 0x7E.
   void Character(std::string_view letter, char before) {
     const char c = letter[0];
     if (static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))

@@ -24,7 +24,7 @@ void Participants::AddUser(std::string_view name) { AddAll({name}); }
 
 void Participants::AddUsers(std::string_view list) {
   std::vector<std::string_view> names = core::BarFields(list);
-  if (list.empty() || NamesAnybody(list)) std::erase(names, "");
+  if (NamesAnybody(list)) std::erase(names, "");
   AddAll(names);
 }
 

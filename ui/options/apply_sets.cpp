@@ -14,8 +14,8 @@ void JoinNetwork(core::Program& program) {
   try {
     program.OpenSocket();
   } catch (...) {  // even without memory the options are saved
-    core::GuardedSilently([error = core::CurrentError()] {
-      core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(error)});
+    core::GuardedSilently([] {
+      core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(core::CurrentError())});
     });
   }
 }
