@@ -17,7 +17,6 @@
 #include "support/memory_files.h"
 #include "support/recording_desktop.h"
 #include "ui/conversation/chat_export.h"
-#include "ui/options/apply_sets.h"
 #include "ui/options/option_values.h"
 #include "ui/toolkit/roster_rows.h"
 

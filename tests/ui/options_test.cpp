@@ -6,7 +6,6 @@
 #include "support/recording_program.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/in_code_page.h"
-#include "ui/options/apply_sets.h"
 #include "ui/options/option_values.h"
 
 namespace options {

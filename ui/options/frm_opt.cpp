@@ -6,7 +6,7 @@
 #include "core/message_box.h"
 #include "core/scoped_flag.h"
 #include "res/pictures.h"
-#include "ui/options/apply_sets.h"
+#include "ui/options/option_values.h"
 #include "ui/toolkit/modal.h"
 #include "ui/toolkit/screen.h"
 

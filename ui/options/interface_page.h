@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "ui/options/choice_list.h"
 #include "ui/options/option_values.h"
 #include "ui/options/page.h"
 #include "ui/toolkit/handles.h"

@@ -1,5 +1,9 @@
 #include "ui/options/option_values.h"
 
+#include "core/callback_guard.h"
+#include "core/language.h"
+#include "core/message_box.h"
+#include "core/settings.h"
 #include "core/start_up.h"
 #include "core/text.h"
 
@@ -30,6 +34,18 @@ std::size_t BarsIn(std::string_view line) {
   for (std::size_t bar = core::Find(line, "|"); bar != std::string_view::npos; bar = core::Find(line, "|", bar + 1))
     ++bars;
   return bars;
+}
+
+constexpr int kNoNetworkText = 1208;
+
+void JoinNetwork(core::Program& program) {
+  try {
+    program.OpenSocket();
+  } catch (...) {  // even without memory the options are saved
+    core::GuardedSilently([] {
+      core::ShowBox({.text = core::GetText(kNoNetworkText) + ": " + NumberAndDescription(core::CurrentError())});
+    });
+  }
 }
 
 }  // namespace
@@ -77,6 +93,16 @@ std::vector<Sound> SoundsOf(const std::vector<std::string>& files) {
   std::vector<Sound> sounds{{"(S)", ""}, {"(B)", ""}};
   for (const std::string& file : files) sounds.push_back({SoundKey(file), file});
   return sounds;
+}
+
+void ApplySets(core::Program& program, const SetsWriters& write) {
+  write.language();
+  program.CloseSocket();
+  program.Users().ClearlvUsers();  // the answers to the new name fill it again
+  write.user();
+  JoinNetwork(program);
+  write.others();
+  core::SaveSets(program);
 }
 
 }  // namespace options

@@ -1,10 +1,12 @@
-// Validation and conversion of typed and stored options: names, groups and sounds.
+// The rules of the options: validation and conversion of names, groups and sounds, and how accepted ones take effect.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/program.h"
 #include "core/roster.h"
 
 namespace options {
@@ -46,5 +48,17 @@ std::vector<Sound> SoundsOf(const std::vector<std::string>& files);
 
 // The key of a file: its name, with ".wav" appended unless it ends in exactly that; case counts.
 std::string SoundKey(std::string_view file);
+
+// Write the accepted settings into the globals and the roster.
+struct SetsWriters {
+  std::function<void()> language;
+  std::function<void()> user;  // name and colour
+  std::function<void()> others;
+};
+
+// Leaves the network under the old name, clears the list of users, joins under the new name, and saves everything. A
+// failure to join is reported in a message box, and the rest is still done. Throws the file's error when the settings
+// cannot be saved; they are in effect then.
+void ApplySets(core::Program& program, const SetsWriters& write);
 
 }  // namespace options

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "core/roster.h"
-#include "ui/options/choice_list.h"
 #include "ui/options/page.h"
 
 namespace options {
