@@ -12,7 +12,6 @@
 #include "support/program_folder.h"
 #include "ui/main/main_menu.h"
 #include "ui/toolkit/menu/menu_items.h"
-#include "ui/toolkit/menu/menu_table.h"
 
 namespace toolkit {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "res/pictures.h"
-#include "ui/toolkit/menu/menu_table.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace conversation {
 

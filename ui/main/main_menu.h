@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "res/pictures.h"
-#include "ui/toolkit/menu/menu_table.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace mainwindow {
 

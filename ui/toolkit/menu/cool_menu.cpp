@@ -1,10 +1,10 @@
 #include "ui/toolkit/menu/cool_menu.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 
 #include "core/callback_guard.h"
-#include "ui/toolkit/menu/cool_menu_convert.h"
 
 namespace toolkit {
 namespace {
@@ -37,6 +37,132 @@ MENUITEMINFOA ItemInfo(HMENU menu, UINT item, bool byPosition, UINT mask) {
 // The item's data if it is one of ours; null otherwise.
 const CMyItemData* DataOf(const CMyItemDatas& items, const MENUITEMINFOA& info) {
   return (info.fType & MFT_OWNERDRAW) != 0 ? items.Item(info.dwItemData) : nullptr;
+}
+
+// Conversion of the items of a menu tree to owner-drawn ones, and back.
+
+// The images for a conversion; none without an image list.
+struct ConvertImages {
+  const ImageTags* tags = nullptr;
+  int count = 0;
+};
+
+constexpr UINT kReadMask = MIIM_ID | MIIM_SUBMENU | MIIM_TYPE | MIIM_DATA;
+static_assert(kReadMask == 0x36);
+
+// The size of the record without its last field, which later versions of Windows added: 44 bytes in the 32-bit program.
+constexpr UINT kInfoSize = sizeof(MENUITEMINFOA) - sizeof(HBITMAP);
+static_assert(sizeof(void*) != 4 || kInfoSize == 44);
+
+constexpr std::size_t kTextBuffer = 201;
+using TextBuffer = std::array<char, kTextBuffer>;
+
+bool ReadItem(HMENU menu, int position, MENUITEMINFOA& info, TextBuffer& text) {
+  info = {};
+  text.front() = '\0';
+  info.cbSize = kInfoSize;
+  info.fMask = kReadMask;
+  info.dwTypeData = text.data();
+  info.cch = kTextBuffer;
+  return ::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) != 0;
+}
+
+void WriteItem(HMENU menu, int position, MENUITEMINFOA& info) {
+  info.cbSize = kInfoSize;
+  ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+}
+
+CMyItemData DataOf(const MENUITEMINFOA& info, const TextBuffer& text, const ConvertImages& images, bool mainMenu) {
+  CMyItemData data = ParseCaption(text.data());
+  data.fType |= static_cast<std::int32_t>(info.fType);
+  data.bTrueSub = info.hSubMenu != nullptr;
+  data.bMainMenu = mainMenu;
+  if (images.tags && !IsSeparator(data)) data.iButton = images.tags->Find(data.sMenuText, images.count);
+  return data;
+}
+
+// Changes the type only: the item keeps its text, for screen readers. Headings are disabled like separators, so that
+// arrow keys skip them.
+void ConvertItem(HMENU menu, int position, const CMyItemData& data, CMyItemDatas::Key key) {
+  MENUITEMINFOA info{};
+  info.fMask = MIIM_FTYPE | MIIM_DATA;
+  info.fType = static_cast<UINT>(data.fType) | MFT_OWNERDRAW;
+  info.dwItemData = key;
+  if (IsSeparator(data)) {
+    info.fMask |= MIIM_STATE;
+    info.fState = MFS_DISABLED;
+  }
+  WriteItem(menu, position, info);
+}
+
+void RestoreItem(HMENU menu, int position, const CMyItemData& data) {
+  std::string text = RestoreCaption(data);
+  const bool hadText = !IsSeparator(data) || IsHeading(data);
+  MENUITEMINFOA info{};
+  info.fMask = MIIM_TYPE | MIIM_DATA;
+  info.fType = hadText ? static_cast<UINT>(data.fType & ~kSeparatorType) : static_cast<UINT>(data.fType);
+  info.dwTypeData = hadText ? text.data() : nullptr;
+  if (IsHeading(data)) {
+    info.fMask |= MIIM_STATE;
+    info.fState = MFS_ENABLED;
+  }
+  WriteItem(menu, position, info);
+}
+
+// Calls visit(menu, position, item) for every item of the tree; the item's text is not read.
+template <class Visit>
+void EachItem(HMENU menu, Visit visit) {
+  const int count = ::GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    MENUITEMINFOA info{};
+    info.cbSize = kInfoSize;
+    info.fMask = MIIM_SUBMENU | MIIM_FTYPE | MIIM_DATA;
+    if (!::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info)) continue;
+    visit(menu, position, info);
+    if (info.hSubMenu) EachItem(info.hSubMenu, visit);
+  }
+}
+
+// Converts every item of the menu and its sub-menus that is not owner-drawn yet: adds its data to the collection and
+// stores the key in the item. Skips menus that cannot be read. `mainMenu`: the menu is the bar; its drop-downs are
+// skipped.
+void ConvertMenu(HMENU menu, CMyItemDatas& datas, const ConvertImages& images, bool mainMenu) {
+  const int count = ::GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    MENUITEMINFOA info{};
+    TextBuffer text{};
+    if (!ReadItem(menu, position, info, text)) continue;
+    if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) == 0) {
+      CMyItemData data = DataOf(info, text, images, mainMenu);
+      ConvertItem(menu, position, data, datas.Add(data));
+    }
+    if (info.hSubMenu && !mainMenu) ConvertMenu(info.hSubMenu, datas, images, false);
+  }
+}
+
+// Restores the authored captions of all converted items of the tree and removes their data.
+void RestoreMenu(HMENU menu, CMyItemDatas& datas) {
+  EachItem(menu, [&datas](HMENU parent, int position, const MENUITEMINFOA& info) {
+    const CMyItemData* data = datas.Item(info.dwItemData);
+    if ((info.fType & MFT_OWNERDRAW) == 0 || !data) return;
+    RestoreItem(parent, position, *data);
+    datas.Remove(info.dwItemData);
+  });
+}
+
+// Sets the converted items again, so that the system queries their sizes again.
+void RemeasureMenu(HMENU menu, const CMyItemDatas& datas) {
+  EachItem(menu, [&datas](HMENU parent, int position, const MENUITEMINFOA& info) {
+    const CMyItemData* data = datas.Item(info.dwItemData);
+    if ((info.fType & MFT_OWNERDRAW) != 0 && data) ConvertItem(parent, position, *data, info.dwItemData);
+  });
+}
+
+// Appends the keys of all converted items of the tree to the list.
+void CollectKeys(HMENU menu, const CMyItemDatas& datas, std::vector<CMyItemDatas::Key>& keys) {
+  EachItem(menu, [&](HMENU, int, const MENUITEMINFOA& info) {
+    if ((info.fType & MFT_OWNERDRAW) != 0 && datas.Item(info.dwItemData)) keys.push_back(info.dwItemData);
+  });
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/code_page.h"
+#include "core/language.h"
 #include "core/text.h"
 
 namespace toolkit {
@@ -37,6 +38,15 @@ MnemonicChoice Choose(std::span<const MnemonicItem> items, char key, LetterOf le
   auto chosen = highlighted == items.end() ? items.end() : std::find_if(highlighted + 1, items.end(), answers);
   if (chosen == items.end()) chosen = std::find_if(items.begin(), items.end(), answers);
   return {static_cast<int>(chosen - items.begin()), matches == 1 && chosen->enabled};
+}
+
+std::string AuthoredCaption(const MenuRow& row, bool fromLanguageFile) {
+  std::string text = row.caption.Text(fromLanguageFile);
+  if (!text.empty() && (row.helpCode == 0 || !fromLanguageFile)) return text;
+  CMyItemData data = ParseCaption(row.caption.builtIn);
+  data.sMenuText = std::move(text);
+  data.sMenuHelp = row.helpCode == 0 ? std::string() : core::GetText(row.helpCode);
+  return RestoreCaption(data);
 }
 
 }  // namespace
@@ -120,6 +130,23 @@ MnemonicChoice ChooseByMnemonic(std::span<const MnemonicItem> items, char key) {
   const char wanted = Lower(key);
   const MnemonicChoice choice = Choose(items, wanted, MnemonicLetter);
   return choice.position >= 0 ? choice : Choose(items, wanted, FirstCharacter);
+}
+
+std::vector<std::string> AuthoredCaptions(MenuTable table, bool fromLanguageFile) {
+  std::vector<std::string> captions;
+  for (const MenuRow& row : table) captions.push_back(AuthoredCaption(row, fromLanguageFile));
+  return captions;
+}
+
+std::string PlainCaption(std::string_view authored) {
+  const CMyItemData data = ParseCaption(authored);
+  return IsSeparator(data) ? std::string() : data.sMenuText;
+}
+
+void TagPictures(MenuTable table, std::span<const std::string> captions, ImageTags& tags) {
+  tags.Clear();
+  for (std::size_t row = 0; row < table.size(); ++row)
+    if (table[row].picture != kNoPicture) tags.Add(table[row].picture, ParseCaption(captions[row]).sMenuText);
 }
 
 }  // namespace toolkit

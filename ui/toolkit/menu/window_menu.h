@@ -11,7 +11,7 @@
 
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/menu/cool_menu.h"
-#include "ui/toolkit/menu/menu_table.h"
+#include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {
 
