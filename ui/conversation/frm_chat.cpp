@@ -8,9 +8,9 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/conversation/chat_layout.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_box.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace conversation {

@@ -8,9 +8,9 @@
 #include "net/packet.h"
 #include "res/pictures.h"
 #include "ui/conversation/composer_layout.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_box.h"
 #include "ui/toolkit/toolbar.h"
 
 namespace conversation {

@@ -7,9 +7,9 @@
 #include "core/runtime_error.h"
 #include "core/system_library_win32.h"
 #include "ui/conversation/clipboard.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_box.h"
 #include "ui/toolkit/window.h"
 
 namespace conversation {

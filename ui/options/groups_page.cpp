@@ -3,7 +3,7 @@
 #include "core/sound.h"
 #include "core/text.h"
 #include "res/pictures.h"
-#include "ui/toolkit/list_items.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/pictures.h"
 
 namespace options {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ui/toolkit/list_items.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/screen.h"
 
 namespace options {

@@ -7,8 +7,8 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "ui/options/option_values.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/screen.h"
-#include "ui/toolkit/text_box.h"
 
 namespace options {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "core/scoped_flag.h"
 #include "core/text.h"
-#include "ui/toolkit/list_items.h"
+#include "ui/toolkit/controls.h"
 #include "ui/toolkit/screen.h"
 
 namespace toolkit {

@@ -1,9 +1,6 @@
-#include "ui/toolkit/text_box.h"
-
-#include <commctrl.h>
+#include "ui/toolkit/controls.h"
 
 #include <algorithm>
-#include <string>
 
 #include "ui/toolkit/window.h"
 

@@ -1,13 +1,31 @@
-// Extensions of the system's list and tree views: a visible selection, and item texts of any length.
+// Extensions of the system's controls: text boxes, lists and trees.
 #pragma once
 
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstddef>
 #include <cstring>
 #include <string>
 
 namespace toolkit {
+
+// Limits what can be typed and pasted to this many bytes. The system's own limit counts characters, and that many
+// double-byte characters may not fit into a datagram. Texts that the program sets are not limited.
+void LimitBytes(HWND box, std::size_t bytes);
+
+// Handles a WM_KEYDOWN of a multi-line text box in a window with dialog keys: Tab moves the focus, Ctrl+A selects all,
+// Escape is ignored. The system's box would insert Tab, close the window on Escape, and has no key for Select All. True
+// when the key was handled.
+bool TranslateTextKey(const MSG& key);
+
+// Keeps the selection when the box gets the focus by Tab: with everything selected the next key would replace the text.
+void KeepSelectionAtTab(HWND textBox);
+
+// The same for a box with its own procedure: adjusts the system's result of a message.
+inline LRESULT WithoutSelecting(UINT message, LRESULT answer) {
+  return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_HASSETSEL} : answer;
+}
 
 // Keeps the selection visible while the list has no focus: buttons and menus act on it then too, and the system's
 // colour for it is hardly visible on a white list.
