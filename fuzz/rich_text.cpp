@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
-#include "ui/conversation/edit_text.h"
+#include "ui/conversation/paragraphs.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/text_lines.h"
 

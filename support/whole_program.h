@@ -16,7 +16,6 @@
 #include "ui/conversation/alert_queue.h"
 #include "ui/conversation/conversation.h"
 #include "ui/conversation/participants.h"
-#include "ui/conversation/recipients.h"
 #include "ui/main/user_roster.h"
 
 namespace support {

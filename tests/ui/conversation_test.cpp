@@ -6,10 +6,9 @@
 #include <vector>
 
 #include "tests/support/in_code_page.h"
-#include "ui/conversation/layout_cost.h"
-#include "ui/conversation/edit_text.h"
 #include "ui/conversation/chat_export.h"
-#include "ui/conversation/shown_parts.h"
+#include "ui/conversation/layout_cost.h"
+#include "ui/conversation/paragraphs.h"
 
 namespace conversation {
 namespace {

@@ -6,7 +6,6 @@
 #include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/rows.h"
-#include "ui/conversation/recipients.h"
 #include "ui/main/user_roster.h"
 
 namespace conversation {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/text.h"
-#include "ui/conversation/edit_text.h"
+#include "ui/conversation/paragraphs.h"
 
 namespace conversation {
 namespace {

@@ -12,12 +12,11 @@
 #include <string_view>
 #include <utility>
 
-#include "ui/conversation/layout_cost.h"
-#include "ui/conversation/edit_text.h"
 #include "ui/conversation/chat_export.h"
 #include "ui/conversation/conversation.h"
+#include "ui/conversation/layout_cost.h"
+#include "ui/conversation/paragraphs.h"
 #include "ui/conversation/rich_edit.h"
-#include "ui/conversation/shown_parts.h"
 #include "ui/toolkit/units.h"
 
 namespace conversation {

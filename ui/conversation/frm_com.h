@@ -7,7 +7,7 @@
 
 #include "core/roster.h"
 #include "net/messenger.h"
-#include "ui/conversation/recipients.h"
+#include "ui/conversation/participants.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/toolbar.h"
 #include "ui/toolkit/window.h"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 
 namespace conversation {
@@ -31,6 +32,39 @@ class LayoutCost {
   std::size_t count_ = 0;
   std::size_t weight_ = 0, grown_ = 0;  // since memory_ was last updated
   double memory_ = 0;                   // bytes for a weight of one
+};
+
+class Stopwatch {
+ public:
+  double Milliseconds() const {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin_).count();
+  }
+
+ private:
+  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+};
+
+// The processor time of this thread so far; in Windows builds only. Coarse (about ten milliseconds), but without the
+// time of other programs.
+double ProcessorMilliseconds();
+
+// Measures the insertion made during its lifetime, and adds the result to `cost`; in Windows builds only. Samples
+// memory only for some of the small texts, because the query is slow.
+class InsertionMeter {
+ public:
+  static constexpr std::size_t kSmall = 300;  // weight
+
+  InsertionMeter(LayoutCost& cost, std::size_t weight);
+  InsertionMeter(const InsertionMeter&) = delete;
+  InsertionMeter& operator=(const InsertionMeter&) = delete;
+  ~InsertionMeter();
+
+ private:
+  LayoutCost& cost_;
+  const std::size_t weight_;
+  const bool samplesMemory_;
+  const std::size_t memory_;  // of the process at the beginning, bytes
+  const Stopwatch sinceBegin_;
 };
 
 }  // namespace conversation

@@ -1,4 +1,4 @@
-#include "ui/conversation/measured.h"
+#include "ui/conversation/layout_cost.h"
 
 #include <windows.h>
 #include <psapi.h>
