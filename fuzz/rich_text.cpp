@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "fuzz/fuzz_target.h"
-#include "ui/conversation/paragraphs.h"
 #include "ui/conversation/chat_export.h"
-#include "ui/conversation/text_lines.h"
+#include "ui/conversation/paragraphs.h"
+#include "ui/conversation/popup_layout.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "core/text.h"
 #include "ui/conversation/alert_queue.h"
-#include "ui/conversation/text_lines.h"
+#include "ui/conversation/popup_layout.h"
 
 namespace conversation {
 namespace {

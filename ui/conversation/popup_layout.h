@@ -1,9 +1,12 @@
-// The size, layout, animation and flashing of an alert popup. Pure arithmetic, in twips. The picture, the sender's name
-// and the two buttons are in the top line, the text fills the rest.
+// The size, layout, animation and flashing of an alert popup, and the line breaking of its text. Pure arithmetic, in
+// twips. The picture, the sender's name and the two buttons are in the top line, the text fills the rest.
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "ui/toolkit/units.h"
 
@@ -119,5 +122,13 @@ constexpr PopupParts PartsOf(Size popup, Size label, Size picture) {
           {closeLeft, buttonTop, kGlyphSide, kGlyphSide},
           {kEdge, labelTop, label.width, label.height}};
 }
+
+// Returns the size in bytes of the leading characters that fit into a line, of a text without line breaks.
+using FitCount = std::function<std::size_t(std::string_view)>;
+
+// The lines, as views into `text`. A line break (CR LF, CR, LF) ends a line, so one at the end does not start another.
+// A line that does not fit is wrapped at a blank, which is dropped, or inside a word that is too long. At least one
+// line.
+std::vector<std::string_view> BreakLines(std::string_view text, const FitCount& fits);
 
 }  // namespace conversation

@@ -1,6 +1,4 @@
-#include "ui/conversation/text_lines.h"
-
-#include <algorithm>
+#include "ui/conversation/popup_layout.h"
 
 #include "core/text.h"
 
