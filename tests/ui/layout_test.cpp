@@ -1,9 +1,8 @@
 // The layouts of windows.
 #include <gtest/gtest.h>
 
-#include "ui/conversation/chat_layout.h"
-#include "ui/conversation/composer_layout.h"
 #include "ui/conversation/popup_layout.h"
+#include "ui/conversation/window_layout.h"
 #include "ui/main/main_layout.h"
 
 namespace conversation {

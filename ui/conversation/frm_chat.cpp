@@ -7,7 +7,7 @@
 #include "core/scoped_flag.h"
 #include "core/text.h"
 #include "net/packet.h"
-#include "ui/conversation/chat_layout.h"
+#include "ui/conversation/window_layout.h"
 #include "ui/toolkit/controls.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

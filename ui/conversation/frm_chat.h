@@ -14,7 +14,6 @@
 #include "ui/conversation/chat_text.h"
 #include "ui/conversation/participants.h"
 #include "ui/conversation/splitter_bar.h"
-#include "ui/conversation/users_menu.h"
 #include "ui/toolkit/menu/window_menu.h"
 #include "ui/toolkit/rows_view.h"
 #include "ui/toolkit/status_line.h"

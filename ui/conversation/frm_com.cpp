@@ -7,7 +7,7 @@
 #include "core/text.h"
 #include "net/packet.h"
 #include "res/pictures.h"
-#include "ui/conversation/composer_layout.h"
+#include "ui/conversation/window_layout.h"
 #include "ui/toolkit/controls.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

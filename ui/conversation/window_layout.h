@@ -1,5 +1,5 @@
-// The layout of a chat window, from top to bottom: participants, splitter bar, conversation, input line with the Send
-// button beside it, status line. Pixels of the client area, except for the limits of the bar.
+// The layouts of the composer and of a chat window. Pixels of the client area, except for sizes and limits of windows
+// and the splitter bar, which are twips.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +12,29 @@ using toolkit::Area;
 using toolkit::Twips;
 using toolkit::operator""_dp;
 
+// The composer: recipients on the left, the text on the right, a label above each.
+inline constexpr Twips kComposerWidth = 460_dp, kComposerHeight = 320_dp;
+inline constexpr Twips kComposerMinWidth = 300_dp, kComposerMinHeight = 230_dp;
+
+struct ComposerParts {
+  Area toLabel, messageLabel, recipients, text;
+};
+
+// `top` is the toolbar's lower edge, `line` the height of one line of text.
+constexpr ComposerParts ComposerLayout(int width, int height, int top, int line, toolkit::Dpi dpi) {
+  const int margin = toolkit::ToPixels(8_dp, dpi), gap = toolkit::ToPixels(3_dp, dpi);
+  const int share = std::clamp(width * 3 / 10, toolkit::ToPixels(100_dp, dpi), toolkit::ToPixels(220_dp, dpi));
+  const int labelTop = top + margin / 2, fieldTop = labelTop + line + gap;
+  const int bottom = std::max(height - margin, fieldTop);
+  const int textLeft = margin + share + margin, right = std::max(width - margin, textLeft);
+  return {{margin, labelTop, margin + share, labelTop + line},
+          {textLeft, labelTop, right, labelTop + line},
+          {margin, fieldTop, margin + share, bottom},
+          {textLeft, fieldTop, right, bottom}};
+}
+
+// A chat window, from top to bottom: participants, splitter bar, conversation, input line with the Send button beside
+// it, status line.
 inline constexpr Twips kChatMinWidth{2000}, kChatMinHeight{3200};
 
 // The bar leaves two rows of participants above it and the input line below it.
