@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -44,6 +45,10 @@ struct CodePage {
 
 // Queried from Windows once. Native builds have data for five code pages.
 const CodePage& SystemCodePage();
+
+// In Windows builds only. A text as UTF-16, for drawing and measuring: the ANSI functions decode bytes by the font's
+// character set, which may differ from the system's code page. No character has more UTF-16 units than bytes.
+std::wstring Wide(std::string_view text);
 
 // In native builds only. Selects 932, 936, 949, 950 or 1252, the default. Throws std::invalid_argument for any other.
 void SetSystemCodePage(int number);

@@ -66,4 +66,11 @@ const CodePage& SystemCodePage() {
   return page;
 }
 
+std::wstring Wide(std::string_view text) {
+  std::wstring wide(text.size(), L'\0');
+  const int bytes = static_cast<int>(text.size());
+  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), bytes, wide.data(), bytes)));
+  return wide;
+}
+
 }  // namespace core

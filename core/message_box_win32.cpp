@@ -9,9 +9,8 @@
 #include <string>
 #include <utility>
 
-#include "core/box_queue.h"
 #include "core/callback_guard.h"
-#include "core/wide_text_win32.h"
+#include "core/code_page.h"
 
 namespace core {
 namespace {

@@ -12,7 +12,6 @@
 #include <string_view>
 
 #include "net/datagram_port.h"
-#include "net/unsent_queue.h"
 
 namespace net {
 

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "core/box_queue.h"
 #include "core/message_box.h"
 
 namespace support {

@@ -7,8 +7,8 @@
 
 #include "core/globals.h"
 #include "core/language.h"
+#include "net/datagram_port.h"
 #include "net/messenger.h"
-#include "net/unsent_queue.h"
 #include "support/recording_network.h"
 #include "tests/support/desktop_test.h"
 #include "tests/support/in_code_page.h"

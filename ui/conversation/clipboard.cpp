@@ -3,8 +3,8 @@
 #include <cstring>
 #include <utility>
 
+#include "core/code_page.h"
 #include "core/runtime_error.h"
-#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 
 namespace conversation {

@@ -10,7 +10,6 @@
 #include "core/callback_guard.h"
 #include "core/code_page.h"
 #include "core/text.h"
-#include "core/wide_text_win32.h"
 #include "ui/conversation/popup_layout.h"
 #include "ui/toolkit/screen.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "core/code_page.h"
 #include "core/globals.h"
-#include "core/wide_text_win32.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/screen.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/wide_text_win32.h"
+#include "core/code_page.h"
 #include "ui/toolkit/handles.h"
 
 namespace toolkit {

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <span>
 
-#include "core/wide_text_win32.h"
+#include "core/code_page.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 

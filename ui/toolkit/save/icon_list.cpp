@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <map>
 
-#include "core/wide_text_win32.h"
+#include "core/code_page.h"
 #include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 

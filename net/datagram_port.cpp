@@ -1,4 +1,4 @@
-#include "net/unsent_queue.h"
+#include "net/datagram_port.h"
 
 #include <algorithm>
 

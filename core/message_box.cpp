@@ -1,4 +1,4 @@
-#include "core/box_queue.h"
+#include "core/message_box.h"
 
 #include <string_view>
 #include <utility>
