@@ -32,7 +32,9 @@ struct CodePage {
     return text.size() > 1 && first[ByteOf(text[0])] && second[ByteOf(text[1])] ? 2 : 1;
   }
 
-  Character Lower(Character letter) const { return letter > 0xFF ? lowerDoubleByte[letter] : lower[letter]; }
+  Character Lower(Character character) const {
+    return character > 0xFF ? lowerDoubleByte[character] : lower[character];
+  }
 
   // Removes the first character of a text that is not empty; returns its lower-case form, which has the same size.
   Character TakeLower(std::string_view& text) const {

@@ -62,12 +62,12 @@ std::array<bool, 256> Among(const std::vector<Bytes>& ranges) {
 }
 
 void SetLower(CodePage& page, const Capitals& row) {
-  for (int letter = row.first; letter <= row.last; ++letter) {
-    const int lower = row.lower + letter - row.first;
-    if (letter > 0xFF)
-      page.lowerDoubleByte[static_cast<std::size_t>(letter)] = static_cast<Character>(lower);
+  for (int capital = row.first; capital <= row.last; ++capital) {
+    const int lower = row.lower + capital - row.first;
+    if (capital > 0xFF)
+      page.lowerDoubleByte[static_cast<std::size_t>(capital)] = static_cast<Character>(lower);
     else
-      page.lower[static_cast<std::size_t>(letter)] = static_cast<std::uint8_t>(lower);
+      page.lower[static_cast<std::size_t>(capital)] = static_cast<std::uint8_t>(lower);
   }
 }
 

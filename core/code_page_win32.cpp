@@ -11,17 +11,18 @@ namespace {
 
 constexpr int kLowestSecond = 0x40;
 
-std::string BytesOf(Character letter) {
-  const char bytes[] = {static_cast<char>(letter >> 8), static_cast<char>(letter)};
-  return letter > 0xFF ? std::string(bytes, 2) : std::string(1, bytes[1]);
+std::string BytesOf(Character character) {
+  const char bytes[] = {static_cast<char>(character >> 8), static_cast<char>(character)};
+  return character > 0xFF ? std::string(bytes, 2) : std::string(1, bytes[1]);
 }
 
-Character NumberOf(const std::string& letter) {
-  return static_cast<Character>(letter.size() == 1 ? ByteOf(letter[0]) : ByteOf(letter[0]) << 8 | ByteOf(letter[1]));
+Character NumberOf(const std::string& character) {
+  return static_cast<Character>(character.size() == 1 ? ByteOf(character[0])
+                                                      : ByteOf(character[0]) << 8 | ByteOf(character[1]));
 }
 
 // Windows maps invalid bytes to a question mark or the like, which would make different names equal.
-bool IsLetter(const std::string& bytes) {
+bool IsCharacter(const std::string& bytes) {
   wchar_t wide[2];
   return ::MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()), wide, 2) ==
          1;
@@ -30,32 +31,32 @@ bool IsLetter(const std::string& bytes) {
 // Queried one character at a time: an invalid byte in a text from the network would shift the characters after it. A
 // character whose lower-case form is not in the code page (a Roman numeral) becomes a question mark in Windows; it is
 // left unchanged.
-Character QueryLower(const std::string& letter) {
-  std::string lower = letter;
+Character QueryLower(const std::string& character) {
+  std::string lower = character;
   ::CharLowerBuffA(lower.data(), static_cast<DWORD>(lower.size()));
-  return NumberOf(IsLetter(lower) && lower[0] != '?' ? lower : letter);
+  return NumberOf(IsCharacter(lower) && lower[0] != '?' ? lower : character);
 }
 
-void QueryPairs(CodePage& page) {
+void QueryDoubleByte(CodePage& page) {
   page.lowerDoubleByte.resize(0x10000);
   std::iota(page.lowerDoubleByte.begin(), page.lowerDoubleByte.end(), Character{0});
   for (int number = 0x8000; number < 0x10000; ++number) {
-    const auto letter = static_cast<Character>(number);
-    if (!page.first[letter >> 8] || (letter & 0xFF) < kLowestSecond || !IsLetter(BytesOf(letter))) continue;
-    page.second[letter & 0xFF] = true;
-    page.lowerDoubleByte[letter] = QueryLower(BytesOf(letter));
+    const auto character = static_cast<Character>(number);
+    if (!page.first[character >> 8] || (character & 0xFF) < kLowestSecond || !IsCharacter(BytesOf(character))) continue;
+    page.second[character & 0xFF] = true;
+    page.lowerDoubleByte[character] = QueryLower(BytesOf(character));
   }
 }
 
 CodePage QuerySystem() {
   CodePage page;
   for (int number = 0; number <= 0xFF; ++number) {
-    const auto letter = static_cast<Character>(number);
-    page.first[letter] = ::IsDBCSLeadByte(static_cast<BYTE>(letter)) != FALSE;
-    const bool known = !page.first[letter] && IsLetter(BytesOf(letter));
-    page.lower[letter] = static_cast<std::uint8_t>(known ? QueryLower(BytesOf(letter)) : letter);
+    const auto character = static_cast<Character>(number);
+    page.first[character] = ::IsDBCSLeadByte(static_cast<BYTE>(character)) != FALSE;
+    const bool known = !page.first[character] && IsCharacter(BytesOf(character));
+    page.lower[character] = static_cast<std::uint8_t>(known ? QueryLower(BytesOf(character)) : character);
   }
-  if (std::ranges::find(page.first, true) != page.first.end()) QueryPairs(page);
+  if (std::ranges::find(page.first, true) != page.first.end()) QueryDoubleByte(page);
   return page;
 }
 

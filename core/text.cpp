@@ -18,9 +18,9 @@ const std::uint64_t kSeed = (static_cast<std::uint64_t>(std::chrono::steady_cloc
                              reinterpret_cast<std::uintptr_t>(&kSeed)) *
                             kGoldenRatio;
 
-void Append(std::string& text, Character letter) {
-  if (letter > 0xFF) text += static_cast<char>(letter >> 8);
-  text += static_cast<char>(letter);
+void Append(std::string& text, Character character) {
+  if (character > 0xFF) text += static_cast<char>(character >> 8);
+  text += static_cast<char>(character);
 }
 
 }  // namespace
@@ -49,9 +49,9 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 // The code page has lower-case forms only: the capital is the other character with the same one.
-std::string UpperCase(std::string_view letter) {
+std::string UpperCase(std::string_view character) {
   const CodePage& page = SystemCodePage();
-  std::string_view rest = letter;
+  std::string_view rest = character;
   const Character lower = page.TakeLower(rest);
   const int end = page.IsDoubleByte() ? 0x10000 : 0x100;
   std::string upper;
@@ -59,7 +59,7 @@ std::string UpperCase(std::string_view letter) {
     const auto other = static_cast<Character>(number);
     if (other != lower && page.Lower(other) == lower) Append(upper, other);
   }
-  return upper.empty() ? std::string(letter) : upper;
+  return upper.empty() ? std::string(character) : upper;
 }
 
 std::string_view FirstCharacter(std::string_view text) {
@@ -79,9 +79,9 @@ std::size_t Find(std::string_view text, std::string_view ascii, std::size_t star
   const CodePage& page = SystemCodePage();
   std::size_t found = text.find(ascii, start);
   if (!page.IsDoubleByte()) return found;
-  for (std::size_t letter = start; found != kNone; found = text.find(ascii, found + 1)) {
-    while (letter < found) letter += page.CharacterSize(text.substr(letter));
-    if (letter == found) break;
+  for (std::size_t at = start; found != kNone; found = text.find(ascii, found + 1)) {
+    while (at < found) at += page.CharacterSize(text.substr(at));
+    if (at == found) break;
   }
   return found;
 }

@@ -17,7 +17,7 @@ std::string LowerCase(std::string_view text);
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 
 // The upper-case form of a character; the character itself when there is none.
-std::string UpperCase(std::string_view letter);
+std::string UpperCase(std::string_view character);
 
 // The first character of a text; empty for an empty text.
 std::string_view FirstCharacter(std::string_view text);

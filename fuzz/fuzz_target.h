@@ -48,10 +48,10 @@ inline void ChooseCodePage(unsigned char choice) {
 inline std::string Typed(std::string_view text) {
   std::string typed;
   while (!text.empty()) {
-    const std::string_view letter = core::FirstCharacter(text);
-    const bool half = letter.size() == 1 && core::SystemCodePage().first[core::ByteOf(letter[0])];
-    typed.append(half ? "?" : letter);
-    text.remove_prefix(letter.size());
+    const std::string_view character = core::FirstCharacter(text);
+    const bool half = character.size() == 1 && core::SystemCodePage().first[core::ByteOf(character[0])];
+    typed.append(half ? "?" : character);
+    text.remove_prefix(character.size());
   }
   return typed;
 }

@@ -17,9 +17,9 @@ constexpr std::size_t kPieceSize = 64u << 10;
 constexpr std::size_t kLongParagraph = 200, kRunLength = 50;
 
 std::string_view TakeCharacter(std::string_view& text) {
-  const std::string_view letter = core::FirstCharacter(text);
-  text.remove_prefix(letter.size());
-  return letter;
+  const std::string_view character = core::FirstCharacter(text);
+  text.remove_prefix(character.size());
+  return character;
 }
 
 // Buffers the output into large pieces.
@@ -117,9 +117,9 @@ class Markup {
   void Text(std::string_view text) {
     if (style_.forEdit && text.size() > kLongParagraph) return InRuns(text);
     for (char before = ' '; !text.empty();) {
-      const std::string_view letter = TakeCharacter(text);
-      Character(letter, before);
-      before = letter[0];
+      const std::string_view character = TakeCharacter(text);
+      Character(character, before);
+      before = character[0];
     }
   }
 
@@ -130,22 +130,22 @@ class Markup {
         out_ << (std::exchange(otherFont_, !otherFont_) ? "\\f0 " : "\\f1 ");
         inRun = 0;
       }
-      const std::string_view letter = TakeCharacter(text);
-      Character(letter, '\0');
-      inRun += letter.size();
+      const std::string_view character = TakeCharacter(text);
+      Character(character, '\0');
+      inRun += character.size();
     }
   }
 
   // Consecutive blanks and tabs are escaped, because some readers drop them otherwise. Double-byte characters begin
   // above 0x7E.
-  void Character(std::string_view letter, char before) {
-    const char c = letter[0];
+  void Character(std::string_view character, char before) {
+    const char c = character[0];
     if (static_cast<unsigned char>(c) > 0x7E || c == '\t' || (c == ' ' && before == ' '))
-      for (const char byte : letter) Number(static_cast<unsigned char>(byte));
+      for (const char byte : character) Number(static_cast<unsigned char>(byte));
     else if (c == '\\' || c == '{' || c == '}')
-      out_ << "\\" << letter;
+      out_ << "\\" << character;
     else
-      out_ << letter;
+      out_ << character;
   }
 
   void Number(unsigned char byte) {

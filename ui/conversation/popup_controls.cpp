@@ -33,9 +33,9 @@ std::string WithoutTabs(const std::string& text) {
 
 // Widths of characters in the font of a device context, cached per text: thousands of short lines would cost thousands
 // of calls.
-class LetterWidths {
+class CharacterWidths {
  public:
-  explicit LetterWidths(HDC dc) : dc_(dc) { ofBytes_.fill(kUnknown); }
+  explicit CharacterWidths(HDC dc) : dc_(dc) { ofBytes_.fill(kUnknown); }
 
   int Of(std::string_view text) {
     int width = 0;
@@ -56,11 +56,11 @@ class LetterWidths {
  private:
   // Removes the first character of a text; returns its width.
   int Take(std::string_view& text) {
-    const std::string_view letter = core::FirstCharacter(text);
-    text.remove_prefix(letter.size());
-    int& width = letter.size() == 1 ? ofBytes_[core::ByteOf(letter[0])]
-                                    : ofPairs_.try_emplace(std::string(letter), kUnknown).first->second;
-    if (width == kUnknown) width = static_cast<int>(toolkit::MeasureText(dc_, letter).cx);
+    const std::string_view character = core::FirstCharacter(text);
+    text.remove_prefix(character.size());
+    int& width = character.size() == 1 ? ofBytes_[core::ByteOf(character[0])]
+                                       : ofDoubleByte_.try_emplace(std::string(character), kUnknown).first->second;
+    if (width == kUnknown) width = static_cast<int>(toolkit::MeasureText(dc_, character).cx);
     return width;
   }
 
@@ -68,7 +68,7 @@ class LetterWidths {
 
   HDC dc_;
   std::array<int, 256> ofBytes_;
-  std::unordered_map<std::string, int> ofPairs_;
+  std::unordered_map<std::string, int> ofDoubleByte_;
 };
 
 constexpr toolkit::Twips kGlyphHeight = 13_dp;
@@ -117,7 +117,7 @@ SIZE MessageLabel::Fit(SIZE largest) {
   lineHeight_ = static_cast<int>(metrics.tmHeight);
   const int margins = 2 * Px(kMargin), bar = ::GetSystemMetrics(SM_CXVSCROLL);
   const auto height = [&] { return static_cast<int>(lines_.size()) * lineHeight_ + margins; };
-  LetterWidths widths(dc.get());
+  CharacterWidths widths(dc.get());
   const auto breakToFit = [&](int width) {
     lines_ = BreakLines(shown_, [&](std::string_view line) { return widths.FitInto(line, width); });
   };

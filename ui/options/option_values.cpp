@@ -14,9 +14,9 @@ bool IsLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <
 
 bool HasLetterOrDigit(std::string_view name) {
   while (!name.empty()) {
-    const std::string_view letter = core::FirstCharacter(name);
-    if (letter.size() == 1 && IsLetterOrDigit(letter[0])) return true;
-    name.remove_prefix(letter.size());
+    const std::string_view character = core::FirstCharacter(name);
+    if (character.size() == 1 && IsLetterOrDigit(character[0])) return true;
+    name.remove_prefix(character.size());
   }
   return false;
 }

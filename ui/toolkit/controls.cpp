@@ -32,10 +32,10 @@ std::wstring Unselected(HWND box) {
 // remaining space is computed again.
 void SetLimit(HWND box, int bytes) {
   const std::wstring text = Unselected(box);
-  const int letters = static_cast<int>(text.size());
-  const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), letters, nullptr, 0, nullptr, nullptr);
+  const int length = static_cast<int>(text.size());
+  const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
   const int more = std::max(bytes - used, 0) / static_cast<int>(MaxBytesOfCharacter());
-  ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(letters + more, 1)), 0);
+  ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(length + more, 1)), 0);
 }
 
 LRESULT CALLBACK LimitProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {

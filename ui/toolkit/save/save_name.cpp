@@ -19,15 +19,15 @@ bool MatchesOne(std::string_view name, std::string_view pattern) {
   std::string_view behindStar, resume;
   bool starred = false;
   while (!name.empty()) {
-    const std::string_view letter = core::FirstCharacter(name), wanted = core::FirstCharacter(pattern);
+    const std::string_view character = core::FirstCharacter(name), wanted = core::FirstCharacter(pattern);
     if (wanted == "*") {
       starred = true;
       pattern.remove_prefix(1);
       behindStar = pattern;
       resume = name;
-    } else if (wanted == "?" || core::EqualIgnoringCase(wanted, letter)) {
+    } else if (wanted == "?" || core::EqualIgnoringCase(wanted, character)) {
       pattern.remove_prefix(wanted.size());
-      name.remove_prefix(letter.size());
+      name.remove_prefix(character.size());
     } else if (starred) {
       pattern = behindStar;
       resume.remove_prefix(core::FirstCharacter(resume).size());
