@@ -53,7 +53,7 @@ class Participants {
 
  private:
   struct Changes {
-    std::uint64_t own = 0, onlineSet = 0, onlineLook = 0;
+    std::uint64_t own = 0, onlineMembership = 0, onlineAppearance = 0;
     friend bool operator==(const Changes&, const Changes&) = default;
   };
 

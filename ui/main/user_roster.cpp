@@ -77,9 +77,9 @@ void UserRoster::RefGroups() {
 void UserRoster::RefBlock() {
   if (marksAreStale_) MarkAllRows();
   UpdateStat();
-  if (notifiedMembership_ == lvUsers.MembershipRevision() && toldIcons_ == lvUsers.IconRevision()) return;
+  if (notifiedMembership_ == lvUsers.MembershipRevision() && notifiedIcons_ == lvUsers.IconRevision()) return;
   notifiedMembership_ = lvUsers.MembershipRevision();
-  toldIcons_ = lvUsers.IconRevision();
+  notifiedIcons_ = lvUsers.IconRevision();
   if (refreshChatWindows) refreshChatWindows();
 }
 

@@ -84,7 +84,7 @@ class UserRoster : public core::Roster {
   // The state that the counts text and the chat windows were last updated from.
   std::optional<Counted> counted_;
   std::string counts_;
-  std::uint64_t notifiedMembership_ = 0, toldIcons_ = 0;
+  std::uint64_t notifiedMembership_ = 0, notifiedIcons_ = 0;
 };
 
 }  // namespace mainwindow

@@ -192,20 +192,20 @@ std::vector<const ListRow*> ListRows::AllWithText(std::string_view text) const {
 void ListRows::SetSubText(const ListRow& row, std::string_view text) {
   if (row.subText == text) return;
   Own(row).subText = text;
-  ++lookRevision_;
+  ++appearanceRevision_;
 }
 
 void ListRows::SetIcon(const ListRow& row, int icon) {
   if (row.icon == icon && row.smallIcon == icon) return;
   Own(row).icon = Own(row).smallIcon = icon;
-  ++lookRevision_;
+  ++appearanceRevision_;
   ++iconRevision_;
 }
 
 void ListRows::SetForeColour(const ListRow& row, std::int32_t colour) {
   if (row.foreColour == colour) return;
   Own(row).foreColour = colour;
-  ++lookRevision_;
+  ++appearanceRevision_;
 }
 
 void ListRows::SetSelected(const ListRow& row, bool selected) {

@@ -76,7 +76,7 @@ class ListRows {
   // Change counters for views: of rows added or removed; of actual changes of icon, colour or second column; and of
   // icons alone. Selection does not count, since the list view itself selects.
   std::uint64_t MembershipRevision() const { return membershipRevision_; }
-  std::uint64_t AppearanceRevision() const { return lookRevision_; }
+  std::uint64_t AppearanceRevision() const { return appearanceRevision_; }
   std::uint64_t IconRevision() const { return iconRevision_; }
 
  private:
@@ -96,7 +96,7 @@ class ListRows {
   std::unique_ptr<Chains> byText_, byKey_;
   std::size_t count_ = 0, textBytes_ = 0, selectedCount_ = 0;
   RowId nextId_ = 0;
-  std::uint64_t membershipRevision_ = 0, lookRevision_ = 0, iconRevision_ = 0;
+  std::uint64_t membershipRevision_ = 0, appearanceRevision_ = 0, iconRevision_ = 0;
 };
 
 }  // namespace toolkit

@@ -57,10 +57,10 @@ void RowsView::FitColumn() { ListView_SetColumnWidth(hwnd_, 0, ClientAreaOf(hwnd
 void RowsView::Sync() {
   if (rows_->MembershipRevision() != shownMembership_) {
     TakeRows();
-  } else if (rows_->AppearanceRevision() == seenLooks_) {
+  } else if (rows_->AppearanceRevision() == shownAppearance_) {
     return;
   }
-  seenLooks_ = rows_->AppearanceRevision();
+  shownAppearance_ = rows_->AppearanceRevision();
   ::InvalidateRect(hwnd_, nullptr, FALSE);
 }
 

@@ -48,7 +48,7 @@ class RowsView {
   HWND hwnd_ = nullptr;
   ListRows* rows_ = nullptr;
   std::vector<RowId> shown_;  // in the control, by index
-  std::uint64_t shownMembership_ = 0, seenLooks_ = 0;
+  std::uint64_t shownMembership_ = 0, shownAppearance_ = 0;
   bool applying_ = false;  // the notification is of our own change of the selection
 };
 
