@@ -21,9 +21,9 @@ class Program {
   virtual void LoadMain() = 0;
 
   // Moves the main window, loading it first. Does not clamp to the screen.
-  virtual void PlaceMain(const WindowBounds& place) = 0;
+  virtual void MoveMain(const WindowBounds& bounds) = 0;
 
-  // Restores the main window from its minimised or maximised state without showing it; returns its normal place.
+  // Restores the main window from its minimised or maximised state without showing it; returns its normal bounds.
   virtual WindowBounds RestoreMain() = 0;
 
   virtual Roster& Users() = 0;

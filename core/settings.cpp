@@ -31,7 +31,7 @@ enum class Form {
   Text,            // quoted
   Number,          // 0 when the text is not a number
   DeferredNumber,  // converted after the whole record is read; fails when the text is not a number
-  Place,           // of the main window: a 16-bit number
+  MainBound,       // of the main window: a 16-bit number
 };
 
 // What the default file holds: the global's initial or its current value, or the logon name.
@@ -57,7 +57,7 @@ struct Record {
   void (*onRead)(Program&) = [](Program&) {};
 };
 
-WindowBounds gMainPlace{0, 0, 2505, 4605};
+WindowBounds gMainBounds{0, 0, 2505, 4605};
 
 // The name to save: the one in use, but not the hidden name of start-up, which the next start would take for the
 // user's.
@@ -68,11 +68,11 @@ std::string gNameToSave;
 const std::vector<Record> kRecords = {
     {{{&gLanguage, Form::Text, Default::QuotedInitial}}, [](Program&) { LoadLang(); }},
     {{{&gAlertHeight, Form::Number}}},
-    {{{&gMainPlace.left, Form::Place},
-      {&gMainPlace.top, Form::Place},
-      {&gMainPlace.width, Form::Place},
-      {&gMainPlace.height, Form::Place}},
-     [](Program& program) { program.PlaceMain(gMainPlace); }},
+    {{{&gMainBounds.left, Form::MainBound},
+      {&gMainBounds.top, Form::MainBound},
+      {&gMainBounds.width, Form::MainBound},
+      {&gMainBounds.height, Form::MainBound}},
+     [](Program& program) { program.MoveMain(gMainBounds); }},
     {{{&gUserName, Form::Text, Default::LogonName, &gNameToSave},
       {&gColour, Form::DeferredNumber, Default::QuotedInitial},
       {&gPopPos, Form::DeferredNumber, Default::QuotedInitial},
@@ -107,7 +107,7 @@ void Store(const Field& field, const std::string& text) {
   if (const auto global = std::get_if<std::int16_t*>(&field.read)) {
     **global = ToInt16(number);
   } else {
-    *std::get<std::int32_t*>(field.read) = field.form == Form::Place ? ToInt16(number) : ToInt32(number);
+    *std::get<std::int32_t*>(field.read) = field.form == Form::MainBound ? ToInt16(number) : ToInt32(number);
   }
 }
 
@@ -223,7 +223,7 @@ bool SettingsAreComplete() { return !gPartlyRead; }
 
 void SaveSets(Program& program) {
   if (!SettingsAreComplete()) throw RuntimeError(Err::OutOfMemory);
-  gMainPlace = program.RestoreMain();
+  gMainBounds = program.RestoreMain();
   gNameToSave = gStarting != 0 ? gUserName : gCurName;
   RecordWriter writer;
   WriteRecords(kRecords, WriteField, writer);

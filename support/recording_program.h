@@ -19,9 +19,9 @@ class RecordingProgram : public core::Program {
   std::function<void()> onOpenSocket, onOptions;
 
   void LoadMain() override { Record("load main"); }
-  void PlaceMain(const core::WindowBounds& to) override {
+  void MoveMain(const core::WindowBounds& to) override {
     place = to;
-    Record("place main");
+    Record("move main");
   }
   core::WindowBounds RestoreMain() override {
     Record("restore main");

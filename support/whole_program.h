@@ -109,7 +109,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   std::vector<std::string> OfferedNames() const;
 
   void LoadMain() override;
-  void PlaceMain(const core::WindowBounds&) override { LoadMain(); }
+  void MoveMain(const core::WindowBounds&) override { LoadMain(); }
   core::WindowBounds RestoreMain() override { return {0, 0, 2505, 4605}; }
   core::Roster& Users() override { return users; }
   void ShowSplash() override {}

@@ -48,7 +48,7 @@ TEST_F(StartUpTest, ListensUnderAHiddenNameThenJoins) {
   folder.Put("Quiabcdef", "left by a copy that was killed");
   std::filesystem::last_write_time(folder.Path("Quiabcdef"), FileClock::now() - std::chrono::hours(2));
   Main(program, "");
-  EXPECT_EQ(Happened(), (Events{"place main", "show splash", "pending", "load main", "open _anna quietly", "pending",
+  EXPECT_EQ(Happened(), (Events{"move main", "show splash", "pending", "load main", "open _anna quietly", "pending",
                                 "close _anna", "show tray", "load main", "open Anna", "hide splash"}));
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;");
   EXPECT_EQ(Desktop().ticks, 500 + kListenTime);
@@ -85,7 +85,7 @@ TEST_F(StartUpTest, ANameInUseOpensTheOptions) {
 TEST_F(StartUpTest, AFailureIsLoggedAndShown) {
   program.onOpenSocket = [] { throw RuntimeError(10048, "Address already in use"); };
   Main(program, "");
-  EXPECT_EQ(Happened(), (Events{"place main", "show splash", "pending", "load main", "open _anna quietly",
+  EXPECT_EQ(Happened(), (Events{"move main", "show splash", "pending", "load main", "open _anna quietly",
                                 "box Not loaded: & 10048: Address already in use"}));
   EXPECT_EQ(Log(), "Quillon loaded;  > Settings and language loaded;Unable to load: 10048: Address already in use;");
   EXPECT_EQ(gStarting, -1);

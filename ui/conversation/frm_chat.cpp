@@ -93,11 +93,11 @@ void FrmChat::MoveToSavedPos() {
 
 void FrmChat::SavePos() const {
   if (::IsIconic(hwnd())) return;
-  const core::WindowBounds place = toolkit::PlaceOf(hwnd());
-  core::gChatLeft = place.left;
-  core::gChatTop = place.top;
-  core::gChatWidth = place.width;
-  core::gChatHeight = place.height;
+  const core::WindowBounds bounds = toolkit::BoundsOf(hwnd());
+  core::gChatLeft = bounds.left;
+  core::gChatTop = bounds.top;
+  core::gChatWidth = bounds.width;
+  core::gChatHeight = bounds.height;
 }
 
 Twips FrmChat::BarTop(Twips wanted) const { return BarTopWithin(wanted, Tw(toolkit::AreaOf(hwnd()).Height())); }

@@ -49,9 +49,9 @@ void Application::LoadMain() {
   frmMain_ = Loaded(std::make_shared<FrmMain>(users_, messenger_, Commands()));
 }
 
-void Application::PlaceMain(const core::WindowBounds& place) {
+void Application::MoveMain(const core::WindowBounds& bounds) {
   LoadMain();
-  frmMain_->Move(place);
+  frmMain_->Move(bounds);
 }
 
 core::WindowBounds Application::RestoreMain() {

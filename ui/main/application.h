@@ -23,7 +23,7 @@ class Application : public core::Program {
   Application();
 
   void LoadMain() override;
-  void PlaceMain(const core::WindowBounds& place) override;
+  void MoveMain(const core::WindowBounds& bounds) override;
   core::WindowBounds RestoreMain() override;
   core::Roster& Users() override { return users_; }
   void ShowSplash() override;

@@ -86,7 +86,7 @@ void FrmMain::SetUpInt() {
   users_.RefBlock();
 }
 
-void FrmMain::Move(const core::WindowBounds& place) { toolkit::SetArea(hwnd(), toolkit::AreaOf(place)); }
+void FrmMain::Move(const core::WindowBounds& bounds) { toolkit::SetArea(hwnd(), toolkit::AreaOf(bounds)); }
 
 core::WindowBounds FrmMain::Restore() {
   if (::IsIconic(hwnd()) || ::IsZoomed(hwnd())) {
@@ -96,7 +96,7 @@ core::WindowBounds FrmMain::Restore() {
     stayHidden_ = false;
     if (!visible) Hide();
   }
-  return toolkit::PlaceOf(hwnd());
+  return toolkit::BoundsOf(hwnd());
 }
 
 // Every function that restores a window also shows it.
@@ -150,7 +150,7 @@ LRESULT FrmMain::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // Minimising hides the window, since the program is in the notification area. Posted, because hiding it during
-// minimising would lose its normal place.
+// minimising would lose its normal bounds.
 void FrmMain::OnSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED)
     ::PostMessageA(hwnd(), kHideMinimised, 0, 0);

@@ -39,9 +39,9 @@ class FrmMain : public toolkit::Window {
   // Creates controls, menus and icon on the first call. Deferred, so that start-up joins the network first.
   void CreateContents();
 
-  void Move(const core::WindowBounds& place);
+  void Move(const core::WindowBounds& bounds);
 
-  // Restores the window from its minimised or maximised state without showing it; returns its normal place, twips.
+  // Restores the window from its minimised or maximised state without showing it; returns its normal bounds, twips.
   core::WindowBounds Restore();
 
   // Adds the notification icon. If that is not possible within a minute, shows the window, so that the program can be

@@ -113,13 +113,13 @@ Area ClientAreaOf(HWND window) {
   return Of(rect);
 }
 
-core::WindowBounds PlaceOf(HWND window) {
+core::WindowBounds BoundsOf(HWND window) {
   const Area area = AreaOf(window);
   return {Tw(area.left).value, Tw(area.top).value, Tw(area.Width()).value, Tw(area.Height()).value};
 }
 
-Area AreaOf(const core::WindowBounds& place) {
-  return Px(Twips{place.left}, Twips{place.top}, Twips{place.width}, Twips{place.height});
+Area AreaOf(const core::WindowBounds& bounds) {
+  return Px(Twips{bounds.left}, Twips{bounds.top}, Twips{bounds.width}, Twips{bounds.height});
 }
 
 RECT RectOf(const Area& area) { return {area.left, area.top, area.right, area.bottom}; }

@@ -36,9 +36,9 @@ WorkArea GetWorkArea(HWND window);
 Area AreaOf(HWND window);
 Area ClientAreaOf(HWND window);
 
-// The window rectangle as settings keep it, and the rectangle of such a place in pixels.
-core::WindowBounds PlaceOf(HWND window);
-Area AreaOf(const core::WindowBounds& place);
+// The window rectangle as settings keep it, and the rectangle of such bounds in pixels.
+core::WindowBounds BoundsOf(HWND window);
+Area AreaOf(const core::WindowBounds& bounds);
 
 RECT RectOf(const Area& area);
 
