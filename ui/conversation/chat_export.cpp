@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/text.h"
-#include "ui/conversation/paragraphs.h"
 
 namespace conversation {
 namespace {

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/runtime_error.h"
-#include "ui/conversation/layout_cost.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

@@ -7,7 +7,6 @@
 #include "core/runtime_error.h"
 #include "core/sound.h"
 #include "core/text.h"
-#include "res/pictures.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/toolkit/pictures.h"
 #include "ui/toolkit/roster_rows.h"

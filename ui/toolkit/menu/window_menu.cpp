@@ -1,7 +1,6 @@
 #include "ui/toolkit/menu/window_menu.h"
 
 #include "core/globals.h"
-#include "ui/toolkit/menu/menu_items.h"
 #include "ui/toolkit/pictures.h"
 
 namespace toolkit {
