@@ -117,6 +117,13 @@ TEST_F(LanguageTest, AnInvalidFileKeepsThePreviousTexts) {
   folder.Put("Lang.con", "Code,English,Deutsch\r\n1,one,eins\r\n\r\n");
   EXPECT_EQ(ErrorOf([] { ChangeLang("Deutsch"); }), 13);
   EXPECT_EQ(gLanguage + GetText(1) + GetText(2), "Englishonetwo");
+  folder.Put("Lang.con", "Code,English,Deutsch\r\n1,uno,eins\r\n");
+  ChangeLang("Italiano");
+  EXPECT_EQ(gLanguage + GetText(1), "Englishuno");
+  gLangCount = 0;
+  folder.Put("Lang.con", "Code,English\r\n1,due\r\n\r\n");
+  EXPECT_EQ(ErrorOf(LoadLang), 13);
+  EXPECT_EQ(GetText(1), "due") << "the first load keeps the texts before the failure";
 }
 
 }  // namespace

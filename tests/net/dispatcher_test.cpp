@@ -73,6 +73,8 @@ TEST_F(DispatcherTest, NewcomersAreListedAndAnsweredUntilTheyLeave) {
   EXPECT_EQ(Log(), "Error Receveing Data: 35602: Key is not unique in collection;");
   Expect(
       {{"gus|L/", std::string(kAnswer) + "one without gus;"}, {"gus|L/", std::string(kAnswer) + "one without gus;"}});
+  for (int i = 0; roster.lvUsers.Count() < roster.kMaxRows; ++i) roster.AddUser(std::to_string(i));
+  Expect({{"late|M/\xDFnow", ""}});
 }
 
 // Otherwise two copies that start together would answer each other's answers forever.
@@ -110,14 +112,25 @@ TEST_F(DispatcherTest, AGreetingIsAnsweredUnlessItsSenderWasJustAnswered) {
 TEST_F(DispatcherTest, HiddenNamesDelayAnswersForSeconds) {
   Messenger limited{port};
   Dispatcher other{roster, conversations, limited};
+  const auto settle = [&] {
+    port.wakeIn = 0;
+    support::Desktop().ticks += static_cast<std::int32_t>(kLimits.longestDelay);
+    limited.SendOwed();
+  };
+  limited.OpenSocket();
+  settle();
   for (int i = 0; i < 200; ++i) other.DataArrived("_" + std::to_string(i) + "|M/");
-  port.sent.clear();
-  other.DataArrived("bob|");
-  EXPECT_EQ(port.sent, Lines{});
+  settle();
+  EXPECT_EQ(port.wakeIn, 0u) << "hidden names need no repetition";
+  for (const char* name : {"bob|", "\xDEva|C/ 4"}) {
+    port.sent.clear();
+    other.DataArrived(name);
+    EXPECT_EQ(port.sent, Lines{});
+    settle();
+    EXPECT_EQ(port.sent.size(), 3u);
+    EXPECT_GE(port.wakeIn, kLimits.repetition.least) << name << " is listed, so the answer is repeated";
+  }
   support::Desktop().ticks += 20000;
-  limited.SendOwed();
-  EXPECT_EQ(port.sent.size(), 3u);
-  EXPECT_GE(port.wakeIn, kLimits.repetition.least) << "bob is listed, so the answer is repeated";
   other.DataArrived("carl|");
   EXPECT_EQ(port.sent.size(), 6u);
   RecentNames flooded;

@@ -115,12 +115,13 @@ TEST(MenuTable, AMissingTextIsEmptyAndLeavesTheOthers) {
              "Code,English,Deutsch\r\n1,-Head,-Kopf\r\n3,|h|Mark,|h|Marke\r\n6,Close,Zu\r\n8,Name,Name\r\n");
   core::gLanguage = "Deutsch";
   core::LoadLang();
-  constexpr MenuRow table[] = {{0, 1, {1, "-Head"}},    {0, 2, {2, "-Head"}},    {0, 3, {4, "#|h|Mark"}},
+  constexpr MenuRow table[] = {{0, 1, {1, "-Head"}, 3}, {0, 2, {2, "-Head"}},    {0, 3, {4, "#|h|Mark"}},
                                {0, 4, {5, "|h|Plain"}}, {0, 5, {6, "Close"}, 7}, {0, 6, {8, "*|Help|Name"}, 1, 9}};
   const std::vector<std::string> captions = AuthoredCaptions(table, true);
   EXPECT_EQ(captions, (std::vector<std::string>{"-Kopf", "-", "#", "", "Zu", "*Name"}));
   ImageTags tags;
   TagPictures(table, captions, tags);
+  EXPECT_EQ(tags.Find("Kopf", 24), 3);
   EXPECT_EQ(tags.Find("Zu", 24), 7);
   Caption name{7, "Only spoken"};
   name.spoken = true;

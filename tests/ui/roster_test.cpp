@@ -56,6 +56,12 @@ TEST(ListRows, CountersChangeOnRealChangesOnly) {
   rows.Remove(row);
   EXPECT_EQ(rows.SelectedCount(), 0u);
   EXPECT_EQ(rows.TextBytes(), 0u);
+  const ListRow& enlarged = rows.Add({.text = "bob", .icon = 2, .smallIcon = 1});
+  rows.SetIcon(enlarged, 2);
+  EXPECT_EQ(enlarged.smallIcon, 2);
+  const std::uint64_t members = rows.MembershipRevision();
+  rows.Clear();
+  EXPECT_GT(rows.MembershipRevision(), members) << "windows show the rows anew";
 }
 
 class UserRosterTest : public support::DesktopTest {
