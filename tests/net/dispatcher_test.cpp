@@ -224,6 +224,9 @@ TEST_F(DispatcherTest, ALineWithoutAWindowIsShownInABoxOrLoggedOncePerSenderAndM
   const std::string lost = "Chat line lost, too many chat windows are open (";
   EXPECT_EQ(Log(), "Error Receveing Data: 7: Out of memory;" + lost + "emma);" + lost + "fred);" + lost + "emma);" +
                        lost + "fred);");
+  support::Desktop().ticks = 120000;
+  for (std::size_t i = 0; i < Dispatcher::kMaxLossesNoted + 10; ++i) On(std::to_string(i) + "|M/\xDEhi");
+  EXPECT_EQ(std::ranges::count(folder.Get("Log.txt"), '\n'), 5 + static_cast<int>(Dispatcher::kMaxLossesNoted));
 }
 
 TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
