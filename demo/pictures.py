@@ -13,14 +13,10 @@ import time
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
 
-from rig import copies, network, private_machine, probe, screen  # noqa: E402
+from rig import copies, ids, network, private_machine, probe, screen  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PARTNERS = (("Berta", 0x208020, 0), ("Carl", 0xC04000, 0), ("Dora", 0x800080, 1))  # names, colours, states
-_ABOUT = 1018
-_FIRST_PAGE, _BLOCK_BOX, _BLOCK_ENTER = 100, 161, 163
-_EXPORT_CHAT = 202
-_POPUP_OPTIONS = 102
 
 
 def _start_partner(name, colour, state, *arguments):
@@ -126,14 +122,14 @@ class Scene:
         self.anna.show_main()
         dialog = self.anna.open_options()
         for page, name in enumerate(("user", "interface", "security", "groups")):
-            self.probe.command(dialog, _FIRST_PAGE + page)
+            self.probe.command(dialog, ids.OPTIONS.kUserButton + page)
             if name == "security":
                 for blocked in ("Mallory", "Trudy"):
-                    self.probe.set_text(self.probe.control(dialog, _BLOCK_BOX), blocked)
+                    self.probe.set_text(self.probe.control(dialog, ids.OPTIONS.kBlockBox), blocked)
                     page = self.probe.children(dialog, "picOpt")[2]
-                    self.probe.send(page, probe.WM_COMMAND, _BLOCK_ENTER)
+                    self.probe.send(page, probe.WM_COMMAND, ids.OPTIONS.kBlockEnter)
             self.camera.take("options-" + name, dialog.text)
-        self.probe.command(dialog, copies.ACCEPT)
+        self.probe.command(dialog, ids.OPTIONS.kAcceptButton)
         self.probe.wait_gone(dialog)
 
     def main_window(self):
@@ -149,13 +145,13 @@ class Scene:
         composer = self.anna.open_composer("Berta")
         self.anna.type(composer, "Shall we have lunch at noon?")
         self.camera.take("composer", composer.text)
-        self.probe.click_tool(composer, copies.SEND_TOOL)
+        self.probe.click_tool(composer, ids.COMPOSER.tbSend)
         self.probe.wait_gone(composer)
 
     def popup(self):
         popup, _ = self.anna.popup_at_rest()
         self.camera.take_area("popup", popup.left, popup.top, popup.width, popup.height)
-        drop = next(child for child in self.probe.children(popup) if child.id == _POPUP_OPTIONS)
+        drop = next(child for child in self.probe.children(popup) if child.id == ids.POPUP.kDropId)
         self.screen.xdotool("mousemove", str((drop.left + drop.right) // 2), str((drop.top + drop.bottom) // 2), "click", "1")
         time.sleep(0.5)
         self.screen.keys("Down", "Down", "Down", "Right")
@@ -184,7 +180,7 @@ class Scene:
 
     def save_dialog(self):
         chat = self.probe.wait_for("frmChat")
-        self.probe.command(chat, _EXPORT_CHAT)
+        self.probe.command(chat, ids.CHAT.mnuExportT)
         dialog = self.probe.wait_for("frmSave")
         self.probe.set_text(self.probe.children(dialog, "Edit")[0], "Stapler")
         self.camera.take("save", dialog.text)
@@ -192,7 +188,7 @@ class Scene:
         self.probe.close(chat)
 
     def about(self):
-        self.probe.command(self.probe.wait_for("frmMain"), _ABOUT)
+        self.probe.command(self.probe.wait_for("frmMain"), ids.MAIN.mnuAbout)
         about = self.probe.wait_for("frmAbout")
         self.camera.take("about", about.text)
         self.probe.close(about)

@@ -16,12 +16,11 @@ import time
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
 
-from rig import copies, network, private_machine, probe, screen, wine, wire  # noqa: E402
+from rig import copies, ids, network, private_machine, probe, screen, wine, wire  # noqa: E402
 
 _PARTNER = f"{_ROOT}/build/native/demo/partner"
 _PICTURES = f"{_ROOT}/build/demo"
 _PARTNERS = {"Berta": 0x208020, "Carl": 0xC04000}  # with their colours
-_SHOW_MAIN = 1008  # of the menu of the icon
 
 
 class _UsersScreen:
@@ -100,7 +99,7 @@ def _joined(copy, listener):
 
 
 def _explain(copy):
-    copy.probe.command(copy.probe.wait_for("frmMain", visible=False), _SHOW_MAIN)
+    copy.probe.command(copy.probe.wait_for("frmMain", visible=False), ids.MAIN.mnuShowMe)
     # Delayed, so that the user sees the main window before Berta's alert.
     _start_partner("Berta", "--alert-after", "6", "Welcome to Quillon! The arrow in this window lets you answer.", _user())
     icon = ("is now the icon in the notification area" if _has_notification_area() else
@@ -163,7 +162,7 @@ class _Scene:
         composer = copy.open_composer("Berta")
         copy.type(composer, "Shall we have lunch at noon?")
         self._picture("2-main-window-and-composer")
-        copy.probe.click_tool(composer, copies.SEND_TOOL)
+        copy.probe.click_tool(composer, ids.COMPOSER.tbSend)
         copy.popup_at_rest()
         self._picture("3-answer")
 

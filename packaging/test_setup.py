@@ -9,12 +9,11 @@ import subprocess
 import unittest
 import zipfile
 
-from rig import copies, network, probe, screen
+from rig import copies, ids, network, probe, screen
 from test_one_copy import GREETING
 
 GERMAN_GREETING = "ist jetzt im Netzwerk"
 PACKAGE = pathlib.Path(__file__).resolve().parents[1] / "build/package"
-ABOUT = 1018
 ABORTED, FOLDER_REFUSED = 2, 3
 SETTINGS = '"Deutsch"\r\n0\r\n0,0,2505,4605\r\n"anna",0,4,"(B)",1\r\n0,0,0,0\r\n0\r\n0\r\n'
 WINDOWS = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion"
@@ -72,7 +71,7 @@ class Setup(unittest.TestCase):
         probe.wait(lambda: "bob" in self.anna.names())
         self.anna.send_alert("bob", "Neu hier")
         self.assertEqual(self.bob.popup_at_rest()[1], ["Neu hier\r\n"])
-        self.anna.probe.command(self.anna.probe.wait_for("frmMain"), ABOUT)
+        self.anna.probe.command(self.anna.probe.wait_for("frmMain"), ids.MAIN.mnuAbout)
         shown = [child.text for window in (self.anna.probe.wait_for("frmAbout"), self.anna.probe.windows("frmSplash")[0])
                  for child in self.anna.probe.children(window)]
         self.assertLessEqual({"Version " + self.version, self.version}, set(shown))

@@ -6,7 +6,7 @@ import pathlib
 import subprocess
 import time
 
-from . import probe, wine, wire
+from . import ids, probe, wine, wire
 
 _ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
@@ -14,11 +14,6 @@ PROGRAM_FOLDER = WINDOWS_BUILD + "/Quillon"
 PROBE = WINDOWS_BUILD + "/rig/probe.exe"
 PICTURES = _ROOT + "/build/pictures"
 
-# Command ids of toolbar buttons: Alert, Chat and Block of the main window, Send of the composer, Accept of the options.
-ALERT_TOOL, CHAT_TOOL, BLOCK_TOOL = 100, 101, 102
-SEND_TOOL = 101
-ACCEPT = 110
-OPTIONS = 1006  # of the main window's menu
 
 
 class Rig(wine.Machine):
@@ -120,22 +115,22 @@ class Copy:
 
     def open_options(self):
         """Chooses Options in the main window's menu; returns the dialog."""
-        self.probe.command(self.main(), OPTIONS)
+        self.probe.command(self.main(), ids.MAIN.mnuOpts)
         return self.probe.wait_for("frmOpt")
 
     def open_composer(self, recipient):
         """Selects a row of the main window and clicks Alert; returns the composer."""
-        self._click_with(recipient, ALERT_TOOL)
+        self._click_with(recipient, ids.MAIN.tbAlert)
         return self.probe.wait_for("frmCom")
 
     def open_chat(self, participant):
         """Selects a row of the main window and clicks Chat; returns the chat window."""
-        self._click_with(participant, CHAT_TOOL)
+        self._click_with(participant, ids.MAIN.tbChat)
         return self.probe.wait_for("frmChat")
 
     def block(self, name):
         """Selects a row of the main window and clicks Block."""
-        self._click_with(name, BLOCK_TOOL)
+        self._click_with(name, ids.MAIN.tbBlock)
 
     def _click_with(self, name, tool):
         probe.wait(lambda: name in self.names(), self.probe.timeout, f"{name} is not listed")
@@ -155,7 +150,7 @@ class Copy:
         """Writes and sends an alert to a row of the main window, as the user would."""
         composer = self.open_composer(recipient)
         self.type(composer, text)
-        self.probe.click_tool(composer, SEND_TOOL)
+        self.probe.click_tool(composer, ids.COMPOSER.tbSend)
         self.probe.wait_gone(composer)
 
     def popup_at_rest(self):

@@ -3,8 +3,8 @@
 import subprocess
 import time
 
-from rig import copies, network, probe, screen
-from user import EXPORT_TEXT, NAME_BOX, SAVE, Failure
+from rig import copies, ids, network, probe, screen
+from user import Failure
 
 GREETING = "is now on the network"
 
@@ -67,15 +67,15 @@ class Desks:
 def accept(copy, name):
     dialog = copy.probe.windows("frmOpt")
     dialog = dialog[0] if dialog else copy.open_options()
-    copy.probe.set_text(copy.probe.control(dialog, NAME_BOX), name)
-    copy.probe.command(dialog, copies.ACCEPT)
+    copy.probe.set_text(copy.probe.control(dialog, ids.OPTIONS.kNameBox), name)
+    copy.probe.command(dialog, ids.OPTIONS.kAcceptButton)
 
 
 def export(copy, chat, path):
-    copy.probe.command(chat, EXPORT_TEXT)
+    copy.probe.command(chat, ids.CHAT.mnuExportT)
     dialog = copy.probe.wait_for("frmSave")
     copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], path)
-    copy.probe.command(dialog, SAVE)
+    copy.probe.command(dialog, ids.SAVE.kSave)
 
 
 def boxes_of(copy, action, at_least=0):

@@ -3,10 +3,8 @@
 import time
 
 from desks import GREETING, accept, check, run
-from rig import copies, network, screen
-from user import ABOUT, EXPORT_TEXT
+from rig import copies, ids, network, screen
 
-SEND_TO_ALL = 1003
 WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
 FONT_OR_THEME_CHANGED = (0x001D, 0x031A)  # WM_FONTCHANGE, WM_THEMECHANGED
 SLIDE_STEP = 4  # pixels of an alert's last step, at 96 dpi
@@ -25,7 +23,7 @@ def a_new_desktop_with_every_window_open(desks):
     copy.start()
     desks.wire.wait_for(f"carla|M/carla {GREETING}", start)
     _open_windows(desks, copy)
-    copy.probe.command(copy.probe.wait_for("frmChat"), EXPORT_TEXT)
+    copy.probe.command(copy.probe.wait_for("frmChat"), ids.CHAT.mnuExportT)
     save_dialog = copy.probe.wait_for("frmSave")
     _play_changes(copy, {"frmSave"})
     copy.probe.close(save_dialog)
@@ -42,9 +40,9 @@ def _open_windows(desks, copy):
     """Opens all windows but the modal ones, with an alert as wide as the screen."""
     copy.open_chat("(All)")
     main = copy.probe.wait_for("frmMain")
-    copy.probe.command(main, SEND_TO_ALL)
+    copy.probe.command(main, ids.MAIN.mnuSndAll)
     copy.probe.wait_for("frmCom")
-    copy.probe.command(main, ABOUT)
+    copy.probe.command(main, ids.MAIN.mnuAbout)
     copy.probe.wait_for("frmAbout")
     desks.wire.send("eve|M/\xdf" + "Hello " * 200)
     copy.probe.wait_for("frmPop")

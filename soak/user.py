@@ -5,13 +5,9 @@ import os
 import time
 
 from boxes import Boxes
-from rig import copies, probe
+from rig import copies, ids, probe
 
 # Command ids of the menus, and controls of the options dialog.
-HIDE, ABOUT, STATUS, MOVE = 1009, 1018, 1100, 1110
-EXPORT_TEXT, EXPORT_CLIPBOARD, CLEAR, ADD_TIME = 202, 203, 206, 208
-SAVE = 1
-NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL, WM_GETTEXTLENGTH, WM_CANCELMODE = 0x014E, 0x000E, 0x001F
 
 _CAREFUL_DAYS = 11  # of a monkey, before one on which it may close the program
@@ -140,16 +136,16 @@ class Worker(Operator):
         chat = self.random.choice(chats) if chats else self.copy.open_chat(self._someone())
         for number in range(self.random.randrange(1, 4)):
             self.copy.say(chat, f"line {number} of {self.name}")
-        self.probe.command(chat, self.random.choice((ADD_TIME, CLEAR, EXPORT_CLIPBOARD)))
+        self.probe.command(chat, self.random.choice((ids.CHAT.mnuTime, ids.CHAT.mnuCLS, ids.CHAT.mnuExportC)))
 
     def _export(self):
         # In a busy state lines are not shown, and an empty conversation is exported as an empty file.
         chat = next(chat for chat in self.probe.windows("frmChat") if self.copy.said(chat))
-        self.probe.command(chat, EXPORT_TEXT)
+        self.probe.command(chat, ids.CHAT.mnuExportT)
         dialog = self.probe.wait_for("frmSave")
         self._exports += 1
         self.probe.set_text(self.probe.children(dialog, "Edit")[0], f"C:\\chat{self._exports}")
-        self.probe.command(dialog, SAVE)
+        self.probe.command(dialog, ids.SAVE.kSave)
         self.probe.wait_gone(dialog)
         path = f"{self.copy.prefix.drive_c}/chat{self._exports}.txt"
         self._must(lambda: os.path.exists(path), f"{path} was not exported")
@@ -157,22 +153,23 @@ class Worker(Operator):
 
     def _status(self):
         # Usually Available, which shows everything.
-        self.probe.command(self.probe.windows("frmMain")[0], STATUS + self.random.choice((0, 0, 0, 1, 2)))
+        self.probe.command(self.probe.windows("frmMain")[0], ids.MAIN.mnuStat + self.random.choice((0, 0, 0, 1, 2)))
 
     def _in_options(self, number, choose):
         dialog = self.copy.open_options()
         choose(self.probe.control(dialog, number))
-        self.probe.command(dialog, copies.ACCEPT)
+        self.probe.command(dialog, ids.OPTIONS.kAcceptButton)
         return dialog
 
     def _rename(self):
         self.name = f"{self.copy.user}{self.random.randrange(100)}"
-        self.probe.wait_gone(self._in_options(NAME_BOX, lambda box: self.probe.set_text(box, self.name)))
+        self.probe.wait_gone(self._in_options(ids.OPTIONS.kNameBox, lambda box: self.probe.set_text(box, self.name)))
         probe.wait(lambda: self.name in self._crowd.roster.names(), self.probe.timeout, f"{self.name} is not heard")
 
     def _language(self):
         for number in (self.random.randrange(1, 4), 0):
-            dialog = self._in_options(LANGUAGE_BOX, lambda box, n=number: self.probe.send(box, CB_SETCURSEL, n))
+            dialog = self._in_options(ids.OPTIONS.kLanguageBox,
+                                      lambda box, n=number: self.probe.send(box, CB_SETCURSEL, n))
             yes, _ = probe.wait(self._question, self.probe.timeout, "no question")
             self.probe.post(yes, probe.BM_CLICK)
             self.probe.wait_gone(dialog)
@@ -190,12 +187,12 @@ class Worker(Operator):
             self.copy.block(name)
 
     def _move(self):
-        self.probe.command(self.probe.windows("frmMain")[0], MOVE + self.random.randrange(4))
+        self.probe.command(self.probe.windows("frmMain")[0], ids.MAIN.mnuMoveSub + self.random.randrange(4))
 
     def _look_away(self):
         main = self.probe.windows("frmMain")[0]
-        self.probe.command(main, HIDE)
-        self.probe.command(main, ABOUT)
+        self.probe.command(main, ids.MAIN.mnuHide)
+        self.probe.command(main, ids.MAIN.mnuAbout)
         self.probe.close(self.probe.wait_for("frmAbout"))
 
     def _tidy_up(self):

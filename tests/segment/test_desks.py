@@ -6,13 +6,11 @@ import random
 import subprocess
 import unittest
 
-from rig import copies, network, probe, screen
+from rig import copies, ids, network, probe, screen
 from test_one_copy import GREETING
 
-NAME_BOX, LANGUAGE_BOX = 160, 165
 CB_SETCURSEL = 0x014E
 RED = 12
-EXPORT_COMMAND, SAVE, TYPE_BOX = 202, 1, 105
 
 
 class Desks(unittest.TestCase):
@@ -88,12 +86,12 @@ class Desks(unittest.TestCase):
     @staticmethod
     def _export(copy, kind):
         """Saves a conversation as a file of the first or the second kind; returns its path."""
-        copy.probe.command(copy.probe.wait_for("frmChat"), EXPORT_COMMAND)
+        copy.probe.command(copy.probe.wait_for("frmChat"), ids.CHAT.mnuExportT)
         dialog = copy.probe.wait_for("frmSave")
         assert dialog.text == "Export Chat", dialog.text
-        copy.probe.send(copy.probe.control(dialog, TYPE_BOX), CB_SETCURSEL, kind)
+        copy.probe.send(copy.probe.control(dialog, ids.SAVE.kType), CB_SETCURSEL, kind)
         copy.probe.set_text(copy.probe.children(dialog, "Edit")[0], "C:\\whole")
-        copy.probe.command(dialog, SAVE)
+        copy.probe.command(dialog, ids.SAVE.kSave)
         path = f"{copy.prefix.drive_c}/whole.{('txt', 'rtf')[kind]}"
         probe.wait(lambda: os.path.exists(path))
         return path
@@ -133,10 +131,10 @@ class Desks(unittest.TestCase):
     def test_4_name_and_colour_reach_the_others(self):
         start = self.wire.mark()
         dialog = self.anna.open_options()
-        self.anna.probe.set_text(self.anna.probe.control(dialog, NAME_BOX), "  Berta ")
+        self.anna.probe.set_text(self.anna.probe.control(dialog, ids.OPTIONS.kNameBox), "  Berta ")
         self.anna.probe.select_only(self.anna.probe.children(dialog, "SysListView32")[0], RED)
         self.anna.prefix.screen.save(copies.PICTURES + "/options.png")
-        self.anna.probe.command(dialog, copies.ACCEPT)
+        self.anna.probe.command(dialog, ids.OPTIONS.kAcceptButton)
         self.anna.probe.wait_gone(dialog)
         self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
         self.assertEqual([p for p in self.wire.texts(start=start) if p.startswith(("Anna|", "Berta|"))][:4],
@@ -147,8 +145,8 @@ class Desks(unittest.TestCase):
     def _choose_language(self, number, answer):
         """Accepts another language and answers the question; returns its title and text."""
         dialog = self.anna.open_options()
-        self.anna.probe.send(self.anna.probe.control(dialog, LANGUAGE_BOX), CB_SETCURSEL, number)
-        self.anna.probe.command(dialog, copies.ACCEPT)
+        self.anna.probe.send(self.anna.probe.control(dialog, ids.OPTIONS.kLanguageBox), CB_SETCURSEL, number)
+        self.anna.probe.command(dialog, ids.OPTIONS.kAcceptButton)
         box, text = self.anna.wait_for_box()
         self.anna.probe.answer(box, answer)
         self.anna.probe.wait_gone(dialog)

@@ -4,15 +4,12 @@ and floods. The tests run in the order of their numbers."""
 import time
 import unittest
 
-from rig import copies, probe
+from rig import copies, ids, probe
 
 GREETING = "is now on the network"
 
 # How the file begins; settings of later versions follow. tests/core/files_test.cpp contains all of it.
 DEFAULT_SETTINGS = '"English"\r\n0\r\n0,0,2505,4605\r\n"{0}","0","4","(B)","0"\r\n0,0,0,0\r\n"0"\r\n""\r\n"0"\r\n""\r\n'
-
-# Command ids of the main window's menus.
-HIDE, STATUS = 1009, 1100
 
 COUNTS = " 1 user online (-0)"
 
@@ -71,7 +68,7 @@ class OneCopy(unittest.TestCase):
     def test_03_the_icon_shows_it_and_hide_hides_it(self):
         before = self.copy.show_main()
         self.rig.screen.save(copies.PICTURES + "/main.png")
-        self._command(HIDE)
+        self._command(ids.MAIN.mnuHide)
         self._wait_hidden()
         after = self.copy.show_main()
         self.assertEqual((after.left, after.top, after.width, after.height),
@@ -94,11 +91,11 @@ class OneCopy(unittest.TestCase):
         self.rig.screen.keys("Down", "Return")
         self.wire.wait_for("anna|S/1", start=start)
         self._wait_menu(0)
-        self._command(STATUS)
+        self._command(ids.MAIN.mnuStat)
         self.wire.wait_for("anna|S/0", start=start)
 
     def test_06_the_icon_reappears_when_the_shell_restarts(self):
-        self._command(HIDE)
+        self._command(ids.MAIN.mnuHide)
         self._wait_hidden()
         self.probe.ask("loseicon", self.probe.windows("TrayIcon")[0].handle)
         time.sleep(0.5)
@@ -139,7 +136,7 @@ class OneCopy(unittest.TestCase):
         self.rig.screen.keys("s", "Down", "Down", "Return")
         self.wire.wait_for("Anna|S/2", start=start)
         self._wait_menu(0)
-        self._command(STATUS)
+        self._command(ids.MAIN.mnuStat)
         self.wire.wait_for("Anna|S/0", start=self.wire.texts().index("Anna|S/2"))
 
     def test_10_alerts_by_the_thousand(self):

@@ -3,8 +3,7 @@
 import os
 import unittest
 
-from rig import copies, network, probe, wire
-from test_desks import NAME_BOX
+from rig import copies, ids, network, probe, wire
 from test_one_copy import DEFAULT_SETTINGS, GREETING
 
 PLAIN = "Quillon"
@@ -64,11 +63,11 @@ class Trouble(unittest.TestCase):
     def test_4_a_taken_name_is_replaced_in_the_options(self):
         self._expect_box(self.settled, PLAIN, TAKEN_AT_START)
         dialog, operate = self.settled.probe.wait_for("frmOpt"), self.settled.probe
-        operate.command(dialog, copies.ACCEPT)
+        operate.command(dialog, ids.OPTIONS.kAcceptButton)
         self._expect_box(self.settled, PLAIN, TAKEN)
         start = self.wire.mark()
-        operate.set_text(operate.control(dialog, NAME_BOX), "Berta")
-        operate.command(dialog, copies.ACCEPT)
+        operate.set_text(operate.control(dialog, ids.OPTIONS.kNameBox), "Berta")
+        operate.command(dialog, ids.OPTIONS.kAcceptButton)
         self.wire.wait_for(f"Berta|M/Berta {GREETING}", start=start)
         # The first join is silent; the greeting follows when start-up continues.
         texts = [t for t in self.wire.texts(start=start) if "|M/Berta" in t or t in ("anna|L/", "Berta|L/")]

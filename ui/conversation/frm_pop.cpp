@@ -22,7 +22,7 @@ using toolkit::Px;
 using toolkit::Tw;
 
 constexpr UINT_PTR kAniTimer = 1, kTimer = 2;
-constexpr unsigned kCloseId = 101, kDropId = 102, kPictureId = 103;
+enum ControlId : unsigned { kCloseId = 101, kDropId, kPictureId };
 constexpr char kCloseGlyph = 'r', kDropGlyph = '6';
 
 constexpr toolkit::Caption kExportTitle{5201, "Export Alert"};

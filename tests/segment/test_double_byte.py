@@ -3,10 +3,9 @@ Latin letter in the names here."""
 
 import unittest
 
-from rig import copies, network, probe, screen
+from rig import copies, ids, network, probe, screen
 from test_one_copy import GREETING
 
-NAME_BOX = 160
 MAX_NAME = 2751  # bytes
 
 
@@ -21,7 +20,7 @@ GROUP = _bytes("\u30bd")  # 83 5C
 LINE = _bytes("\u30bd|\u30dd\u30bd")
 
 
-class Letters(unittest.TestCase):
+class DoubleByte(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.rig = copies.Rig()
@@ -40,14 +39,14 @@ class Letters(unittest.TestCase):
         for copy in (self.pochi, self.aya):
             probe.wait(lambda copy=copy: copy.names() == {"(All)", POCHI, AYA, OTHER})
         dialog = self.pochi.open_options()
-        name = self.pochi.probe.control(dialog, NAME_BOX)
+        name = self.pochi.probe.control(dialog, ids.OPTIONS.kNameBox)
         # The input limit counts bytes, and leaves room for any character.
         kana = LINE[:2] * (MAX_NAME // 2 - 1)
         self.pochi.probe.set_text(name, kana)
         self.pochi.probe.type(name, "ab" + LINE)
-        probe.wait(lambda: self.pochi.probe.control(dialog, NAME_BOX).text == "ab" + kana)
+        probe.wait(lambda: self.pochi.probe.control(dialog, ids.OPTIONS.kNameBox).text == "ab" + kana)
         self.pochi.probe.set_text(name, POCHI)
-        self.pochi.probe.command(dialog, copies.ACCEPT)  # adds the group's row
+        self.pochi.probe.command(dialog, ids.OPTIONS.kAcceptButton)  # adds the group's row
         probe.wait(lambda: {f"({GROUP})", AYA} <= self.pochi.names())
         start = self.wire.mark()
         self.pochi.send_alert(f"({GROUP})", LINE)
