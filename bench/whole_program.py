@@ -13,12 +13,11 @@ import time
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(_ROOT))
 
-from rig import copies, network, private_machine, probe, wine, wire  # noqa: E402
+from rig import copies, ids, network, private_machine, probe, wine, wire  # noqa: E402
 
 _BARE = copies.WINDOWS_BUILD + "/bench/bare_receiver.exe"
 _MEGABYTE = 1 << 20
 _BARE_COUNT = 0x8001  # window message: the bare receiver returns the number of senders heard
-_HIDE = 1009  # command id of the main window's menu
 _WM_GETTEXTLENGTH = 0x0E
 
 
@@ -165,7 +164,7 @@ def _measure_running(table, rig, quillon, bare):
     _measure_idle(table, quillon, "hidden")
     main = quillon.probe.show(quillon.probe.wait_for("frmMain", visible=False))
     _measure_idle(table, quillon, "shown")
-    quillon.probe.post(main, probe.WM_COMMAND, _HIDE)
+    quillon.probe.post(main, probe.WM_COMMAND, ids.MAIN.mnuHide)
     _measure_packets(table, rig, quillon, bare)
     bare.end()
     _measure_burst(table, rig, quillon)

@@ -20,16 +20,16 @@ using Character = std::uint16_t;
 inline std::uint8_t ByteOf(char c) { return static_cast<std::uint8_t>(c); }
 
 struct CodePage {
-  std::array<std::uint8_t, 256> lower{};    // lower-case forms of the single-byte characters
-  std::array<bool, 256> first{}, second{};  // whether a byte is a lead byte, and whether it is a trail byte
-  std::vector<Character> lowerDoubleByte;   // lower-case forms of the double-byte characters; empty when there are none
+  std::array<std::uint8_t, 256> lower{};  // lower-case forms of the single-byte characters
+  std::array<bool, 256> isLead{}, isTrail{};
+  std::vector<Character> lowerDoubleByte;  // lower-case forms of the double-byte characters; empty when there are none
 
   // False on most systems, where every byte is a character and most operations have a fast path.
   bool IsDoubleByte() const { return !lowerDoubleByte.empty(); }
 
   // Size in bytes of the first character of a text that is not empty. A lead byte without a trail byte is a character.
   std::size_t CharacterSize(std::string_view text) const {
-    return text.size() > 1 && first[ByteOf(text[0])] && second[ByteOf(text[1])] ? 2 : 1;
+    return text.size() > 1 && isLead[ByteOf(text[0])] && isTrail[ByteOf(text[1])] ? 2 : 1;
   }
 
   Character Lower(Character character) const {

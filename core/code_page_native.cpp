@@ -22,7 +22,7 @@ struct Capitals {
 
 struct Data {
   int number;
-  std::vector<Bytes> first, second;
+  std::vector<Bytes> lead, trail;
   std::vector<Capitals> capitals;
 };
 
@@ -75,10 +75,10 @@ CodePage PageOf(int number) {
   const auto data = std::ranges::find(kData, number, &Data::number);
   if (data == std::end(kData)) throw std::invalid_argument("code page " + std::to_string(number));
   CodePage page;
-  page.first = Among(data->first);
-  page.second = Among(data->second);
+  page.isLead = Among(data->lead);
+  page.isTrail = Among(data->trail);
   std::iota(page.lower.begin(), page.lower.end(), std::uint8_t{0});
-  if (!data->first.empty()) page.lowerDoubleByte.resize(0x10000);
+  if (!data->lead.empty()) page.lowerDoubleByte.resize(0x10000);
   std::iota(page.lowerDoubleByte.begin(), page.lowerDoubleByte.end(), Character{0});
   SetLower(page, {'A', 'Z', 'a'});
   for (const Capitals& row : data->capitals) SetLower(page, row);

@@ -9,7 +9,7 @@
 namespace core {
 namespace {
 
-constexpr int kLowestSecond = 0x40;
+constexpr int kLowestTrail = 0x40;
 
 std::string BytesOf(Character character) {
   const char bytes[] = {static_cast<char>(character >> 8), static_cast<char>(character)};
@@ -42,8 +42,8 @@ void QueryDoubleByte(CodePage& page) {
   std::iota(page.lowerDoubleByte.begin(), page.lowerDoubleByte.end(), Character{0});
   for (int number = 0x8000; number < 0x10000; ++number) {
     const auto character = static_cast<Character>(number);
-    if (!page.first[character >> 8] || (character & 0xFF) < kLowestSecond || !IsCharacter(BytesOf(character))) continue;
-    page.second[character & 0xFF] = true;
+    if (!page.isLead[character >> 8] || (character & 0xFF) < kLowestTrail || !IsCharacter(BytesOf(character))) continue;
+    page.isTrail[character & 0xFF] = true;
     page.lowerDoubleByte[character] = QueryLower(BytesOf(character));
   }
 }
@@ -52,11 +52,11 @@ CodePage QuerySystem() {
   CodePage page;
   for (int number = 0; number <= 0xFF; ++number) {
     const auto character = static_cast<Character>(number);
-    page.first[character] = ::IsDBCSLeadByte(static_cast<BYTE>(character)) != FALSE;
-    const bool known = !page.first[character] && IsCharacter(BytesOf(character));
+    page.isLead[character] = ::IsDBCSLeadByte(static_cast<BYTE>(character)) != FALSE;
+    const bool known = !page.isLead[character] && IsCharacter(BytesOf(character));
     page.lower[character] = static_cast<std::uint8_t>(known ? QueryLower(BytesOf(character)) : character);
   }
-  if (std::ranges::find(page.first, true) != page.first.end()) QueryDoubleByte(page);
+  if (std::ranges::find(page.isLead, true) != page.isLead.end()) QueryDoubleByte(page);
   return page;
 }
 

@@ -203,7 +203,7 @@ bool TitleFits(const std::string& title) {
   return ScreenText(Metrics().lfCaptionFont).OneLine(title).cx <= WorkArea().cx - 4 * ::GetSystemMetrics(SM_CXSIZE);
 }
 
-// Some desktops ignore the style, and a box behind a window that it has disabled could not be reached.
+// Wine ignores the style, and a box behind a window that it has disabled could not be reached.
 void PutOnTop(HWND box) { ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
 // 0 when no window can be created.

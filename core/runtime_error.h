@@ -1,5 +1,5 @@
-// The program's only exception type: a number and a text. Only a few primitives throw it (files, strict conversions,
-// indexed tables, keyed lists, the tick count, the socket, the clipboard).
+// The program's only exception type: a number and a text. Primitives throw it: files, strict conversions, indexed
+// tables, keyed lists, the tick count, the socket, the clipboard, the creation of windows.
 #pragma once
 
 #include <exception>

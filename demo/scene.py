@@ -76,7 +76,7 @@ def _show(prints_packets):
         _print_packets(listener)
     _say("Quillon starts on a private network without other users. For ten seconds it listens for them; the small window "
          "in the corner of the screen says so.")
-    copy = _users_copy(wine.WineSystem(), network.Segment())
+    copy = _users_copy(wine.WineSystem(), network.BridgeHost())
     _start_partner("Carl", "--public")
     try:
         copy.start()
@@ -193,7 +193,7 @@ def _play():
 
 def _join_lan():
     """Runs the user's own copy on the real network and the user's display."""
-    copy = _users_copy(wine.WineSystem(), network.Segment()).start()
+    copy = _users_copy(wine.WineSystem(), network.BridgeHost()).start()
     _say("Quillon joins your real network. Ctrl+C here ends it.")
     try:
         copy.process.wait()

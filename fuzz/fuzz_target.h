@@ -49,7 +49,7 @@ inline std::string Typed(std::string_view text) {
   std::string typed;
   while (!text.empty()) {
     const std::string_view character = core::FirstCharacter(text);
-    const bool half = character.size() == 1 && core::SystemCodePage().first[core::ByteOf(character[0])];
+    const bool half = character.size() == 1 && core::SystemCodePage().isLead[core::ByteOf(character[0])];
     typed.append(half ? "?" : character);
     text.remove_prefix(character.size());
   }

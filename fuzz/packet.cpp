@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view kBlocked = "eve";
 
 // The invariants of the text functions, for any text.
-void CheckLetters(std::string_view text) {
+void CheckCharacters(std::string_view text) {
   const std::string lower = core::LowerCase(text);
   fuzz::Require(lower.size() == text.size() && core::LowerCase(lower) == lower);
   fuzz::Require(core::EqualIgnoringCase(lower, text) && core::NameHash()(lower) == core::NameHash()(text));
@@ -50,7 +50,7 @@ struct Session : net::DatagramPort, net::Conversations {
   void HearNext() {
     const std::string datagram(fuzz::TakeLine(rest));
     ++heard;
-    CheckLetters(datagram);
+    CheckCharacters(datagram);
     dispatcher.DataArrived(datagram);
   }
 
@@ -59,7 +59,7 @@ struct Session : net::DatagramPort, net::Conversations {
   void WakeIn(std::uint32_t) override {}
   void Send(std::string_view bytes) override {
     ++sent;
-    fuzz::Require(net::TakeApart(bytes).sender == core::gCurName);
+    fuzz::Require(net::SplitPacket(bytes).sender == core::gCurName);
   }
 
   const std::vector<std::shared_ptr<net::ChatWindow>>& ChatWindows() const override { return windows; }

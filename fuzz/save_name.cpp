@@ -10,16 +10,16 @@
 
 namespace {
 
-using Letters = std::vector<std::string_view>;
+using Characters = std::vector<std::string_view>;
 
-Letters LettersOf(std::string_view text) {
-  Letters letters;
-  for (; !text.empty(); text.remove_prefix(letters.back().size())) letters.push_back(core::FirstCharacter(text));
-  return letters;
+Characters CharactersOf(std::string_view text) {
+  Characters characters;
+  for (; !text.empty(); text.remove_prefix(characters.back().size())) characters.push_back(core::FirstCharacter(text));
+  return characters;
 }
 
 // Reference implementation of pattern matching: dynamic programming over prefixes, slow but obviously correct.
-bool Matches(const Letters& name, const Letters& pattern) {
+bool Matches(const Characters& name, const Characters& pattern) {
   std::vector<bool> row(name.size() + 1, false);
   row[0] = true;
   for (const std::string_view wanted : pattern) {
@@ -36,10 +36,10 @@ bool Matches(const Letters& name, const Letters& pattern) {
 }
 
 bool MatchesAny(std::string_view name, std::string_view patterns) {
-  const Letters letters = LettersOf(name);
+  const Characters characters = CharactersOf(name);
   for (std::size_t end = 0; end != std::string_view::npos;) {
     end = patterns.find(';');
-    if (Matches(letters, LettersOf(core::Trim(patterns.substr(0, end))))) return true;
+    if (Matches(characters, CharactersOf(core::Trim(patterns.substr(0, end))))) return true;
     if (end != std::string_view::npos) patterns.remove_prefix(end + 1);
   }
   return false;

@@ -36,7 +36,7 @@ class Conversations {
   // are open.
   virtual std::shared_ptr<ChatWindow> OpenChat(std::string_view participants) = 0;
 
-  // Shows an alert in a new popup; the kind selects the picture: 0 for an alert to everybody, 1 for a private one.
+  // Shows an alert in a new popup; the kind is 0 for an alert to everybody, 1 for a private one.
   virtual void ShowAlert(std::string_view text, std::string_view sender, int iconKind) = 0;
 };
 

@@ -8,7 +8,7 @@ namespace net {
 namespace {
 
 bool IsPresence(std::string_view datagram) {
-  const Packet packet = TakeApart(datagram);
+  const Packet packet = SplitPacket(datagram);
   return IsKind(packet.kind, kColour) || IsKind(packet.kind, kState) ||
          (IsKind(packet.kind, kPresence) && packet.argument.empty());
 }

@@ -54,8 +54,8 @@ void RecentNames::Forget(std::int32_t now) {
 }
 
 const Dispatcher::Route Dispatcher::kRoutes[] = {
-    {kColour, &Dispatcher::TakeColour}, {kState, &Dispatcher::TakeState},     {kPresence, &Dispatcher::TakeText},
-    {kLeave, &Dispatcher::TakeLeave},   {kPrivate, &Dispatcher::TakePrivate}, {kNotice, &Dispatcher::TakeNotice},
+    {kColour, &Dispatcher::HandleColour}, {kState, &Dispatcher::HandleState},     {kPresence, &Dispatcher::HandleText},
+    {kLeave, &Dispatcher::HandleLeave},   {kPrivate, &Dispatcher::HandlePrivate}, {kNotice, &Dispatcher::HandleNotice},
 };
 
 Dispatcher::Dispatcher(core::Roster& roster, Conversations& conversations, Messenger& messenger)
@@ -90,7 +90,7 @@ void Dispatcher::DispatchCurrent() {
 }
 
 void Dispatcher::ParsePacket(std::string_view data) {
-  const Packet packet = TakeApart(data);
+  const Packet packet = SplitPacket(data);
   const bool isListed = roster_.HasRow(packet.sender);
   if (!isListed && !Admit(packet.sender)) return;
   if (isListed && IsGreeting(packet)) AnswerReturning(packet.sender);
@@ -146,11 +146,11 @@ void Dispatcher::RefreshChatWindows() {
   }
 }
 
-void Dispatcher::TakeColour(const Packet& packet) {
+void Dispatcher::HandleColour(const Packet& packet) {
   roster_.SetColour(packet.sender, core::ToInt32(core::TolerantNumber(packet.argument)));
 }
 
-void Dispatcher::TakeState(const Packet& packet) {
+void Dispatcher::HandleState(const Packet& packet) {
   const double state = core::TolerantNumber(packet.argument);
   for (std::size_t i = 0; i < core::gStateNames.size(); ++i)
     if (state == static_cast<double>(i)) return roster_.SetStateText(packet.sender, core::gStateNames[i]);
@@ -158,25 +158,25 @@ void Dispatcher::TakeState(const Packet& packet) {
 }
 
 // The user's own chat lines reach this copy's windows this way, by broadcast; own alerts are not shown.
-void Dispatcher::TakeText(const Packet& packet) {
+void Dispatcher::HandleText(const Packet& packet) {
   if (packet.argument.empty() || roster_.IsBlocked(packet.sender)) return;
   if (!packet.argument.starts_with(kChatMark) && IsOwnName(packet.sender)) return;
   ShowChatLine(packet.argument, packet.sender, false);
 }
 
-void Dispatcher::TakeLeave(const Packet& packet) {
+void Dispatcher::HandleLeave(const Packet& packet) {
   roster_.RemoveRow(packet.sender);
   const auto windows = conversations_.ChatWindows();
   for (const auto& window : windows) window->RemoveUser(packet.sender);
 }
 
-void Dispatcher::TakePrivate(const Packet& packet) {
+void Dispatcher::HandlePrivate(const Packet& packet) {
   const PrivateText message = SplitPrivate(packet.argument);
   if (!message.found || roster_.IsBlocked(packet.sender) || !IsOwnName(message.recipient)) return;
   if (!message.text.empty()) ShowChatLine(message.text, packet.sender, true);
 }
 
-void Dispatcher::TakeNotice(const Packet& packet) {
+void Dispatcher::HandleNotice(const Packet& packet) {
   if (IsOwnName(packet.sender) || roster_.IsBlocked(packet.sender)) return;
   core::PostBox({.text = std::string(packet.argument), .title = std::string(packet.sender)});
 }

@@ -87,12 +87,12 @@ class Dispatcher {
   std::shared_ptr<ChatWindow> OpenChat(std::string_view line, std::string_view sender);
   void NoteLostLine(std::string_view sender);
 
-  void TakeColour(const Packet& packet);
-  void TakeState(const Packet& packet);
-  void TakeText(const Packet& packet);
-  void TakeLeave(const Packet& packet);
-  void TakePrivate(const Packet& packet);
-  void TakeNotice(const Packet& packet);
+  void HandleColour(const Packet& packet);
+  void HandleState(const Packet& packet);
+  void HandleText(const Packet& packet);
+  void HandleLeave(const Packet& packet);
+  void HandlePrivate(const Packet& packet);
+  void HandleNotice(const Packet& packet);
 
   core::Roster& roster_;
   Conversations& conversations_;

@@ -4,7 +4,7 @@
 
 namespace net {
 
-Packet TakeApart(std::string_view packet) {
+Packet SplitPacket(std::string_view packet) {
   const std::size_t bar = core::Find(packet, "|");
   if (bar == std::string_view::npos) return {.sender = packet, .kind = {}, .argument = {}};
   const std::string_view command = packet.substr(bar + 1);

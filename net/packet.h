@@ -34,7 +34,7 @@ struct Packet {
   std::string_view argument;  // the rest
 };
 
-Packet TakeApart(std::string_view packet);
+Packet SplitPacket(std::string_view packet);
 
 // Kinds are plain ASCII and compared without regard to case.
 bool IsKind(std::string_view kind, std::string_view wanted);

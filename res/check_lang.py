@@ -1,7 +1,7 @@
 """Checks res/Lang.con, which translators edit by hand and which the program splits at every comma without quoting.
 
 A mistake in it shows late (the program fails to start, or a menu in one language has a wrong mnemonic), so everything
-that a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption language and the
+that a translator can get wrong is checked here: the bytes of the file, the set of codes, the caption markup and the
 mnemonics of every window in every language.
 
 The texts, their English forms and the sets that are on the screen together are read from the program's tables: a caption

@@ -12,7 +12,7 @@ _ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 WINDOWS_BUILD = os.environ.get("QUILLON_BUILD", _ROOT + "/build/windows-x86")
 PROGRAM_FOLDER = WINDOWS_BUILD + "/Quillon"
 PROBE = WINDOWS_BUILD + "/rig/probe.exe"
-PICTURES = _ROOT + "/build/pictures"
+SCREENSHOTS = _ROOT + "/build/screenshots"
 
 
 
@@ -82,7 +82,7 @@ class Copy:
     def wait_for_box(self):
         """Waits for a message box; returns it, still open, and its text."""
         box = self.probe.wait_for_box()
-        return box, self.probe.edit_text(box)
+        return box, self.probe.box_text(box)
 
     def roster(self):
         """The rows of the main window's list. Shows the window, because a hidden one does not update its list."""

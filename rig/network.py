@@ -92,7 +92,7 @@ class Host:
         return ["nsenter", f"--net=/proc/{self._keeper}/ns/net", "--", *arguments]
 
 
-class Segment(Host):
+class BridgeHost(Host):
     """The bridge's own address, for programs that need no separate host."""
 
     def __init__(self):

@@ -1,8 +1,8 @@
-"""Runs work in its own network, mount, process and IPC namespaces, and leaves nothing behind.
+"""Runs work in its own network, mount, PID and IPC namespaces, and leaves nothing behind.
 
 Quillon broadcasts, so no copy may ever run on a development machine's real network. And whatever a test starts (Wine
 services, screens, mounts, bridges) must be gone afterwards, however the test ends. The kernel ensures both: everything
-descends from the first process of a process namespace, and when that process dies the kernel kills the rest and drops
+descends from the first process of a PID namespace, and when that process dies the kernel kills the rest and drops
 the mounts.
 """
 

@@ -132,7 +132,7 @@ class Probe:
         """Waits for a message box and returns it."""
         return self.wait_for("#32770")
 
-    def edit_text(self, box):
+    def box_text(self, box):
         """The text of a message box. Its icon is a Static control too, without a text."""
         return "".join(child.text for child in self.children(box, "Static"))
 

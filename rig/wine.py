@@ -39,7 +39,7 @@ class Machine:
         screen.set_up()
         self.screen = screen.Screen(size, tray)
         self.system = WineSystem()
-        self.segment = network.Segment()
+        self.segment = network.BridgeHost()
 
 
 class WineSystem:

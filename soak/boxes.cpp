@@ -1,5 +1,5 @@
-// Prints the message boxes of a Windows installation as they appear, for the soak test: somebody who types and clicks
-// may close one before a look at the windows finds it. A line for each, with tabs between: the handle; 1 if a save
+// Prints the message boxes of a Windows installation as they appear, for the soak test: the monkey test may
+// close one before polling from outside finds it. A line for each, with tabs between: the handle; 1 if a save
 // dialog was open just before, else 0; the caption and the text in hexadecimal, two digits a byte. The first line says
 // that it is ready.
 #include <windows.h>
@@ -12,7 +12,7 @@
 namespace {
 
 constexpr char kBoxClass[] = "#32770", kSaveClass[] = "frmSave";
-constexpr UINT kLookEvery = 10;             // milliseconds
+constexpr UINT kPollInterval = 10;          // milliseconds
 constexpr ULONGLONG kAfterSaving = 20'000;  // milliseconds in which an export may fail once the dialog has closed
 
 ULONGLONG saving = 0;  // when a save dialog was last seen
@@ -78,7 +78,7 @@ void Watch(DWORD event) {
 int main() {
   Watch(EVENT_OBJECT_CREATE);
   Watch(EVENT_OBJECT_FOCUS);
-  ::SetTimer(nullptr, 0, kLookEvery, OnTimer);
+  ::SetTimer(nullptr, 0, kPollInterval, OnTimer);
   std::puts("ready");
   std::fflush(stdout);
   for (MSG message; ::GetMessageA(&message, nullptr, 0, 0) > 0;) ::DispatchMessageA(&message);

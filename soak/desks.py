@@ -87,7 +87,7 @@ def boxes_of(copy, action, at_least=0):
         shown = copy.probe.windows("#32770")
         check(len(shown) < 2, "two message boxes at once")
         for box in shown:
-            boxes.append(copy.probe.edit_text(box))
+            boxes.append(copy.probe.box_text(box))
             copy.probe.answer(box)
         quiet = 0 if shown else quiet + 1
         time.sleep(0.5)

@@ -13,8 +13,8 @@ BOX = "#32770"
 
 
 def a_new_desktop_with_every_window_open(desks):
-    """The screen's size, colours, fonts and scaling really change, in a desktop window of Wine. Wine keeps the colours in
-    each program, so of a change by another one only the messages arrive: no window looks different in the pictures."""
+    """The screen's size and scaling really change, in a desktop window of Wine. Wine keeps colours and fonts per process,
+    so another program's change of them arrives only as messages, and the screenshots do not show it."""
     copy, start = desks.rig.copy("carla", network.Host(), on_screen=screen.Screen()), desks.wire.mark()
     for key, value in (("Explorer", "Default"), ("Explorer\\Desktops", "1024x768")):
         run(copy, "reg", "add", "HKCU\\Software\\Wine\\" + key, "/f", "/d", value, "/v",
@@ -67,7 +67,7 @@ def _play_changes(copy, modal):
         popup = copy.probe.wait_for("frmPop")
         in_corner = popup.left >= 0 and popup.right == width and height - SLIDE_STEP < popup.bottom <= height
         check(in_corner and not lost, f"{words}: off the screen: {lost}, {popup}")
-        copy.prefix.screen.save(f"{copies.PICTURES}/desktop-{max(modal)}-{words[0]}-{words[1]}.png")
+        copy.prefix.screen.save(f"{copies.SCREENSHOTS}/desktop-{max(modal)}-{words[0]}-{words[1]}.png")
 
     for class_name in {"frmChat"} | modal - {BOX}:  # Windows places message boxes
         change("move", class_name, "850", "600")
@@ -98,7 +98,7 @@ def _restart_with_the_new_scaling(desks, copy):
     copy.close()
 
 
-def logoff_asked_and_refused(desks):
+def logoff_cancelled(desks):
     main = desks.anna.probe.wait_for("frmMain", visible=False)
     for message, ending in ((WM_QUERYENDSESSION, 0), (WM_ENDSESSION, 0), (WM_QUERYENDSESSION, 0)):
         answer = desks.anna.probe.send(main, message, ending)

@@ -19,7 +19,7 @@ sys.path.insert(0, str(_ROOT))
 
 from rig import copies, network, private_machine, probe  # noqa: E402
 from desks import Desks, accept, boxes_of, check  # noqa: E402
-from desktop_stories import a_new_desktop_with_every_window_open, logoff_asked_and_refused  # noqa: E402
+from desktop_stories import a_new_desktop_with_every_window_open, logoff_cancelled  # noqa: E402
 from disk_stories import (a_folder_that_cannot_be_written, files_held_by_another_program,  # noqa: E402
                           folders_in_place_of_files, killed_while_it_saves, killed_while_it_saves_under_wine)
 
@@ -153,7 +153,7 @@ def _use(desks, copy, chat):
 
 STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in,
            the_default_route_gone_and_back, another_address, the_time_of_day_changed,
-           a_new_desktop_with_every_window_open, logoff_asked_and_refused, a_folder_that_cannot_be_written,
+           a_new_desktop_with_every_window_open, logoff_cancelled, a_folder_that_cannot_be_written,
            files_held_by_another_program, folders_in_place_of_files, killed_while_it_saves,
            killed_while_it_saves_under_wine)
 
@@ -171,7 +171,7 @@ def _run_stories(names):
         except Exception as error:  # whatever a story stumbles on is its failure; the others still run
             failed, outcome = failed + 1, f"FAILED: {type(error).__name__}: {error}"
             for copy in desks.all:
-                copy.prefix.screen.save(f"{copies.PICTURES}/life-{copy.user}.png")
+                copy.prefix.screen.save(f"{copies.SCREENSHOTS}/life-{copy.user}.png")
         print(f"{story.__name__.replace('_', ' '):<42} {time.monotonic() - begin:4.0f} s  {outcome}", flush=True)
     print(f"{len(stories) - failed} passed, {failed} failed")
     return 1 if failed else 0

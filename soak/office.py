@@ -33,8 +33,8 @@ _ENOUGH = 3  # days in which each kind of action must succeed once
 
 class Limits(NamedTuple):
     """Limits of growth after the warm-up, when cached objects, such as fonts and pictures, exist. A heap keeps its peak
-    size, so a single day raises the memory for good, such as one with more open windows than ever. In Wine, one chat
-    line of 30,000 random characters takes 14 MB. A leak raises the memory on most days."""
+    size, so one unusual day, with more open windows than ever, raises the memory for good. In Wine, one chat line of
+    30,000 random characters takes 14 MB. A leak raises the memory on most days."""
 
     warm_up: int  # days
     margin: Figures
@@ -113,7 +113,7 @@ class Office:
         users = [watched.user for watched in self._watched]
         self._crowd.play_day(_DAY, lambda: [user.name for user in users])
         with concurrent.futures.ThreadPoolExecutor() as pool:
-            for done in [pool.submit(user.works, _DAY) for user in users]:
+            for done in [pool.submit(user.work, _DAY) for user in users]:
                 done.result()
         self._wait_until_idle()
         for watched in self._watched:
@@ -141,8 +141,8 @@ class Office:
         return sum(watched.gauge.waiting() for watched in self._watched)
 
     def _compare(self):
-        """Compares the copies' lists with the expected ones, unless datagrams were lost. A desk that spoke while a copy
-        changed its name, and vanished, does not tell the copy again."""
+        """Compares the copies' lists with the expected ones, unless datagrams were lost. Vanished desks are ignored: a
+        copy that was changing its name may have missed their last packets, and no others follow."""
         failures, vanished = [], {desk.name for desk in self._crowd.desks if desk.vanished}
         for watched in self._watched:
             copy = watched.user.copy

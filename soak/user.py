@@ -7,7 +7,7 @@ import time
 from boxes import Boxes
 from rig import copies, ids, probe
 
-# Command ids of the menus, and controls of the options dialog.
+# Window messages.
 CB_SETCURSEL, WM_GETTEXTLENGTH, WM_CANCELMODE = 0x014E, 0x000E, 0x001F
 
 _CAREFUL_DAYS = 11  # of a monkey, before one on which it may close the program
@@ -24,7 +24,7 @@ class Failure(Exception):
 class Operator:
     """The common part of both users: handles message boxes and windows. `random` makes a run repeatable."""
 
-    own_faults = ()  # what message boxes may say of names of files that this user types into a save dialog
+    own_faults = ()  # errors that the file names typed by this user into a save dialog may cause
 
     def __init__(self, copy, name, random):
         self.copy = copy
@@ -47,7 +47,7 @@ class Operator:
             if text.endswith(": "):
                 self.errors.append("a message box was closed unread")
             if "Run-time error" in text and not (saving and text.endswith(self.own_faults)):
-                self.copy.prefix.screen.save(copies.PICTURES + "/soak-error.png")
+                self.copy.prefix.screen.save(copies.SCREENSHOTS + "/soak-error.png")
                 raise Failure(f"{self.name} shows {text!r}")
 
     def await_reports(self):
@@ -88,7 +88,7 @@ class Operator:
         elif window.class_name.startswith("frm") and window.enabled:
             self.probe.post(window, probe.WM_CLOSE)
 
-    def works(self, seconds):
+    def work(self, seconds):
         """Performs random actions for this time."""
         self.days += 1
         end = time.monotonic() + seconds
@@ -119,7 +119,7 @@ class Worker(Operator):
                                    self._block, self._language, self._move, self._look_away, self._tidy_up, self._type))
 
     def _must(self, condition, complaint):
-        """Waits for it, and answers message boxes: the program goes on with what is below them only afterwards."""
+        """Waits for it, and answers message boxes, which suspend the code that opened them."""
         try:
             probe.wait(lambda: self.answer_boxes() or condition())
         except TimeoutError as error:

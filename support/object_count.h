@@ -14,15 +14,13 @@ struct ObjectCount {
 };
 
 // The low word of a handle is its position in the handle table.
-inline int PlaceInTable(const void* handle) {
-  return static_cast<int>(reinterpret_cast<std::uintptr_t>(handle) & 0xFFFFu);
-}
+inline int SlotOf(const void* handle) { return static_cast<int>(reinterpret_cast<std::uintptr_t>(handle) & 0xFFFFu); }
 
 template <class Make, class Free>
 int HighestPlace(Make make, Free free) {
   std::array<decltype(make()), 200> probes{};  // more than the number of free positions
   int highest = 0;
-  for (auto& probe : probes) highest = std::max(highest, PlaceInTable(probe = make()));
+  for (auto& probe : probes) highest = std::max(highest, SlotOf(probe = make()));
   for (const auto probe : probes) free(probe);
   return highest;
 }

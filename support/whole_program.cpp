@@ -98,7 +98,7 @@ void WholeProgram::LoadMain() {
 
 // The text after the mark, if the packet is a chat line for this copy.
 std::optional<std::string_view> WholeProgram::ChatLineIn(std::string_view datagram) const {
-  const net::Packet packet = net::TakeApart(datagram);
+  const net::Packet packet = net::SplitPacket(datagram);
   std::string_view text;
   if (IsKind(packet.kind, net::kPresence)) text = packet.argument;
   if (IsKind(packet.kind, net::kPrivate)) {
@@ -123,7 +123,7 @@ void WholeProgram::Hear(std::string_view datagram) {
     return dispatcher.DataArrived(datagram);
   }
   const bool isLine = ChatLineIn(datagram).has_value();
-  const net::Packet packet = net::TakeApart(datagram);
+  const net::Packet packet = net::SplitPacket(datagram);
   std::vector<Expected> before;
   for (const auto& each : chats) {
     const auto& chat = static_cast<PlainChat&>(*each);
@@ -340,7 +340,7 @@ void WholeProgram::Open(int) {
 void WholeProgram::Send(std::string_view bytes) {
   if (!open_) return;
   // A copy whose start failed while it listened sends under the user's name, no longer under the hidden one.
-  const std::string_view sender = net::TakeApart(bytes).sender;
+  const std::string_view sender = net::SplitPacket(bytes).sender;
   const bool right = sender == openName_ || (core::gStarting != 0 && sender == core::gUserName);
   if (!right) violation_ = "a packet with the wrong sender";
   if (own_.size() < kMaxOwn) own_.emplace_back(bytes);

@@ -2,7 +2,7 @@
 
 nativePackages=(cmake ninja-build g++ clang clang-format clang-tidy llvm
   googletest libgtest-dev libgmock-dev libbenchmark-dev python3 libcli11-dev nlohmann-json3-dev libmosquitto-dev)
-# GoogleTest comes as source too, to be built for Windows by its users; so do the headers of the command line.
+# GoogleTest comes as source too, to be built for Windows by its users; and so do the header-only libraries of quillon-cli.
 windowsPackages=(cmake ninja-build g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest
   libcli11-dev nlohmann-json3-dev)
 rigPackages=(debootstrap iproute2 util-linux python3 xvfb openbox trayer xdotool x11-utils imagemagick

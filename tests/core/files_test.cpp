@@ -1,4 +1,4 @@
-// The files that the program writes: records, settings and the log.
+// Records and settings, and the entry for the start at logon.
 #include "core/settings.h"
 
 #include <string>
@@ -129,9 +129,9 @@ TEST(RecordReader, ReadsFieldByField) {
   for (const auto& row : rows) EXPECT_EQ(FieldsOf(row.bytes, row.kinds), row.fields) << row.bytes;
 }
 
-class LogTest : public support::DesktopTest {};
+class RunAtLogonTest : public support::DesktopTest {};
 
-TEST_F(LogTest, LogonEntryFollowsItsFlag) {
+TEST_F(RunAtLogonTest, TheEntryFollowsTheFlag) {
   for (const int flag : {0, 1, 2, -1}) SetRunAtLogon(static_cast<std::int16_t>(flag));
   EXPECT_EQ(Desktop().events, (std::vector<std::string>{"no run", "run " + folder.Path("Quillon")}));
 }

@@ -32,7 +32,7 @@ TEST(Packet, IsSplitAtTheFirstBar) {
       {"a\0b|M/\0"s, "a\0b"s, "M/", "\0"s},
   };
   for (const auto& row : kRows) {
-    const Packet taken = TakeApart(row.packet);
+    const Packet taken = SplitPacket(row.packet);
     EXPECT_EQ(taken.sender, row.sender) << row.packet;
     EXPECT_EQ(taken.kind, row.kind) << row.packet;
     EXPECT_EQ(taken.argument, row.argument) << row.packet;
@@ -44,7 +44,7 @@ TEST(Packet, TrailBytesDoNotSeparate) {
   const std::string name = "\x83|\x83\x60", text = "\xDE\x83|", packet = name + "|P/" + text + "|" + name;
   for (const int codePage : {932, 936, 950}) {
     const support::InCodePage in(codePage);
-    const Packet taken = TakeApart(packet);
+    const Packet taken = SplitPacket(packet);
     EXPECT_EQ(taken.sender, name) << codePage;
     EXPECT_EQ(taken.kind, kPrivate) << codePage;
     const PrivateText message = SplitPrivate(taken.argument);

@@ -53,7 +53,7 @@ class DoubleByte(unittest.TestCase):
         self.wire.wait_for(f"{POCHI}|P/\xdf{LINE}|{AYA}", start=start)
         popup, texts = self.aya.popup_at_rest()
         self.assertEqual(texts, [LINE + "\r\n"])
-        self.aya.prefix.screen.save(copies.PICTURES + "/letters-alert.png")
+        self.aya.prefix.screen.save(copies.SCREENSHOTS + "/double-byte-alert.png")
         self.aya.probe.close(popup)
 
     def test_2_a_private_conversation(self):
@@ -63,4 +63,4 @@ class DoubleByte(unittest.TestCase):
         probe.wait(lambda: self.pochi.said(at_pochi) == f"{AYA}:\t{LINE}\r\n")
         self.pochi.say(at_pochi, LINE)
         probe.wait(lambda: self.aya.said(at_aya) == f"{POCHI}:\t{LINE}\r\n")
-        self.aya.prefix.screen.save(copies.PICTURES + "/letters-chat.png")
+        self.aya.prefix.screen.save(copies.SCREENSHOTS + "/double-byte-chat.png")

@@ -51,7 +51,7 @@ class OneCopy(unittest.TestCase):
         self.wire.send(stranger + "|C/0")
         self.wire.wait_for("Anna|S/0", start)
 
-    def test_01_joins_under_a_temporary_name_then_under_its_own(self):
+    def test_01_joins_under_a_hidden_name_then_under_its_own(self):
         # It receives its own first packets, so it answers itself once under each name.
         quiet = ["_anna|C/ 0", "_anna|S/0", "_anna|M/", "_anna|C/ 0", "_anna|S/0", "_anna|L/"]
         joined = ["anna|C/ 0", "anna|S/0", self.greeting.text, "anna|M/", "anna|C/ 0", "anna|S/0"]
@@ -67,7 +67,7 @@ class OneCopy(unittest.TestCase):
 
     def test_03_the_icon_shows_it_and_hide_hides_it(self):
         before = self.copy.show_main()
-        self.rig.screen.save(copies.PICTURES + "/main.png")
+        self.rig.screen.save(copies.SCREENSHOTS + "/main.png")
         self._command(ids.MAIN.mnuHide)
         self._wait_hidden()
         after = self.copy.show_main()
@@ -131,7 +131,7 @@ class OneCopy(unittest.TestCase):
         self.copy.show_main()
         self.rig.screen.keys("alt+q", "Down")
         self._wait_menu(1)
-        self.rig.screen.save(copies.PICTURES + "/safe-mode.png")
+        self.rig.screen.save(copies.SCREENSHOTS + "/safe-mode.png")
         self._wait_status_line(COUNTS)
         self.rig.screen.keys("s", "Down", "Down", "Return")
         self.wire.wait_for("Anna|S/2", start=start)

@@ -46,7 +46,7 @@ class Trouble(unittest.TestCase):
         self._expect_box(self.no_port, PLAIN,
                          r"^Quillon could not be loaded: & 100(13: Permission denied|48: Address already in use)$")
         self.assertRegex(self.no_port.log()[-1], r"^Unable to load: 100(13|48): ")
-        # The loaded settings are kept.
+        # It keeps running, and shows its splash window.
         self.assertTrue(self.no_port.runs())
         self.assertTrue(self.no_port.probe.wait_for("frmSplash").visible)
 

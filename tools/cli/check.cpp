@@ -69,7 +69,7 @@ class Checker {
   // Looks at datagrams, not events: a second user of a name with the same state causes no event. Stores listed names
   // only, because their number is bounded.
   void NoteHost(const wire::Datagram& datagram, const SegmentView& view) {
-    const auto user = view.Users().find(net::TakeApart(datagram.bytes).sender);
+    const auto user = view.Users().find(net::SplitPacket(datagram.bytes).sender);
     if (user != view.Users().end()) hosts_[user->first].insert(datagram.sender.host);
   }
 

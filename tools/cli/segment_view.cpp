@@ -29,7 +29,7 @@ void TakePrivate(const User& user, std::string_view argument, std::vector<Event>
 }  // namespace
 
 std::vector<Event> SegmentView::Take(const wire::Datagram& datagram) {
-  const net::Packet packet = net::TakeApart(datagram.bytes);
+  const net::Packet packet = net::SplitPacket(datagram.bytes);
   std::vector<Event> events;
   if (packet.sender.starts_with(net::kHiddenMark)) return {};
   if (net::IsKind(packet.kind, net::kLeave)) return TakeLeave(packet.sender);

@@ -40,7 +40,7 @@ bool Relay::PassesIn(std::string_view topic, std::string_view bytes, bool retain
 }
 
 bool Relay::Passes(std::string_view bytes, RateLimit& limit, Counts& counts, Clock::time_point now) {
-  const std::string_view kind = net::TakeApart(bytes).kind;
+  const std::string_view kind = net::SplitPacket(bytes).kind;
   const bool isFiltered =
       kind.size() == 2 && kind[1] == '/' &&
       rules_.filteredKinds.find(static_cast<char>(std::toupper(static_cast<unsigned char>(kind[0])))) !=

@@ -12,7 +12,7 @@ import unittest
 from rig import copies, network, probe
 from test_one_copy import GREETING
 
-ROOT = copies.PICTURES.removesuffix("/build/pictures")
+ROOT = copies.SCREENSHOTS.removesuffix("/build/screenshots")
 CLI = ROOT + "/build/native/tools/cli/quillon-cli"
 PARTNER = ROOT + "/build/native/demo/partner"
 DISSECTOR = ROOT + "/tools/wireshark/quillon.lua"

@@ -56,7 +56,7 @@ inline constexpr toolkit::MenuRow kChatMenu[] = {
     {1, chatmenu::mnuOnlineSep, {3115, "-Users Online"}},
     {1, chatmenu::mnuRemove, {3116, "|Remove selected user from list|&Remove User"}, res::kMenuRemoveUser},
 };
-static_assert(toolkit::IsSound(kChatMenu));
+static_assert(toolkit::IsWellFormed(kChatMenu));
 
 // mnuUser: menu entries for the users online.
 class UsersMenu {

@@ -138,7 +138,7 @@ void FrmChat::ShowForReading() {
   Flash();
 }
 
-// Some window managers give the focus to every new window, and the system reports that as a click on its menu. A click
+// Some X11 window managers give the focus to every new window, and Wine reports that as a click on its menu. A click
 // so soon after the window was shown is not the user's.
 bool FrmChat::IgnoresActivation(LPARAM lParam) const {
   return LOWORD(lParam) == HTMENU && shownAt_ != 0 && ::GetTickCount64() - shownAt_ < kIgnoreActivation;

@@ -46,7 +46,7 @@ inline constexpr toolkit::MenuRow kPopupMenu[] = {
     {0, popupmenu::mnuLive, {5108, "&Start Live Chat"}, res::kMenuLiveChat},
     {0, popupmenu::mnuBlock, {5109, "&Block Sender"}, res::kMenuBlock},
 };
-static_assert(toolkit::IsSound(kPopupMenu));
+static_assert(toolkit::IsWellFormed(kPopupMenu));
 
 // The actions of the popup's menu.
 struct PopupCommands {

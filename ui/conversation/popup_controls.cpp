@@ -111,7 +111,7 @@ void MessageLabel::Create(HWND parent, const std::string& text) {
 
 SIZE MessageLabel::Fit(SIZE largest) {
   const toolkit::WindowDc dc(hwnd_);
-  const toolkit::Selected font(dc.get(), toolkit::DialogFont());
+  const toolkit::ScopedSelection font(dc.get(), toolkit::DialogFont());
   TEXTMETRICA metrics{};
   ::GetTextMetricsA(dc.get(), &metrics);
   lineHeight_ = static_cast<int>(metrics.tmHeight);
@@ -205,7 +205,7 @@ void MessageLabel::Paint() {
 }
 
 void MessageLabel::PaintLines(HDC dc) const {
-  const toolkit::Selected font(dc, toolkit::DialogFont());
+  const toolkit::ScopedSelection font(dc, toolkit::DialogFont());
   ::SetTextColor(dc, toolkit::TextColour(foreColour_));
   ::SetBkMode(dc, TRANSPARENT);
   const std::size_t first = static_cast<std::size_t>(top_);
@@ -289,7 +289,7 @@ void GlyphButton::Draw(const DRAWITEMSTRUCT& request) const {
   ::FillRect(request.hDC, &box, ::GetSysColorBrush(look.back));
   ::SetBkMode(request.hDC, TRANSPARENT);
   ::SetTextColor(request.hDC, ::GetSysColor(look.fore));
-  const toolkit::Selected font(request.hDC, SymbolFont());
+  const toolkit::ScopedSelection font(request.hDC, SymbolFont());
   ::DrawTextA(request.hDC, &glyph_, 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
   if ((request.itemState & ODS_FOCUS) == 0 || (request.itemState & ODS_NOFOCUSRECT) != 0) return;
   ::InflateRect(&box, -1, -1);

@@ -70,7 +70,7 @@ void SplashLabel::Paint() const {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(hwnd(), &paint);
   {
-    const toolkit::Selected font(dc, font_);
+    const toolkit::ScopedSelection font(dc, font_);
     ::SetTextColor(dc, colour_);
     ::SetBkMode(dc, TRANSPARENT);
     const std::wstring text = core::Wide(Text());
@@ -157,7 +157,7 @@ void FrmSplash::DrawDot(HDC dc) const {
   const COLORREF rgb = RGB(colour.red, colour.green, 0);
   const toolkit::Brush fill(::CreateSolidBrush(rgb));
   const toolkit::UniqueHandle<HPEN, toolkit::ObjectDeleter> outline(::CreatePen(PS_SOLID, 1, rgb));
-  const toolkit::Selected brush(dc, fill.get()), pen(dc, outline.get());
+  const toolkit::ScopedSelection brush(dc, fill.get()), pen(dc, outline.get());
   const int half = (picDot.right - picDot.left) / 2, radius = half - 3;
   const int x = picDot.left + half, y = picDot.top + half;
   ::Ellipse(dc, x - radius, y - radius, x + radius + 1, y + radius + 1);

@@ -78,7 +78,7 @@ inline constexpr toolkit::MenuRow kMainMenu[] = {
     {2, mnuWp + 4, {1206, "|Send us your opinion|&Feedback"}, res::kMenuWeb},
     {2, mnuWp + 5, {1207, "|Write to us|&Mail"}, res::kMenuWeb},
 };
-static_assert(toolkit::IsSound(kMainMenu));
+static_assert(toolkit::IsWellFormed(kMainMenu));
 
 // Where the maker can be reached, in the order of the links in the help menu.
 inline constexpr std::array<const char*, 6> kWebLinks{

@@ -205,7 +205,7 @@ void GroupsPage::cmdGroups_Click() { tvGroups.HasGroups() ? AddClick() : NewClic
 // Beeps when an edit was refused; the box gets the focus for the next one.
 void GroupsPage::EndEdit(bool done) {
   if (!done) core::Beep();
-  ReturnTo(txtGroups);
+  FocusAndSelect(txtGroups);
 }
 
 }  // namespace options

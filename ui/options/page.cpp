@@ -63,7 +63,7 @@ int FieldHeight() { return std::max(Px(22_dp), LineHeight() + Px(6_dp)); }
 
 void BringToTop(HWND window) { ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
-void ReturnTo(HWND box) {
+void FocusAndSelect(HWND box) {
   ::SetFocus(box);
   ::SendMessageA(box, EM_SETSEL, 0, -1);
 }
@@ -79,7 +79,7 @@ toolkit::ImageList Scratch::NewList(int count) const {
 
 void Scratch::Add(HIMAGELIST list, const std::function<void(HDC dc, const RECT& whole)>& draw) const {
   {
-    const toolkit::Selected selected(dc_.get(), bitmap_.get());
+    const toolkit::ScopedSelection selected(dc_.get(), bitmap_.get());
     draw(dc_.get(), {0, 0, size_.cx, size_.cy});
   }
   ::ImageList_Add(list, bitmap_.get(), nullptr);

@@ -72,7 +72,7 @@ int FieldHeight();
 void BringToTop(HWND window);
 
 // Gives the focus to a text box and selects its text.
-void ReturnTo(HWND box);
+void FocusAndSelect(HWND box);
 
 // Some images are drawn at run time, because they depend on the system's colours and the screen's scaling: an
 // off-screen bitmap, on which the images of an image list are drawn one after the other. Sizes in pixels.

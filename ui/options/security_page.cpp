@@ -79,7 +79,7 @@ void SecurityPage::RemoveBlock() {
   lvBlock.FitColumn();
   RefBloc();
   if (lvBlock.Count() > 0) lvBlock.Select(std::min(selected, lvBlock.Count() - 1));
-  ReturnTo(txtBlock);
+  FocusAndSelect(txtBlock);
 }
 
 }  // namespace options

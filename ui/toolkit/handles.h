@@ -82,12 +82,12 @@ class WindowDc {
 };
 
 // Selects an object into a device context for the duration of a scope.
-class Selected {
+class ScopedSelection {
  public:
-  Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(::SelectObject(dc, object)) {}
-  Selected(const Selected&) = delete;
-  Selected& operator=(const Selected&) = delete;
-  ~Selected() { ::SelectObject(dc_, former_); }
+  ScopedSelection(HDC dc, HGDIOBJ object) : dc_(dc), former_(::SelectObject(dc, object)) {}
+  ScopedSelection(const ScopedSelection&) = delete;
+  ScopedSelection& operator=(const ScopedSelection&) = delete;
+  ~ScopedSelection() { ::SelectObject(dc_, former_); }
 
  private:
   HDC dc_;

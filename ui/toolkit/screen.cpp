@@ -84,7 +84,7 @@ int LineHeight() { return MeasureText(DialogFont(), "X").cy; }
 
 SIZE MeasureText(HFONT font, std::string_view text) {
   const WindowDc dc(nullptr);
-  const Selected selected(dc.get(), font);
+  const ScopedSelection selected(dc.get(), font);
   return MeasureText(dc.get(), text);
 }
 

@@ -46,8 +46,7 @@ RECT RectOf(const Area& area);
 // removed or became smaller.
 Area Reachable(const Area& place);
 
-// Moves a window on the screen, or a control in its window, and repaints it fully: on some desktops copied frames have
-// gaps.
+// Moves a window on the screen, or a control in its window, and repaints it fully: in Wine copied frames have gaps.
 void SetArea(HWND window, const Area& area);
 
 // The font of the system's message boxes and dialogs, valid for the whole run.

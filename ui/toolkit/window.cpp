@@ -203,7 +203,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_WINDOWPOSCHANGING:
       return KeepMinSize(wParam, lParam);
     case WM_DISPLAYCHANGE:
-      // Windows moves what is off the screen by itself, other desktops do not.
+      // Windows moves what is off the screen by itself, Wine does not.
       if (!::IsIconic(hwnd_) && !::IsZoomed(hwnd_)) SetArea(hwnd_, Reachable(AreaOf(hwnd_)));
       break;
     case WM_SYSCOLORCHANGE:  // sent to top-level windows only
@@ -218,8 +218,8 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return ::DefWindowProcA(hwnd_, message, wParam, lParam);
 }
 
-// WM_GETMINMAXINFO keeps the window from becoming too small. Some other desktops show it too small anyway, clipped,
-// until they are notified of a size again.
+// WM_GETMINMAXINFO keeps the window from becoming too small. Wine shows it too small anyway, clipped, until
+// it is notified of a size again.
 LRESULT Window::KeepMinSize(WPARAM wParam, LPARAM lParam) {
   const auto& change = *reinterpret_cast<const WINDOWPOS*>(lParam);
   const int width = change.cx, height = change.cy;
@@ -273,7 +273,7 @@ void Window::RaiseNext() const {
 
 namespace {
 
-// IsDialogMessageA would only pass on such a character, and some other desktops pass on its two bytes one by one.
+// IsDialogMessageA would only pass on such a character, and Wine passes on its two bytes one by one.
 bool GoesToText(const MSG& message) {
   return message.message == WM_CHAR && (::SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTCHARS) != 0;
 }

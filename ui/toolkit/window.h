@@ -93,7 +93,7 @@ class Window : public std::enable_shared_from_this<Window> {
   // Creates a toolbar with mnemonics and keyboard support.
   void AddToolbar(Toolbar& toolbar, std::span<const ToolButton> buttons);
 
-  // Adds the name that screen readers announce for a part without a text of its own; marks of the caption language are
+  // Adds the name that screen readers announce for a part without a text of its own; marks of the caption markup are
   // removed. The first form passes it to `show`, now and after each language change; the second one attaches it to the
   // next control, by a hidden label before it in the tab order.
   void AddName(Caption name, std::function<void(const std::string& name)> show);

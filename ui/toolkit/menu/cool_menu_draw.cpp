@@ -69,7 +69,7 @@ SIZE ImageSize(HIMAGELIST images) {
 }
 
 SIZE TextSize(HDC dc, HFONT font, const std::string& text) {
-  const Selected selected(dc, font);
+  const ScopedSelection selected(dc, font);
   RECT bounds{};
   ::DrawTextW(dc, core::Wide(text).c_str(), -1, &bounds, DT_CALCRECT | DT_SINGLELINE);
   return {bounds.right, bounds.bottom};
@@ -149,7 +149,7 @@ int Side(const RECT& bounds) {
 // Draws a raised square or circle from layered glyphs, each in its own system colour, with the mark on top.
 void DrawComplexMark(HDC dc, const RECT& bounds, bool checkBox) {
   const Font font = SymbolFont(Side(bounds));
-  const Selected selected(dc, font.get());
+  const ScopedSelection selected(dc, font.get());
   for (const Layer& layer : checkBox ? kCheckBox : kOption)
     DrawGlyph(dc, bounds, layer.glyph, ::GetSysColor(layer.colour));
 }
@@ -159,7 +159,7 @@ void DrawFramedMark(HDC dc, const RECT& bounds, bool checkBox, COLORREF colour) 
   RECT frame = bounds;
   ::DrawEdge(dc, &frame, BDR_SUNKENOUTER, BF_RECT);
   const Font font = SymbolFont(Side(bounds));
-  const Selected selected(dc, font.get());
+  const ScopedSelection selected(dc, font.get());
   DrawGlyph(dc, bounds, checkBox ? kPlainCheck : kPlainOption, colour);
 }
 
@@ -197,18 +197,18 @@ Bitmap MakeMask(HDC scratch, HIMAGELIST images, int index, int width, int height
   Bitmap mask(::CreateBitmap(width, height, 1, 1, nullptr));
   const MemoryDc source(::CreateCompatibleDC(nullptr));
   if (canvas.pixels.empty() || !mask || !source) return {};
-  const Selected selected(source.get(), canvas.bitmap.get());
+  const ScopedSelection selected(source.get(), canvas.bitmap.get());
   ::PatBlt(source.get(), 0, 0, width, height, WHITENESS);
   ::ImageList_Draw(images, index, source.get(), 0, 0, ILD_TRANSPARENT);
   ::GdiFlush();
   for (std::uint32_t& pixel : canvas.pixels) pixel = IsShape(pixel) ? 0x000000 : 0xFFFFFF;
-  const Selected target(scratch, mask.get());
+  const ScopedSelection target(scratch, mask.get());
   ::BitBlt(scratch, 0, 0, width, height, source.get(), 0, 0, SRCCOPY);
   return mask;
 }
 
 void PaintShape(HDC dc, POINT at, int width, int height, HDC mask, int systemColour) {
-  const Selected brush(dc, ::GetSysColorBrush(systemColour));
+  const ScopedSelection brush(dc, ::GetSysColorBrush(systemColour));
   ::BitBlt(dc, static_cast<int>(at.x), static_cast<int>(at.y), width, height, mask, 0, 0, kPatternWhereBlack);
 }
 
@@ -219,7 +219,7 @@ void DrawEmbossed(HDC dc, HIMAGELIST images, int index, POINT at) {
   const MemoryDc maskDc(::CreateCompatibleDC(nullptr));
   const Bitmap mask = MakeMask(maskDc.get(), images, index, width, height);
   if (!mask) return;
-  const Selected selected(maskDc.get(), mask.get());
+  const ScopedSelection selected(maskDc.get(), mask.get());
   const COLORREF formerText = ::SetTextColor(dc, RGB(0, 0, 0)), formerBack = ::SetBkColor(dc, RGB(255, 255, 255));
   PaintShape(dc, {at.x + 1, at.y + 1}, width, height, maskDc.get(), COLOR_3DHIGHLIGHT);
   PaintShape(dc, at, width, height, maskDc.get(), COLOR_3DSHADOW);
@@ -268,7 +268,7 @@ class ItemPainter {
     const LONG textWidth = TextSize(dc_, fonts_.MenuFontSep.get(), data_.sMenuText).cx;
     EtchedLine(dc_, left, textLeft - Px(kHeadGap), middle);
     EtchedLine(dc_, textLeft + textWidth + Px(kHeadGap), right, middle);
-    const Selected selected(dc_, fonts_.MenuFontSep.get());
+    const ScopedSelection selected(dc_, fonts_.MenuFontSep.get());
     DrawCaption({textLeft, item_.top, item_.right, item_.bottom}, PaintColour(look_.ForeColor), 0);
   }
 

@@ -72,7 +72,7 @@ CMyItemData ParseCaption(std::string_view authored) {
 
 std::string RestoreCaption(const CMyItemData& data) {
   std::string text = Joined(data);
-  // A caption that begins like caption language needs the empty help text before it.
+  // A caption that begins like caption markup needs the empty help text before it.
   if (ParseCaption(text).sMenuText != data.sMenuText) text = Prefix(data) + "||" + data.sMenuText;
   return text;
 }

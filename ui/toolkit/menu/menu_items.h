@@ -1,4 +1,4 @@
-// The items of menus: the caption language, which specifies more than a caption; the data of owner-drawn items; the
+// The items of menus: the caption markup, which specifies more than a caption; the data of owner-drawn items; the
 // letter keys in an open menu; and the tables that menus are created from.
 //
 //   |Close this window|&Close     help text for the status line, then the caption
@@ -131,7 +131,7 @@ inline constexpr int kNoPicture = -1;
 struct MenuRow {
   int level;  // 0 = the menu itself (a bar or a pop-up); rows of a deeper level are in the sub-menu of the row above
   unsigned id;
-  Caption caption;  // in the caption language
+  Caption caption;  // in the caption markup
   int picture = kNoPicture;
   int helpCode = 0;  // of the help text, when name and help text have codes of their own; the caption's code is
                      // then that of the name, and the mark is that of the built-in caption
@@ -145,7 +145,7 @@ constexpr bool OpensSubMenu(MenuTable table, std::size_t row) {
 }
 
 // Whether levels start at 0 and deepen by one at a time, and ids are unique and not 0.
-constexpr bool IsSound(MenuTable table) {
+constexpr bool IsWellFormed(MenuTable table) {
   int deepest = 0;
   for (std::size_t row = 0; row < table.size(); ++row) {
     if (table[row].id == 0 || table[row].level < 0 || table[row].level > deepest) return false;

@@ -73,7 +73,7 @@ void IconList::Fill(const std::vector<Entry>& entries) {
   ::SendMessageA(hwnd_, LB_INITSTORAGE, entries.size(), 64);
   int widest = 0;
   const WindowDc dc(hwnd_);
-  const Selected font(dc.get(), DialogFont());
+  const ScopedSelection font(dc.get(), DialogFont());
   for (const Entry& entry : entries) {
     const LRESULT index = ::SendMessageA(hwnd_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.text.c_str()));
     ::SendMessageA(hwnd_, LB_SETITEMDATA, static_cast<WPARAM>(index), entry.icon | entry.indent << kIndentShift);

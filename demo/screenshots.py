@@ -1,7 +1,7 @@
 """Takes screenshots of every window for the user's guide, from the program on a private segment. See
 script/screenshots.
 
-usage: pictures.py [FOLDER [LANGUAGE [DPI]]]
+usage: screenshots.py [FOLDER [LANGUAGE [DPI]]]
 """
 
 import pathlib
