@@ -50,6 +50,7 @@ class Program:
         self.captions = [(int(code), text) for code, text in _CAPTION.findall(whole)]  # code and built-in text
         self.messages = {int(code) for line in _TEXT_CODE.findall(whole) for code in re.findall(r"\b\d{4,5}\b", line)}
         self.menus, self.toolbars = {}, {}
+        self.source_of = {name: path for path, source in self.sources.items() for _, name, _ in _TABLE.findall(source)}
         for kind, name, rows in _TABLE.findall(whole):
             if kind == "MenuRow":
                 self.menus[name] = [(int(level), int(code), text, re.findall(r"\b\d{4,5}\b", rest), "res::" in rest)
@@ -155,7 +156,7 @@ class LanguageFile(unittest.TestCase):
                 english = f"{built_in[0]}|{self.texts[self.program.helps[code]][0]}|{english}"
             self.assertEqual(english, built_in, code)
 
-    def test_caption_language_is_kept(self):
+    def test_caption_markup_is_kept(self):
         shown_in_menus = {code for _, codes in self.program.siblings() for code in codes}
         with_mnemonic = shown_in_menus | {code for code, text in self.program.captions if "&" in text}
         for code, language, text in self.EachText():
@@ -170,6 +171,9 @@ class LanguageFile(unittest.TestCase):
                     self.assertRegex(Mnemonic(text), "[a-z]", "a letter that every keyboard has")
 
     def test_mnemonics_differ(self):
+        known = {part for parts in WINDOWS.values() for part in parts}
+        unknown = {name for name in self.program.toolbars if not known & {name, self.program.source_of[name]}}
+        self.assertEqual(unknown, set(), "tables of buttons that no window of WINDOWS has")
         for name, codes in self.program.together():
             self.assertGreater(len(codes), 0, f"{name} is found nowhere")
             for column, language in enumerate(LANGUAGES[1:], 1):
