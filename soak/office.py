@@ -57,6 +57,7 @@ class Watched:
         self._base, self._memory, self._starts = None, [], 0  # the memory of each day since the start
         self._datagrams = self.gauge.datagrams()
         self.read = self.lost = 0  # datagrams since the last count
+        self.joined = 0  # how often it had joined when its list was compared
 
     def measure(self):
         """Measures the idle copy; returns descriptions of excessive growth."""
@@ -141,16 +142,18 @@ class Office:
         return sum(watched.gauge.waiting() for watched in self._watched)
 
     def _compare(self):
-        """Compares the copies' lists with the expected ones, unless datagrams were lost. Vanished desks are ignored: a
-        copy that was changing its name may have missed their last packets, and no others follow."""
+        """Compares the copies' lists with the expected ones, unless datagrams were lost. A copy that joined today may
+        lack vanished desks: it did not hear their last packets while its socket was closed, and no others follow."""
         failures, vanished = [], {desk.name for desk in self._crowd.desks if desk.vanished}
         for watched in self._watched:
             copy = watched.user.copy
             listed = {name for name in copy.names() if not name.startswith("(")}
-            heard = self._crowd.rosters[copy.host.address].names()
+            heard, joined = (self._crowd.rosters[copy.host.address].names(), self._crowd.joined[copy.host.address])
+            missing = heard - listed - (vanished if joined != watched.joined else set())
+            watched.joined = joined
             self.compared += watched.lost == 0
-            if watched.lost == 0 and (listed ^ heard) - vanished:
-                failures.append(f"{watched.user.name} does not list {heard - listed}, but lists {listed - heard}")
+            if watched.lost == 0 and (missing or listed - heard):
+                failures.append(f"{watched.user.name} does not list {missing}, but lists {listed - heard}")
         return failures
 
     def _print(self, number, packets):
@@ -169,6 +172,7 @@ class Office:
         tried, done = (sum((getattr(w.user, name) for w in self._watched), collections.Counter())
                        for name in ("tried", "done"))
         print("median growth, MB a day: " + ", ".join(f"{w.user.name} {w.trend():.2f}" for w in self._watched))
+        print(f"message boxes closed unread: {sum(w.user.unread for w in self._watched)}")
         print("done/tried: " + ", ".join(f"{kind} {done[kind]}/{tried[kind]}" for kind in sorted(tried)), flush=True)
         return [f"never succeeded: {kind}" for kind in tried if not done[kind]] if days >= _ENOUGH else []
 
