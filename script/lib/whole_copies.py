@@ -1,7 +1,7 @@
 """Runs the tests of whole copies, each file in a private machine of its own, some in parallel: most of the time they wait
 for the ten seconds in which a starting copy listens.
 
-usage: run.py [NAME ...]    only files whose name contains one of the NAMEs
+usage: whole_copies.py [NAME ...]    only files whose name contains one of the NAMEs
 The last line is "N passed, N failed".
 """
 
@@ -13,9 +13,8 @@ import time
 import unittest
 from concurrent import futures
 
-_HERE = pathlib.Path(__file__).resolve().parent
-_ROOT = _HERE.parent.parent
-_FOLDERS = _HERE, _ROOT / "tools/stories", _ROOT / "packaging"
+_ROOT = pathlib.Path(__file__).resolve().parents[2]
+_FOLDERS = [_ROOT / folder for folder in ("tests/segment", "tools/stories", "packaging")]
 sys.path[:0] = map(str, (*_FOLDERS, _ROOT))
 
 from rig import private_machine  # noqa: E402
