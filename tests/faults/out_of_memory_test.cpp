@@ -1,5 +1,6 @@
 // Makes each allocation of an action fail, once or permanently: nothing is leaked (native-asan detects leaks), the
 // program's invariants hold, and it processes the next packet.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -49,6 +50,8 @@ bool FailsAt(long allocation, bool permanent, Action action) {
 
 // Checks that the program can join the network and shows lines.
 void ExpectUsable(WholeProgram& program) {
+  // What is derived from the roster follows with the next packet.
+  EXPECT_THAT(program.Violation(), testing::AnyOf("", "the counts are wrong", "a user with the wrong icon"));
   program.mayLose = false;
   if (!program.IsOpen() || core::gStarting != 0) {
     core::ShutDown(program);

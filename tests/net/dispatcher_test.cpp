@@ -259,11 +259,11 @@ TEST_F(DispatcherTest, DatagramsThatArriveDuringADispatchFollowInOrder) {
   // The queue's limit in bytes applies to what is queued at present.
   for (const std::string name : {"emma", "fay"}) {
     conversations.onOpen = [&] {
-      for (int i = 0; i < 200; ++i) dispatcher.DataArrived(name + "|M/\xDE" + std::string(60000, 'x') + "last");
+      for (int i = 0; i < 400; ++i) dispatcher.DataArrived(name + "|M/\xDE" + std::string(60000, 'x') + "last");
     };
     On(name + "|M/\xDEhi");
     EXPECT_EQ(std::ranges::count_if(conversations.shown, [](const auto& line) { return line.ends_with("last #0"); }),
-              200);
+              Dispatcher::kMaxWaitingBytes / 60012);
     conversations.windows.clear();
   }
 }

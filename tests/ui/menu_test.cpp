@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -84,41 +82,18 @@ TEST(MenuMnemonic, FirstLettersMatchWithoutMnemonics) {
   for (const char letter : {'t', 'e', 'm', '\0'}) EXPECT_EQ(ChooseByMnemonic(items, letter).position, -1) << letter;
 }
 
-// Pictures are found by caption, so in every language, and built in, each must match its own items only.
-TEST(MenuTable, PicturesFollowEveryLanguage) {
-  support::ProgramFolder folder;
-  std::ifstream file(QUILLON_LANGUAGE_FILE, std::ios::binary);
-  const std::string texts(std::istreambuf_iterator<char>(file), {});
-  folder.Put("Lang.con", texts);
-  const MenuTable table = mainwindow::kMainMenu;
-  for (const char* language : {"English", "Fran\xE7\x61is", "Deutsch", "Espa\xF1ol", "built in"}) {
-    core::gLanguage = language;
-    const bool fromFile = language != std::string("built in");
-    if (fromFile) core::LoadLang();
-    ASSERT_EQ(core::gLanguage, language);
-    const std::vector<std::string> captions = AuthoredCaptions(table, fromFile);
-    ImageTags tags;
-    TagPictures(table, captions, tags);
-    for (std::size_t row = 0; row < table.size(); ++row) {
-      const CMyItemData data = ParseCaption(captions[row]);
-      const bool unseen = IsSeparator(data) && fromFile;
-      EXPECT_TRUE(unseen || tags.Find(data.sMenuText, 24) == table[row].picture) << data.sMenuText;
-      EXPECT_EQ(data.bAsMark, ParseCaption(table[row].caption.builtIn).bAsMark) << data.sMenuText;
-    }
-  }
-}
-
 // A missing text makes its own row empty, which keeps its kind, and does not affect other rows.
 TEST(MenuTable, AMissingTextIsEmptyAndLeavesTheOthers) {
   support::ProgramFolder folder;
   folder.Put("Lang.con",
-             "Code,English,Deutsch\r\n1,-Head,-Kopf\r\n3,|h|Mark,|h|Marke\r\n6,Close,Zu\r\n8,Name,Name\r\n");
+             "Code,English,Deutsch\r\n1,-Head,-Kopf\r\n3,|h|Mark,|h|Marke\r\n6,Close,Zu\r\n8,Name,Name\r\n"
+             "9,Help,Hilfe\r\n");
   core::gLanguage = "Deutsch";
   core::LoadLang();
   constexpr MenuRow table[] = {{0, 1, {1, "-Head"}, 3}, {0, 2, {2, "-Head"}},    {0, 3, {4, "#|h|Mark"}},
                                {0, 4, {5, "|h|Plain"}}, {0, 5, {6, "Close"}, 7}, {0, 6, {8, "*|Help|Name"}, 1, 9}};
   const std::vector<std::string> captions = AuthoredCaptions(table, true);
-  EXPECT_EQ(captions, (std::vector<std::string>{"-Kopf", "-", "#", "", "Zu", "*Name"}));
+  EXPECT_EQ(captions, (std::vector<std::string>{"-Kopf", "-", "#", "", "Zu", "*|Hilfe|Name"}));
   ImageTags tags;
   TagPictures(table, captions, tags);
   EXPECT_EQ(tags.Find("Kopf", 24), 3);

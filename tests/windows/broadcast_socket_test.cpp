@@ -44,7 +44,9 @@ TEST_F(BroadcastSocketTest, ReceivesItsOwnDatagramsInOrder) {
   socket.Send("");
   socket.Send(withZero);
   socket.Send(largest);
+  socket.Send(largest + "x");
   ASSERT_TRUE(Hear(3));
+  EXPECT_FALSE(Hear(4, 100));
   EXPECT_EQ(heard, (std::vector<std::string>{"first", withZero, largest}));
 }
 
