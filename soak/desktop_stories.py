@@ -1,4 +1,4 @@
-"""Stories of the desktop: its size, colours, fonts and scaling change with every window open; a logoff is refused."""
+"""Stories of the desktop: its size, colours, fonts and scaling change with every window open; a logoff is cancelled."""
 
 import time
 

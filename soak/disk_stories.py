@@ -12,7 +12,7 @@ import time
 from desks import GREETING, accept, boxes_of, check, export
 from rig import copies, network, probe
 
-KILLS = 1000  # of a saving program
+KILLS = 1000  # of a saving program under Wine; a tenth of them natively
 NO_TEXTS = "Error reading language files. Cannot find code 8209"  # the settings name the language
 
 _ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -148,14 +148,14 @@ def _fill(folder):
 def killed_while_it_saves(_):
     with tempfile.TemporaryDirectory() as folder:
         saver = f"{_ROOT}/build/native/soak/saver"
-        print("   ", _kill_savers(folder, KILLS, lambda path: [saver, folder, path], subprocess.Popen))
+        print("   ", _kill_savers(folder, KILLS // 10, lambda path: [saver, folder, path], subprocess.Popen))
 
 
 def killed_while_it_saves_under_wine(desks):
     prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
     os.mkdir(folder)
     saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
-    print("   ", _kill_savers(folder, KILLS // 20, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
+    print("   ", _kill_savers(folder, KILLS, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
                               lambda command, **options: prefix.start(*command, **options)))
 
 
