@@ -1,5 +1,5 @@
-// Characters of the system's ANSI code page. Only this file knows that a character may have two bytes (double-byte),
-// and what its lower-case form is.
+// Characters of the system's ANSI code page, and the conversion of its texts to UTF-16. Only this file knows that a
+// character may have two bytes (double-byte), and what its lower-case form is.
 //
 // On Japanese, Chinese and Korean systems (code pages 932, 936, 949 and 950) the trail byte of a character may be "|",
 // "\" or a Latin letter, so search for these with the functions of core/text.h. Trail bytes are never below 0x40:

@@ -1,7 +1,6 @@
-// Decides when a copy answers newcomers: a token bucket, and beyond it answers that are deferred by a random time and
-// coalesced. While the budget lasts, each of their packets is answered at once. An answer
-// is a broadcast, so one answer serves all newcomers heard before it: beyond the budget an answer is owed, to be sent
-// within two seconds, at a random time, and it serves everybody who asked until then.
+// Decides when a copy answers newcomers, by a token bucket. While this budget lasts, each of their packets is answered
+// at once. An answer is a broadcast, so one answer serves all newcomers heard before it: beyond the budget an answer is
+// owed, to be sent within two seconds, at a random time, and it serves everybody who asked until then.
 #pragma once
 
 #include <cstddef>

@@ -1,7 +1,6 @@
 // The lines of a chat: storage, paragraphs, plain text and markup.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <tuple>
 #include <vector>
 

@@ -1,8 +1,6 @@
 // Alerts before they are drawn: the queue, and line breaking.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "core/text.h"
 #include "ui/conversation/alert_queue.h"
 #include "ui/conversation/popup_layout.h"

@@ -1,14 +1,12 @@
 // Menus before they are drawn: captions, mnemonics and pictures.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "core/globals.h"
 #include "core/language.h"
 #include "support/program_folder.h"
-#include "ui/main/main_menu.h"
 #include "ui/toolkit/menu/menu_items.h"
 
 namespace toolkit {

@@ -3,7 +3,6 @@
 #include "core/clock.h"
 #include "core/event_loop.h"
 #include "core/globals.h"
-#include "core/runtime_error.h"
 #include "core/scoped_flag.h"
 #include "core/text.h"
 #include "net/packet.h"

@@ -4,13 +4,11 @@
 #include <algorithm>
 
 #include "core/files.h"
-#include "core/globals.h"
 #include "core/language.h"
 #include "core/sound.h"
 #include "core/text.h"
 #include "ui/conversation/clipboard.h"
 #include "ui/toolkit/menu/menu_items.h"
-#include "ui/toolkit/pictures.h"
 #include "ui/toolkit/save/frm_save.h"
 #include "ui/toolkit/screen.h"
 

@@ -1,7 +1,5 @@
 #include "ui/conversation/frm_com.h"
 
-#include <vector>
-
 #include "core/event_loop.h"
 #include "core/log.h"
 #include "core/text.h"

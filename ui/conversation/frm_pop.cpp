@@ -4,7 +4,6 @@
 
 #include "core/files.h"
 #include "core/globals.h"
-#include "core/runtime_error.h"
 #include "core/sound.h"
 #include "core/text.h"
 #include "ui/conversation/clipboard.h"

@@ -11,6 +11,7 @@
 #include "core/code_page.h"
 #include "core/text.h"
 #include "ui/conversation/popup_layout.h"
+#include "ui/toolkit/handles.h"
 #include "ui/toolkit/screen.h"
 
 namespace conversation {

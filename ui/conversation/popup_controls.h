@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/toolkit/handles.h"
-
 namespace conversation {
 
 // The text of an alert: as wide as its longest line, wrapped only when the screen is too narrow, with a scroll bar only

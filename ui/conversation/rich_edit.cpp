@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
 #include "core/runtime_error.h"
 #include "core/system_library_win32.h"

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 
 #include "res/pictures.h"
 #include "ui/toolkit/menu/menu_items.h"

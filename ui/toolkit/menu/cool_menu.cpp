@@ -72,7 +72,7 @@ void WriteItem(HMENU menu, int position, MENUITEMINFOA& info) {
   ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
 }
 
-CMyItemData DataOf(const MENUITEMINFOA& info, const TextBuffer& text, const ConvertImages& images, bool mainMenu) {
+CMyItemData ParseItem(const MENUITEMINFOA& info, const TextBuffer& text, const ConvertImages& images, bool mainMenu) {
   CMyItemData data = ParseCaption(text.data());
   data.fType |= static_cast<std::int32_t>(info.fType);
   data.bTrueSub = info.hSubMenu != nullptr;
@@ -133,7 +133,7 @@ void ConvertMenu(HMENU menu, CMyItemDatas& datas, const ConvertImages& images, b
     TextBuffer text{};
     if (!ReadItem(menu, position, info, text)) continue;
     if ((info.fType & (MFT_OWNERDRAW | MFT_BITMAP)) == 0) {
-      CMyItemData data = DataOf(info, text, images, mainMenu);
+      CMyItemData data = ParseItem(info, text, images, mainMenu);
       ConvertItem(menu, position, data, datas.Add(data));
     }
     if (info.hSubMenu && !mainMenu) ConvertMenu(info.hSubMenu, datas, images, false);
