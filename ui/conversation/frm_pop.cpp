@@ -164,11 +164,12 @@ void FrmPop::aniTimer_Timer() {
 
 // A tick that was posted before the timer stopped may still arrive; it is ignored.
 void FrmPop::Timer_Timer() {
-  if (!flashes_.Tick()) return;
+  if (flashes_ == 0) return;
+  --flashes_;
   lit_ = !lit_;
   lblMsg.SetBackColour(lit_ ? kLitColour : kFaceColour);
   ::InvalidateRect(picImg, nullptr, FALSE);
-  if (flashes_.Done()) ::KillTimer(hwnd(), kTimer);
+  if (flashes_ == 0) ::KillTimer(hwnd(), kTimer);
 }
 
 void FrmPop::Draw(const DRAWITEMSTRUCT& request) const {

@@ -106,7 +106,7 @@ class FrmPop : public toolkit::Window {
   const int alertHeight_;
   Point position_{};
   Size size_{};
-  FlashCount flashes_;
+  int flashes_ = kFlashes;  // still to do
   bool lit_ = false;
 };
 

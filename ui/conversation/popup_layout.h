@@ -26,7 +26,8 @@ inline constexpr Twips kRaise{450};  // one step of the alert height setting
 
 inline constexpr unsigned kSlideInterval = 10;   // milliseconds
 inline constexpr unsigned kFlashInterval = 500;  // milliseconds
-inline constexpr int kFlashes = 6;               // even, so that a popup ends with its first colour
+inline constexpr int kFlashes = 6;
+static_assert(kFlashes % 2 == 0, "a popup must end with its first colour");
 
 constexpr bool IsTop(Corner corner) { return corner == Corner::TopLeft || corner == Corner::TopRight; }
 
@@ -59,22 +60,6 @@ constexpr std::optional<Twips> NextTop(Corner corner, ScreenSize screen, Twips t
   if (IsTop(corner)) return top >= rest ? std::nullopt : std::optional(top + kStep);
   return screen.height - rest >= top + height ? std::nullopt : std::optional(top - kStep);
 }
-
-// Counts down the flashes of a popup.
-class FlashCount {
- public:
-  // True when this tick toggles the colours; false after the last flash.
-  constexpr bool Tick() {
-    if (left_ <= 0) return false;
-    --left_;
-    return true;
-  }
-
-  constexpr bool Done() const { return left_ <= 0; }
-
- private:
-  int left_ = kFlashes;
-};
 
 struct Size {
   Twips width, height;

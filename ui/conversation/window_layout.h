@@ -46,10 +46,10 @@ constexpr Twips BarTopWithin(Twips wanted, Twips windowHeight) {
 }
 
 struct ChatSizes {
-  int width = 0, height = 0;          // of the client area
-  int barTop = 0;                     // as requested by the user
-  int sendWidth = 0, sendHeight = 0;  // of the Send button
-  bool status = true;
+  int width, height;          // of the client area
+  int barTop;                 // as requested by the user
+  int sendWidth, sendHeight;  // of the Send button
+  bool status;
 };
 
 struct ChatParts {
