@@ -21,11 +21,13 @@ class Rig(wine.Machine):
 
     def __init__(self, tray=True, size="1024x768"):
         super().__init__(size, tray)
-        self.wire = wire.Wire()
+        self._copies = []
+        self.wire = wire.Wire(describe=lambda: "".join("\n" + copy.state() for copy in self._copies))
 
     def copy(self, user="anna", host=None, on_screen=None, **options):
         """A copy of the program for the user with this logon name, not started yet."""
-        return Copy(self.system, user, host or self.segment, on_screen or self.screen, **options)
+        self._copies.append(Copy(self.system, user, host or self.segment, on_screen or self.screen, **options))
+        return self._copies[-1]
 
 
 class Copy:
@@ -38,6 +40,7 @@ class Copy:
         self.folder = self.prefix.install(PROGRAM_FOLDER)
         self._environment = environment
         self.process = None
+        self._wine_errors = pathlib.Path(self.prefix.drive_c, "wine-errors.txt")
 
     @functools.cached_property
     def probe(self):
@@ -50,8 +53,15 @@ class Copy:
 
     def start_another(self, *arguments):
         folder = "C:" + self.folder.removeprefix(self.prefix.drive_c).replace("/", "\\")
-        return self.prefix.start(folder + "\\Quillon.exe", *arguments, environment=self._environment,
-                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        with open(self._wine_errors, "ab") as errors:
+            return self.prefix.start(folder + "\\Quillon.exe", *arguments, environment=self._environment,
+                                     stdout=subprocess.DEVNULL, stderr=errors)
+
+    def state(self):
+        """What is known of the copy, for the report of a failure. Does not ask Wine, which may hang."""
+        return (f"{self.user}: exit status {self.process and self.process.poll()}, log {self.log()[-5:]}, "
+                f"windows {self.prefix.screen.titles()}, "
+                f"Wine's errors {self._wine_errors.read_bytes()[-500:] if self._wine_errors.exists() else ''}")
 
     def write_settings(self, name=None, colour=0, position=4, sound="(S)", run_at_logon=0, blocked=(), groups=()):
         """Writes a User.ini as the program does."""

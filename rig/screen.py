@@ -51,6 +51,11 @@ class Screen:
         wait(lambda: self._run("xdotool", "search", "--onlyvisible", "--class", "exe$", check=False),
              complaint="no window appeared")
 
+    def titles(self):
+        """The titles of the visible windows."""
+        output = self._run("xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@", check=False)
+        return output.splitlines()
+
     def save(self, path):
         """Saves a screenshot of the whole screen."""
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)

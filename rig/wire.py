@@ -21,9 +21,11 @@ class Packet(NamedTuple):
 
 
 class Wire:
-    """Captures everything that is broadcast on the segment from its creation on, and can broadcast itself."""
+    """Captures everything that is broadcast on the segment from its creation on, and can broadcast itself.
 
-    def __init__(self, port=PORT):
+    describe() returns what else is to be reported when a packet is missing, such as the state of its sender."""
+
+    def __init__(self, port=PORT, describe=lambda: ""):
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         for option, value in ((socket.SO_REUSEADDR, 1), (socket.SO_BROADCAST, 1), (socket.SO_RCVBUF, 8 << 20),
                               (_SO_TIMESTAMPNS, 1)):
@@ -31,6 +33,7 @@ class Wire:
         self._socket.bind(("0.0.0.0", port))
         self._port = port
         self._packets = []
+        self._describe = describe
         self._lock = threading.Lock()
         threading.Thread(target=self._capture, daemon=True).start()
 
@@ -71,7 +74,7 @@ class Wire:
     def wait_for(self, text, start=0):
         """Waits for a packet with exactly this text and returns it."""
         return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None),
-                    complaint=lambda: f"{text!r} not heard, only {self.texts(start=start)}")
+                    complaint=lambda: f"{text!r} not heard, only {self.texts(start=start)}{self._describe()}")
 
 
 def hold_port(host, port=PORT):
