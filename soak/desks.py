@@ -20,11 +20,18 @@ def check(condition, complaint):
 
 
 class Desks:
-    """Anna and Bob, each on a separate host, and Berta, who is logged on to Anna's machine too."""
+    """Anna and Bob, each on a separate host, and Berta, who is logged on to Anna's machine too. Their copies run after
+    start()."""
 
     def __init__(self):
         self.rig = copies.Rig()
         self.wire = self.rig.wire
+        self.all = ()
+
+    def start(self):
+        """Starts the copies and waits until all have joined; does nothing if they have been started."""
+        if self.all:
+            return
         host = network.Host()
         self.anna = self.rig.copy("anna", host)
         self.berta = self.rig.copy("berta", host, on_screen=screen.Screen())

@@ -10,7 +10,7 @@ import tempfile
 import time
 
 from desks import GREETING, accept, boxes_of, check, export
-from rig import copies, network, probe
+from rig import copies, network, probe, wine
 
 KILLS = 1000  # of a saving program under Wine; a tenth of them natively
 NO_TEXTS = "Error reading language files. Cannot find code 8209"  # the settings name the language
@@ -152,7 +152,8 @@ def killed_while_it_saves(_):
 
 
 def killed_while_it_saves_under_wine(desks):
-    prefix, folder = desks.anna.prefix, desks.anna.prefix.drive_c + "/saves"
+    prefix = wine.Prefix(desks.rig.system, desks.rig.segment, desks.rig.screen)
+    folder = prefix.drive_c + "/saves"
     os.mkdir(folder)
     saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
     print("   ", _kill_savers(folder, KILLS, lambda _: [saver, "C:\\saves", "C:\\saves\\User.ini"],
