@@ -71,14 +71,14 @@ class Watched:
         grown = [f"{self.user.name} has grown: {name} from {getattr(self._base, name):.0f} to {value:.0f}"
                  for name, value in vars(self.figures).items()
                  if value > getattr(self._base, name) + getattr(self._limits.margin, name)]
-        if self.trend() > _MAX_TREND:
+        if (self.trend() or 0) > _MAX_TREND:
             grown.append(f"{self.user.name} grows by {self.trend():.2f} MB a day")
         return grown
 
     def trend(self):
-        """The median growth of memory in MB a day; 0 before enough days."""
+        """The median growth of memory in MB a day; None before enough days."""
         days = self._memory[self._limits.warm_up:]
-        return statistics.median(b - a for a, b in itertools.pairwise(days)) if len(days) > _TREND_DAYS else 0
+        return statistics.median(b - a for a, b in itertools.pairwise(days)) if len(days) > _TREND_DAYS else None
 
     def count_datagrams(self):
         before, self._datagrams = self._datagrams, self.gauge.datagrams()
@@ -103,7 +103,8 @@ class Office:
             copy.write_settings()
             copy.start()
         for copy in segment_copies:
-            probe.wait(lambda copy=copy: self._crowd.joined.get(copy.host.address), 90, f"{copy.user} does not join")
+            probe.wait(lambda copy=copy: self._crowd.joined.get(copy.host.address), 90,
+                       lambda copy=copy: f"does not join: {copy.state()}")
         kinds = (Worker, Worker, Monkey)
         self._watched = [Watched(kind(copy, copy.user, random.Random(f"{seed} {copy.user}"), self._crowd), limits)
                          for kind, copy in zip(kinds, segment_copies)]
@@ -171,7 +172,8 @@ class Office:
         """Prints how often each kind of action succeeded; returns those that never did, after enough days."""
         tried, done = (sum((getattr(w.user, name) for w in self._watched), collections.Counter())
                        for name in ("tried", "done"))
-        print("median growth, MB a day: " + ", ".join(f"{w.user.name} {w.trend():.2f}" for w in self._watched))
+        trends = ((w.user.name, w.trend()) for w in self._watched)
+        print("median growth, MB a day: " + ", ".join(f"{n} {'-' if t is None else f'{t:.2f}'}" for n, t in trends))
         print(f"message boxes closed unread: {sum(w.user.unread for w in self._watched)}")
         print("done/tried: " + ", ".join(f"{kind} {done[kind]}/{tried[kind]}" for kind in sorted(tried)), flush=True)
         return [f"never succeeded: {kind}" for kind in tried if not done[kind]] if days >= _ENOUGH else []
