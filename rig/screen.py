@@ -28,7 +28,8 @@ class Screen:
         self.name = f":{Screen._count}"
         self.environment = dict(os.environ, DISPLAY=self.name)
         self._size = tuple(map(int, size.split("x")))
-        self._start("Xvfb", self.name, "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24")
+        # By default the server starts anew when its last client ends, and drops clients that connect meanwhile.
+        self._start("Xvfb", self.name, "-noreset", "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24")
         wait(self._is_up, complaint="the screen did not come up")
         self._start("openbox", "--sm-disable")
         self._run("display", "-window", "root", "xc:#5A7894", check=False)  # contrasts with windows in screenshots
