@@ -32,6 +32,9 @@ class Screen:
         self._start("Xvfb", self.name, "-noreset", "-nolock", "-nolisten", "tcp", "-screen", "0", size + "x24")
         wait(self._is_up, complaint="the screen did not come up")
         self._start("openbox", "--sm-disable")
+        # A window manager that starts late moves the windows that it finds.
+        wait(lambda: self._run("xdotool", "get_num_desktops", check=False) not in ("", "0\n"),
+             complaint="the window manager did not come up")
         self._run("display", "-window", "root", "xc:#5A7894", check=False)  # contrasts with windows in screenshots
         if tray:
             # Fixed width: a tray that resizes itself would move its icons away from the pointer.
