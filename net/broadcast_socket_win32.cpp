@@ -132,14 +132,15 @@ void BroadcastSocket::Send(std::string_view bytes) {
   if (!unsent_.Empty() || !SendOne(bytes)) SendLater(bytes);
 }
 
-// False on a temporary failure. An outage is logged once.
+// False on a temporary failure. Successive failures are logged once.
 bool BroadcastSocket::SendOne(std::string_view bytes) {
   const bool sent = ::sendto(socket_, bytes.data(), static_cast<int>(bytes.size()), 0,
                              reinterpret_cast<const sockaddr*>(&everybody_), sizeof everybody_) != SOCKET_ERROR;
   const int error = sent ? 0 : ::WSAGetLastError();
-  const bool wasDown = std::exchange(networkIsDown_, IsTemporary(error));
-  if (networkIsDown_ && !wasDown) core::WriteLog("Unable to send: " + core::NumberAndDescription(ErrorOf(error)));
-  return !networkIsDown_;
+  if (error == WSAEMSGSIZE) return true;  // says nothing about the network
+  const bool failedBefore = std::exchange(sendFails_, !sent);
+  if (sendFails_ && !failedBefore) core::WriteLog("Unable to send: " + core::NumberAndDescription(ErrorOf(error)));
+  return !IsTemporary(error);
 }
 
 // Nothing repeats a datagram. Without this queue, a machine that starts before its network is up would never be listed.

@@ -57,7 +57,7 @@ class BroadcastSocket : public DatagramPort {
   HWND hwnd_ = nullptr;
   bool winsockStarted_ = false;
   bool throttled_ = false;
-  bool networkIsDown_ = false;
+  bool sendFails_ = false;
   bool dropsUnsent_ = false;
   UnsentQueue unsent_;
   int lastCount_ = 0;  // datagrams read on the last notification

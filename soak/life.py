@@ -5,6 +5,7 @@ usage: script/soak life [STORY ...]    only those whose name contains one of the
 The last line is "N passed, N failed".
 """
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -92,11 +93,26 @@ def the_cable_out_and_in(desks):
     _lines_of_an_outage(desks, desks.bob.host.unplug, desks.bob.host.plug)
 
 
-def the_default_route_gone_and_back(desks):
-    def route(*words):
-        subprocess.run(desks.bob.host.command("ip", "route", *words), check=True)
+def _route(desks, *words):
+    subprocess.run(desks.bob.host.command("ip", "route", *words), check=True)
 
-    _lines_of_an_outage(desks, lambda: route("del", "default"), lambda: route("add", "default", "dev", "eth0"))
+
+def the_default_route_gone_and_back(desks):
+    _lines_of_an_outage(desks, lambda: _route(desks, "del", "default"),
+                        lambda: _route(desks, "add", "default", "dev", "eth0"))
+
+
+def sending_refused(desks):
+    """By a firewall, which may do so for ever: nothing is kept, and the log has one line."""
+    chat, logged, start = desks.bob.open_chat("(All)"), len(desks.bob.log()), desks.wire.mark()
+    _route(desks, "add", "prohibit", "255.255.255.255")
+    for line in ("one", "two"):
+        desks.bob.say(chat, line)
+    _route(desks, "del", "prohibit", "255.255.255.255")
+    desks.bob.say(chat, "three")
+    desks.wire.wait_for("bob|M/\xdethree", start)
+    check(desks.wire.texts("bob", start) == ["bob|M/\xdethree"], "a refused line was sent later")
+    check(desks.bob.log()[logged:] == ["Unable to send: 10013: Permission denied"], desks.bob.log()[logged:])
 
 
 def another_address(desks):
@@ -152,7 +168,7 @@ def _use(desks, copy, chat):
 
 
 STORIES = (two_users_of_one_machine, twenty_copies_on_one_segment, asleep_with_a_flood_waiting, the_cable_out_and_in,
-           the_default_route_gone_and_back, another_address, the_time_of_day_changed,
+           the_default_route_gone_and_back, sending_refused, another_address, the_time_of_day_changed,
            a_new_desktop_with_every_window_open, logoff_cancelled, a_folder_that_cannot_be_written,
            files_held_by_another_program, folders_in_place_of_files)
 WITHOUT_COPIES = (killed_while_it_saves, killed_while_it_saves_under_wine)  # the file code alone
@@ -160,20 +176,21 @@ WITHOUT_COPIES = (killed_while_it_saves, killed_while_it_saves_under_wine)  # th
 
 def _run_stories(names):
     desks, failed = Desks(), 0
-    stories = [story for story in (*STORIES, *WITHOUT_COPIES) if not names or any(word in story.__name__ for word in names)]
+    every = (*STORIES, *WITHOUT_COPIES)
+    stories = [story for story in every if not names or any(word in story.__name__ for word in names)]
     for story in stories:
         begin, outcome = time.monotonic(), "ok"
         try:
             if story in STORIES:
                 desks.start()
-            try:
-                story(desks)
-            finally:
-                desks.close_windows()
+            story(desks)
+            desks.close_windows()
         except Exception as error:  # whatever a story stumbles on is its failure; the others still run
             failed, outcome = failed + 1, f"FAILED: {type(error).__name__}: {error}"
-            for copy in desks.all:
-                copy.prefix.screen.save(f"{copies.SCREENSHOTS}/life-{copy.user}.png")
+            with contextlib.suppress(Exception):
+                for copy in desks.all:
+                    copy.prefix.screen.save(f"{copies.SCREENSHOTS}/life-{copy.user}.png")
+                desks.close_windows()
         print(f"{story.__name__.replace('_', ' '):<42} {time.monotonic() - begin:4.0f} s  {outcome}", flush=True)
     print(f"{len(stories) - failed} passed, {failed} failed")
     return 1 if failed else 0
