@@ -2,6 +2,7 @@
 
 #include "core/event_loop.h"
 #include "core/log.h"
+#include "core/scoped_flag.h"
 #include "core/text.h"
 #include "net/packet.h"
 #include "res/pictures.h"
@@ -114,11 +115,11 @@ std::span<const toolkit::Command> FrmCom::Commands() const {
   return kCommands;
 }
 
-// Events run between sending and closing, such as a second click.
+// Events run between sending and closing, such as a second click. After an exception the user may send again.
 void FrmCom::Send() {
   const std::string text = toolkit::TextOf(txtMsg);
   if (sending_ || core::Trim(text).empty()) return;
-  sending_ = true;
+  const core::ScopedFlag sending(sending_);
   if (recipients_.IsEverybody())
     SendToAll(text);
   else
