@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "core/event_loop_win32.h"
+#include "core/globals.h"
 #include "core/message_box.h"
 #include "core/process.h"
 #include "core/start_up.h"
@@ -12,11 +13,13 @@
 
 namespace {
 
-// Finds a window of the program; the system creates hidden ones for message boxes and the input method.
+// Finds a window of the program, a visible one as long as there is no icon in the notification area. The system creates
+// hidden windows for message boxes and the input method.
 BOOL CALLBACK LookAt(HWND window, LPARAM found) {
   const bool ours = ::GetClassLongPtrA(window, GCLP_HMODULE) == reinterpret_cast<ULONG_PTR>(toolkit::Instance());
-  if (ours) *reinterpret_cast<bool*>(found) = true;
-  return !ours;
+  const bool shows = core::gStarting == 0 || ::IsWindowVisible(window);
+  if (ours && shows) *reinterpret_cast<bool*>(found) = true;
+  return !(ours && shows);
 }
 
 bool HasWindows() {
@@ -32,7 +35,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   core::SetMessageFilter(toolkit::FilterMessage);
   mainwindow::Application application;
   core::Main(application, arguments);
-  // After a failure before the first window nothing could end the process, and it would block the user's next start
+  // When a start fails before it shows a window, nobody sees the process, and it would block the user's next start
   // until logoff.
   core::ShowPostedBoxes();
   if (!HasWindows()) core::EndProcess();
