@@ -60,6 +60,9 @@ class BoxHook {
     innermost_ = outer_;
   }
 
+  // False when the system has no room for a hook.
+  bool Installed() const { return hook_ != nullptr; }
+
  private:
   static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) {
     const auto& sent = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
@@ -127,7 +130,7 @@ SIZE WorkArea() {
 struct Room {
   LOGFONTA font;
   LONG wrap;  // width at which lines are wrapped
-  SIZE most;
+  SIZE max;
 };
 
 bool FitsInto(const Room& room, const std::string& text) {
@@ -135,9 +138,9 @@ bool FitsInto(const Room& room, const std::string& text) {
   // A rough test by area first: wrapping tens of thousands of characters takes seconds. Line ends count as characters
   // there, hence the tolerance.
   const SIZE line = screen.OneLine(text + ' ');
-  if (std::int64_t{line.cx} * line.cy > std::int64_t{2} * room.most.cx * room.most.cy) return false;
+  if (std::int64_t{line.cx} * line.cy > std::int64_t{2} * room.max.cx * room.max.cy) return false;
   const SIZE size = screen.Wrapped(text, room.wrap);
-  return size.cx <= room.most.cx && size.cy <= room.most.cy;
+  return size.cx <= room.max.cx && size.cy <= room.max.cy;
 }
 
 // The width at which a message box wraps its text, and the margins around it, differ between systems. So a box too
@@ -149,6 +152,7 @@ class BoxMeasure {
     area_ = WorkArea();
     room_ = SmallestRoom(metrics.lfMessageFont);
     const BoxHook hook(Measure);
+    if (!hook.Installed()) return room_;  // the box would stay open
     ::MessageBoxA(nullptr, OversizedText(room_.font).c_str(), "", MB_OK | IconStyle(icon));
     return room_;
   }
@@ -181,7 +185,7 @@ class BoxMeasure {
   static void Take(SIZE box, HWND text) {
     const SIZE size = SizeOf(text);
     room_.wrap = std::max<LONG>(size.cx, 1);
-    room_.most = {area_.cx - (box.cx - size.cx), area_.cy - (box.cy - size.cy)};
+    room_.max = {area_.cx - (box.cx - size.cx), area_.cy - (box.cy - size.cy)};
     const auto font = reinterpret_cast<HFONT>(::SendMessageA(text, WM_GETFONT, 0, 0));
     ::GetObjectA(font, sizeof room_.font, &room_.font);
   }

@@ -30,8 +30,8 @@ constexpr DWORD kDropDown = CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP;
 int SelectedIn(HWND combo) { return static_cast<int>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)); }
 
 // Translated captions may be wider than designed.
-int WidthOf(HWND control, Twips least, Twips padding) {
-  return std::max(Px(least), static_cast<int>(MeasureText(DialogFont(), TextOf(control)).cx) + Px(padding));
+int WidthOf(HWND control, Twips min, Twips padding) {
+  return std::max(Px(min), static_cast<int>(MeasureText(DialogFont(), TextOf(control)).cx) + Px(padding));
 }
 
 // The ancestors, the folder itself, and its sub-folders.
