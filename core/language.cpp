@@ -11,6 +11,7 @@
 #include "core/message_box.h"
 #include "core/numbers.h"
 #include "core/runtime_error.h"
+#include "core/text.h"
 
 namespace core {
 namespace {
@@ -51,14 +52,6 @@ void ReadTable(std::string_view file, LanguageTable& table) {
 void Take(LanguageTable table) {
   gTable = std::move(table);
   ++gGeneration;
-}
-
-// Removes the first line of the text, which CR LF, CR or LF ends.
-std::string_view TakeLine(std::string_view& file) {
-  const std::string_view line = file.substr(0, file.find_first_of("\r\n"));
-  file.remove_prefix(line.size());
-  if (!file.empty()) file.remove_prefix(file.starts_with("\r\n") ? 2 : 1);
-  return line;
 }
 
 }  // namespace

@@ -10,8 +10,8 @@ namespace core {
 
 // Loads the file into the globals, the main window's bounds and the roster's lists, and loads the language table.
 // Writes the default file first when there is none. A failure ends the reading and replaces the file by the default
-// one; what was read is kept. Throws when the default file cannot be written, and std::bad_alloc: the file stays as it
-// is then.
+// one; what was read is kept. Throws when the default file cannot be written; also throws std::bad_alloc, which leaves
+// the file unchanged.
 void ReadSets(Program& program);
 
 // Reads the content of a settings file. Throws Err::InputPastEnd, Err::TypeMismatch or Err::Overflow for a bad record,

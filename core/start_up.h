@@ -36,7 +36,7 @@ void StartTicks();
 std::int32_t ElapsedTicks(std::int32_t start);
 
 // Milliseconds between two tick counts. Throws Err::Overflow when they do not fit in a signed 32-bit number, which
-// happens once, 24.8 days after the system started.
+// happens across the wrap of the count: 24.9 days after the system's start, and every 49.7 days from then on.
 std::int32_t TicksBetween(std::int32_t start, std::int32_t now);
 
 // Duration of the listening, milliseconds.

@@ -93,6 +93,13 @@ std::size_t FindLast(std::string_view text, std::string_view ascii) {
   return last;
 }
 
+std::string_view TakeLine(std::string_view& text) {
+  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+  text.remove_prefix(line.size());
+  if (!text.empty()) text.remove_prefix(text.starts_with("\r\n") ? 2 : 1);
+  return line;
+}
+
 std::vector<std::string_view> BarFields(std::string_view text) {
   std::vector<std::string_view> fields;
   while (!text.empty()) {

@@ -30,6 +30,9 @@ std::string_view LeadingCharacters(std::string_view text, std::size_t bytes);
 std::size_t Find(std::string_view text, std::string_view ascii, std::size_t start = 0);
 std::size_t FindLast(std::string_view text, std::string_view ascii);
 
+// Removes the first line of the text, which CR LF, CR, LF or the end of the text ends. Returns it without its end.
+std::string_view TakeLine(std::string_view& text);
+
 // Splits at vertical bars. An empty last field is dropped: "F|anna|bob" and "F|anna|bob|" both have three. An empty
 // text has none.
 std::vector<std::string_view> BarFields(std::string_view text);

@@ -82,8 +82,8 @@ std::uint32_t AnswerBudget::FullDelay() const {
 AnswerLimits::Span AnswerBudget::Delay() const {
   const std::uint32_t longest = limits_.longestDelay;
   if (!listed_) return {longest - longest / 3, longest};
-  const std::uint32_t most = std::max(FullDelay(), limits_.shortestDelay);
-  return {most / 3, most};
+  const std::uint32_t max = std::max(FullDelay(), limits_.shortestDelay);
+  return {max / 3, max};
 }
 
 // Nothing is further ahead than the longest delay unless the clock has jumped; it is due then.
@@ -93,7 +93,7 @@ std::uint32_t AnswerBudget::Left(std::int32_t time, std::int32_t now) const {
 }
 
 std::int32_t AnswerBudget::After(AnswerLimits::Span span, std::int32_t now) {
-  return core::TicksAfter(now, std::uniform_int_distribution<std::uint32_t>(span.least, span.most)(random_));
+  return core::TicksAfter(now, std::uniform_int_distribution<std::uint32_t>(span.min, span.max)(random_));
 }
 
 }  // namespace net

@@ -13,14 +13,14 @@ namespace net {
 // Times are milliseconds. bench/segment_simulation measures these values on segments of two to a thousand copies.
 struct AnswerLimits {
   struct Span {
-    std::uint32_t least, most;
+    std::uint32_t min, max;
   };
 
   // Up to this many names (including the copy's own, and perhaps one that ended without leaving) everybody answers
   // everything: a start among n copies takes about 9 n^2 packets.
   std::size_t fewNames = 6;
 
-  // Limits the answers to a flood of newcomers, each of which takes three packets. Of five copies, four that start
+  // Limits the immediate answers to a flood of newcomers; an answer is three packets. Of five copies, four that start
   // together need 68 answers from the one that runs.
   std::uint32_t maxAtOnce = 72;
 
@@ -44,7 +44,7 @@ struct AnswerLimits {
 
   // Packets get lost, and among a thousand receivers almost surely somewhere. So a copy repeats its answer once after
   // it has joined, and after it has answered somebody who joined.
-  Span repetition{.least = 1000, .most = 1500};
+  Span repetition{.min = 1000, .max = 1500};
 };
 
 enum class Answer {

@@ -107,8 +107,8 @@ class Dispatcher {
   std::int32_t lossNotedSince_ = 0;
 
   // Hashes of the hidden senders answered since the opening with that number. Case-sensitive: _Bob and _bob are two
-  // copies that both need an answer, so this is not NameHash; who prepares a name with the same hash could as well send
-  // under the name itself.
+  // copies that both need an answer, so this is not NameHash; whoever crafts a name with the same hash could just as
+  // well send under the name itself.
   std::unordered_set<std::size_t> answered_;
   unsigned answeredSince_ = 0;
 

@@ -128,7 +128,7 @@ TEST_F(DispatcherTest, HiddenNamesDelayAnswersForSeconds) {
     EXPECT_EQ(port.sent, Lines{});
     settle();
     EXPECT_EQ(port.sent.size(), 3u);
-    EXPECT_GE(port.wakeIn, kLimits.repetition.least) << name << " is listed, so the answer is repeated";
+    EXPECT_GE(port.wakeIn, kLimits.repetition.min) << name << " is listed, so the answer is repeated";
   }
   support::Desktop().ticks += 20000;
   other.DataArrived("carl|");
@@ -282,7 +282,7 @@ class AnswerBudgetTest : public testing::Test {
   }
 
   void ForgetTheJoining() {
-    Pass(kLimits.repetition.most);
+    Pass(kLimits.repetition.max);
     budget.Settle(now);
   }
 
@@ -324,13 +324,13 @@ TEST_F(AnswerBudgetTest, InALargeSegmentOneAnswerServesAllAndIsRepeatedOnce) {
     EXPECT_FALSE(budget.Settle(now));
   }
   const std::uint32_t wait = Pass();
-  EXPECT_GE(wait, kLimits.repetition.least);
-  EXPECT_LE(wait, kLimits.repetition.most);
+  EXPECT_GE(wait, kLimits.repetition.min);
+  EXPECT_LE(wait, kLimits.repetition.max);
   EXPECT_TRUE(budget.Settle(now));
   EXPECT_EQ(budget.Ask(true, kFew, now), Answer::Now);
   EXPECT_EQ(budget.Wait(now), std::nullopt);
   EXPECT_EQ(budget.Ask(true, kFew + 1, now), Answer::Now);
-  EXPECT_GE(Pass(), kLimits.repetition.least);
+  EXPECT_GE(Pass(), kLimits.repetition.min);
   EXPECT_TRUE(budget.Settle(now)) << "an immediate answer is repeated too";
 }
 

@@ -93,7 +93,7 @@ TEST_F(MessengerTest, JoinsWithColourStateAndGreeting) {
   support::Desktop().onPending = [&] { port.sent.push_back("events"); };
   messenger.OpenSocket();
   EXPECT_EQ(port.sent, (Lines{"open 1414", "events", "anna|C/ 255", "anna|S/2", "anna|M/anna is now on the network"}));
-  EXPECT_GE(std::exchange(port.wakeIn, 0), AnswerLimits().repetition.least);
+  EXPECT_GE(std::exchange(port.wakeIn, 0), AnswerLimits().repetition.min);
 
   core::gStarting = -1;
   core::gColour = -5;

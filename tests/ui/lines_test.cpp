@@ -11,13 +11,13 @@ namespace {
 using namespace std::string_literals;
 
 TEST(AlertQueue, KeepsTheOldestInOrderAndForgetsABlockedSender) {
-  AlertQueue line;
-  for (std::size_t i = 0; i < kMaxWaitingAlerts + 5; ++i) line.Add({std::to_string(i), i % 2 ? "Mallory" : "anna", 0});
-  EXPECT_FALSE(line.Next(kMaxOpenPopups));
-  EXPECT_EQ(line.Next(kMaxOpenPopups - 1).value_or(Alert{}).text, "0");
-  line.Forget("mallory");
-  EXPECT_EQ(line.Waiting(), kMaxWaitingAlerts / 2 - 1);
-  EXPECT_EQ(line.Next(0).value_or(Alert{}).text, "2");
+  AlertQueue queue;
+  for (std::size_t i = 0; i < kMaxWaitingAlerts + 5; ++i) queue.Add({std::to_string(i), i % 2 ? "Mallory" : "anna", 0});
+  EXPECT_FALSE(queue.Next(kMaxOpenPopups));
+  EXPECT_EQ(queue.Next(kMaxOpenPopups - 1).value_or(Alert{}).text, "0");
+  queue.Forget("mallory");
+  EXPECT_EQ(queue.Waiting(), kMaxWaitingAlerts / 2 - 1);
+  EXPECT_EQ(queue.Next(0).value_or(Alert{}).text, "2");
 }
 
 using Lines = std::vector<std::string_view>;

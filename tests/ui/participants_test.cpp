@@ -108,7 +108,7 @@ TEST_F(RecipientsTest, ListsEachNameOnceIgnoringCase) {
   EXPECT_FALSE(recipients.IsRecipient("carl"));
 }
 
-// A user may have this name; an answer to him is sent to everybody, and only once.
+// A user may have this name; an answer to that user is sent to everybody, and only once.
 TEST_F(RecipientsTest, EverybodyReplacesAllOthersIgnoringCase) {
   EXPECT_EQ(Chosen({"bob|anna|", "(All)|"}), "(All)=1 ");
   EXPECT_EQ(Chosen({"dora|(All)|"}), "(All)=1 ");

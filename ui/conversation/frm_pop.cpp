@@ -62,7 +62,7 @@ void FrmPop::Open() {
 void FrmPop::CreateControls() {
   picImg = AddControl("STATIC", "", SS_OWNERDRAW, 0, kPictureId);
   lblSender = AddControl("STATIC", alert_.sender.c_str(), SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX);
-  ::SendMessageA(lblSender, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
+  toolkit::SetBold(lblSender);
   lblMsg.Create(hwnd(), alert_.text + "\r\n");
   lblMsg.SetForeColour(colour_);
   lblDrop.Create(hwnd(), kDropId, kDropGlyph);
@@ -251,7 +251,7 @@ void FrmPop::Answer(const std::string& recipients) {
 
 void FrmPop::mnuReplySender_Click() { Answer(alert_.sender + '|'); }
 
-void FrmPop::mnuReplyAll_Click() { Answer(std::string(toolkit::kEverybody) + '|'); }
+void FrmPop::mnuReplyAll_Click() { Answer(toolkit::EverybodyList()); }
 
 void FrmPop::mnuLive_Click() {
   CloseIfOpened([this] { return commands_.startLiveChat(alert_); });

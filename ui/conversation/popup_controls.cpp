@@ -286,15 +286,15 @@ void GlyphButton::Create(HWND parent, int id, char glyph) {
 
 void GlyphButton::Draw(const DRAWITEMSTRUCT& request) const {
   const Look look = LookOf((request.itemState & ODS_SELECTED) != 0, hot_);
-  RECT box = request.rcItem;
-  ::FillRect(request.hDC, &box, ::GetSysColorBrush(look.back));
+  RECT rect = request.rcItem;
+  ::FillRect(request.hDC, &rect, ::GetSysColorBrush(look.back));
   ::SetBkMode(request.hDC, TRANSPARENT);
   ::SetTextColor(request.hDC, ::GetSysColor(look.fore));
   const toolkit::ScopedSelection font(request.hDC, SymbolFont());
-  ::DrawTextA(request.hDC, &glyph_, 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+  ::DrawTextA(request.hDC, &glyph_, 1, &rect, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
   if ((request.itemState & ODS_FOCUS) == 0 || (request.itemState & ODS_NOFOCUSRECT) != 0) return;
-  ::InflateRect(&box, -1, -1);
-  ::DrawFocusRect(request.hDC, &box);
+  ::InflateRect(&rect, -1, -1);
+  ::DrawFocusRect(request.hDC, &rect);
 }
 
 LRESULT CALLBACK GlyphButton::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,

@@ -5,16 +5,6 @@
 namespace conversation {
 namespace {
 
-constexpr std::string_view kBreaks = "\r\n";
-
-// Removes the first line of the text.
-std::string_view TakeLine(std::string_view& text) {
-  const std::string_view line = text.substr(0, text.find_first_of(kBreaks));
-  text.remove_prefix(line.size());
-  if (!text.empty()) text.remove_prefix(text.starts_with(kBreaks) ? 2 : 1);
-  return line;
-}
-
 void Wrap(std::string_view line, const FitCount& fits, std::vector<std::string_view>& lines) {
   for (;;) {
     const std::size_t fit = std::max(fits(line), core::FirstCharacter(line).size());
@@ -31,7 +21,7 @@ void Wrap(std::string_view line, const FitCount& fits, std::vector<std::string_v
 std::vector<std::string_view> BreakLines(std::string_view text, const FitCount& fits) {
   std::vector<std::string_view> lines;
   do {
-    Wrap(TakeLine(text), fits, lines);
+    Wrap(core::TakeLine(text), fits, lines);
   } while (!text.empty());
   return lines;
 }

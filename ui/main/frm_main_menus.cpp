@@ -11,12 +11,6 @@
 #include "ui/toolkit/screen.h"
 
 namespace mainwindow {
-namespace {
-
-std::string EverybodyList() { return std::string(toolkit::kEverybody) + "|"; }
-
-}  // namespace
-
 void FrmMain::SetUpMenus() {
   AddMenu(menu_);
   menu_.menuHelp = [this](const std::string& text) { HelpObj_MenuHelp(text); };
@@ -62,9 +56,9 @@ void FrmMain::tbChat_Click() { commands_.openChat(users_.SelectedRecipients()); 
 
 void FrmMain::tbBlock_Click() { users_.ToggleBlock(); }
 
-void FrmMain::mnuChatAll_Click() { commands_.openChat(EverybodyList()); }
+void FrmMain::mnuChatAll_Click() { commands_.openChat(toolkit::EverybodyList()); }
 
-void FrmMain::mnuSndAll_Click() { commands_.openComposer(EverybodyList()); }
+void FrmMain::mnuSndAll_Click() { commands_.openComposer(toolkit::EverybodyList()); }
 
 // Dialog keys turn Enter into this command before the list can report it.
 void FrmMain::OnEnter() {

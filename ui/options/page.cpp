@@ -23,9 +23,9 @@ HWND Page::AddLabel(const toolkit::Caption& text) {
 }
 
 HWND Page::AddTextBox(int id) {
-  const HWND box = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id);
-  ::SendMessageA(box, EM_SETLIMITTEXT, 0, 0);
-  return box;
+  const HWND edit = AddControl("EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id);
+  ::SendMessageA(edit, EM_SETLIMITTEXT, 0, 0);
+  return edit;
 }
 
 void Page::AddButtons(toolkit::Toolbar& toolbar, std::span<const toolkit::ToolButton> buttons) {
@@ -33,14 +33,14 @@ void Page::AddButtons(toolkit::Toolbar& toolbar, std::span<const toolkit::ToolBu
   toolbar.KeepInOneLine();
 }
 
-void Page::LayOutList(HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) const {
+void Page::LayOutList(HWND label, HWND edit, toolkit::Toolbar& toolbar, HWND list) const {
   const toolkit::Area page = toolkit::ClientAreaOf(hwnd());
   const SIZE tools = toolbar.NaturalSize();
   const int margin = Px(kMargin), gap = Px(kGap), line = LineHeight(), field = FieldHeight();
   const int rowHeight = std::max(static_cast<int>(tools.cy), line + gap + field);
   const int left = page.right - margin - tools.cx, boxTop = margin + rowHeight - field;
   SetArea(label, AreaAt(margin, boxTop - gap - line, left - 2 * margin, line));
-  SetArea(box, AreaAt(margin, boxTop, left - 2 * margin, field));
+  SetArea(edit, AreaAt(margin, boxTop, left - 2 * margin, field));
   SetArea(toolbar.hwnd(), AreaAt(left, margin + rowHeight - tools.cy, tools.cx, tools.cy));
   const int listTop = margin + rowHeight + Px(8_dp);
   SetArea(list, AreaAt(margin, listTop, page.right - 2 * margin, page.bottom - 2 * margin - listTop));
@@ -63,9 +63,9 @@ int FieldHeight() { return std::max(Px(22_dp), LineHeight() + Px(6_dp)); }
 
 void BringToTop(HWND window) { ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
 
-void FocusAndSelect(HWND box) {
-  ::SetFocus(box);
-  ::SendMessageA(box, EM_SETSEL, 0, -1);
+void FocusAndSelect(HWND edit) {
+  ::SetFocus(edit);
+  ::SendMessageA(edit, EM_SETSEL, 0, -1);
 }
 
 Scratch::Scratch(SIZE size) : size_(size), dc_(::CreateCompatibleDC(nullptr)) {

@@ -55,8 +55,8 @@ class Page : public toolkit::Window {
   // A toolbar whose buttons stay in one line.
   void AddButtons(toolkit::Toolbar& toolbar, std::span<const toolkit::ToolButton> buttons);
 
-  // Lays out a page that edits a list: a label above its text box, the toolbar beside both, the list below.
-  void LayOutList(HWND label, HWND box, toolkit::Toolbar& toolbar, HWND list) const;
+  // Lays out a page that edits a list: a label above its text edit, the toolbar beside both, the list below.
+  void LayOutList(HWND label, HWND edit, toolkit::Toolbar& toolbar, HWND list) const;
 
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 
@@ -72,7 +72,7 @@ int FieldHeight();
 void BringToTop(HWND window);
 
 // Gives the focus to a text box and selects its text.
-void FocusAndSelect(HWND box);
+void FocusAndSelect(HWND edit);
 
 // Some images are drawn at run time, because they depend on the system's colours and the screen's scaling: an
 // off-screen bitmap, on which the images of an image list are drawn one after the other. Sizes in pixels.

@@ -72,7 +72,7 @@ class Preview : public toolkit::Window {
     Create({.className = "picPrevew", .style = WS_CHILD | WS_CLIPSIBLINGS, .exStyle = WS_EX_CONTROLPARENT}, "", {},
            page);
     lblPrevew = AddControl("STATIC", "<UName>", SS_CENTER | SS_NOPREFIX | SS_ENDELLIPSIS);
-    ::SendMessageA(lblPrevew, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit::BoldDialogFont()), FALSE);
+    toolkit::SetBold(lblPrevew);
     Show();
   }
 

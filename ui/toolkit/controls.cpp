@@ -20,28 +20,28 @@ bool MayInsert(UINT message) {
 }
 
 // The size of what remains when the selection is replaced.
-std::wstring Unselected(HWND box) {
-  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(box)) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(::GetWindowTextW(box, text.data(), static_cast<int>(text.size()))));
+std::wstring Unselected(HWND edit) {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(edit)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(::GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
   DWORD start = 0, end = 0;
-  ::SendMessageA(box, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  ::SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
   return text.erase(std::min<std::size_t>(start, text.size()), end - start);
 }
 
 // The number of characters that fit whatever their size. A text that does not fit may fit in two steps, since the
 // remaining space is computed again.
-void SetLimit(HWND box, int bytes) {
-  const std::wstring text = Unselected(box);
+void SetLimit(HWND edit, int bytes) {
+  const std::wstring text = Unselected(edit);
   const int length = static_cast<int>(text.size());
   const int used = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
   const int more = std::max(bytes - used, 0) / static_cast<int>(MaxBytesOfCharacter());
-  ::SendMessageA(box, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(length + more, 1)), 0);
+  ::SendMessageA(edit, EM_SETLIMITTEXT, static_cast<WPARAM>(std::max(length + more, 1)), 0);
 }
 
-LRESULT CALLBACK LimitProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {
-  if (MayInsert(message)) SetLimit(box, static_cast<int>(bytes));
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(box, LimitProcedure, id);
-  return ::DefSubclassProc(box, message, wParam, lParam);
+LRESULT CALLBACK LimitProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR bytes) {
+  if (MayInsert(message)) SetLimit(edit, static_cast<int>(bytes));
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(edit, LimitProcedure, id);
+  return ::DefSubclassProc(edit, message, wParam, lParam);
 }
 
 LRESULT CALLBACK WithoutSelectingProcedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
@@ -57,9 +57,9 @@ void MoveFocusByTab(HWND textBox) {
 
 }  // namespace
 
-void LimitBytes(HWND box, std::size_t bytes) {
-  ::SendMessageA(box, EM_SETLIMITTEXT, bytes, 0);
-  if (MaxBytesOfCharacter() > 1) ::SetWindowSubclass(box, LimitProcedure, kLimitSubclass, bytes);
+void LimitBytes(HWND edit, std::size_t bytes) {
+  ::SendMessageA(edit, EM_SETLIMITTEXT, bytes, 0);
+  if (MaxBytesOfCharacter() > 1) ::SetWindowSubclass(edit, LimitProcedure, kLimitSubclass, bytes);
 }
 
 bool TranslateTextKey(const MSG& key) {

@@ -12,7 +12,7 @@ namespace toolkit {
 
 // Limits what can be typed and pasted to this many bytes. The system's own limit counts characters, and that many
 // double-byte characters may not fit into a datagram. Texts that the program sets are not limited.
-void LimitBytes(HWND box, std::size_t bytes);
+void LimitBytes(HWND edit, std::size_t bytes);
 
 // Handles a WM_KEYDOWN of a multi-line text box in a window with dialog keys: Tab moves the focus, Ctrl+A selects all,
 // Escape is ignored. The system's box would insert Tab, close the window on Escape, and has no key for Select All. True

@@ -1,6 +1,7 @@
 // What the rows of users have in common, in the roster and in every list of its names.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "res/pictures.h"
@@ -9,6 +10,9 @@ namespace toolkit {
 
 // The row, and the recipient, that means all users.
 inline constexpr std::string_view kEverybody = "(All)";
+
+// A list of recipients with this row alone.
+inline std::string EverybodyList() { return std::string(kEverybody) + "|"; }
 
 // The icon identifies the kind of a row. Counted from 1, the pictures from 0.
 enum RowIcon : int {

@@ -74,6 +74,8 @@ HFONT BoldDialogFont() {
   return Kept(font, FW_BOLD);
 }
 
+void SetBold(HWND control) { ::SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(BoldDialogFont()), FALSE); }
+
 int SystemCharset() {
   CHARSETINFO info{};
   const auto codePage = reinterpret_cast<DWORD*>(static_cast<std::uintptr_t>(::GetACP()));

@@ -53,6 +53,9 @@ void SetArea(HWND window, const Area& area);
 HFONT DialogFont();
 HFONT BoldDialogFont();
 
+// Draws the text of a control in the bold dialog font.
+void SetBold(HWND control);
+
 // The character set of fonts that have the characters of the system's ANSI code page, such as SHIFTJIS_CHARSET.
 int SystemCharset();
 
