@@ -1,5 +1,6 @@
 """Copies of Quillon on the private segment, each with its own host, Windows installation, program folder and probe."""
 
+import contextlib
 import functools
 import os
 import pathlib
@@ -48,8 +49,18 @@ class Copy:
 
     def start(self, *arguments):
         """Starts the program; returns the copy itself."""
+        if not self.process:
+            probe.wait(self._has_desktop, complaint=f"{self.user} has no desktop")
         self.process = self.start_another(*arguments)
         return self
+
+    def _has_desktop(self):
+        # A process gives up after ten seconds if Wine's desktop is not ready, and then never has windows.
+        self.probe.windows()  # keeps the desktop
+        ready = self.prefix.start(PROBE, "desktop").wait() == 0
+        if not ready:
+            time.sleep(1)
+        return ready
 
     def start_another(self, *arguments):
         folder = "C:" + self.folder.removeprefix(self.prefix.drive_c).replace("/", "\\")
@@ -59,7 +70,9 @@ class Copy:
 
     def state(self):
         """What is known of the copy, for the report of a failure. Does not ask Wine, which may hang."""
-        return (f"{self.user}: exit status {self.process and self.process.poll()}, log {self.log()[-5:]}, "
+        log = pathlib.Path(self.folder, "Log.txt")
+        return (f"{self.user}: exit status {self.process and self.process.poll()}, "
+                f"log {log.read_bytes()[-400:] if log.is_file() else 'missing'}, "
                 f"windows {self.prefix.screen.titles()}, "
                 f"Wine's errors {self._wine_errors.read_bytes()[-500:] if self._wine_errors.exists() else ''}")
 
@@ -83,7 +96,7 @@ class Copy:
             return []
         records = self.read("Log.txt").split("\r\n")[:-1]
         # A record begins with the short date and the long time: 11/21/2026 12:00:00 PM in Wine's English.
-        return [record.strip('"').split(" ", 3)[3] for record in records]
+        return [record.strip('"').split(" ", 3)[-1] for record in records]
 
     def main(self):
         """The main window, visible or hidden."""
@@ -118,9 +131,14 @@ class Copy:
     def show_main(self):
         """Shows the main window by a double click on the icon in the notification area."""
         main = self.main()
-        if not main.visible:
+
+        def shown():
             self.prefix.screen.click_tray(times=2)
-            probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()))
+            with contextlib.suppress(TimeoutError):  # the icon may not have been there yet
+                return probe.wait(lambda: any(window.handle == main.handle for window in self.probe.foreground()), 10)
+
+        if not main.visible:
+            probe.wait(shown)
         return self.probe.wait_for("frmMain")
 
     def open_options(self):

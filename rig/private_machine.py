@@ -33,7 +33,7 @@ def _unshare(flags):
 def mount(*arguments):
     """Calls mount(8), on a directory created if missing; the mount is visible in the private machine only."""
     if not os.path.exists(arguments[-1]):
-        os.makedirs(arguments[-1])
+        os.makedirs(arguments[-1], exist_ok=True)  # two machines may start at once
     subprocess.run(["mount", *arguments], check=True)
 
 

@@ -56,9 +56,10 @@ class Screen:
              complaint="no window appeared")
 
     def titles(self):
-        """The titles of the visible windows."""
-        output = self._run("xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@", check=False)
-        return output.splitlines()
+        """The titles and sizes of the visible windows."""
+        numbers = self._run("xdotool", "search", "--onlyvisible", "--name", ".", check=False).split()
+        return [" ".join(self._run("xdotool", "getwindowname", n, "getwindowgeometry", n, check=False).split())
+                for n in numbers]
 
     def save(self, path):
         """Saves a screenshot of the whole screen."""
@@ -83,5 +84,5 @@ class Screen:
         return self._run("xdotool", *arguments)
 
     def _run(self, *command, check=True):
-        return subprocess.run(command, env=self.environment, check=check, text=True, stdout=subprocess.PIPE,
+        return subprocess.run(command, env=self.environment, check=check, text=True, timeout=60, stdout=subprocess.PIPE,
                               stderr=None if check else subprocess.DEVNULL).stdout

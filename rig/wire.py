@@ -11,7 +11,7 @@ from .probe import wait
 
 PORT = 1414
 
-_SO_TIMESTAMPNS = 35  # Python's socket module does not name it
+_SO_RCVBUFFORCE, _SO_TIMESTAMPNS = 33, 35  # Python's socket module does not name them
 
 
 class Packet(NamedTuple):
@@ -27,7 +27,7 @@ class Wire:
 
     def __init__(self, port=PORT, describe=lambda: ""):
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-        for option, value in ((socket.SO_REUSEADDR, 1), (socket.SO_BROADCAST, 1), (socket.SO_RCVBUF, 8 << 20),
+        for option, value in ((socket.SO_REUSEADDR, 1), (socket.SO_BROADCAST, 1), (_SO_RCVBUFFORCE, 8 << 20),
                               (_SO_TIMESTAMPNS, 1)):
             self._socket.setsockopt(socket.SOL_SOCKET, option, value)
         self._socket.bind(("0.0.0.0", port))
@@ -73,7 +73,7 @@ class Wire:
 
     def wait_for(self, text, start=0):
         """Waits for a packet with exactly this text and returns it."""
-        return wait(lambda: next((packet for packet in self._packets[start:] if packet.text == text), None),
+        return wait(lambda: next((packet for packet in self.packets(start=start) if packet.text == text), None),
                     complaint=lambda: f"{text!r} not heard, only {self.texts(start=start)}{self._describe()}")
 
 

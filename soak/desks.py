@@ -26,11 +26,12 @@ class Desks:
     def __init__(self):
         self.rig = copies.Rig()
         self.wire = self.rig.wire
-        self.all = ()
+        self.all, self._joined = (), False
 
     def start(self):
         """Starts the copies and waits until all have joined; does nothing if they have been started."""
         if self.all:
+            check(self._joined, "the copies did not start")
             return
         host = network.Host()
         self.anna = self.rig.copy("anna", host)
@@ -42,6 +43,7 @@ class Desks:
             copy.start()
         for copy in self.all:
             self.wire.wait_for(f"{copy.user}|M/{copy.user} {GREETING}")
+        self._joined = True
 
     def newcomer(self, user, host=None, **options):
         """Starts one more copy, on a host and a screen of its own; returns it once it has greeted."""

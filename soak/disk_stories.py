@@ -153,6 +153,7 @@ def killed_while_it_saves(_):
 
 def killed_while_it_saves_under_wine(desks):
     prefix = wine.Prefix(desks.rig.system, desks.rig.segment, desks.rig.screen)
+    probe.Probe(prefix, copies.PROBE).windows()  # keeps Wine's server, which must not end between two kills
     folder = prefix.drive_c + "/saves"
     os.mkdir(folder)
     saver = copies.WINDOWS_BUILD + "/soak/saver.exe"
@@ -168,7 +169,7 @@ def _kill_savers(folder, kills, command, start):
     saves, path = 0, folder + "/User.ini"
     for _ in range(kills):
         saver = start(command(path), stdout=subprocess.PIPE, text=True)
-        saver.stdout.readline()
+        check(saver.stdout.readline() == "1\n", "the saver does not start")
         time.sleep(random.uniform(0, 0.02))
         saver.kill()
         last = int(([line for line in saver.stdout if line.endswith("\n")] or ["1"])[-1])
