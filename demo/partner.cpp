@@ -43,7 +43,7 @@ struct Options {
 // Iterates over the command line; an invalid one prints the usage and ends the process.
 class Arguments {
  public:
-  Arguments(int count, char** words) : next_(words + 1), end_(words + count) {}
+  Arguments(int argc, char** argv) : next_(argv + 1), end_(argv + argc) {}
 
   bool AtEnd() const { return next_ == end_; }
   std::string Text() {

@@ -101,7 +101,6 @@ class Scene:
         box, _ = self.anna.wait_for_box()
         self.camera.take("name-taken", box.text)
         self.probe.answer(box)
-        self.camera.take("options-at-start", self.probe.wait_for("frmOpt").text)
         other.terminate()
         other.wait()
         self.probe.close(self.probe.wait_for("frmOpt"))

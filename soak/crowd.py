@@ -12,7 +12,7 @@ from rig import network, wire
 _SO_RCVBUFFORCE = 33  # Python's socket module does not name it
 CHAT, ALERT = "\xde", "\xdf"
 _GREETING = "is now on the network"
-_TOLD = re.compile(r"\|P/\xde(.*)\|([^|]*)$", re.DOTALL)
+_PRIVATE_LINE = re.compile(r"\|P/\xde(.*)\|([^|]*)$", re.DOTALL)
 
 
 class Roster:
@@ -95,7 +95,7 @@ class Crowd:
     def _consider(self, text, source):
         """Handles a copy's packet: all present desks answer a newcomer, and the recipient answers a private line."""
         sender = text.partition("|")[0]
-        told = _TOLD.search(text)
+        private = _PRIVATE_LINE.search(text)
         if text == f"{sender}|L/":
             # A copy that leaves, to exit or to accept new options, joins again with an empty list.
             self.rosters.setdefault(source, Roster()).clear()
@@ -105,10 +105,10 @@ class Crowd:
             if not self._asked:
                 self._asked = time.monotonic()
                 self.after(0.3, self._answer)
-        elif told:
+        elif private:
             for desk in self.present():
-                if desk.name == told[2] and not told[1].startswith("Re: "):
-                    self.after(0.5, lambda desk=desk: self.say(f"{desk.name}|P/{CHAT}Re: {told[1][:50]}|{sender}"))
+                if desk.name == private[2] and not private[1].startswith("Re: "):
+                    self.after(0.5, lambda desk=desk: self.say(f"{desk.name}|P/{CHAT}Re: {private[1][:50]}|{sender}"))
 
     def _answer(self):
         self._asked = 0

@@ -54,14 +54,14 @@ bool Move(const char* className, int left, int top) {
 
 }  // namespace
 
-int main(int count, char** words) {
-  const std::string_view change = count > 2 ? words[1] : "";
+int main(int argc, char** argv) {
+  const std::string_view change = argc > 2 ? argv[1] : "";
   bool done = false;
-  if (change == "size" && count > 3)
-    done = SetScreenSize(std::strtoul(words[2], nullptr, 10), std::strtoul(words[3], nullptr, 10));
-  if (change == "colours") done = SetColours(std::strtoul(words[2], nullptr, 16));
-  if (change == "move" && count > 4) done = Move(words[2], std::atoi(words[3]), std::atoi(words[4]));
-  if (change == "font") done = SetFont(std::strtol(words[2], nullptr, 10));
-  if (change == "scaling") done = SetScaling(std::strtoul(words[2], nullptr, 10));
+  if (change == "size" && argc > 3)
+    done = SetScreenSize(std::strtoul(argv[2], nullptr, 10), std::strtoul(argv[3], nullptr, 10));
+  if (change == "colours") done = SetColours(std::strtoul(argv[2], nullptr, 16));
+  if (change == "move" && argc > 4) done = Move(argv[2], std::atoi(argv[3]), std::atoi(argv[4]));
+  if (change == "font") done = SetFont(std::strtol(argv[2], nullptr, 10));
+  if (change == "scaling") done = SetScaling(std::strtoul(argv[2], nullptr, 10));
   return done ? 0 : 1;
 }

@@ -4,9 +4,9 @@
 
 #include <cstdio>
 
-int main(int count, char** words) {
-  if (count != 2) return 2;
-  if (::CreateFileA(words[1], GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr) == INVALID_HANDLE_VALUE) return 1;
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  if (::CreateFileA(argv[1], GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr) == INVALID_HANDLE_VALUE) return 1;
   std::puts("held");
   std::fflush(stdout);
   std::getchar();

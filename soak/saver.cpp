@@ -6,13 +6,13 @@
 
 #include "core/files.h"
 
-int main(int count, char** words) {
-  if (count != 3) return 2;
-  core::RemoveLeftovers(words[1]);
+int main(int argc, char** argv) {
+  if (argc != 3) return 2;
+  core::RemoveLeftovers(argv[1]);
   for (int number = 1;; ++number) {
     std::string text;
     for (int line = 0; line < number * 37 % 200 + 1; ++line) text += std::to_string(number) + "\r\n";
-    core::WriteFileSafely(words[2], text + "end");
+    core::WriteFileSafely(argv[2], text + "end");
     std::printf("%d\n", number);
     std::fflush(stdout);
   }

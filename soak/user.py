@@ -116,7 +116,8 @@ class Worker(Operator):
     def choose(self):
         time.sleep(self.random.uniform(0, 0.4))
         return self.random.choice((self._alert, self._chat, self._chat, self._export, self._status, self._rename,
-                                   self._block, self._language, self._move, self._look_away, self._tidy_up, self._type))
+                                   self._block, self._language, self._move, self._hide_and_open_about,
+                                   self._tidy_up, self._type))
 
     def _must(self, condition, complaint):
         """Waits for it, and answers message boxes, which suspend the code that opened them."""
@@ -189,7 +190,7 @@ class Worker(Operator):
     def _move(self):
         self.probe.command(self.probe.windows("frmMain")[0], ids.MAIN.mnuMoveSub + self.random.randrange(4))
 
-    def _look_away(self):
+    def _hide_and_open_about(self):
         main = self.probe.windows("frmMain")[0]
         self.probe.command(main, ids.MAIN.mnuHide)
         self.probe.command(main, ids.MAIN.mnuAbout)

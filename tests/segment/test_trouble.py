@@ -26,9 +26,14 @@ class Trouble(unittest.TestCase):
         cls.holder = wire.hold_port(cls.no_port.host)
         for copy in (cls.settled, cls.closed, cls.no_texts, cls.no_port, cls.alone):
             copy.start()
-        for name in ("anna", "dora"):  # another user has the name, in different case
-            cls.wire.wait_for(f"_{name}|S/0")
+        probe.wait(lambda: all([cls._taken(name) for name in ("anna", "dora")]))
+
+    @classmethod
+    def _taken(cls, name):
+        """Another user has the name, in different case, once its owner listens."""
+        if f"_{name}|S/0" in cls.wire.texts() and f"{name.upper()}|C/ 0" not in cls.wire.texts():
             cls.wire.send(f"{name.upper()}|C/ 0")
+        return f"{name.upper()}|C/ 0" in cls.wire.texts()
 
     def _expect_box(self, copy, title, text):
         box, shown = copy.wait_for_box()
