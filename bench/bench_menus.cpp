@@ -1,6 +1,6 @@
 // The cost of the owner-drawn menus compared with the system's, and leaks in operations repeated all day: opening
 // menus, showing alerts, changing the language. Prints a table of name, limit and figures; exit status 1 when a limit
-// is passed. Takes no arguments.
+// is exceeded. Takes no arguments.
 #include <windows.h>
 #include <commctrl.h>
 

@@ -17,7 +17,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 LANG_FILE = ROOT / "res" / "Lang.con"
 LANGUAGES = ["English", "Fran\xe7ais", "Deutsch", "Espa\xf1ol"]
-HIGHEST_LINES = 201
+MAX_TEXTS = 201
 MENU_TEXT_BYTES = 200  # the menu conversion reads an item's text into 201 bytes, the last of them NUL
 
 _STRING = r'"((?:[^"\\]|\\.)*)"'
@@ -44,7 +44,7 @@ class Program:
 
     def __init__(self):
         self.sources = {}
-        for path in sorted(path for room in ("core", "net", "ui") for path in (ROOT / room).rglob("*.[ch]*")):
+        for path in sorted(path for folder in ("core", "net", "ui") for path in (ROOT / folder).rglob("*.[ch]*")):
             self.sources[path.relative_to(ROOT).as_posix()] = path.read_text()
         whole = "\n".join(self.sources.values())
         self.captions = [(int(code), text) for code, text in _CAPTION.findall(whole)]  # code and built-in text
@@ -132,7 +132,7 @@ class LanguageFile(unittest.TestCase):
         codes = [int(row[0]) for row in self.fields[1:]]
         self.assertEqual(codes, sorted(set(codes)), "each code once, ascending: texts requested in file order are found at once")
         self.assertEqual(set(codes) ^ self.program.codes(), set(), "in the file or in the program, but not in both")
-        self.assertLessEqual(len(codes), HIGHEST_LINES)
+        self.assertLessEqual(len(codes), MAX_TEXTS)
         for row in self.fields[1:]:
             self.assertEqual(len(row), 1 + len(LANGUAGES), f"{row[0]}: a comma inside a text, or a language missing")
             self.assertEqual(row[0], row[0].strip())

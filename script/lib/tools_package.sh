@@ -35,8 +35,8 @@ Suggests: mosquitto, tshark
 Section: net
 Priority: optional
 Description: companions of the messenger Quillon
- quillon-cli alerts people from scripts, tells who is on a segment and looks
- for faults of the network. quillon-relay joins segments through an MQTT
+ quillon-cli alerts people from scripts, lists who is on a segment and
+ diagnoses faults of the network. quillon-relay joins segments through an MQTT
  broker. Wireshark and tshark show the packets by name.
 END
   echo /etc/default/quillon-relay >"$tree/DEBIAN/conffiles"

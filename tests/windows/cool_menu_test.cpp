@@ -63,7 +63,7 @@ class Canvas {
 class CoolMenuTest : public testing::Test {
  protected:
   CoolMenuTest() {
-    bar->menuHelp = [this](const std::string& text) { told.push_back(text); };
+    bar->menuHelp = [this](const std::string& text) { helpTexts.push_back(text); };
     bar->Create(host, false);
     bar->DrawItems();
   }
@@ -124,14 +124,14 @@ class CoolMenuTest : public testing::Test {
 
   HWND host = MakeHost();
   std::unique_ptr<WindowMenu> bar = std::make_unique<WindowMenu>(kMainMenu, MenuKind::Bar);
-  std::vector<std::string> told;
+  std::vector<std::string> helpTexts;
 };
 
 COLORREF MenuColour() { return ::GetSysColor(COLOR_MENU); }
 
 TEST_F(CoolMenuTest, ConvertsTheTreeOnceAndRestoresIt) {
   ::CheckMenuItem(menu(), mainwindow::mnuStatBar, MF_CHECKED);
-  const std::size_t count = std::size(kMainMenu) - 3;  // the system draws the heads on the bar
+  const std::size_t count = std::size(kMainMenu) - 3;  // the system draws the items of the menu bar
   for (int i = 0; i < 2; ++i, cool().Convert()) EXPECT_EQ(cool().Items().Count(), count);
   for (const MenuRow& row : kMainMenu) {
     SCOPED_TRACE(row.caption.builtIn);
@@ -193,7 +193,7 @@ TEST_F(CoolMenuTest, HandlesMnemonicsAndReportsHelpTexts) {
   Highlight(mainwindow::mnuMove, MF_POPUP);
   Highlight(mainwindow::mnuShowMe);
   ::SendMessageA(host, WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);  // the menu has closed
-  EXPECT_EQ(told, (std::vector<std::string>{"Show/hide this bar", "Move this window", "", ""}));
+  EXPECT_EQ(helpTexts, (std::vector<std::string>{"Show/hide this bar", "Move this window", "", ""}));
   cool().help.MenuHelp = [this](const std::string&) { bar.reset(); };
   Highlight(mainwindow::mnuStatBar);
   EXPECT_FALSE(OwnerDrawn(mainwindow::mnuStatBar)) << "it cleans up even when its own event destroys it";

@@ -13,7 +13,7 @@
 #include "core/globals.h"
 #include "core/message_box.h"
 #include "support/object_count.h"
-#include "support/poor_desktop.h"
+#include "support/failing_desktop.h"
 #include "support/recording_network.h"
 #include "support/recording_program.h"
 #include "support/window_probe.h"

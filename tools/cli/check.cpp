@@ -74,7 +74,7 @@ class Checker {
   }
 
   void CheckAnswers() {
-    out_ << "The own broadcast " << (cameBack_ ? "comes back.\n" : "does not come back.\n");
+    out_ << "This machine's own broadcast " << (cameBack_ ? "comes back.\n" : "does not come back.\n");
     if (!cameBack_)
       Fault("this machine does not hear its own broadcast.",
             "Its firewall blocks UDP port 1414: allow it in both directions, as the administrator's guide shows.");

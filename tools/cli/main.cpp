@@ -22,8 +22,8 @@ constexpr char kVersion[] =
     "quillon-cli " VERSION_OF(QUILLON_VERSION_MAJOR, QUILLON_VERSION_MINOR, QUILLON_VERSION_REVISION);
 
 constexpr char kExitCodes[] =
-    "Exit status: 0 on success, 1 if the network fails, 2 if the command line is invalid, 3 if a recipient is not on "
-    "the network.";
+    "Exit status: 0 on success, 1 if the network fails or check finds a fault, 2 if the command line or the text is "
+    "invalid or the sender's name is taken, 3 if a recipient is not on the network.";
 
 // The parser takes a text in brackets for a list, and ignores a "--" after the first name. So an argument that begins
 // with a bracket or follows "--" is prefixed with a byte that cannot be typed.

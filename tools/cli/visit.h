@@ -14,7 +14,7 @@ namespace cli {
 
 using Milliseconds = std::chrono::milliseconds;
 
-// Exit codes of the program, as in its manual page.
+// Exit codes of the program, as in its manual page. A check that finds a fault ends with kNetworkFailed, too.
 enum ExitCode : int { kDone = 0, kNetworkFailed = 1, kMisused = 2, kAbsent = 3 };
 
 // The network failed.

@@ -1,4 +1,4 @@
-#include "support/poor_desktop.h"
+#include "support/failing_desktop.h"
 
 #include <cstdint>
 #include <string_view>

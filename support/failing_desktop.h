@@ -1,4 +1,4 @@
-// Simulates a shortage of windows, menus and GDI objects.
+// Fault injection: makes the creation of windows, menus and GDI objects fail.
 #pragma once
 
 #include <windows.h>
