@@ -213,6 +213,8 @@ void Session::Next() {
     case 'n':
       program_->refuses = !program_->refuses;
       return;
+    case 'd':
+      return program_->SetNetworkDown(!program_->IsNetworkDown());
     case 'f':
       return FailFiles(fuzz::TakeByte(event));
     case 'q':

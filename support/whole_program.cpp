@@ -48,6 +48,12 @@ std::string_view RowsViolation(const ListRows& rows) {
 
 bool IsKind(std::string_view kind, std::string_view wanted) { return core::EqualIgnoringCase(kind, wanted); }
 
+bool IsText(std::string_view datagram) {
+  const net::Packet packet = net::SplitPacket(datagram);
+  return !packet.argument.empty() &&
+         (net::IsKind(packet.kind, net::kPresence) || net::IsKind(packet.kind, net::kPrivate));
+}
+
 }  // namespace
 
 PlainChat::PlainChat(const core::Roster& roster, const ListRows& online)
@@ -330,7 +336,7 @@ std::vector<std::string> WholeProgram::OfferedNames() const {
 void WholeProgram::ShowOptionsAtStartUp() { core::gUserName = core::gCurName = core::gUserName + "2"; }
 
 void WholeProgram::Open(int) {
-  open_ = false;
+  Close();
   if (refuses) throw core::RuntimeError(10048, "Address already in use");
   openName_ = core::gCurName;
   open_ = true;
@@ -343,7 +349,34 @@ void WholeProgram::Send(std::string_view bytes) {
   const std::string_view sender = net::SplitPacket(bytes).sender;
   const bool right = sender == openName_ || (core::gStarting != 0 && sender == core::gUserName);
   if (!right) violation_ = "a packet with the wrong sender";
-  if (own_.size() < kMaxOwn) own_.emplace_back(bytes);
+  if (isDown_) {
+    if (unsent_.Add(bytes) && IsText(bytes)) unsentTexts_.emplace_back(bytes);
+  } else if (own_.size() < kMaxOwn) {
+    own_.emplace_back(bytes);
+  }
+}
+
+void WholeProgram::Close() {
+  open_ = false;
+  unsent_.Clear();
+  unsentTexts_.clear();
+}
+
+void WholeProgram::SetNetworkDown(bool down) {
+  isDown_ = down;
+  if (down) return;
+  std::size_t count = 0, bytes = 0;
+  std::vector<std::string> texts;
+  for (; !unsent_.Empty(); unsent_.RemoveFront()) {
+    const std::string& datagram = unsent_.Front();
+    ++count;
+    bytes += datagram.size();
+    if (IsText(datagram)) texts.push_back(datagram);
+    if (own_.size() < kMaxOwn) own_.push_back(datagram);
+  }
+  if (count > net::UnsentQueue::kMaxCount || bytes > net::UnsentQueue::kMaxBytes) violation_ = "too much was unsent";
+  if (texts != unsentTexts_ && !mayLose) violation_ = "unsent texts lost or out of order";
+  unsentTexts_.clear();
 }
 
 void WholeProgram::WakeIn(std::uint32_t milliseconds) { wakeAt_ = core::TicksAfter(Desktop().ticks, milliseconds); }

@@ -54,7 +54,9 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void Hear(std::string_view datagram);
   void HearOwn();  // delivers the broadcasts that it has sent to itself
   void PassTime(std::uint32_t milliseconds);
-  bool refuses = false;  // to open the port
+  bool refuses = false;            // to open the port
+  void SetNetworkDown(bool down);  // sends what is unsent when it is up again
+  bool IsNetworkDown() const { return isDown_; }
 
   // The user's part. Names are separated by bars.
   struct Options {
@@ -122,7 +124,7 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void RemoveTray() override {}
 
   void Open(int port) override;
-  void Close() override { open_ = false; }
+  void Close() override;
   void Send(std::string_view bytes) override;
   void WakeIn(std::uint32_t milliseconds) override;
 
@@ -131,8 +133,10 @@ class WholeProgram : public core::Program, net::DatagramPort, net::Conversations
   void ShowAlert(std::string_view text, std::string_view sender, int iconKind) override;
 
   conversation::AlertQueue alerts_;
-  bool loaded_ = false, open_ = false;
-  std::string openName_;  // the user's name when the port was opened
+  bool loaded_ = false, open_ = false, isDown_ = false;
+  net::UnsentQueue unsent_;
+  std::vector<std::string> unsentTexts_;  // lines and alerts in the queue
+  std::string openName_;                  // the user's name when the port was opened
   std::deque<std::string> own_;
   std::optional<std::int32_t> wakeAt_;
   std::size_t waiting_ = 0;  // datagrams heard while another was dispatched

@@ -93,6 +93,14 @@ const struct {
        for (int i = 0; i < 12; ++i) program.Hear("user" + std::to_string(i) + "|M/");
        program.PassTime(2000);
      }},
+    {"an outage",
+     [](WholeProgram& program) {
+       program.SetNetworkDown(true);
+       program.SetStatus(0);
+       program.SendAlert("bob|", kLongName);
+       program.SetNetworkDown(false);
+       program.HearOwn();
+     }},
     {"options",
      [](WholeProgram& program) {
        program.Accept({.name = "a name too long for its buffer",
@@ -152,6 +160,7 @@ TEST(OutOfMemory, LeavesTheProgramUsable) {
           EXPECT_TRUE(file == kOld || file.ends_with("hi\r\n") || file.ends_with("}\n")) << file;
         }
         Files().firstFailing = std::numeric_limits<int>::max();
+        program.SetNetworkDown(false);
         ExpectUsable(program);
         if (testing::Test::HasFailure()) return;
       }
